@@ -1,0 +1,36 @@
+# Settings that every target shares: language level, warnings, sanitizers, the include root.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(NOT CMAKE_BUILD_TYPE)
+    set(CMAKE_BUILD_TYPE Release)
+endif()
+
+find_program(CCACHE ccache)
+if(CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+find_package(Threads REQUIRED)
+
+add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Wall> $<$<COMPILE_LANGUAGE:CXX>:-Wextra>
+    $<$<COMPILE_LANGUAGE:CXX>:-Wshadow> $<$<COMPILE_LANGUAGE:CXX>:-Wconversion>)
+if(BANKWEAVER_WERROR)
+    add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Werror>)
+endif()
+if(BANKWEAVER_SANITIZE)
+    add_compile_options(-fsanitize=${BANKWEAVER_SANITIZE} -fno-omit-frame-pointer
+        -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${BANKWEAVER_SANITIZE})
+endif()
+
+# One layer of the house: a static library of the named sources, included from the src folder.
+# LINKS names the layers and libraries below it.
+function(bankweaver_layer name)
+    cmake_parse_arguments(LAYER "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(${name} STATIC ${LAYER_SOURCES})
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(${name} PUBLIC ${LAYER_LINKS})
+endfunction()

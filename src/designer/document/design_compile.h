@@ -1,0 +1,24 @@
+// Turns the design into the files that the menu source includes.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "designer/document/design_store.h"
+
+namespace bw {
+
+// Writes the twelve files of the menu's screen into `folder`, which exists. `checkedCount` is the
+// number of games; `captionSetting` is the caption as the user stored it, if he did: it replaces
+// the caption that the count gives. `custom` is whether the custom menu is on; only
+// char_mapping.bin differs by it. Sets the store's CaptionText on the way.
+//
+// False at the first file that can't be written, with "open file failed!" on the standard output;
+// earlier files stay.
+bool WriteDesignFiles(DesignStore& store, size_t checkedCount,
+                      const std::optional<std::u16string>& captionSetting,
+                      const std::filesystem::path& folder, bool custom);
+
+}  // namespace bw

@@ -1,0 +1,42 @@
+// One game of the user's list.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "rom/ines_header.h"
+
+namespace bw {
+
+struct GameEntry {
+    std::u16string path;    // relative to the program's folder, or absolute
+    std::u16string name;    // what the list shows and the console prints
+    std::u16string remark;  // the user's own words
+    InesHeader header;
+    bool headerRead = false;  // 16 bytes could be read from the file
+    bool checked = false;     // takes part in a build
+    bool coolboySupported = false;
+    bool coolgirlSupported = false;
+
+    GameEntry() = default;
+    // Reads 16 bytes of the file and no more. A file that can't be opened or is shorter leaves a
+    // usable entry without a valid header. A relative path is taken from the current folder.
+    explicit GameEntry(std::u16string path);
+    explicit GameEntry(const std::filesystem::path& path);
+
+    // The magic is there and the PRG size is not 0.
+    bool HasValidHeader() const;
+};
+
+// The shallow reading of many files at once, in the order of the paths: several threads, since a
+// cold disk answers many questions in the time of one. `paths` are taken from the current folder.
+std::vector<GameEntry> ReadGameEntries(std::span<const std::filesystem::path> paths);
+
+// All .nes files (in any letter case) of a folder and its folders, in order of path. Links to
+// folders are not followed. Folders that can't be read are left out.
+std::vector<std::filesystem::path> FindGameImages(const std::filesystem::path& folder);
+
+}  // namespace bw

@@ -1,0 +1,36 @@
+// Game lists as text: the .fcl files, and the list that the program remembers between runs.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+
+#include "rom/game_list.h"
+#include "support/ini_file.h"
+
+namespace bw {
+
+struct ListLoadResult {
+    size_t added = 0;
+    uint32_t announced = 0;  // the number of entries that the text says it has
+    bool overLimit = false;  // the list and the announced entries exceed kListLimit
+};
+
+// Appends the entries of a list text, up to kListLimit in all. An entry whose file is gone is kept;
+// a relative path wins over the absolute one if it names a file below `base`, the folder that
+// relative paths count from. The text's own count rules: where it announces more entries than the
+// text holds, the missing ones are appended with empty paths.
+ListLoadResult AppendListEntries(const IniFile& text, const std::filesystem::path& base,
+                                 GameList& list);
+
+// The section "history" with the whole list. Line breaks in a name or a remark, which the format
+// can't hold, become blanks.
+void StoreListEntries(const GameList& list, const std::filesystem::path& base, IniFile& text);
+
+// A list file by path; nothing if the file can't be read or holds no list.
+std::optional<ListLoadResult> LoadListFile(const std::filesystem::path& file,
+                                           const std::filesystem::path& base, GameList& list);
+bool SaveListFile(const std::filesystem::path& file, const GameList& list,
+                  const std::filesystem::path& base);
+
+}  // namespace bw

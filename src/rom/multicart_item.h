@@ -1,0 +1,54 @@
+// One game, or the menu program, during a build.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+#include "rom/ines_header.h"
+
+namespace bw {
+
+// Counts and bytes, and units and spans, change together through the setters.
+struct MulticartItem {
+    bool prgPlaced = false;  // the allocator has given the PRG data its offset
+    bool chrPlaced = false;
+    uint32_t prgOffset = 0;  // bytes from the start of the ROM
+    uint32_t chrOffset = 0;
+    uint32_t prgCrc = 0;  // of the data as found in the file
+    uint32_t chrCrc = 0;
+    uint32_t prgSpan = 0;   // bytes in the ROM: prgUnits * 16384
+    uint32_t chrSpan = 0;   // bytes in the ROM: chrUnits * 8192
+    uint32_t prgCount = 0;  // 16 KB units in the file
+    uint32_t chrCount = 0;  // 8 KB units in the file
+    uint32_t prgBytes = 0;
+    uint32_t chrBytes = 0;
+    uint32_t index = 0;  // ordinal among the checked games, from 0
+    uint32_t mapper = 0;
+    uint32_t headerSize = 0;   // 16 after a successful reading
+    uint32_t prgUnits = 0;     // 16 KB units reserved in the ROM, may exceed prgCount
+    uint32_t chrUnits = 0;     // 8 KB units reserved in the ROM, may exceed chrCount
+    uint32_t trainerSize = 0;  // 512 with a trainer, else 0
+    uint8_t mirroring = 0;     // 1 vertical
+    uint8_t trainer = 0;
+    uint8_t battery = 0;
+    uint8_t fourScreen = 0;
+    uint8_t isMenu = 0;
+    uint8_t valid = 0;           // the header was read and its magic matched
+    std::filesystem::path path;  // kept even when the reading fails
+    std::u16string name;         // the file's name without folder and extension
+
+    // The deep reading: sizes, flags and the CRC of PRG and CHR data. True if the header was read
+    // and its magic matched. Bytes 4 and 5 alone give the sizes, also in a NES 2.0 header (the
+    // list's reading adds byte 9; the difference is meant). A file that ends early is no failure:
+    // missing header bytes are 0, missing data counts as 0xFF. A failed load changes `path` and
+    // nothing else.
+    bool Load(const std::filesystem::path& file);
+
+    void SetPrgCount(uint32_t count);
+    void SetChrCount(uint32_t count);
+    void SetPrgUnits(uint32_t units);
+    void SetChrUnits(uint32_t units);
+};
+
+}  // namespace bw

@@ -1,0 +1,20 @@
+// The program's texts in its two languages, by number. The numbers are fixed: messages, menus and
+// dialogs refer to them.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace bw {
+
+// Language ids as the list of the Windows language identifiers has them.
+enum class Language : uint16_t { kChinese = 2052, kEnglish = 1033 };
+
+// The text with this number; empty for a number without a row.
+std::u16string LoadText(int id, Language language);
+
+// Chinese where the user's locale is Chinese (LC_ALL, LC_MESSAGES, LANG in this order, or the
+// user interface language on Windows), else English.
+Language SystemLanguage();
+
+}  // namespace bw

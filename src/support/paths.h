@@ -1,0 +1,39 @@
+// Where the program and the user's files lie, and how paths are cut and joined.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace bw {
+
+// The running program's own file; its folder has no trailing separator.
+std::filesystem::path ExecutablePath();
+std::filesystem::path ExecutableFolder();
+
+// The last component up to its last point; without a point the whole component. A leading point
+// counts like any other, so ".nes" has an empty name. Works on text, since a list may hold paths
+// of another platform: both / and \ separate on Windows, / alone elsewhere.
+std::u16string NameWithoutExtension(std::u16string_view path);
+
+// Joins a relative path to `base`; an absolute one comes back normalised only.
+std::filesystem::path AbsolutePath(const std::filesystem::path& path,
+                                   const std::filesystem::path& base);
+
+// `path` as seen from the folder `base`; `path` as given where no such form exists.
+std::filesystem::path RelativePath(const std::filesystem::path& path,
+                                   const std::filesystem::path& base);
+
+// True if the extension is `extension` (without its point), ignoring ASCII case.
+bool HasExtension(const std::filesystem::path& path, std::string_view extension);
+
+// The folders of the user's settings and of scratch data. The variable BANKWEAVER_HOME moves both
+// below the folder that it names; otherwise the XDG base directories (Linux) or the known folders
+// (Windows) apply.
+std::filesystem::path UserConfigFolder();
+std::filesystem::path UserScratchFolder();
+
+// The scratch folder of one build in this process: <scratch>/Temp/Bankweaver/<process id>.
+std::filesystem::path WorkFolder();
+
+}  // namespace bw

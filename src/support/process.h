@@ -1,0 +1,44 @@
+// Runs another program with its output on a pipe.
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace bw {
+
+// A child process. Its standard output and standard error come to the parent through one pipe;
+// its standard input is empty. Not for use from several threads at once.
+class Process {
+  public:
+    Process() = default;
+    Process(const Process&) = delete;
+    Process& operator=(const Process&) = delete;
+    // A child that still runs is terminated.
+    ~Process();
+
+    // False if the program can't be started. `arguments` are passed as they are, with no shell.
+    bool Start(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+               const std::filesystem::path& workingFolder);
+
+    // Collects the output until the child closes it or, if sooner, until `silence` has passed
+    // without a byte. At most `limit` bytes are kept, the rest is read and dropped. Bytes come as
+    // the child wrote them.
+    std::string ReadOutput(std::chrono::milliseconds silence, size_t limit = 1u << 20);
+
+    // Waits up to `patience` for the child's end. Its exit code; -1 if there is no child or a
+    // signal ended it; kStillRunning if it hasn't ended.
+    int ExitStatus(std::chrono::milliseconds patience = std::chrono::milliseconds{0});
+    static constexpr int kStillRunning = 259;
+
+    // Terminates a child that still runs, and forgets it.
+    void Close();
+
+  private:
+    int process_ = -1;
+    int output_ = -1;
+    int status_ = kStillRunning;
+};
+
+}  // namespace bw

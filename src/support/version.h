@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string_view>
+
+namespace bw {
+
+// The program's version as shown and compared, e.g. "0.1.0".
+std::string_view ProgramVersion();
+
+}  // namespace bw
