@@ -36,6 +36,12 @@ class File {
     bool Close();
 
   private:
+    friend class ReplacementFile;
+    // A file whose name wasn't in use before.
+    static std::optional<File> CreateNew(const std::filesystem::path& path);
+    // A file that is there, for writing; its contents stay.
+    static std::optional<File> OpenForWriting(const std::filesystem::path& path);
+
     explicit File(intptr_t handle) : handle_(handle) {}
     intptr_t handle_ = -1;
 };
@@ -47,7 +53,7 @@ class File {
 class ReplacementFile {
   public:
     static std::optional<ReplacementFile> Begin(const std::filesystem::path& target);
-    ReplacementFile(ReplacementFile&&) noexcept = default;
+    ReplacementFile(ReplacementFile&& other) noexcept;
     ReplacementFile& operator=(ReplacementFile&&) = delete;
     ~ReplacementFile();
 

@@ -19,7 +19,8 @@ class IniFile {
     bool Load(const std::filesystem::path& path);
 
     // FF FE starts UTF-16 little-endian, EF BB BF starts UTF-8; anything else is UTF-8. An equal
-    // key later in a section doesn't replace an earlier one. Entries before the first section and
+    // key later in a section doesn't replace an earlier one, nor one that was there before the
+    // call. Entries before the first section and
     // keys that start with "#" are dropped. Bytes that are no UTF-8 become U+FFFD.
     void LoadFromMemory(std::span<const uint8_t> bytes);
 
@@ -42,6 +43,7 @@ class IniFile {
 
   private:
     using Section = std::map<std::u16string, std::u16string, std::less<>>;
+    const std::u16string* Find(std::u16string_view section, std::u16string_view key) const;
     std::map<std::u16string, Section, std::less<>> sections_;
 };
 

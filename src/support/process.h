@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -23,8 +24,9 @@ class Process {
                const std::filesystem::path& workingFolder);
 
     // Collects the output until the child closes it or, if sooner, until `silence` has passed
-    // without a byte. At most `limit` bytes are kept, the rest is read and dropped. Bytes come as
-    // the child wrote them.
+    // without a byte. At most `limit` bytes are kept, the rest is read and dropped; a child that
+    // writes more than 16 times as much is taken for one that never stops, and reading ends.
+    // Bytes come as the child wrote them.
     std::string ReadOutput(std::chrono::milliseconds silence, size_t limit = 1u << 20);
 
     // Waits up to `patience` for the child's end. Its exit code; -1 if there is no child or a
@@ -36,8 +38,8 @@ class Process {
     void Close();
 
   private:
-    int process_ = -1;
-    int output_ = -1;
+    intptr_t process_ = -1;
+    intptr_t output_ = -1;
     int status_ = kStillRunning;
 };
 

@@ -1,0 +1,16 @@
+#include "support/language.h"
+
+#include <algorithm>
+
+#include "support/language_table.h"
+
+namespace bw {
+
+std::u16string LoadText(int id, Language language) {
+    const auto table = LanguageTable();
+    const auto row = std::ranges::lower_bound(table, id, {}, &LanguageRow::id);
+    if (row == table.end() || row->id != id) return {};
+    return std::u16string(language == Language::kChinese ? row->chinese : row->english);
+}
+
+}  // namespace bw
