@@ -43,7 +43,7 @@ bool BoardTakesMapper(BoardType board, uint32_t mapper);
 
 // What the list shows in its board columns: a look at the header alone, by the enlarged sizes of a
 // NES 2.0 header. The check of a build is stricter.
-bool CoolboySupported(const InesHeader& header, bool headerRead);
-bool CoolgirlSupported(const InesHeader& header, bool headerRead);
+bool CoolboySupported(const InesHeader& header);
+bool CoolgirlSupported(const InesHeader& header);
 
 }  // namespace bw

@@ -22,21 +22,26 @@ struct GameEntry {
     bool coolgirlSupported = false;
 
     GameEntry() = default;
-    // Reads 16 bytes of the file and no more. A file that can't be opened or is shorter leaves a
-    // usable entry without a valid header. A relative path is taken from the current folder.
+    // Reads 16 bytes of the file and no more. A file that can't be opened leaves a usable entry
+    // without a valid header; of a shorter one the bytes that arrived count, and headerRead stays
+    // false. A relative path is taken from the current folder.
     explicit GameEntry(std::u16string path);
     explicit GameEntry(const std::filesystem::path& path);
 
-    // The magic is there and the PRG size is not 0.
-    bool HasValidHeader() const;
+    // The magic is there and the low PRG size is not 0.
+    bool HasValidHeader() const { return header.IsValid(); }
 };
 
 // The shallow reading of many files at once, in the order of the paths: several threads, since a
 // cold disk answers many questions in the time of one. `paths` are taken from the current folder.
 std::vector<GameEntry> ReadGameEntries(std::span<const std::filesystem::path> paths);
 
-// All .nes files (in any letter case) of a folder and its folders, in order of path. Links to
-// folders are not followed. Folders that can't be read are left out.
+// All .nes files (in any letter case) of a folder and its folders, in order of path, component by
+// component. Links to folders are not followed. Folders that can't be read are left out.
 std::vector<std::filesystem::path> FindGameImages(const std::filesystem::path& folder);
+
+// The shallow reading of all images that FindGameImages gives, in its order: the fast way to take
+// in a collection. Files without a valid header are among the entries.
+std::vector<GameEntry> ReadGameFolder(const std::filesystem::path& folder);
 
 }  // namespace bw

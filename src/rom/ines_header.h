@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace bw {
@@ -16,6 +17,8 @@ struct InesHeader {
     std::array<uint8_t, kInesHeaderSize> bytes{0x4E, 0x45, 0x53, 0x1A};
 
     bool HasMagic() const;
+    // What the list asks of a game: the magic, and a low PRG size other than 0.
+    bool IsValid() const { return HasMagic() && PrgLow() != 0; }
     bool IsNes20() const;
     // Low 8 bits of the sizes: PRG in 16 KB units, CHR in 8 KB units (0 means CHR RAM).
     uint32_t PrgLow() const { return bytes[4]; }

@@ -3,7 +3,9 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "rom/ines_header.h"
 
@@ -37,11 +39,17 @@ struct MulticartItem {
     uint8_t valid = 0;           // the header was read and its magic matched
     std::filesystem::path path;  // kept even when the reading fails
     std::u16string name;         // the file's name without folder and extension
+    uint64_t fileSize = 0;       // bytes
+
+    // Bytes of a file that holds just what its header announces. A fileSize below it means missing
+    // data, which counts as 0xFF.
+    uint64_t AnnouncedSize() const;
 
     // The deep reading: sizes, flags and the CRC of PRG and CHR data. True if the header was read
-    // and its magic matched. Bytes 4 and 5 alone give the sizes, also in a NES 2.0 header (the
-    // list's reading adds byte 9; the difference is meant). A file that ends early is no failure:
-    // missing header bytes are 0, missing data counts as 0xFF. A failed load changes `path` and
+    // and its magic matched. Whole images are never held in memory. Bytes 4 and 5 alone give the
+    // sizes, also in a NES 2.0 header (the list's reading adds byte 9; the difference is meant). A
+    // file that ends early is no failure: missing header bytes keep the magic and zeros, missing
+    // data counts as 0xFF. Only regular files can be loaded. A failed load changes `path` and
     // nothing else.
     bool Load(const std::filesystem::path& file);
 
@@ -50,5 +58,9 @@ struct MulticartItem {
     void SetPrgUnits(uint32_t units);
     void SetChrUnits(uint32_t units);
 };
+
+// The deep reading of many files, one new item for each path and in the order of the paths, by a
+// few threads. Items that couldn't be loaded have `valid` 0. `index` stays 0.
+std::vector<MulticartItem> LoadMulticartItems(std::span<const std::filesystem::path> paths);
 
 }  // namespace bw

@@ -1,0 +1,166 @@
+#include "rom/list_file.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "rom/parallel.h"
+#include "support/paths.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+constexpr std::u16string_view kSection = u"history";
+constexpr std::u16string_view kCount = u"count";
+
+constexpr size_t kLoaderThreads = 8;
+constexpr size_t kPiece = 64;
+
+// "00012_path"
+std::u16string Key(size_t number, std::u16string_view field) {
+    std::u16string key(6, u'0');
+    key[5] = u'_';
+    for (size_t i = 5; i > 0; --i, number /= 10) {
+        key[i - 1] = static_cast<char16_t>(u'0' + number % 10);
+    }
+    return key.append(field);
+}
+
+bool NamesFile(const std::filesystem::path& path) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(path, error);
+}
+
+bool IsSeparator(char16_t unit) {
+    return unit == u'/' || unit == u'\\';
+}
+
+// An absolute path of the other kind of platform, which must not be joined to a folder of this
+// one: a drive or a share here, a path from the root on Windows.
+bool IsAbsoluteElsewhere(std::u16string_view path) {
+    if constexpr (std::filesystem::path::preferred_separator == '/') {
+        return path.starts_with(u"\\\\") ||
+               (path.size() > 2 && path[1] == u':' && IsSeparator(path[2]));
+    } else {
+        return path.starts_with(u"/") && !path.starts_with(u"//");
+    }
+}
+
+// The path below `base` as written, or where that names no file, with the separators of a list
+// that was written on Windows turned round.
+std::filesystem::path Locate(const std::u16string& path, const std::filesystem::path& base) {
+    const std::filesystem::path asWritten = AbsolutePath(TextPath(path), base);
+    if (path.find(u'\\') == std::u16string::npos || NamesFile(asWritten)) return asWritten;
+    std::u16string turned = path;
+    std::ranges::replace(turned, u'\\', u'/');
+    return AbsolutePath(TextPath(turned), base);
+}
+
+struct StoredEntry {
+    std::u16string path;
+    std::u16string relativePath;
+    std::u16string name;
+    std::u16string remark;
+    bool checked = false;
+};
+
+// The text that the list keeps of a missing file: where the path can't be made absolute here, as
+// it stands, so that saving the list again doesn't lose it.
+std::u16string MissingPath(const std::u16string& path, const std::filesystem::path& located) {
+    return IsAbsoluteElsewhere(path) ? path : PathText(located);
+}
+
+GameEntry MakeEntry(StoredEntry stored, const std::filesystem::path& base) {
+    GameEntry entry;
+    std::filesystem::path file;
+    if (!stored.relativePath.empty()) file = Locate(stored.relativePath, base);
+    if (!file.empty() && NamesFile(file)) {
+        entry = GameEntry(file);
+    } else if (!stored.path.empty()) {
+        file = Locate(stored.path, base);
+        entry = GameEntry(file);
+        if (!entry.headerRead) entry.path = MissingPath(stored.path, file);
+    }
+    entry.checked = stored.checked;
+    entry.name = std::move(stored.name);
+    entry.remark = std::move(stored.remark);
+    return entry;
+}
+
+StoredEntry ReadStored(const IniFile& text, size_t number) {
+    StoredEntry stored;
+    stored.path = text.GetString(kSection, Key(number, u"path"));
+    stored.relativePath = text.GetString(kSection, Key(number, u"path_relative"));
+    stored.name = text.GetString(kSection, Key(number, u"name"));
+    stored.remark = text.GetString(kSection, Key(number, u"remark"));
+    stored.checked = text.GetInt(kSection, Key(number, u"check"), 0) != 0;
+    return stored;
+}
+
+// The format has no way to write a line break.
+std::u16string OneLine(std::u16string_view value) {
+    std::u16string line;
+    line.reserve(value.size());
+    for (size_t i = 0; i < value.size(); ++i) {
+        const bool pair = value.substr(i, 2) == u"\r\n";
+        line += value[i] == u'\r' || value[i] == u'\n' ? u' ' : value[i];
+        if (pair) ++i;
+    }
+    return line;
+}
+
+}  // namespace
+
+ListLoadResult AppendListEntries(const IniFile& text, const std::filesystem::path& base,
+                                 GameList& list) {
+    ListLoadResult result;
+    result.announced = text.GetInt(kSection, kCount, 0);
+    result.overLimit = list.size() + uint64_t{result.announced} > kListLimit;
+    const size_t room = kListLimit - std::min(list.size(), kListLimit);
+    result.added = std::min<size_t>(result.announced, room);
+
+    const size_t first = list.size();
+    list.resize(first + result.added);
+    ForPieces(result.added, kPiece, kLoaderThreads, [&](size_t begin, size_t end) {
+        for (size_t n = begin; n < end; ++n)
+            list[first + n] = MakeEntry(ReadStored(text, n), base);
+    });
+    return result;
+}
+
+void StoreListEntries(const GameList& list, const std::filesystem::path& base, IniFile& text) {
+    text.Remove(kSection);
+    text.SetInt(kSection, kCount, static_cast<uint32_t>(list.size()));
+    for (size_t n = 0; n < list.size(); ++n) {
+        const GameEntry& entry = list[n];
+        std::u16string path = entry.path;
+        std::u16string relativePath = entry.path;
+        if (!path.empty() && !IsAbsoluteElsewhere(path)) {
+            const std::filesystem::path absolute = AbsolutePath(TextPath(path), base);
+            path = PathText(absolute);
+            relativePath = PathText(RelativePath(absolute, base));
+        }
+        text.SetString(kSection, Key(n, u"path"), OneLine(path));
+        text.SetString(kSection, Key(n, u"path_relative"), OneLine(relativePath));
+        text.SetString(kSection, Key(n, u"name"), OneLine(entry.name));
+        text.SetInt(kSection, Key(n, u"check"), entry.checked ? 1 : 0);
+        text.SetString(kSection, Key(n, u"remark"), OneLine(entry.remark));
+    }
+}
+
+std::optional<ListLoadResult> LoadListFile(const std::filesystem::path& file,
+                                           const std::filesystem::path& base, GameList& list) {
+    IniFile text;
+    if (!text.Load(file) || text.GetString(kSection, kCount).empty()) return std::nullopt;
+    return AppendListEntries(text, base, list);
+}
+
+bool SaveListFile(const std::filesystem::path& file, const GameList& list,
+                  const std::filesystem::path& base) {
+    IniFile text;
+    StoreListEntries(list, base, text);
+    return text.Save(file);
+}
+
+}  // namespace bw
