@@ -82,6 +82,11 @@ constexpr LanguageRow kRows[] = {
     {181, u"Update", u"更新"},
     {182, u"Install", u"安装"},
     {184, u"Cancel", u"取消"},
+    {185,
+     u"Create %s ROM has the following limits:\r\n\r\n1.ROM size limit: %dMB(Current: "
+     u"%0.3lfMB)\r\n2.Limited number of ROM games : %d(Current: %d)",
+     u"制作 %s ROM 有以下限制：\r\n\r\n1.ROM 容量上限：%dMB（当前：%0.3lfMB）\r\n"
+     u"2.游戏数量上限：%d（当前：%d）"},
     {186, u"Updating %0.3f%%", u"正在更新 %0.3f%%"},
     {187, u"Current version: %s Latest version: %s", u"当前版本：%s 最新版本：%s"},
     {188, u"Check Update(&U)", u"检查更新(&U)"},
