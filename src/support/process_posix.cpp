@@ -116,6 +116,8 @@ bool Process::Start(const fs::path& program, const std::vector<std::string>& arg
     posix_spawn_file_actions_adddup2(&actions.value, writing, STDERR_FILENO);
     // Last, since the pipe itself may be number 0 in a parent without a standard input.
     posix_spawn_file_actions_addopen(&actions.value, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    // What libraries of the parent hold open is not for the child.
+    posix_spawn_file_actions_addclosefrom_np(&actions.value, STDERR_FILENO + 1);
     if (!folder.empty()) posix_spawn_file_actions_addchdir_np(&actions.value, folder.c_str());
     pid_t child = -1;
     const int failure = posix_spawnp(&child, file.c_str(), &actions.value, &attributes.value,

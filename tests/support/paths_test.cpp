@@ -1,0 +1,78 @@
+#include "support/paths.h"
+
+#include <gtest/gtest.h>
+
+#include "common/environment_variable.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+TEST(Paths, NameWithoutExtension) {
+    const std::pair<const char16_t*, const char16_t*> cases[] = {
+        {u"/roms/Game.nes", u"Game"},
+        {u"Game v1.2.nes", u"Game v1.2"},
+        {u"/roms.old/Game", u"Game"},
+        {u"/roms/.nes", u""},
+        {u"/roms/", u""},
+        {u"", u""},
+        {u"/roms/Game.", u"Game"},
+    };
+    for (const auto& [path, name] : cases) {
+        EXPECT_EQ(NameWithoutExtension(path), name) << ToUtf8(path);
+    }
+}
+
+TEST(Paths, ExtensionIgnoresCaseAndFolders) {
+    EXPECT_TRUE(HasExtension("/lists/my.FCL", "fcl"));
+    EXPECT_TRUE(HasExtension(".fcl", "fcl"));
+    EXPECT_FALSE(HasExtension("/my.fcl/list", "fcl"));
+    EXPECT_FALSE(HasExtension("fcl", "fcl"));
+    EXPECT_FALSE(HasExtension("list.fcl.txt", "fcl"));
+}
+
+TEST(Paths, AbsoluteAndRelativeAreInverse) {
+    struct Case {
+        const char *absolute, *base, *relative;
+    };
+    for (const Case& c : {Case{"/a/roms/Game.nes", "/a", "roms/Game.nes"},
+                          Case{"/a/roms/Game.nes", "/a/", "roms/Game.nes"},
+                          Case{"/b/Game.nes", "/a/tool", "../../b/Game.nes"}}) {
+        EXPECT_EQ(RelativePath(c.absolute, c.base), c.relative);
+        EXPECT_EQ(AbsolutePath(c.relative, c.base), c.absolute);
+    }
+    EXPECT_EQ(AbsolutePath("/x/../y/./Game.nes", "/a"), "/y/Game.nes");
+    EXPECT_EQ(RelativePath("Game.nes", "/a"), "Game.nes") << "no form exists: as given";
+}
+
+TEST(Paths, PathsThatAreNoUtf8SurviveAsText) {
+    EXPECT_EQ(PathText("/roms/\xFF.nes"), u"/roms/\uFFFD.nes");
+    EXPECT_EQ(TextPath(u"/\u9B42.nes").native(), "/\xE9\xAD\x82.nes");
+}
+
+TEST(Paths, UsersFilesMoveWithTheirVariables) {
+    const EnvironmentVariable home("HOME", "/home/user");
+    const EnvironmentVariable noConfig("XDG_CONFIG_HOME", nullptr);
+    const EnvironmentVariable relativeCache("XDG_CACHE_HOME", "not/absolute");
+    {
+        const EnvironmentVariable notMoved("BANKWEAVER_HOME", "");
+        EXPECT_EQ(UserConfigFolder(), "/home/user/.config/bankweaver");
+        EXPECT_EQ(UserScratchFolder(), "/home/user/.cache/bankweaver");
+        const EnvironmentVariable config("XDG_CONFIG_HOME", "/etc/user");
+        EXPECT_EQ(UserConfigFolder(), "/etc/user/bankweaver");
+    }
+    const EnvironmentVariable moved("BANKWEAVER_HOME", "/trial");
+    const auto below = [](const std::filesystem::path& path) {
+        return path.native().starts_with("/trial/");
+    };
+    EXPECT_TRUE(below(UserConfigFolder()) && below(UserScratchFolder()) && below(WorkFolder()));
+    EXPECT_NE(UserConfigFolder(), UserScratchFolder());
+}
+
+TEST(Paths, ExecutableIsThisProgram) {
+    EXPECT_EQ(ExecutablePath().filename(), "support_test");
+    EXPECT_TRUE(std::filesystem::exists(ExecutableFolder() / "support_test"));
+}
+
+}  // namespace
+}  // namespace bw

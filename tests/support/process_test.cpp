@@ -1,0 +1,149 @@
+#include "support/process.h"
+
+#include <cerrno>
+#include <csignal>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "common/temporary_folder.h"
+#include "support/files.h"
+
+namespace bw {
+namespace {
+
+using namespace std::chrono_literals;
+
+// Long enough for a loaded machine; no test waits for it to pass.
+constexpr auto kPatience = 60s;
+
+struct Outcome {
+    std::string output;
+    int status = 0;
+};
+
+Outcome Shell(const std::string& script, const std::filesystem::path& folder = "/") {
+    Process process;
+    EXPECT_TRUE(process.Start("/bin/sh", {"-c", script}, folder));
+    const std::string output = process.ReadOutput(kPatience);
+    return {output, process.ExitStatus(kPatience)};
+}
+
+bool Exists(pid_t process) {
+    return kill(process, 0) == 0 || errno != ESRCH;
+}
+
+size_t OpenDescriptors() {
+    return static_cast<size_t>(
+        std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}));
+}
+
+TEST(Process, OutputOfBothStreamsAndExitStatus) {
+    const Outcome outcome = Shell("echo one; echo two >&2; printf three; exit 37");
+    EXPECT_EQ(outcome.output, "one\ntwo\nthree");
+    EXPECT_EQ(outcome.status, 37);
+    EXPECT_EQ(Shell("").status, 0);
+    EXPECT_EQ(Shell("kill -KILL $$").status, -1);
+}
+
+TEST(Process, ArgumentsArriveAsTheyAre) {
+    Process process;
+    const std::vector<std::string> arguments = {"[%s]", "", "a b", "\"$HOME\"", "\\'*\n"};
+    ASSERT_TRUE(process.Start("/usr/bin/printf", arguments, "/"));
+    EXPECT_EQ(process.ReadOutput(kPatience), "[][a b][\"$HOME\"][\\'*\n]");
+}
+
+TEST(Process, ProgramIsFoundFromHereAndRunsThere) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(Shell("pwd", folder.Path()).output, folder.Path().string() + "\n");
+
+    const auto start = std::filesystem::current_path();
+    std::filesystem::create_directory(folder / "tools");
+    std::filesystem::copy_file("/bin/sh", folder / "tools/shell");
+    std::filesystem::current_path(folder.Path());
+    Process process;
+    EXPECT_TRUE(process.Start("tools/shell", {"-c", "pwd"}, "/usr"));
+    EXPECT_EQ(process.ReadOutput(kPatience), "/usr\n");
+    EXPECT_TRUE(process.Start("./tools/shell", {"-c", "pwd"}, "")) << "no folder: the program's";
+    EXPECT_EQ(process.ReadOutput(kPatience), (folder / "tools").string() + "\n");
+    std::filesystem::current_path(start);
+}
+
+TEST(Process, WhatCannotStartIsSaidAtOnce) {
+    const TemporaryFolder folder;
+    WriteFile(folder / "text", std::string_view("no program"));
+    Process process;
+    EXPECT_FALSE(process.Start("/missing/nesasm", {}, "/"));
+    EXPECT_FALSE(process.Start("no-such-program-on-the-path", {}, "/"));
+    EXPECT_FALSE(process.Start(folder / "text", {}, "/"));
+    EXPECT_FALSE(process.Start("/bin/sh", {}, "/missing"));
+    EXPECT_EQ(process.ReadOutput(kPatience), "");
+    EXPECT_EQ(process.ExitStatus(kPatience), -1);
+}
+
+TEST(Process, LargeOutputArrivesWholeUpToTheLimit) {
+    const std::string script =
+        "i=0; while [ $i -lt 3000 ]; do printf '%0100d' $i; i=$((i+1)); done";
+    EXPECT_EQ(Shell(script).output.size(), 300'000u) << "more than a pipe holds";
+    Process process;
+    ASSERT_TRUE(process.Start("/bin/sh", {"-c", script + "; exit 5"}, "/"));
+    EXPECT_EQ(process.ReadOutput(kPatience, 100'001).size(), 100'001u);
+    EXPECT_EQ(process.ExitStatus(kPatience), 5) << "the rest was read, so the child could end";
+}
+
+TEST(Process, EndlessOutputIsLeftAlone) {
+    Process process;
+    ASSERT_TRUE(process.Start("yes", {}, "/"));
+    EXPECT_EQ(process.ReadOutput(kPatience, 1000).size(), 1000u);
+    EXPECT_EQ(process.ExitStatus(), Process::kStillRunning);
+}
+
+TEST(Process, HangingChildIsGivenUpKilledAndCollected) {
+    pid_t child = 0;
+    {
+        Process process;
+        ASSERT_TRUE(process.Start("/bin/sh", {"-c", "echo $$; exec sleep 1000"}, "/"));
+        child = std::stoi(process.ReadOutput(300ms));
+        EXPECT_EQ(process.ReadOutput(20ms), "");
+        EXPECT_EQ(process.ExitStatus(20ms), Process::kStillRunning);
+        EXPECT_TRUE(Exists(child));
+        process.Close();
+        EXPECT_FALSE(Exists(child));
+        EXPECT_EQ(process.ExitStatus(), -1) << "forgotten";
+
+        ASSERT_TRUE(process.Start("/bin/sh", {"-c", "echo $$; exec sleep 1000"}, "/"));
+        child = std::stoi(process.ReadOutput(300ms));
+    }
+    EXPECT_FALSE(Exists(child)) << "the destructor ends it too";
+}
+
+TEST(Process, ChildThatClosesItsOutputIsWaitedFor) {
+    const Outcome outcome = Shell("exec >&- 2>&-; sleep 0.2; exit 4");
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.status, 4);
+}
+
+TEST(Process, ChildStartsWithFreshSignalsAndNoInput) {
+    const auto old = std::signal(SIGPIPE, SIG_IGN);
+    EXPECT_EQ(Shell("kill -PIPE $$; echo alive").output, "");
+    std::signal(SIGPIPE, old);
+    EXPECT_EQ(Shell("cat; echo end").output, "end\n");
+}
+
+// A handle that stays open in the parent or a later child keeps a pipe from ever ending.
+TEST(Process, NothingStaysOpen) {
+    const size_t before = OpenDescriptors();
+    for (int i = 0; i < 3; ++i) {
+        Process first, second, missing;
+        ASSERT_TRUE(first.Start("/bin/sh", {"-c", "echo first"}, "/"));
+        ASSERT_TRUE(second.Start("/bin/sleep", {"1000"}, "/"));
+        EXPECT_FALSE(missing.Start("/missing", {}, "/"));
+        EXPECT_EQ(first.ReadOutput(kPatience), "first\n");
+        EXPECT_TRUE(first.Start("/bin/sh", {"-c", "ls /proc/self/fd"}, "/")) << "used again";
+        EXPECT_EQ(first.ReadOutput(kPatience), "0\n1\n2\n3\n") << "3 is the listed folder";
+    }
+    EXPECT_EQ(OpenDescriptors(), before);
+}
+
+}  // namespace
+}  // namespace bw

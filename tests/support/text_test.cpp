@@ -1,0 +1,86 @@
+#include "support/text.h"
+
+#include <gtest/gtest.h>
+
+namespace bw {
+namespace {
+
+using namespace std::string_literals;
+
+struct Conversion {
+    const char* about;
+    std::string utf8;
+    std::u16string wide;
+};
+
+TEST(Text, WellFormedTextConvertsBothWays) {
+    const Conversion cases[] = {
+        {"empty", "", u""},
+        {"ASCII of several words' length", "The quick brown fox, 1990",
+         u"The quick brown fox, 1990"},
+        {"a zero inside", "a\0b"s, u"a\0b"s},
+        {"behind eight ASCII bytes", "12345678\xC2\x80", u"12345678\u0080"},
+        {"bounds of two bytes", "\xC2\x80\xDF\xBF", u"\u0080\u07FF"},
+        {"bounds of three bytes", "\xE0\xA0\x80\xEF\xBF\xBF", u"\u0800\uFFFF"},
+        {"beside the surrogates", "\xED\x9F\xBF\xEE\x80\x80", u"\uD7FF\uE000"},
+        {"bounds of four bytes", "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", u"\U00010000\U0010FFFF"},
+        {"a game's name", "\xE9\xAD\x82\xE6\x96\x97\xE7\xBD\x97", u"\u9B42\u6597\u7F57"},
+    };
+    for (const Conversion& c : cases) {
+        EXPECT_EQ(ToWide(c.utf8), c.wide) << c.about;
+        EXPECT_EQ(ToUtf8(c.wide), c.utf8) << c.about;
+    }
+}
+
+TEST(Text, MalformedBytesBecomeOneReplacementEach) {
+    const Conversion cases[] = {
+        {"a lone trail byte", "a\x80z", u"a\uFFFDz"},
+        {"a lead byte at the end", "a\xC3", u"a\uFFFD"},
+        {"three of four bytes at the end", "\xF0\x9F\x8E", u"\uFFFD\uFFFD\uFFFD"},
+        {"a sequence broken off by ASCII", "\xE4\xBDz", u"\uFFFD\uFFFDz"},
+        {"too long a form of a slash", "\xC0\xAF", u"\uFFFD\uFFFD"},
+        {"three bytes where two do", "\xE0\x9F\xBF", u"\uFFFD\uFFFD\uFFFD"},
+        {"four bytes where three do", "\xF0\x8F\xBF\xBF", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
+        {"half a surrogate pair", "\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},
+        {"beyond the last point", "\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
+        {"no byte of UTF-8", "\xFF\xFE", u"\uFFFD\uFFFD"},
+    };
+    for (const Conversion& c : cases)
+        EXPECT_EQ(ToWide(c.utf8), c.wide) << c.about;
+}
+
+TEST(Text, LoneSurrogatesBecomeReplacements) {
+    const std::string replacement = "\xEF\xBF\xBD";
+    EXPECT_EQ(ToUtf8(std::u16string{u'a', 0xD83C}), "a" + replacement);
+    EXPECT_EQ(ToUtf8(std::u16string{0xDFAE, u'z'}), replacement + "z");
+    EXPECT_EQ(ToUtf8(std::u16string{0xD83C, 0xD83C, 0xDFAE}), replacement + "\xF0\x9F\x8E\xAE");
+}
+
+TEST(Text, SingleByteKeepsLatinLettersOnly) {
+    EXPECT_EQ(ToSingleByte(u"A\u00E9\u00FF\u0100\u9B42\U0001F3AE"), "A\xE9\xFF????");
+}
+
+TEST(Text, CapitalsAndComparisonKnowAsciiOnly) {
+    EXPECT_TRUE(EqualIgnoringAsciiCase(u"Game.FCL", u"gAME.fcl"));
+    EXPECT_FALSE(EqualIgnoringAsciiCase(u"\u00E9", u"\u00C9"));
+    EXPECT_FALSE(EqualIgnoringAsciiCase(u"fcl", u"fclx"));
+    // The neighbours of the letters differ from their partners by the same bit.
+    EXPECT_FALSE(EqualIgnoringAsciiCase(u"[`{", u"{@["));
+}
+
+TEST(Text, FormatsAsThePlaceholdersOfTheMessagesAsk) {
+    EXPECT_EQ(FormatText(u"%d.%s Mapper%d", 7, u"\u9B42"s, 74), u"7.\u9B42 Mapper74");
+    EXPECT_EQ(FormatText(u"%0.3f%% %0.3lfMB", 12.5, 1.0625), u"12.500% 1.062MB");
+    EXPECT_EQ(FormatText(u"%0.5d_path", size_t{42}), u"00042_path");
+    EXPECT_EQ(FormatText(u"%d", uint64_t{1} << 33), u"8589934592");
+    EXPECT_EQ(FormatText(u"%s", std::u16string_view(u"%d%n")), u"%d%n");
+    EXPECT_EQ(FormatText(u"no placeholder"), u"no placeholder");
+}
+
+TEST(Text, FormatThatDoesNotFitComesBackUnfilled) {
+    EXPECT_EQ(FormatText(u"%d of %d", 1), u"%d of %d");
+    EXPECT_EQ(FormatText(u"50%"), u"50%");
+}
+
+}  // namespace
+}  // namespace bw
