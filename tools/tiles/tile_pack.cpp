@@ -1,5 +1,6 @@
 #include "tiles/tile_pack.h"
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 #include <sstream>
@@ -70,12 +71,10 @@ class Packer {
     }
 
     void TakeTiles(const std::string& number, const std::string& size) {
-        const size_t cross = size.find('x');
+        const size_t cross = std::min(size.find('x'), size.size() - 1);
         const auto first = ParseNumber(number);
         const auto width = ParseNumber(std::string_view(size).substr(0, cross));
-        const auto height = cross == std::string::npos
-                                ? std::nullopt
-                                : ParseNumber(std::string_view(size).substr(cross + 1));
+        const auto height = ParseNumber(std::string_view(size).substr(cross + 1));
         if (!first || !width || !height) return Fault("expected \"tiles NUMBER WIDTHxHEIGHT\"");
         if (*width == 0 || *height == 0 || *width > kTilesPerRow || *height > kTilesPerRow ||
             *first + *width + (*height - 1) * kTilesPerRow > PatternTables::kTiles) {
