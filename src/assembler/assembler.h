@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "assembler/source_provider.h"
+
+namespace bw::assembler {
+
+// An error makes the run fail; a warning is for the reader only. There is no third kind: a run goes
+// on after every error it can, and what it can't go on from ends it with the error as the last one.
+enum class Severity : std::uint8_t { Warning, Error };
+
+struct Diagnostic {
+    Severity severity = Severity::Error;
+    std::string file;        // as named on the command line or in the INCLUDE
+    std::uint32_t line = 0;  // from 1
+    std::string text;
+};
+
+struct AssemblyOptions {
+    bool listing = false;
+    bool symbols = false;
+};
+
+struct AssemblyResult {
+    // iNES file: 16 bytes of header, then all banks; empty if there was an error.
+    std::vector<std::uint8_t> rom;
+    // In source order, the first kDiagnosticLimit of them.
+    std::vector<Diagnostic> diagnostics;
+    std::size_t errorCount = 0;  // of all, those beyond the limit too
+    std::string listing;         // text of the listing, if asked for
+    std::string symbols;         // text of the symbol file, if asked for
+
+    bool Ok() const { return errorCount == 0; }
+};
+
+inline constexpr std::size_t kDiagnosticLimit = 200;
+
+// Limits that keep any input from eating time or memory without end.
+inline constexpr std::size_t kTextLimit = std::size_t{32} << 20U;  // bytes of all files and macros
+inline constexpr std::size_t kIncludeDepth = 16;
+inline constexpr std::size_t kMacroDepth = 64;
+inline constexpr std::size_t kConditionDepth = 256;
+inline constexpr int kExpressionDepth = 256;
+
+// Assembles `path` and what it includes. No output but the result, no exception for any input.
+AssemblyResult Assemble(std::string_view path, SourceProvider& sources,
+                        const AssemblyOptions& options = {});
+
+// The diagnostics as lines "FILE:LINE: error: TEXT", closed by "# N error(s)" if there are errors.
+std::string FormatDiagnostics(const AssemblyResult& result);
+
+}  // namespace bw::assembler

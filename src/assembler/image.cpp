@@ -1,0 +1,91 @@
+#include "assembler/image.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace bw::assembler {
+
+std::uint8_t* Image::BytesOf(std::int32_t slot) {
+    if (slot >= kBankCountLimit) {
+        return unknown_[static_cast<std::size_t>(slot - kBankCountLimit)].data();
+    }
+    return file_.data() + kHeaderSize + static_cast<std::size_t>(slot) * kBankSize;
+}
+
+void Image::Reserve(std::uint32_t banks) {
+    const std::size_t size = kHeaderSize + std::size_t{banks} * kBankSize;
+    if (size > file_.size()) file_.resize(size, kFill);
+    current_ = BytesOf(slot_);
+}
+
+// Notes where the current slot is left before another one is selected. The bank that is current at
+// the start counts as used only if something stands in it.
+void Image::Leave() {
+    if (slot_ >= kBankCountLimit) return;
+    Location& location = locations_[static_cast<std::size_t>(slot_)];
+    location = {offset_, page_, location.used || offset_ != 0};
+}
+
+void Image::Select(std::int32_t slot) {
+    Leave();
+    Reserve(static_cast<std::uint32_t>(slot) + 1);
+    Location& location = locations_[static_cast<std::size_t>(slot)];
+    location.used = true;
+    slot_ = slot;
+    offset_ = location.offset;
+    page_ = location.page;
+    current_ = BytesOf(slot);
+    located_ = true;
+}
+
+std::int32_t Image::SelectUnknown() {
+    Leave();
+    unknown_.emplace_back().fill(kFill);
+    slot_ = kBankCountLimit + static_cast<std::int32_t>(unknown_.size()) - 1;
+    offset_ = page_ = 0;
+    current_ = BytesOf(slot_);
+    located_ = false;
+    return slot_;
+}
+
+void Image::SetAddress(std::uint32_t address) {
+    offset_ = address & (kBankSize - 1);
+    page_ = address & ~(kBankSize - 1);
+    located_ = true;
+}
+
+void Image::Put(std::span<const std::uint8_t> bytes) {
+    if (offset_ < kBankSize && !bytes.empty()) {
+        std::memcpy(current_ + offset_, bytes.data(),
+                    std::min<std::size_t>(bytes.size(), kBankSize - offset_));
+    }
+    Skip(bytes.size());
+}
+
+// How far an overflowing bank runs over is told up to this many bytes.
+void Image::Skip(std::size_t count) {
+    constexpr std::size_t kFarthest = std::size_t{1} << 30U;
+    offset_ = static_cast<std::uint32_t>(std::min(offset_ + count, kFarthest));
+}
+
+std::uint8_t* Image::At(std::int32_t slot, std::uint32_t offset) {
+    return BytesOf(slot) + offset;
+}
+
+bool Image::Settle(std::int32_t slot, std::int32_t bank) {
+    Leave();
+    Location& location = locations_[static_cast<std::size_t>(bank)];
+    if (location.used) return false;
+    location.used = true;
+    Reserve(static_cast<std::uint32_t>(bank) + 1);
+    std::memcpy(BytesOf(bank), BytesOf(slot), kBankSize);
+    return true;
+}
+
+std::vector<std::uint8_t> Image::Take(std::uint32_t banks) {
+    file_.resize(kHeaderSize + std::size_t{banks} * kBankSize, kFill);
+    return std::exchange(file_, {});
+}
+
+}  // namespace bw::assembler

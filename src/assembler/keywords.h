@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+
+#include "assembler/instructions.h"
+
+namespace bw::assembler {
+
+enum class Directive : std::uint8_t {
+    Bank,
+    Byte,
+    Ds,
+    Else,
+    EndIf,
+    EndM,
+    EndP,
+    Equ,
+    Fail,
+    If,
+    IfDef,
+    IfNDef,
+    IncBin,
+    Include,
+    InesChr,
+    InesMap,
+    InesMir,
+    InesPrg,
+    Macro,
+    Org,
+    Proc,
+    Rs,
+    RsSet,
+    Str,
+    Word,
+};
+
+enum class KeywordKind : std::uint8_t { None, Instruction, Directive };
+
+struct Keyword {
+    KeywordKind kind = KeywordKind::None;
+    std::uint8_t index = 0;  // a Mnemonic or a Directive
+
+    bool Is(Directive directive) const {
+        return kind == KeywordKind::Directive && index == static_cast<std::uint8_t>(directive);
+    }
+};
+
+// What a word packed by PackWord() means. Directives are listed without their dot.
+Keyword FindKeyword(std::uint64_t packed);
+
+}  // namespace bw::assembler

@@ -1,0 +1,148 @@
+#include <algorithm>
+#include <string>
+
+#include "assembler/arithmetic.h"
+#include "assembler/listing.h"
+#include "assembler/pass.h"
+
+namespace bw::assembler {
+
+void Pass::Finish() {
+    ResolveBanks();
+    ResolveDeferred();
+    CheckGuesses();
+    ApplyFixups();
+    SettleBanks();
+    CheckBanks();
+}
+
+std::uint32_t Pass::BankCount() const {
+    return header_.prg * 2U + header_.chr;
+}
+
+void Pass::ResolveBanks() {
+    for (const UnknownBank& unknown : unknownBanks_) {
+        const ExpressionValue value = names_.Evaluate(unknown.from, Forward::Resolve);
+        if (!value.Known()) {
+            Report(unknown.from, value);
+            continue;
+        }
+        bankUses_.push_back({value.value, unknown.from.place});
+        if (value.value >= 0 && value.value < kBankCountLimit) {
+            names_.unknownBanks[static_cast<std::size_t>(unknown.slot - kBankCountLimit)] =
+                static_cast<std::int32_t>(value.value);
+        }
+    }
+}
+
+// Computes the names that were defined by names further down. A walk from the first one on makes
+// short work of long chains in one direction, a walk back of those in the other.
+void Pass::ResolveDeferred() {
+    const auto resolve = [this](Symbol& symbol, bool report) {
+        if (symbol.state != SymbolState::Deferred) return;
+        const ExpressionPlace from = names_.deferred[static_cast<std::size_t>(symbol.value)];
+        const std::int64_t index = symbol.value;
+        symbol.state = SymbolState::Resolving;
+        const ExpressionValue value = names_.Evaluate(from, Forward::Resolve);
+        symbol.state = SymbolState::Deferred;
+        symbol.value = index;
+        if (value.Known()) {
+            symbol.state = SymbolState::Defined;
+            symbol.value = value.value;
+        } else if (report) {
+            symbol.state = SymbolState::Failed;
+            Report(from, value);
+        }
+    };
+    for (Symbol* symbol : deferredSymbols_)
+        resolve(*symbol, false);
+    std::for_each(deferredSymbols_.rbegin(), deferredSymbols_.rend(),
+                  [&resolve](Symbol* symbol) { resolve(*symbol, true); });
+}
+
+void Pass::CheckGuesses() {
+    for (const Guess& guess : names_.guesses) {
+        const bool same =
+            guess.symbol->state == SymbolState::Defined && guess.symbol->value == guess.value;
+        if (!same) needsAnother_ = true;
+    }
+    for (const Symbol* symbol : names_.missing) {
+        if (symbol->state == SymbolState::Defined) needsAnother_ = true;
+    }
+}
+
+void Pass::ApplyFixups() {
+    for (const Fixup& fixup : fixups_) {
+        ExpressionValue value;
+        if (fixup.name != nullptr && fixup.name->state == SymbolState::Defined) {
+            value.value = fixup.name->value;
+        } else {
+            value = names_.Evaluate(fixup.from, Forward::Resolve);
+        }
+        if (!value.Known()) {
+            Report(fixup.from, value);
+            continue;
+        }
+        std::uint8_t bytes[2] = {0, 0};
+        if (const char* error = Store(fixup.kind, value.value, fixup.from.location, bytes)) {
+            diagnostics_.Error(fixup.from.place, error, std::to_string(value.value));
+        }
+        const bool wide = fixup.kind == ValueKind::Word || fixup.kind == ValueKind::Absolute;
+        const std::uint32_t size = wide ? 2 : 1;
+        if (fixup.offset + size > kBankSize) continue;  // reported as an overflow
+        std::copy_n(bytes, size, image_.At(fixup.slot, fixup.offset));
+    }
+}
+
+void Pass::SettleBanks() {
+    for (const UnknownBank& unknown : unknownBanks_) {
+        const std::int32_t bank =
+            names_.unknownBanks[static_cast<std::size_t>(unknown.slot - kBankCountLimit)];
+        if (bank != kNoBank && !image_.Settle(unknown.slot, bank)) needsAnother_ = true;
+    }
+}
+
+void Pass::CheckBanks() {
+    for (const BankUse& use : bankUses_) {
+        if (use.bank >= 0 && use.bank < BankCount()) continue;
+        diagnostics_.Error(use.place, "Bank index out of range! limit is: " +
+                                          std::to_string(std::int64_t{BankCount()} - 1));
+    }
+}
+
+void Pass::ReportUnsettled() {
+    for (const Guess& guess : names_.guesses) {
+        if (guess.symbol->state == SymbolState::Defined && guess.symbol->value == guess.value) {
+            continue;
+        }
+        diagnostics_.Error(guess.symbol->place, "Phase error: the value changes with its own use!",
+                           guess.symbol->name);
+        return;
+    }
+    diagnostics_.Error({.sequence = sequence_}, "Phase error: locations do not settle!");
+}
+
+// iNES header, 16 bytes. Source: NESdev wiki, "INES".
+void Pass::WriteHeader(std::vector<std::uint8_t>& rom) const {
+    std::fill_n(rom.begin(), kHeaderSize, std::uint8_t{0});
+    constexpr std::uint8_t kMagic[] = {'N', 'E', 'S', 0x1A};
+    std::copy(std::begin(kMagic), std::end(kMagic), rom.begin());
+    rom[4] = header_.prg;
+    rom[5] = header_.chr;
+    rom[6] = static_cast<std::uint8_t>((header_.mapper & 0x0F) << 4 | header_.mirroring);
+    rom[7] = static_cast<std::uint8_t>(header_.mapper & 0xF0);
+}
+
+AssemblyResult Pass::TakeResult() {
+    AssemblyResult result;
+    result.errorCount = diagnostics_.ErrorCount();
+    result.diagnostics = diagnostics_.Take();
+    if (options_.listing) result.listing = RenderListing(listed_, files_, image_, names_);
+    if (!result.Ok()) return result;
+    if (options_.symbols) result.symbols = RenderSymbols(names_);
+    result.rom = image_.Take(BankCount());
+    WriteHeader(result.rom);
+    return result;
+}
+
+}  // namespace bw::assembler

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace bw::nesasm {
+
+enum class Action { Assemble, Help, Version, UsageError };
+
+// What the words of the command line ask for.
+struct CommandLine {
+    Action action = Action::Assemble;
+    std::string source;
+    std::string output;   // the source with the extension .nes, if not named
+    std::string listing;  // empty: none
+    std::string symbols;  // empty: none
+    std::string error;    // what is wrong, at UsageError
+};
+
+CommandLine ParseCommandLine(std::span<const std::string_view> words);
+
+std::string HelpText();
+
+// The path with the extension of its last part replaced by .nes, or with .nes added if it has none.
+std::string DefaultOutput(std::string_view source);
+
+}  // namespace bw::nesasm
