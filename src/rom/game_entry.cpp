@@ -24,7 +24,7 @@ void SetHeaderState(GameEntry& entry, size_t arrived) {
 }
 
 void ReadHeader(GameEntry& entry, const std::filesystem::path& file) {
-    const std::optional<ImageFile> image = ImageFile::Open(file);
+    const std::optional<File> image = OpenImage(file);
     SetHeaderState(entry, image ? image->ReadAt(0, entry.header.bytes).value_or(0) : 0);
 }
 

@@ -1,5 +1,4 @@
-// Game images on disk: opening one, and finding those of a folder. One implementation for POSIX
-// systems, one with the standard library's means for others.
+// Game images on disk: opening one, finding those of a folder, and reading the starts of many.
 #pragma once
 
 #include <cstddef>
@@ -8,39 +7,22 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "support/files.h"
 
 namespace bw {
 
-// An image opened for reading. Only regular files open: a folder, a pipe or a device counts as a
-// file that can't be opened, and opening one doesn't wait for its other end.
-class ImageFile {
-  public:
-    static std::optional<ImageFile> Open(const std::filesystem::path& path);
-    ImageFile(ImageFile&& other) noexcept;
-    ImageFile& operator=(ImageFile&&) = delete;
-    ~ImageFile();
+// An image for reading. Only regular files open: a folder, a pipe or a device counts as a file
+// that can't be opened, and nothing waits for its other end.
+std::optional<File> OpenImage(const std::filesystem::path& path);
 
-    // Bytes; the size at the time of opening.
-    uint64_t Size() const { return size_; }
-    // The number of bytes that arrived: fewer than asked for at the file's end or at an error in
-    // the middle; nothing if the first byte can't be read.
-    std::optional<size_t> ReadAt(uint64_t offset, std::span<uint8_t> buffer) const;
-
-  private:
-    ImageFile() = default;
-    int descriptor_ = -1;  // POSIX
-    File file_;            // elsewhere
-    uint64_t size_ = 0;
-};
-
-// The images of a folder tree, in order of path.
+// The images of a folder tree, in order of path, component by component.
 struct FolderImages {
     struct Image {
         uint32_t folder;   // index into `folders`
-        std::string name;  // UTF-8, or the bytes of a POSIX file name
+        std::string name;  // a POSIX file name, or UTF-8
     };
     std::vector<std::filesystem::path> folders;  // each begins with the path that was searched
     std::vector<Image> images;
@@ -52,7 +34,7 @@ struct FolderImages {
 // folders below `folder` are not followed. Folders that can't be read are left out.
 FolderImages ListImages(const std::filesystem::path& folder);
 
-// Reads the starts of images that lie together without opening each by its whole path. One object
+// Reads the starts of images that lie together, without opening each by its whole path. One object
 // per thread.
 class HeaderReader {
   public:
@@ -67,7 +49,17 @@ class HeaderReader {
   private:
     const FolderImages& images_;
     std::optional<uint32_t> openFolder_;
-    int descriptor_ = -1;  // of that folder
+    int descriptor_ = -1;  // of that folder, on POSIX systems
 };
+
+// What the search needs of the system. Names are as in FolderImages.
+struct FolderItem {
+    std::string name;
+    bool isFolder;
+};
+// The folders and the images of one folder, in any order; nothing if it can't be read.
+std::vector<FolderItem> ReadFolder(const std::filesystem::path& folder);
+std::filesystem::path NamePath(const std::string& name);
+bool HasImageExtension(std::string_view name);
 
 }  // namespace bw

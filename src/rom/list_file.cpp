@@ -50,7 +50,7 @@ bool IsAbsoluteElsewhere(std::u16string_view path) {
 // The path below `base` as written, or where that names no file, with the separators of a list
 // that was written on Windows turned round.
 std::filesystem::path Locate(const std::u16string& path, const std::filesystem::path& base) {
-    const std::filesystem::path asWritten = AbsolutePath(TextPath(path), base);
+    std::filesystem::path asWritten = AbsolutePath(TextPath(path), base);
     if (path.find(u'\\') == std::u16string::npos || NamesFile(asWritten)) return asWritten;
     std::u16string turned = path;
     std::ranges::replace(turned, u'\\', u'/');

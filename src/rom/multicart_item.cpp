@@ -17,7 +17,7 @@ namespace {
 using ReadBuffer = std::array<uint8_t, 65536>;
 
 // The CRC of `size` bytes at `offset`; what the file doesn't have counts as 0xFF.
-uint32_t CrcOfFile(const ImageFile& file, uint64_t offset, uint32_t size, ReadBuffer& buffer) {
+uint32_t CrcOfFile(const File& file, uint64_t offset, uint32_t size, ReadBuffer& buffer) {
     uint32_t crc = 0;
     bool atEnd = false;
     while (size > 0) {
@@ -42,13 +42,13 @@ uint64_t MulticartItem::AnnouncedSize() const {
 
 bool MulticartItem::Load(const std::filesystem::path& file) {
     path = file;
-    const std::optional<ImageFile> image = ImageFile::Open(path);
+    const std::optional<File> image = OpenImage(path);
     if (!image) return false;
     InesHeader header;
     if (!image->ReadAt(0, header.bytes) || !header.HasMagic()) return false;
 
     name = NameWithoutExtension(PathText(path));
-    fileSize = image->Size();
+    fileSize = image->Size().value_or(0);
     headerSize = kInesHeaderSize;
     trainerSize = header.Trainer() ? kTrainerSize : 0;
     mapper = header.Mapper();
