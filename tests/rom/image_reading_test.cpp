@@ -1,0 +1,220 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "rom/crc32.h"
+#include "rom/game_entry.h"
+#include "rom/multicart_item.h"
+#include "temp_folder.h"
+
+namespace bw {
+namespace {
+
+using test::Header;
+using test::TempFolder;
+
+// Bit by bit, as the polynomial division reads.
+uint32_t SlowCrc(std::string_view bytes) {
+    uint32_t crc = 0xFFFFFFFF;
+    for (const char byte : bytes) {
+        crc ^= static_cast<uint8_t>(byte);
+        for (int bit = 0; bit < 8; ++bit)
+            crc = crc >> 1 ^ ((crc & 1) != 0 ? 0xEDB88320 : 0);
+    }
+    return ~crc;
+}
+
+// Bytes that differ from place to place, so that a shifted read shows.
+std::string Data(size_t size, uint32_t seed) {
+    std::string data(size, '\0');
+    for (char& byte : data) {
+        seed = seed * 1664525 + 1013904223;
+        byte = static_cast<char>(seed >> 24);
+    }
+    return data;
+}
+
+std::string Ones(size_t size) {
+    return std::string(size, '\xFF');
+}
+
+TEST(Crc32, IsThePublishedOneAndContinues) {
+    const std::string text = "123456789";
+    const std::span bytes(reinterpret_cast<const uint8_t*>(text.data()), text.size());
+    EXPECT_EQ(Crc32(bytes), 0xCBF43926u);
+    EXPECT_EQ(Crc32(bytes.subspan(4), Crc32(bytes.first(4))), 0xCBF43926u);
+    EXPECT_EQ(Crc32({}), 0u);
+    EXPECT_EQ(Crc32({}, 0xCBF43926u), 0xCBF43926u);
+}
+
+TEST(GameEntry, TellsHowMuchOfTheHeaderArrived) {
+    const TempFolder folder;
+    struct Case {
+        const char* name;
+        std::string bytes;
+        bool headerRead, valid;
+        uint32_t prg;
+    };
+    const Case cases[] = {
+        {"whole.nes", Header({2, 1}) + Data(100, 1), true, true, 2},
+        {"header only.nes", Header({2, 1}), true, true, 2},
+        {"no prg.nes", Header({0, 1}), true, false, 0},
+        {"nes20.nes", Header({2, 1, 0, 8, 0, 0x11}), true, true, 0x102},
+        {"15 bytes.nes", Header({2, 1}).substr(0, 15), false, true, 2},
+        {"magic only.nes", "NES\x1A", false, false, 0},
+        {"empty.nes", "", false, false, 0},
+        {"unif.nes", "UNIF" + std::string(40, '\1'), true, false, 1},
+    };
+    for (const Case& c : cases) {
+        const GameEntry entry(folder.Write(c.name, c.bytes));
+        EXPECT_EQ(entry.headerRead, c.headerRead) << c.name;
+        EXPECT_EQ(entry.HasValidHeader(), c.valid) << c.name;
+        EXPECT_EQ(entry.header.PrgCount(), c.prg) << c.name;
+        EXPECT_FALSE(entry.checked);
+    }
+    const GameEntry missing(folder / "missing.nes");
+    EXPECT_FALSE(missing.headerRead || missing.HasValidHeader() || missing.coolboySupported);
+    EXPECT_TRUE(missing.header.HasMagic());
+    EXPECT_EQ(missing.name, u"missing");
+}
+
+TEST(GameEntry, NameLosesTheLastExtensionOnly) {
+    const std::pair<const char16_t*, const char16_t*> cases[] = {
+        {u"roms/Game.v1.nes", u"Game.v1"},
+        {u"roms.d/Game", u"Game"},
+        {u"Game.", u"Game"},
+        {u".nes", u""},
+        {u"roms/", u""},
+        {u"游戏.nes", u"游戏"},
+    };
+    for (const auto& [path, name] : cases) {
+        const GameEntry entry{std::u16string(path)};
+        EXPECT_EQ(entry.name, name);
+        EXPECT_EQ(entry.path, path);
+    }
+}
+
+struct DeepCase {
+    const char* name;
+    std::string bytes;
+    uint32_t prgCount, chrCount;
+    std::string prg, chr;  // as they count
+};
+
+TEST(MulticartItem, SizesAndCrcOfWholeAndTruncatedImages) {
+    const TempFolder folder;
+    const std::string prg = Data(32768, 1);
+    const std::string chr = Data(8192, 2);
+    const std::string longPrg = Data(200000, 3);
+    const DeepCase cases[] = {
+        {"whole", Header({2, 1}) + prg + chr, 2, 1, prg, chr},
+        {"longer than announced", Header({2, 1}) + prg + chr + "tail", 2, 1, prg, chr},
+        {"trainer", Header({2, 1, 4}) + Data(512, 9) + prg + chr, 2, 1, prg, chr},
+        {"no CHR", Header({2, 0}) + prg, 2, 0, prg, ""},
+        {"header only", Header({2, 1}), 2, 1, Ones(32768), Ones(8192)},
+        {"ends in CHR", Header({2, 1}) + prg + chr.substr(0, 5), 2, 1, prg,
+         chr.substr(0, 5) + Ones(8187)},
+        {"ends in a long PRG", Header({16, 1}) + longPrg, 16, 1, longPrg + Ones(62144), Ones(8192)},
+        {"byte 9 doesn't count", Header({2, 1, 0, 8, 0, 0x11}) + prg + chr, 2, 1, prg, chr},
+        {"short header", Header({2, 1}).substr(0, 5), 2, 0, Ones(32768), ""},
+        {"magic only", "NES\x1A", 0, 0, "", ""},
+        // What doesn't arrive keeps its preset, the magic included.
+        {"empty", "", 0, 0, "", ""},
+    };
+    for (const DeepCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        MulticartItem item;
+        ASSERT_TRUE(item.Load(folder.Write(c.name, c.bytes)));
+        EXPECT_EQ(item.valid, 1);
+        EXPECT_EQ(item.headerSize, 16u);
+        EXPECT_EQ(item.prgCount, c.prgCount);
+        EXPECT_EQ(item.prgUnits, c.prgCount);
+        EXPECT_EQ(item.prgBytes, c.prg.size());
+        EXPECT_EQ(item.prgSpan, c.prg.size());
+        EXPECT_EQ(item.chrCount, c.chrCount);
+        EXPECT_EQ(item.chrUnits, c.chrCount);
+        EXPECT_EQ(item.chrBytes, c.chr.size());
+        EXPECT_EQ(item.chrSpan, c.chr.size());
+        EXPECT_EQ(item.prgCrc, SlowCrc(c.prg));
+        EXPECT_EQ(item.chrCrc, SlowCrc(c.chr));
+        EXPECT_EQ(item.fileSize, c.bytes.size());
+        EXPECT_EQ(item.AnnouncedSize(), 16u + item.trainerSize + c.prg.size() + c.chr.size());
+    }
+}
+
+TEST(MulticartItem, FlagsComeFromTheirBits) {
+    const TempFolder folder;
+    for (int bit = 0; bit < 4; ++bit) {
+        MulticartItem item;
+        ASSERT_TRUE(item.Load(folder.Write("a.b.nes", Header({1, 0, 0xA0 | 1 << bit, 0x48, 3}))));
+        EXPECT_EQ(item.mirroring, bit == 0);
+        EXPECT_EQ(item.battery, bit == 1);
+        EXPECT_EQ(item.trainer, bit == 2);
+        EXPECT_EQ(item.trainerSize, bit == 2 ? 512u : 0u);
+        EXPECT_EQ(item.fourScreen, bit == 3);
+        EXPECT_EQ(item.mapper, 0x34Au);
+        EXPECT_EQ(item.name, u"a.b");
+    }
+}
+
+TEST(MulticartItem, AFailedLoadChangesThePathOnly) {
+    const TempFolder folder;
+    MulticartItem menu;
+    menu.isMenu = 1;
+    menu.name = u"menu";
+    menu.SetPrgCount(8);
+    menu.SetPrgUnits(16);
+    for (const auto& path : {folder / "missing", folder.Write("unif", "UNIF" + Data(100, 1)),
+                             folder.Write("short", "NEX"), folder.Path()}) {
+        SCOPED_TRACE(path);
+        EXPECT_FALSE(menu.Load(path));
+        EXPECT_EQ(menu.path, path);
+        EXPECT_EQ(menu.valid, 0);
+        EXPECT_EQ(menu.name, u"menu");
+        EXPECT_EQ(menu.prgBytes, 8u * 16384);
+        EXPECT_EQ(menu.prgSpan, 16u * 16384);
+        EXPECT_EQ(menu.headerSize, 0u);
+    }
+    // A later success writes the sizes and leaves what the image says nothing of.
+    EXPECT_TRUE(menu.Load(folder.Write("menu.nes", Header({2, 1}))));
+    EXPECT_EQ(menu.isMenu, 1);
+    EXPECT_EQ(menu.prgSpan, 2u * 16384);
+}
+
+TEST(MulticartItem, PipesDevicesAndFoldersAreRefusedAtOnce) {
+    const TempFolder folder;
+    const auto pipe = folder / "pipe.nes";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    for (const std::filesystem::path& path :
+         {pipe, folder.Path(), std::filesystem::path("/dev/zero"),
+          std::filesystem::path("/dev/null")}) {
+        SCOPED_TRACE(path);
+        MulticartItem item;
+        EXPECT_FALSE(item.Load(path));
+        EXPECT_FALSE(GameEntry(path).headerRead);
+    }
+}
+
+TEST(LoadMulticartItems, KeepsTheOrderAndMarksWhatFailed) {
+    const TempFolder folder;
+    std::vector<std::filesystem::path> paths;
+    for (int i = 0; i < 50; ++i) {
+        const std::string name = std::to_string(i);
+        paths.push_back(i % 10 == 3 ? folder / name
+                                    : folder.Write(name, Header({1 + i % 3}) + Data(50000, 7)));
+    }
+    const std::vector<MulticartItem> items = LoadMulticartItems(paths);
+    ASSERT_EQ(items.size(), paths.size());
+    for (size_t i = 0; i < items.size(); ++i) {
+        SCOPED_TRACE(i);
+        MulticartItem alone;
+        EXPECT_EQ(alone.Load(paths[i]), items[i].valid == 1);
+        EXPECT_EQ(items[i].path, paths[i]);
+        EXPECT_EQ(items[i].prgCount, alone.prgCount);
+        EXPECT_EQ(items[i].prgCrc, alone.prgCrc);
+        EXPECT_EQ(items[i].valid, i % 10 != 3);
+    }
+}
+
+}  // namespace
+}  // namespace bw
