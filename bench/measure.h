@@ -1,0 +1,84 @@
+// What the benchmark programs share: timing two sides in turn, and saying the result.
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <unistd.h>
+
+namespace bench {
+
+// Milliseconds.
+template <typename Work>
+double Time(const Work& work) {
+    using Clock = std::chrono::steady_clock;
+    const auto start = Clock::now();
+    work();
+    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+inline double Median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    const size_t middle = values.size() / 2;
+    return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+}
+
+struct Pair {
+    double ours = 0;  // medians, milliseconds
+    double bare = 0;
+};
+
+// Runs both sides in turn, the first of each round changing, so that a slow moment of the machine
+// falls on both.
+template <typename Ours, typename Bare, typename Before>
+Pair InTurn(int rounds, const Ours& ours, const Bare& bare, const Before& before) {
+    std::vector<double> oursTimes;
+    std::vector<double> bareTimes;
+    const auto runOurs = [&] {
+        before();
+        oursTimes.push_back(Time(ours));
+    };
+    const auto runBare = [&] {
+        before();
+        bareTimes.push_back(Time(bare));
+    };
+    for (int round = 0; round < rounds; ++round) {
+        if (round % 2 == 0) runOurs();
+        runBare();
+        if (round % 2 != 0) runOurs();
+    }
+    return {Median(oursTimes), Median(bareTimes)};
+}
+
+inline void Report(std::string_view what, const Pair& pair) {
+    std::printf("%-44.*s ours %9.2f ms   bare %9.2f ms   ours/bare %5.2f   bare/ours %5.2f\n",
+                static_cast<int>(what.size()), what.data(), pair.ours, pair.bare,
+                pair.ours / pair.bare, pair.bare / pair.ours);
+}
+
+// A folder of its own below `parent` (or the system's folder for such), gone at the end.
+class ScratchFolder {
+  public:
+    explicit ScratchFolder(std::string_view name, const std::filesystem::path& parent = {}) {
+        const auto base = parent.empty() ? std::filesystem::temp_directory_path() : parent;
+        path_ = base / (std::string(name) + "-" + std::to_string(getpid()));
+        std::filesystem::create_directories(path_);
+    }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+    ~ScratchFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    const std::filesystem::path& Path() const { return path_; }
+
+  private:
+    std::filesystem::path path_;
+};
+
+}  // namespace bench
