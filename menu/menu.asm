@@ -1156,14 +1156,20 @@ GetCursorPosY:
 
     .IF CUSTOM_MENU_ENABLE
 
-; SpritePut: writes the byte in A to the sprite page at offset Y and moves Y on. Clobbers nothing.
-SpritePut:
-    STA SPRITES_ADDR,Y
+; The routines below take and give the write offset in the sprite page in Y. It is always that of a
+; whole sprite, so the page wraps between sprites only.
+
+; NextSprite: moves the write offset on by one sprite. Clobbers nothing.
+NextSprite:
+    DEC <Sprite_Count
+    INY
+    INY
+    INY
     INY
     RTS
 
 ; SetCustomSpriteTile: copies the design's sprites to the sprite page. Leaves their bank at $A000.
-; Takes and gives the write offset in Y. Clobbers A, X.
+; Clobbers A, X.
 SetCustomSpriteTile:
     .IF SPRITE_TILE_SHOWN > 0
     LDA #SPRITE_TILE_BANK & BANK_DATA_MASK
@@ -1171,14 +1177,14 @@ SetCustomSpriteTile:
     LDX #0
 .Sprite:
     LDA SPRITE_TILE_ADDR,X
-    JSR SpritePut
+    STA SPRITES_ADDR,Y
     LDA SPRITE_TILE_ADDR + 1,X
-    JSR SpritePut
+    STA SPRITES_ADDR + 1,Y
     LDA SPRITE_TILE_ADDR + 2,X
-    JSR SpritePut
+    STA SPRITES_ADDR + 2,Y
     LDA SPRITE_TILE_ADDR + 3,X
-    JSR SpritePut
-    DEC <Sprite_Count
+    STA SPRITES_ADDR + 3,Y
+    JSR NextSprite
     INX
     INX
     INX
@@ -1191,7 +1197,7 @@ SetCustomSpriteTile:
 
     .IF BIG_CURSOR
 ; SetBigCursorArrow: puts the cursor's sprites beside the selected row, which FC_Data_Tmp gives.
-; Takes and gives the write offset in Y. Clobbers A, X and FC_Data_Cnt.
+; Clobbers A, X and FC_Data_Cnt.
 SetBigCursorArrow:
     LDA #0                      ; how many of the four entries are in use
     STA <FC_Data_Cnt
@@ -1222,14 +1228,14 @@ SetBigCursorArrow:
 .Hidden:
     LDA #SPRITE_HIDDEN
 .Place:
-    JSR SpritePut
+    STA SPRITES_ADDR,Y
     LDA Big_Cursor_Data + 1,X
-    JSR SpritePut
+    STA SPRITES_ADDR + 1,Y
     LDA Big_Cursor_Data + 2,X
-    JSR SpritePut
+    STA SPRITES_ADDR + 2,Y
     LDA Big_Cursor_Data + 3,X
-    JSR SpritePut
-    DEC <Sprite_Count
+    STA SPRITES_ADDR + 3,Y
+    JSR NextSprite
     INX
     INX
     INX
@@ -1240,35 +1246,32 @@ SetBigCursorArrow:
     RTS
     .ELSE
 ; SetSmallCursorArrow: puts the cursor sprite beside the selected row, which FC_Data_Tmp gives.
-; Takes and gives the write offset in Y. Clobbers A.
+; Clobbers A.
 SetSmallCursorArrow:
     LDA <FC_Data_Tmp
     CLC
     ADC #CURSOR_ARROW_Y
-    JSR SpritePut
+    STA SPRITES_ADDR,Y
     LDA #CURSOR_ARROW_TILE
-    JSR SpritePut
+    STA SPRITES_ADDR + 1,Y
     LDA #CURSOR_ARROW_MODE
-    JSR SpritePut
+    STA SPRITES_ADDR + 2,Y
     LDA #CURSOR_ARROW_X
-    JSR SpritePut
-    DEC <Sprite_Count
-    RTS
+    STA SPRITES_ADDR + 3,Y
+    JMP NextSprite
     .ENDIF
 
-; ResetSpriteData: hides the sprites that are left of the 64.
-; Takes and gives the write offset in Y. Clobbers A.
+; ResetSpriteData: hides the sprites that are left of the 64. Clobbers A.
 ResetSpriteData:
     LDA <Sprite_Count
     BEQ .Return
     LDA #SPRITE_HIDDEN
-    JSR SpritePut
+    STA SPRITES_ADDR,Y
+    STA SPRITES_ADDR + 3,Y
     LDA #0
-    JSR SpritePut
-    JSR SpritePut
-    LDA #SPRITE_HIDDEN
-    JSR SpritePut
-    DEC <Sprite_Count
+    STA SPRITES_ADDR + 1,Y
+    STA SPRITES_ADDR + 2,Y
+    JSR NextSprite
     JMP ResetSpriteData
 .Return:
     RTS
