@@ -82,23 +82,27 @@ VisibleText Visible(const TextItem& item) {
     return {text.substr(hidden, kScreenColumns - column), column};
 }
 
+// Where a place on the screen lies in the name table.
+size_t Cell(size_t column, int32_t row) {
+    return static_cast<size_t>(row) * kScreenColumns + column;
+}
+
 std::string NameTable(const DesignStore& store) {
-    std::string cells(static_cast<size_t>(kScreenColumns * kScreenRows), '\0');
-    const auto row = [&](int32_t y) { return cells.begin() + y * kScreenColumns; };
+    std::string cells(Cell(0, kScreenRows), '\0');
     for (const TileItem& item : store.BkgTileList) {
         const bool onScreen =
             item.X >= 0 && item.X < kScreenColumns && item.Y >= 0 && item.Y < kScreenRows;
-        if (onScreen) row(item.Y)[item.X] = static_cast<char>(item.Tile);
+        if (onScreen)
+            cells[Cell(static_cast<size_t>(item.X), item.Y)] = static_cast<char>(item.Tile);
     }
     for (const TextItem& item : store.CustomText) {
         const VisibleText visible = Visible(item);
-        if (visible.text.empty()) continue;
-        auto cell = row(item.Y) + static_cast<std::ptrdiff_t>(visible.column);
+        size_t column = visible.column;
         for (const char byte : ToSingleByte(visible.text)) {
             // A space lets the tile below show through.
             const uint8_t tile = store.CharMapData[static_cast<uint8_t>(byte)];
-            if (byte != ' ') *cell = static_cast<char>(tile);
-            ++cell;
+            if (byte != ' ') cells[Cell(column, item.Y)] = static_cast<char>(tile);
+            ++column;
         }
     }
     return cells;

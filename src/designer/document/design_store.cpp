@@ -59,12 +59,12 @@ void LoadArrowTile(DesignStore& store, const SettingsStore& settings) {
 // what menus built before the designer was first opened have always shown. 64 bits, since a
 // stored position may be any number.
 std::vector<TileItem> DefaultLargeCursor(const TileItem& arrow) {
-    std::vector<TileItem> items;
-    for (const uint8_t tile : kLargeCursorTiles) {
-        items.push_back({.Index = static_cast<uint32_t>(items.size()),
-                         .X = ForcedX(int64_t{arrow.X} * 8 - 18),
-                         .Y = ForcedY(int64_t{arrow.Y} * 8 - 4),
-                         .Tile = tile});
+    const TileItem corner{.X = ForcedX(int64_t{arrow.X} * 8 - 18),
+                          .Y = ForcedY(int64_t{arrow.Y} * 8 - 4)};
+    std::vector<TileItem> items(kLargeCursorTiles.size(), corner);
+    for (size_t i = 0; i < items.size(); ++i) {
+        items[i].Index = static_cast<uint32_t>(i);
+        items[i].Tile = kLargeCursorTiles[i];
     }
     return items;
 }

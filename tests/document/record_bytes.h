@@ -1,0 +1,48 @@
+// Stored records for tests, written byte by byte.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace bw {
+
+using Bytes = std::vector<uint8_t>;
+
+inline void Append32(Bytes& bytes, uint32_t value) {
+    for (int shift = 0; shift < 32; shift += 8)
+        bytes.push_back(static_cast<uint8_t>(value >> shift));
+}
+
+inline void AppendTile(Bytes& bytes, int32_t x, int32_t y, uint8_t tile) {
+    Append32(bytes, 77);  // Index
+    Append32(bytes, static_cast<uint32_t>(x));
+    Append32(bytes, static_cast<uint32_t>(y));
+    Append32(bytes, 1);  // Selected
+    bytes.insert(bytes.end(), {tile, 2, 5, 0xEE});
+}
+
+struct TextRecord {
+    uint32_t type = 6;
+    int32_t x = 0;
+    int32_t y = 0;
+    std::u16string_view text;
+    uint32_t textBytes = static_cast<uint32_t>(2 * text.size());
+    uint32_t size = static_cast<uint32_t>(2 * text.size() + 20);
+};
+
+inline void AppendText(Bytes& bytes, const TextRecord& record) {
+    Append32(bytes, record.type);
+    Append32(bytes, 0xCCCCCCCC);  // never written
+    Append32(bytes, 1);
+    Append32(bytes, record.size);
+    Append32(bytes, static_cast<uint32_t>(record.x));
+    Append32(bytes, static_cast<uint32_t>(record.y));
+    Append32(bytes, record.textBytes);
+    for (const char16_t unit : record.text) {
+        bytes.insert(bytes.end(), {static_cast<uint8_t>(unit), static_cast<uint8_t>(unit >> 8)});
+    }
+    bytes.insert(bytes.end(), 8, uint8_t{0xCC});
+}
+
+}  // namespace bw
