@@ -1,0 +1,51 @@
+// What a build refuses, and the words for it. Every check gives the text to show, or nothing.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "builder/bank_layout.h"
+#include "builder/build_settings.h"
+#include "support/language.h"
+
+namespace bw {
+
+// What a board can hold.
+struct BoardLimit {
+    uint32_t romBytes;
+    uint32_t games;
+};
+BoardLimit LimitOf(BoardType board);
+
+// How many 8 KB banks the menu has for each of the generated tables.
+struct BankLimits {
+    uint32_t names;
+    uint32_t data;
+    uint32_t finalData;
+};
+BankLimits BankLimitsOf(uint32_t menuPrgUnits);
+
+using CheckText = std::optional<std::u16string>;
+
+// Tables that don't fit the menu.
+CheckText CheckTableBanks(const BankLimits& used, uint32_t menuPrgUnits, Language language);
+
+// Games that the board can't run; a line for each, 20 at most.
+CheckText CheckGames(std::span<const MulticartItem> items, BoardType board, Language language);
+
+// A ROM that is too big, or too many games.
+CheckText CheckRomLimits(const LayoutResult& layout, BoardType board, Language language);
+
+// A menu program that no board starts: not valid, with CHR ROM, or of a wrong size.
+CheckText CheckMenu(const MulticartItem& menu, Language language);
+
+// Names that would be drawn below the screen's last row, and looks that have no place for them.
+CheckText CheckScreenRows(const BuildSettings& settings, uint32_t itemPpuAddr, size_t games,
+                          Language language);
+
+// Games whose shared data can't serve both; see FindLayoutConflict.
+CheckText CheckConflicts(const LayoutResult& layout, Language language);
+
+}  // namespace bw

@@ -1,0 +1,402 @@
+#include "builder/build_driver.h"
+
+#include <utility>
+
+#include "builder/build_checks.h"
+#include "builder/menu_assembler.h"
+#include "builder/menu_tables.h"
+#include "builder/reports.h"
+#include "builder/resources.h"
+#include "builder/rom_writer.h"
+#include "support/files.h"
+#include "support/paths.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+constexpr int kTipsTitle = 146;
+constexpr int kErrorTitle = 147;
+constexpr int kWarnTitle = 169;
+constexpr uint32_t kCoolgirlMenuUnits = 8;  // the built-in menu is always 128 KB there
+constexpr size_t kReadBatch = 256;          // games between two steps of the progress
+
+// What builds and exports share: the user's words, and the games.
+class BuildBase {
+  public:
+    explicit BuildBase(const BuildContext& context)
+        : context_(context), user_(context.user), language_(context.user.UiLanguage()) {}
+
+  protected:
+    std::u16string Text(int id) const { return LoadText(id, language_); }
+    void ShowError(std::u16string_view text) const {
+        user_.Message(text, Text(kErrorTitle), MessageKind::kError);
+    }
+    // True if the check has nothing to say; else the user has read it.
+    bool Passes(const CheckText& text) const {
+        if (text) {
+            ShowError(*text);
+        }
+        return !text;
+    }
+    void ShowFileFailure(const std::filesystem::path& file, const std::string& reason) const {
+        std::u16string text = Text(150) + u"\r\n" + PathText(file);
+        if (!reason.empty()) {
+            text += u": " + ToWide(reason);
+        }
+        ShowError(text);
+    }
+    void AskToShow(const std::filesystem::path& path) const {
+        if (user_.AskYesNo(Text(284), Text(kTipsTitle))) {
+            user_.ShowInFileManager(path);
+        }
+    }
+
+    // The deep reading of all checked games, numbered from 0. False if the user gave up.
+    bool ReadGames(NameRules rules) {
+        names_ = DisplayNames(context_.games, context_.settings.Numbers(), rules);
+        std::vector<std::filesystem::path> paths;
+        paths.reserve(names_.size());
+        for (const GameEntry& entry : context_.games) {
+            if (entry.checked) {
+                paths.push_back(TextPath(entry.path));
+            }
+        }
+        items_.reserve(paths.size());
+        for (size_t done = 0; done < paths.size(); done += kReadBatch) {
+            if (user_.Cancelled()) {
+                return false;
+            }
+            user_.Progress(BuildStage::kReadGames, done, paths.size(), names_[done]);
+            const auto batch =
+                std::span(paths).subspan(done).first(std::min(kReadBatch, paths.size() - done));
+            for (MulticartItem& item : LoadMulticartItems(batch)) {
+                item.index = static_cast<uint32_t>(items_.size());
+                items_.push_back(std::move(item));
+            }
+        }
+        return true;
+    }
+
+    // Rounds the sizes and refuses games that the board can't run.
+    bool PrepareGames(BoardType board) {
+        RoundChrUnits(items_);
+        if (!Passes(CheckGames(items_, board, language_))) {
+            return false;
+        }
+        if (board != BoardType::kCoolgirl) {
+            ApplyPrgMinimum(items_);
+        }
+        return true;
+    }
+
+    bool CountBanks(BoardType board, uint32_t menuPrgUnits, const std::filesystem::path& folder) {
+        banks_ =
+            CountTableBanks(names_, board, NameColumn(context_.settings, context_.design), folder);
+        return Passes(CheckTableBanks(banks_, menuPrgUnits, language_));
+    }
+
+    void LoadDesign() const { LoadDesignData(context_.design, context_.store, DefaultTileSet()); }
+
+    const BuildContext& context_;
+    BuildUser& user_;
+    Language language_;
+    std::vector<std::u16string> names_;
+    std::vector<MulticartItem> items_;
+    BankLimits banks_{};
+};
+
+class Export : BuildBase {
+  public:
+    Export(const BuildContext& context, ExportType type, uint32_t menuPrgUnits)
+        : BuildBase(context),
+          board_(type == ExportType::kCoolgirl ? BoardType::kCoolgirl : BoardType::kCoolboy),
+          menuPrgUnits_(menuPrgUnits) {}
+
+    bool Run(std::filesystem::path& folder, bool ask) {
+        if (!ReadGames(NameRules::kDesignerAndExport)) {
+            return false;
+        }
+        if (!folder.empty() && !WriteNameReport(names_, folder)) {
+            user_.Diagnostic("open file failed! game_list.txt in " + folder.string());
+        }
+        if (!PrepareGames(board_)) {
+            return false;
+        }
+        MulticartItem menu;
+        menu.SetPrgCount(menuPrgUnits_);
+        menu.SetPrgUnits(menuPrgUnits_);
+        LoadDesign();
+        if (!CountBanks(board_, menuPrgUnits_, folder)) {
+            return false;
+        }
+        if (ask) {
+            const std::optional<std::filesystem::path> chosen = user_.AskFolder(folder);
+            if (!chosen) {
+                return false;
+            }
+            folder = *chosen;
+        }
+        const LayoutResult layout = Allocate(menu, items_, board_);
+        const MenuTables tables{context_, names_, board_, menuPrgUnits_, folder};
+        user_.Progress(BuildStage::kWriteTables, 0, 1, u"");
+        WriteScreenFiles(tables);
+        std::vector<FinalDataRecord> unused;
+        if (!WriteMenuTables(tables, layout, banks_, unused)) {
+            ShowFileFailure(folder / "game_config.asm", {});
+            return false;
+        }
+        return true;
+    }
+
+  private:
+    BoardType board_;
+    uint32_t menuPrgUnits_;
+};
+
+class RomBuild : BuildBase {
+  public:
+    RomBuild(const BuildContext& context, BoardType board)
+        : BuildBase(context),
+          board_(board),
+          menuFolder_(context.workFolder / "menu"),
+          buildFolder_(menuFolder_ / "build") {}
+
+    BuildOutcome Run() {
+        LoadDesign();
+        MakeMenuItem();
+        BuildOutcome outcome;
+        // Tables that don't fit are refused before anything is written.
+        if (ReadGames(NameRules::kRomBuild) &&
+            CountBanks(board_, menu_.prgUnits, buildFolder_)) {
+            outcome.done = Build(outcome);
+            KeepWork();
+            RemoveFolder(context_.workFolder);
+        }
+        return outcome;
+    }
+
+  private:
+    bool ExternMenu() const { return context_.settings.ExternMenuEnable; }
+    bool ExternMenuIs(std::string_view extension) const {
+        return ExternMenu() && HasExtension(context_.settings.ExternMenuPath, extension);
+    }
+
+    void MakeMenuItem() {
+        uint32_t units = context_.settings.MenuSize;
+        if (!ExternMenu() && board_ == BoardType::kCoolgirl) {
+            units = kCoolgirlMenuUnits;
+        }
+        menu_.SetPrgCount(units);
+        menu_.SetPrgUnits(units);
+    }
+
+    bool Build(BuildOutcome& outcome) {
+        const std::optional<std::filesystem::path> unwritten = WriteResources(context_.workFolder);
+        if (items_.empty()) {
+            user_.Message(Text(149), Text(kTipsTitle), MessageKind::kTips);
+            return false;
+        }
+        if (!PrepareGames(board_) || !CheckScreen()) {
+            return false;
+        }
+        if (unwritten || !MakeFolders(buildFolder_)) {
+            ShowFileFailure(unwritten.value_or(buildFolder_), {});
+            return false;
+        }
+        if (ExternMenuIs("asm") && !AssembleExternMenu(context_.settings.MenuSize)) {
+            return false;
+        }
+        outcome.layout = Allocate(menu_, items_, board_);
+        if (!Passes(CheckRomLimits(outcome.layout, board_, language_)) ||
+            !WriteGeneratedFiles(outcome) || !GetMenu() || !Passes(CheckMenu(menu_, language_))) {
+            return false;
+        }
+        // The tables in the menu come from the first layout; this one has the real menu, and the
+        // same places as long as the menu's size is what it was.
+        outcome.layout = Allocate(menu_, items_, board_);
+        if (!Passes(CheckConflicts(outcome.layout, language_))) {
+            return false;
+        }
+        outcome.board = board_;
+        outcome.names = names_;
+        return WriteOutput(outcome);
+    }
+
+    bool CheckScreen() const {
+        return ExternMenu() ||
+               Passes(CheckScreenRows(context_.settings, context_.design.ItemPpuAddr, names_.size(),
+                                      language_));
+    }
+
+    bool WriteGeneratedFiles(BuildOutcome& outcome) {
+        user_.Progress(BuildStage::kWriteTables, 0, 1, u"");
+        const MenuTables tables{context_, names_, board_, menu_.prgCount, buildFolder_};
+        // The screen goes first, as in an export: it sets the caption whose length the
+        // configuration tells, and both roads then assemble to the same menu.
+        WriteScreenFiles(tables);
+        if (!WriteMenuTables(tables, outcome.layout, banks_, outcome.finalData)) {
+            ShowFileFailure(buildFolder_ / "game_config.asm", {});
+            return false;
+        }
+        DeleteFile(menuFolder_ / "menu.nes");
+        return true;
+    }
+
+    bool GetMenu() {
+        user_.Progress(BuildStage::kAssembleMenu, 0, 1, u"");
+        if (!ExternMenu()) {
+            return Assemble(menuFolder_ / "menu.asm", menuFolder_);
+        }
+        const std::filesystem::path& path = context_.settings.ExternMenuPath;
+        std::error_code error;
+        const bool exists = std::filesystem::is_regular_file(path, error);
+        if (exists && ExternMenuIs("asm")) {
+            return AssembleExternMenu(menu_.prgUnits);
+        }
+        if (exists && ExternMenuIs("nes")) {
+            menu_.Load(path);
+            return true;
+        }
+        ShowError(FormatText(Text(279), PathText(path)));
+        return false;
+    }
+
+    // Assembles a source and reads the ROM that it leaves beside itself. A ROM that isn't there
+    // leaves the menu invalid, which the menu check tells.
+    bool Assemble(const std::filesystem::path& source, const std::filesystem::path& folder) {
+        const AssemblyOutcome assembly =
+            RunAssembler(AssemblerPath(context_.workFolder), source, folder, language_);
+        if (!assembly.done) {
+            ShowError(assembly.output);
+            return false;
+        }
+        std::filesystem::path rom = source;
+        menu_.Load(rom.replace_extension(".nes"));
+        return true;
+    }
+
+    // A menu of the user's own is assembled against freshly exported tables in the folder "build"
+    // beside it. An export that fails has told the user why; the assembler then meets what it
+    // finds.
+    bool AssembleExternMenu(uint32_t menuPrgUnits) {
+        const std::filesystem::path& source = context_.settings.ExternMenuPath;
+        const std::filesystem::path folder = source.parent_path();
+        std::filesystem::path build = folder / "build";
+        MakeFolders(build);
+        const ExportType type =
+            board_ == BoardType::kCoolgirl ? ExportType::kCoolgirl : ExportType::kCoolboy;
+        ExportInfo(context_, type, menuPrgUnits, build, false);
+        return Assemble(source, folder);
+    }
+
+    bool WriteOutput(BuildOutcome& outcome) {
+        const std::optional<OutputChoice> choice = user_.AskOutput(context_.settings.LastBuildDir);
+        if (!choice) {
+            return false;
+        }
+        context_.store.RegWriteString(kMainKey, "LastBuildDir",
+                                      PathText(choice->path.parent_path()));
+        outcome.format = choice->format;
+        outcome.output = WithFormatExtension(choice->path, choice->format);
+        if (IsInput(outcome.output)) {
+            ShowError(
+                FormatText(language_ == Language::kChinese
+                               ? u"输出文件 %s 是本次制作的输入文件之一，请换一个文件名。"
+                               : u"The output %s is one of the files that the ROM is made of. "
+                                 u"Choose another name.",
+                           PathText(outcome.output)));
+            return false;
+        }
+        const std::optional<RomWriteProblem> problem =
+            WriteRom(outcome.layout, board_, outcome.format, outcome.output,
+                     [this](size_t done, size_t total, const MulticartItem& item) {
+                         user_.Progress(BuildStage::kWriteRom, done, total, item.name);
+                     });
+        if (problem) {
+            ShowFileFailure(problem->file, problem->reason);
+            return false;
+        }
+        AskToShow(outcome.output);
+        return true;
+    }
+
+    // Writing would replace a file that is still to be read.
+    bool IsInput(const std::filesystem::path& output) const {
+        std::error_code error;
+        if (!std::filesystem::exists(output, error)) {
+            return false;
+        }
+        const auto same = [&](const std::filesystem::path& path) {
+            return std::filesystem::equivalent(output, path, error) && !error;
+        };
+        return (ExternMenu() && same(context_.settings.ExternMenuPath)) ||
+               std::any_of(items_.begin(), items_.end(),
+                           [&](const MulticartItem& item) { return same(item.path); });
+    }
+
+    void KeepWork() const {
+        if (!context_.keepWork) {
+            return;
+        }
+        std::error_code error;
+        std::filesystem::create_directories(*context_.keepWork, error);
+        std::filesystem::copy(menuFolder_, *context_.keepWork,
+                              std::filesystem::copy_options::recursive |
+                                  std::filesystem::copy_options::overwrite_existing,
+                              error);
+        if (error) {
+            user_.Diagnostic("the work folder can't be kept in " + context_.keepWork->string() +
+                             ": " + error.message());
+        }
+    }
+
+    BoardType board_;
+    std::filesystem::path menuFolder_;
+    std::filesystem::path buildFolder_;
+    MulticartItem menu_;
+};
+
+}  // namespace
+
+bool MayStartBuild(const GameList& games, const std::atomic<bool>& taskBusy, BuildUser& user) {
+    const Language language = user.UiLanguage();
+    std::u16string text;
+    if (taskBusy) {
+        text = LoadText(194, language);
+    } else if (CountChecked(games) > kCheckedLimit) {
+        text = FormatText(LoadText(197, language), kCheckedLimit);
+    } else {
+        return true;
+    }
+    user.Message(text, LoadText(kWarnTitle, language), MessageKind::kWarning);
+    return false;
+}
+
+BuildOutcome BuildRom(const BuildContext& context, BoardType board, std::atomic<bool>& taskBusy) {
+    taskBusy = true;
+    BuildOutcome outcome = RomBuild(context, board).Run();
+    taskBusy = false;
+    return outcome;
+}
+
+bool ExportInfo(const BuildContext& context, ExportType type, uint32_t menuPrgUnits,
+                std::filesystem::path& folder, bool ask) {
+    return Export(context, type, menuPrgUnits).Run(folder, ask);
+}
+
+bool RunExport(const BuildContext& context) {
+    std::filesystem::path folder = context.settings.LastExportDir;
+    const auto type = static_cast<ExportType>(context.settings.ExportRomType != 0 ? 1 : 0);
+    if (!ExportInfo(context, type, context.settings.ExportMenuUnits(), folder, true)) {
+        return false;
+    }
+    context.store.RegWriteString(kMainKey, "LastExportDir", PathText(folder));
+    const Language language = context.user.UiLanguage();
+    if (context.user.AskYesNo(LoadText(284, language), LoadText(kTipsTitle, language))) {
+        context.user.ShowInFileManager(folder);
+    }
+    return true;
+}
+
+}  // namespace bw

@@ -1,0 +1,66 @@
+// The road from the checked games of a list to a written multicart ROM, and the export of the
+// generated files for a menu of the user's own. One road for the window and the command line: they
+// differ in their BuildUser.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+#include "builder/bank_layout.h"
+#include "builder/build_settings.h"
+#include "builder/build_user.h"
+#include "builder/final_data.h"
+#include "designer/document/design_store.h"
+
+namespace bw {
+
+// What a build works on. The caller keeps everything alive and unchanged until the build returns;
+// `games` and `settings` are a snapshot when the build runs beside a window.
+struct BuildContext {
+    const GameList& games;
+    const BuildSettings& settings;
+    SettingsStore& store;  // the design's stored values; takes LastBuildDir
+    DesignStore& design;
+    BuildUser& user;
+    // A folder of this build's own, removed at its end with all that it holds.
+    std::filesystem::path workFolder;
+    // Receives a copy of the work folder's menu tree at the end, however the build ends.
+    std::optional<std::filesystem::path> keepWork;
+};
+
+// What a finished build has made.
+struct BuildOutcome {
+    bool done = false;
+    BoardType board = BoardType::kCoolboy;
+    RomFormat format = RomFormat::kNes20;
+    std::filesystem::path output;
+    LayoutResult layout;  // with the menu among its items
+    std::vector<std::u16string> names;
+    std::vector<FinalDataRecord> finalData;
+};
+
+// What a build command tests before it starts a build: that no task runs and that not too many
+// games are checked. Tells the user what is in the way.
+bool MayStartBuild(const GameList& games, const std::atomic<bool>& taskBusy, BuildUser& user);
+
+// Builds and writes the ROM. Sets `taskBusy` as its first act and clears it at its end. All
+// failures are told to the user; the outcome is for programs.
+BuildOutcome BuildRom(const BuildContext& context, BoardType board, std::atomic<bool>& taskBusy);
+
+// Which tables an export makes.
+enum class ExportType : uint8_t { kCoolboy = 0, kCoolgirl = 1 };
+
+// Writes the generated files for a menu of `menuPrgUnits` 16 KB units into `folder`. With `ask` the
+// user is asked for the folder, starting at the given one; it then holds the answer. game_list.txt
+// goes to the folder as it stands before that question. True if all steps were taken.
+bool ExportInfo(const BuildContext& context, ExportType type, uint32_t menuPrgUnits,
+                std::filesystem::path& folder, bool ask);
+
+// The export command: type and size from the settings, the folder from the user, who is then asked
+// whether to open it.
+bool RunExport(const BuildContext& context);
+
+}  // namespace bw

@@ -1,0 +1,22 @@
+// Runs the assembler over a menu source.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "support/language.h"
+
+namespace bw {
+
+struct AssemblyOutcome {
+    bool done = false;
+    std::u16string output;  // what the assembler said; on a failure never empty
+};
+
+// Runs `assembler` with `source` as its one argument in `folder`, and waits for its end. An
+// assembler that says nothing for three seconds is stopped and counts as failed.
+AssemblyOutcome RunAssembler(const std::filesystem::path& assembler,
+                             const std::filesystem::path& source,
+                             const std::filesystem::path& folder, Language language);
+
+}  // namespace bw

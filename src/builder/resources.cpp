@@ -1,0 +1,95 @@
+#include "builder/resources.h"
+
+#include <array>
+
+#include "support/files.h"
+
+#define BANKWEAVER_EMBEDDED(name)                             \
+    extern "C" const unsigned char embedded_##name##_begin[]; \
+    extern "C" const unsigned char embedded_##name##_end[]
+
+BANKWEAVER_EMBEDDED(nesasm);
+BANKWEAVER_EMBEDDED(menu);
+BANKWEAVER_EMBEDDED(coolboy_final_data);
+BANKWEAVER_EMBEDDED(coolgirl_final_data);
+BANKWEAVER_EMBEDDED(chr_data);
+
+namespace bw {
+namespace {
+
+std::span<const uint8_t> Embedded(const unsigned char* begin, const unsigned char* end) {
+    return {begin, end};
+}
+
+constexpr std::string_view kAssembler = "tools/nesasm" BANKWEAVER_EXECUTABLE_SUFFIX;
+constexpr std::string_view kMusic = "MUSIC_DATA_BANK";
+constexpr uint32_t kFirstMusicSet = 2;  // silence and beeps need no data
+// Rows of each set's first bank; a set's banks follow one another.
+constexpr std::array<size_t, 4> kMusicSetRow{7, 10, 13, 16};
+
+}  // namespace
+
+std::span<const Resource> ResourceTable() {
+    // The runtime-packing board sources and the music banks join when they are written; their rows
+    // keep their places and numbers.
+    static const std::array<Resource, 20> table{{
+        {kAssembler, "NES_ASM", 120, Embedded(embedded_nesasm_begin, embedded_nesasm_end)},
+        {"menu/menu.asm", "MENU_ASM", 121, Embedded(embedded_menu_begin, embedded_menu_end)},
+        {"menu/coolboy.asm", "MENU_ASM", 201, {}},
+        {"menu/coolgirl.asm", "MENU_ASM", 202, {}},
+        {"menu/coolboy_final_data.asm", "MENU_ASM", 214,
+         Embedded(embedded_coolboy_final_data_begin, embedded_coolboy_final_data_end)},
+        {"menu/coolgirl_final_data.asm", "MENU_ASM", 213,
+         Embedded(embedded_coolgirl_final_data_begin, embedded_coolgirl_final_data_end)},
+        {"menu/menu_data/chr_data.bin", "MENU_CHR", 122, DefaultTileSet()},
+        {"menu/menu_data/music_data_0.bank", kMusic, 188, {}},
+        {"menu/menu_data/music_data_1.bank", kMusic, 189, {}},
+        {"menu/menu_data/music_data_2.bank", kMusic, 190, {}},
+        {"menu/menu_data/music_data_3.bank", kMusic, 182, {}},
+        {"menu/menu_data/music_data_4.bank", kMusic, 183, {}},
+        {"menu/menu_data/music_data_5.bank", kMusic, 184, {}},
+        {"menu/menu_data/music_data_6.bank", kMusic, 191, {}},
+        {"menu/menu_data/music_data_7.bank", kMusic, 192, {}},
+        {"menu/menu_data/music_data_8.bank", kMusic, 193, {}},
+        {"menu/menu_data/music_data_9.bank", kMusic, 196, {}},
+        {"menu/menu_data/music_data_A.bank", kMusic, 197, {}},
+        {"menu/menu_data/music_data_B.bank", kMusic, 198, {}},
+        {"menu/menu_data/music_data_C.bank", kMusic, 199, {}},
+    }};
+    return table;
+}
+
+std::span<const uint8_t> DefaultTileSet() {
+    return Embedded(embedded_chr_data_begin, embedded_chr_data_end);
+}
+
+std::filesystem::path AssemblerPath(const std::filesystem::path& workFolder) {
+    return workFolder / kAssembler;
+}
+
+std::optional<std::filesystem::path> WriteResources(const std::filesystem::path& workFolder) {
+    for (const Resource& row : ResourceTable()) {
+        if (row.data.empty()) {
+            continue;
+        }
+        const std::filesystem::path file = workFolder / row.path;
+        if (!MakeFolders(file.parent_path()) || !WriteScratchFile(file, row.data)) {
+            RemoveFolder(workFolder);
+            return file;
+        }
+    }
+    std::error_code ignored;  // a folder that allows no execution shows when the assembler starts
+    std::filesystem::permissions(AssemblerPath(workFolder), std::filesystem::perms::owner_exec,
+                                 std::filesystem::perm_options::add, ignored);
+    return std::nullopt;
+}
+
+bool HasMusic(uint32_t music) {
+    if (music < kFirstMusicSet) {
+        return true;
+    }
+    const size_t set = music - kFirstMusicSet;
+    return set < kMusicSetRow.size() && !ResourceTable()[kMusicSetRow[set]].data.empty();
+}
+
+}  // namespace bw
