@@ -312,7 +312,11 @@ class RomBuild : BuildBase {
             WriteRom(outcome.layout, board_, outcome.format, outcome.output,
                      [this](size_t done, size_t total, const MulticartItem& item) {
                          user_.Progress(BuildStage::kWriteRom, done, total, item.name);
+                         return !user_.Cancelled();
                      });
+        if (user_.Cancelled()) {
+            return false;
+        }
         if (problem) {
             ShowFileFailure(problem->file, problem->reason);
             return false;
