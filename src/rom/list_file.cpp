@@ -71,10 +71,14 @@ std::u16string MissingPath(const std::u16string& path, const std::filesystem::pa
     return IsAbsoluteElsewhere(path) ? path : PathText(located);
 }
 
-GameEntry MakeEntry(StoredEntry stored, const std::filesystem::path& base) {
+GameEntry MakeEntry(StoredEntry stored, const std::filesystem::path& base,
+                    const std::filesystem::path& otherBase) {
     GameEntry entry;
     std::filesystem::path file;
-    if (!stored.relativePath.empty()) file = Locate(stored.relativePath, base);
+    if (!stored.relativePath.empty()) {
+        file = Locate(stored.relativePath, base);
+        if (!otherBase.empty() && !NamesFile(file)) file = Locate(stored.relativePath, otherBase);
+    }
     if (!file.empty() && NamesFile(file)) {
         entry = GameEntry(file);
     } else if (!stored.path.empty()) {
@@ -113,7 +117,7 @@ std::u16string OneLine(std::u16string_view value) {
 }  // namespace
 
 ListLoadResult AppendListEntries(const IniFile& text, const std::filesystem::path& base,
-                                 GameList& list) {
+                                 GameList& list, const std::filesystem::path& otherBase) {
     ListLoadResult result;
     result.announced = text.GetInt(kSection, kCount, 0);
     result.overLimit = list.size() + uint64_t{result.announced} > kListLimit;
@@ -124,7 +128,7 @@ ListLoadResult AppendListEntries(const IniFile& text, const std::filesystem::pat
     list.resize(first + result.added);
     ForPieces(result.added, kPiece, kLoaderThreads, [&](size_t begin, size_t end) {
         for (size_t n = begin; n < end; ++n)
-            list[first + n] = MakeEntry(ReadStored(text, n), base);
+            list[first + n] = MakeEntry(ReadStored(text, n), base, otherBase);
     });
     return result;
 }
@@ -150,10 +154,11 @@ void StoreListEntries(const GameList& list, const std::filesystem::path& base, I
 }
 
 std::optional<ListLoadResult> LoadListFile(const std::filesystem::path& file,
-                                           const std::filesystem::path& base, GameList& list) {
+                                           const std::filesystem::path& base, GameList& list,
+                                           const std::filesystem::path& otherBase) {
     IniFile text;
     if (!text.Load(file) || text.GetString(kSection, kCount).empty()) return std::nullopt;
-    return AppendListEntries(text, base, list);
+    return AppendListEntries(text, base, list, otherBase);
 }
 
 bool SaveListFile(const std::filesystem::path& file, const GameList& list,

@@ -19,9 +19,10 @@ struct ListLoadResult {
 // Appends the entries of a list text, up to kListLimit in all. An entry whose file is gone is kept;
 // a relative path wins over the absolute one if it names a file below `base`, the folder that
 // relative paths count from. The text's own count rules: where it announces more entries than the
-// text holds, the missing ones are appended with empty paths.
+// text holds, the missing ones are appended with empty paths. `otherBase`, if not empty, is where a
+// relative path that names no file below `base` is tried next.
 ListLoadResult AppendListEntries(const IniFile& text, const std::filesystem::path& base,
-                                 GameList& list);
+                                 GameList& list, const std::filesystem::path& otherBase = {});
 
 // The section "history" with the whole list. Line breaks in a name or a remark, which the format
 // can't hold, become blanks.
@@ -29,7 +30,8 @@ void StoreListEntries(const GameList& list, const std::filesystem::path& base, I
 
 // A list file by path; nothing if the file can't be read or holds no list.
 std::optional<ListLoadResult> LoadListFile(const std::filesystem::path& file,
-                                           const std::filesystem::path& base, GameList& list);
+                                           const std::filesystem::path& base, GameList& list,
+                                           const std::filesystem::path& otherBase = {});
 bool SaveListFile(const std::filesystem::path& file, const GameList& list,
                   const std::filesystem::path& base);
 

@@ -1,0 +1,169 @@
+#include "cli/arguments.h"
+
+#include <map>
+
+#include <CLI/CLI.hpp>
+
+#include "support/paths.h"
+#include "support/version.h"
+
+namespace bw {
+namespace {
+
+constexpr int kWrongUsage = 2;
+
+// What the options of a menu are parsed into before they become settings.
+struct MenuOptions {
+    std::string board = "coolboy";
+    uint32_t menuSize = 128;  // KB
+    std::string style = "default";
+    std::string externMenu;
+};
+
+template <typename Value>
+void OneOf(CLI::Option* option, std::initializer_list<Value> values) {
+    option->check(CLI::IsMember(std::vector<Value>(values)));
+}
+
+void AddInputs(CLI::App& command, Arguments& arguments) {
+    command
+        .add_option("INPUT", arguments.inputs,
+                    "A game image (.nes), a list file (.fcl), or a folder with game images. The "
+                    "order is the order of the menu.")
+        ->required();
+}
+
+void AddMenuOptions(CLI::App& command, BuildSettings& settings, MenuOptions& options) {
+    OneOf<std::string>(
+        command.add_option("--board", options.board, "The cartridge board")->capture_default_str(),
+        {"coolboy", "mindkids", "coolgirl"});
+    OneOf<uint32_t>(command
+                        .add_option("--menu-size", options.menuSize,
+                                    "Size of the menu program in KB; COOLGIRL's is always 128 "
+                                    "unless --extern-menu is given")
+                        ->capture_default_str(),
+                    {128, 256, 512});
+    OneOf<uint32_t>(
+        command.add_option("--page-size", settings.PageSize, "Names on a page of the menu")
+            ->capture_default_str(),
+        {5, 10, 15, 20});
+    OneOf<std::string>(
+        command.add_option("--style", options.style, "Look of the menu")->capture_default_str(),
+        {"default", "white"});
+    command
+        .add_option("--music", settings.Music,
+                    "Sound of the menu: 0 silent, 1 beeps, 2 to 5 a tune (tunes are not part of "
+                    "this version)")
+        ->capture_default_str()
+        ->check(CLI::Range(0, 5));
+    command.add_flag("--page-number", settings.PageNumber, "Show the number of the page");
+    command.add_flag("--insert-row", settings.NameInsertRow, "Leave a blank row between names");
+    command
+        .add_option("--turning-speed", settings.PageTurningSpeed,
+                    "Names redrawn in a frame when the page turns")
+        ->capture_default_str()
+        ->check(CLI::Range(1, 4));
+    command.add_flag("--number", settings.ShowNumberOrder, "Put ordinal numbers before the names");
+    command.add_flag("--dot", settings.ShowNumberDot, "Put a point behind the number");
+    command.add_flag("--fill", settings.ShowNumberFill, "Give all numbers the same length");
+    command.add_option("--extern-menu", options.externMenu,
+                       "A menu of your own: a source (.asm) or a ROM (.nes)");
+}
+
+void ApplyMenuOptions(const MenuOptions& options, Arguments& arguments) {
+    static const std::map<std::string, BoardType> kBoards{{"coolboy", BoardType::kCoolboy},
+                                                          {"mindkids", BoardType::kMindkids},
+                                                          {"coolgirl", BoardType::kCoolgirl}};
+    BuildSettings& settings = arguments.settings;
+    arguments.board = kBoards.at(options.board);
+    settings.CoolboyType = arguments.board == BoardType::kMindkids ? 1 : 0;
+    settings.MenuSize = options.menuSize / 16;
+    settings.ShowStyle = options.style == "white" ? 1 : 0;
+    settings.ExternMenuEnable = !options.externMenu.empty();
+    if (settings.ExternMenuEnable) {
+        settings.ExternMenuPath = std::filesystem::absolute(options.externMenu);
+    }
+    settings.ExportRomType = arguments.board == BoardType::kCoolgirl ? 1 : 0;
+    settings.ExportPrgSize = settings.MenuSize == 16 ? 1 : settings.MenuSize == 32 ? 2 : 0;
+}
+
+RomFormat FormatOf(const std::string& name, const std::filesystem::path& output) {
+    for (const RomFormat format : {RomFormat::kNes20, RomFormat::kUnif, RomFormat::kBinary}) {
+        if (name.empty() ? HasExtension(output, FormatExtension(format))
+                         : name == FormatExtension(format)) {
+            return format;
+        }
+    }
+    return RomFormat::kNes20;
+}
+
+}  // namespace
+
+ParseResult ParseArguments(int count, const char* const* values) {
+    Arguments arguments;
+    MenuOptions menu;
+    std::string format;
+    std::string keepWork;
+
+    CLI::App app("Builds one multicart ROM for COOLBOY, MINDKIDS and COOLGIRL cartridges.",
+                 "bankweaver-cli");
+    app.set_version_flag("--version", "bankweaver-cli " + std::string(ProgramVersion()));
+    app.require_subcommand(1);
+
+    CLI::App* info = app.add_subcommand("info", "Tell what game images hold");
+    info->add_flag("--json", arguments.json, "Print JSON instead of a table");
+    AddInputs(*info, arguments);
+
+    CLI::App* build = app.add_subcommand("build", "Build a multicart ROM");
+    AddMenuOptions(*build, arguments.settings, menu);
+    OneOf<std::string>(build->add_option("--format", format,
+                                         "nes, unf or bin; without it the extension of FILE "
+                                         "decides, else nes"),
+                       {"nes", "unf", "bin"});
+    build->add_option("--keep-work", keepWork,
+                      "A folder that receives the menu's sources and generated files");
+    build->add_option("--report", arguments.report,
+                      "A JSON file that tells where every game lies; - for standard output");
+    build->add_option("-o,--output", arguments.output, "The ROM to write")->required();
+    AddInputs(*build, arguments);
+
+    CLI::App* exporting =
+        app.add_subcommand("export", "Write the generated files for a menu of your own");
+    AddMenuOptions(*exporting, arguments.settings, menu);
+    exporting->add_option("-d,--directory", arguments.folder, "The folder to write to")->required();
+    AddInputs(*exporting, arguments);
+
+    CLI::App* list = app.add_subcommand("list", "Show the list of games, or save it");
+    list->add_flag("--json", arguments.json, "Print JSON instead of a table");
+    list->add_option("-o,--output", arguments.output, "A list file (.fcl) to write");
+    AddInputs(*list, arguments);
+
+    ParseResult result;
+    try {
+        app.parse(count, values);
+    } catch (const CLI::Success& asked) {  // --help, --version
+        std::ostringstream text;
+        app.exit(asked, text, text);
+        result.text = text.str();
+        return result;
+    } catch (const CLI::ParseError& error) {
+        std::ostringstream text;
+        app.exit(error, text, text);
+        result.text = text.str();
+        result.exitCode = kWrongUsage;
+        return result;
+    }
+    arguments.command = info->parsed()        ? Command::kInfo
+                        : build->parsed()     ? Command::kBuild
+                        : exporting->parsed() ? Command::kExport
+                                              : Command::kList;
+    ApplyMenuOptions(menu, arguments);
+    arguments.format = FormatOf(format, arguments.output);
+    if (!keepWork.empty()) {
+        arguments.keepWork = keepWork;
+    }
+    result.arguments = std::move(arguments);
+    return result;
+}
+
+}  // namespace bw

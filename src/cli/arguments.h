@@ -1,0 +1,37 @@
+// The command line of bankweaver-cli, parsed but not carried out.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "builder/build_settings.h"
+#include "builder/rom_header.h"
+
+namespace bw {
+
+enum class Command { kInfo, kBuild, kExport, kList };
+
+struct Arguments {
+    Command command = Command::kInfo;
+    std::vector<std::filesystem::path> inputs;  // images, list files, folders; in menu order
+    bool json = false;                          // info, list
+    std::filesystem::path output;               // build: the ROM; list: the list file, or empty
+    std::filesystem::path folder;               // export
+    BoardType board = BoardType::kCoolboy;
+    BuildSettings settings;
+    RomFormat format = RomFormat::kNes20;
+    std::optional<std::filesystem::path> keepWork;
+    std::filesystem::path report;  // empty: none; "-": standard output
+};
+
+struct ParseResult {
+    std::optional<Arguments> arguments;  // what to carry out, unless a text is to be shown
+    std::string text;                    // help, version, or what is wrong with the usage
+    int exitCode = 0;                    // with a text: 0 help and version, 2 wrong usage
+};
+
+ParseResult ParseArguments(int count, const char* const* values);
+
+}  // namespace bw

@@ -1,0 +1,183 @@
+#include "cli/commands.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "builder/build_driver.h"
+#include "builder/resources.h"
+#include "cli/inputs.h"
+#include "cli/report.h"
+#include "cli/terminal_user.h"
+#include "rom/list_file.h"
+#include "support/files.h"
+#include "support/paths.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kFailed = 1;
+
+class CommandRun {
+  public:
+    explicit CommandRun(const Arguments& arguments)
+        : arguments_(arguments),
+          language_(SystemLanguage()),
+          user_(language_, {std::filesystem::absolute(arguments.output), arguments.format},
+                std::filesystem::absolute(arguments.folder)) {}
+
+    int Run() {
+        gathered_ = GatherGames(arguments_.inputs, language_);
+        for (const std::u16string& warning : gathered_.warnings) {
+            user_.Message(warning, LoadText(169, language_), MessageKind::kWarning);
+        }
+        Errors(gathered_.problems);
+        switch (arguments_.command) {
+            case Command::kInfo:
+                return Info();
+            case Command::kList:
+                return List();
+            case Command::kExport:
+                return gathered_.problems.empty() && Sound() ? Export() : kFailed;
+            default:
+                return gathered_.problems.empty() && Sound() ? Build() : kFailed;
+        }
+    }
+
+  private:
+    const GameList& Games() const { return gathered_.games; }
+    std::u16string Own(std::u16string_view chinese, std::u16string_view english) const {
+        return std::u16string(language_ == Language::kChinese ? chinese : english);
+    }
+    void Errors(const std::vector<std::u16string>& lines) {
+        for (const std::u16string& line : lines) {
+            user_.Message(line, LoadText(147, language_), MessageKind::kError);
+        }
+    }
+    static bool Print(const std::string& text) {
+        return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() &&
+               std::fflush(stdout) == 0;
+    }
+
+    int Info() {
+        const bool printed =
+            Print(arguments_.json ? InfoJson(Games()) : InfoTable(Games(), language_));
+        return printed && gathered_.problems.empty() ? kDone : kFailed;
+    }
+
+    int List() {
+        if (!gathered_.problems.empty()) {
+            return kFailed;
+        }
+        if (arguments_.output.empty()) {
+            return Print(arguments_.json ? ListJson(Games()) : ListTable(Games())) ? kDone
+                                                                                   : kFailed;
+        }
+        std::filesystem::path file = std::filesystem::absolute(arguments_.output);
+        if (!HasExtension(file, "fcl")) {
+            file += ".fcl";
+        }
+        if (!SaveListFile(file, Games(), ExecutableFolder())) {
+            Errors({FormatText(Own(u"无法写入 %s，请检查文件夹和磁盘空间。",
+                                   u"%s can't be written. Check the folder and the free space."),
+                               PathText(file))});
+            return kFailed;
+        }
+        return !arguments_.json || Print(ListJson(Games())) ? kDone : kFailed;
+    }
+
+    // What would go wrong on the console without a word from the build.
+    bool Sound() {
+        const std::vector<std::u16string> damaged = FindDamagedImages(Games(), language_);
+        Errors(damaged);
+        if (!HasMusic(arguments_.settings.Music) && !arguments_.settings.ExternMenuEnable) {
+            Errors({Own(u"本版本不包含菜单音乐 2 至 5，请使用 --music 0 或 1。",
+                        u"The tunes 2 to 5 are not part of this version. Use --music 0 or 1.")});
+            return false;
+        }
+        return damaged.empty();
+    }
+
+    BuildContext Context() {
+        return {Games(),      arguments_.settings, *store_, design_, user_,
+                WorkFolder(), arguments_.keepWork};
+    }
+
+    int Export() {
+        std::filesystem::path folder = std::filesystem::absolute(arguments_.folder);
+        if (CountChecked(Games()) == 0) {
+            user_.Message(LoadText(149, language_), LoadText(146, language_), MessageKind::kTips);
+            return kFailed;
+        }
+        if (!MakeFolders(folder)) {
+            Errors({FormatText(Own(u"无法创建文件夹 %s。", u"The folder %s can't be made."),
+                               PathText(folder))});
+            return kFailed;
+        }
+        return ExportInfo(Context(), static_cast<ExportType>(arguments_.settings.ExportRomType),
+                          arguments_.settings.ExportMenuUnits(), folder, true)
+                   ? kDone
+                   : kFailed;
+    }
+
+    int Build() {
+        std::atomic<bool> taskBusy = false;
+        if (OutputIsAnInput() || !MayStartBuild(Games(), taskBusy, user_)) {
+            return kFailed;
+        }
+        CancelOnInterrupt();
+        const BuildOutcome outcome = BuildRom(Context(), arguments_.board, taskBusy);
+        if (!outcome.done) {
+            return kFailed;
+        }
+        user_.Line(FormatText(
+            Own(u"已写入 %s：%s，%d 个游戏，%0.3lfMB", u"Wrote %s: %s, %d game(s), %0.3lfMB"),
+            PathText(outcome.output), BoardName(outcome.board), outcome.names.size(),
+            outcome.layout.romSize / 1048576.0));
+        return WriteReport(outcome) ? kDone : kFailed;
+    }
+
+    // The games themselves are the build's to compare; this is about the list files.
+    bool OutputIsAnInput() {
+        const auto same = [&](const std::filesystem::path& input) {
+            std::error_code error;
+            return std::filesystem::equivalent(input, arguments_.output, error) && !error;
+        };
+        if (std::none_of(arguments_.inputs.begin(), arguments_.inputs.end(), same)) {
+            return false;
+        }
+        Errors({FormatText(Own(u"输出文件 %s 是本次制作的输入文件之一，请换一个文件名。",
+                               u"The output %s is one of the inputs. Choose another name."),
+                           PathText(arguments_.output))});
+        return true;
+    }
+
+    bool WriteReport(const BuildOutcome& outcome) {
+        if (arguments_.report.empty()) {
+            return true;
+        }
+        const std::string report = BuildReportJson(outcome);
+        if (arguments_.report == "-" ? Print(report) : WriteFile(arguments_.report, report)) {
+            return true;
+        }
+        Errors({FormatText(Own(u"无法写入报告 %s。", u"The report %s can't be written."),
+                           PathText(arguments_.report))});
+        return false;
+    }
+
+    const Arguments& arguments_;
+    Language language_;
+    TerminalUser user_;
+    GatheredGames gathered_;
+    DesignStore design_;
+    std::unique_ptr<SettingsStore> store_ = MakeMemoryStore();
+};
+
+}  // namespace
+
+int Execute(const Arguments& arguments) {
+    return CommandRun(arguments).Run();
+}
+
+}  // namespace bw

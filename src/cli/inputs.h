@@ -1,0 +1,28 @@
+// Turns the inputs of the command line into one list of games.
+#pragma once
+
+#include <filesystem>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "rom/game_list.h"
+#include "support/language.h"
+
+namespace bw {
+
+struct GatheredGames {
+    GameList games;
+    std::vector<std::u16string> problems;  // inputs that are missing or of no use
+    std::vector<std::u16string> warnings;  // what was left out without harm
+};
+
+// Images count as checked; a list file brings its own order, names, checks and remarks; a folder
+// brings its images and those of its folders in order of path. The list is cut at its limit.
+GatheredGames GatherGames(std::span<const std::filesystem::path> inputs, Language language);
+
+// Checked games that a build would take in but that can't run: files that are shorter than their
+// header says, and headers with sizes beyond those that any board takes. A line for each.
+std::vector<std::u16string> FindDamagedImages(const GameList& games, Language language);
+
+}  // namespace bw

@@ -1,0 +1,24 @@
+// What the commands print: tables for people and JSON for programs, all in UTF-8.
+#pragma once
+
+#include <string>
+
+#include "builder/build_driver.h"
+#include "rom/game_list.h"
+#include "support/language.h"
+
+namespace bw {
+
+// One row for each game: sizes, mapper, flags and which boards take it.
+std::string InfoTable(const GameList& games, Language language);
+std::string InfoJson(const GameList& games);
+
+// One row for each entry: ordinal among the checked ones, name, remark, path.
+std::string ListTable(const GameList& games);
+std::string ListJson(const GameList& games);
+
+// The report of a finished build: ROM size, board, and for each game its place, span, CRC and
+// registers.
+std::string BuildReportJson(const BuildOutcome& outcome);
+
+}  // namespace bw

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace bw {
+
+// Whether a person watches standard error.
+bool StandardErrorIsTerminal();
+
+}  // namespace bw
