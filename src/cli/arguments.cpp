@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "cli/inputs.h"
 #include "support/paths.h"
 #include "support/version.h"
 
@@ -81,7 +82,7 @@ void ApplyMenuOptions(const MenuOptions& options, Arguments& arguments) {
     settings.ShowStyle = options.style == "white" ? 1 : 0;
     settings.ExternMenuEnable = !options.externMenu.empty();
     if (settings.ExternMenuEnable) {
-        settings.ExternMenuPath = std::filesystem::absolute(options.externMenu);
+        settings.ExternMenuPath = FromCurrentFolder(options.externMenu);
     }
     settings.ExportRomType = arguments.board == BoardType::kCoolgirl ? 1 : 0;
     settings.ExportPrgSize = settings.MenuSize == 16 ? 1 : settings.MenuSize == 32 ? 2 : 0;

@@ -24,8 +24,8 @@ class CommandRun {
     explicit CommandRun(const Arguments& arguments)
         : arguments_(arguments),
           language_(SystemLanguage()),
-          user_(language_, {std::filesystem::absolute(arguments.output), arguments.format},
-                std::filesystem::absolute(arguments.folder)) {}
+          user_(language_, {FromCurrentFolder(arguments.output), arguments.format},
+                FromCurrentFolder(arguments.folder)) {}
 
     int Run() {
         gathered_ = GatherGames(arguments_.inputs, language_);
@@ -74,7 +74,7 @@ class CommandRun {
             return Print(arguments_.json ? ListJson(Games()) : ListTable(Games())) ? kDone
                                                                                    : kFailed;
         }
-        std::filesystem::path file = std::filesystem::absolute(arguments_.output);
+        std::filesystem::path file = FromCurrentFolder(arguments_.output);
         if (!HasExtension(file, "fcl")) {
             file += ".fcl";
         }
@@ -105,7 +105,7 @@ class CommandRun {
     }
 
     int Export() {
-        std::filesystem::path folder = std::filesystem::absolute(arguments_.folder);
+        std::filesystem::path folder = FromCurrentFolder(arguments_.folder);
         if (CountChecked(Games()) == 0) {
             user_.Message(LoadText(149, language_), LoadText(146, language_), MessageKind::kTips);
             return kFailed;

@@ -47,7 +47,7 @@ class Gatherer {
     }
 
     void AddImage(const std::filesystem::path& file) {
-        GameEntry entry(std::filesystem::absolute(file));
+        GameEntry entry(FromCurrentFolder(file));
         if (!entry.HasValidHeader()) {
             result_.problems.push_back(FormatText(LoadText(153, language_), PathText(file)));
             return;
@@ -57,8 +57,7 @@ class Gatherer {
     }
 
     void AddFolder(const std::filesystem::path& folder) {
-        const std::vector<std::filesystem::path> files =
-            FindGameImages(std::filesystem::absolute(folder));
+        const std::vector<std::filesystem::path> files = FindGameImages(FromCurrentFolder(folder));
         std::vector<GameEntry> entries = ReadGameEntries(files);
         size_t taken = 0;
         for (size_t i = 0; i < entries.size(); ++i) {
@@ -80,7 +79,7 @@ class Gatherer {
     // where that names no file from the list's own folder, so that a list can travel with its
     // games.
     void AddList(const std::filesystem::path& file) {
-        const std::filesystem::path own = std::filesystem::absolute(file).parent_path();
+        const std::filesystem::path own = FromCurrentFolder(file).parent_path();
         const std::optional<ListLoadResult> loaded =
             LoadListFile(file, ExecutableFolder(), result_.games, own);
         if (!loaded) {
@@ -97,6 +96,12 @@ class Gatherer {
 };
 
 }  // namespace
+
+std::filesystem::path FromCurrentFolder(const std::filesystem::path& path) {
+    std::error_code error;
+    std::filesystem::path absolute = path.empty() ? path : std::filesystem::absolute(path, error);
+    return error ? path : absolute;
+}
 
 GatheredGames GatherGames(std::span<const std::filesystem::path> inputs, Language language) {
     Gatherer gatherer(language);

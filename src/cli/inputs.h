@@ -11,6 +11,9 @@
 
 namespace bw {
 
+// The absolute form of a path as the user typed it. Empty stays empty.
+std::filesystem::path FromCurrentFolder(const std::filesystem::path& path);
+
 struct GatheredGames {
     GameList games;
     std::vector<std::u16string> problems;  // inputs that are missing or of no use
