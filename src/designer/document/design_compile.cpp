@@ -17,11 +17,6 @@ constexpr uint32_t kColumnMask = 31;  // of a video memory address
 constexpr int32_t kLastSpriteX = 255;
 constexpr int32_t kLastSpriteY = 239;
 
-struct DesignFile {
-    const char* name;
-    std::string contents;
-};
-
 std::string AddressLine(std::string_view constant, uint32_t address) {
     std::string text(constant);
     text += " = $";
@@ -114,6 +109,8 @@ std::string CharMapping(const DesignStore& store, bool custom) {
     return {map.begin(), map.end()};
 }
 
+}  // namespace
+
 // The constant of the page number is spelt as in the menu's source.
 std::vector<DesignFile> CompileDesign(const DesignStore& store, bool custom) {
     const auto bytes = [](const auto& table) { return std::string(table.begin(), table.end()); };
@@ -134,8 +131,6 @@ std::vector<DesignFile> CompileDesign(const DesignStore& store, bool custom) {
     files.push_back({"char_mapping.bin", CharMapping(store, custom)});
     return files;
 }
-
-}  // namespace
 
 bool WriteDesignFiles(DesignStore& store, size_t checkedCount,
                       const std::optional<std::u16string>& captionSetting,

@@ -5,12 +5,23 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "designer/document/design_store.h"
 
 namespace bw {
 
-// Writes the twelve files of the menu's screen into `folder`, which exists. `checkedCount` is the
+// One file of the menu's screen.
+struct DesignFile {
+    const char* name;
+    std::string contents;
+};
+
+// The files in the order in which they are written: twelve, or eleven where the caption is empty,
+// since its file then isn't written at all.
+std::vector<DesignFile> CompileDesign(const DesignStore& store, bool custom);
+
+// Writes the files of the menu's screen into `folder`, which exists. `checkedCount` is the
 // number of games; `captionSetting` is the caption as the user stored it, if he did: it replaces
 // the caption that the count gives. `custom` is whether the custom menu is on; only
 // char_mapping.bin differs by it. Sets the store's CaptionText on the way.
