@@ -1,0 +1,103 @@
+// File by Windows calls.
+#include <algorithm>
+#include <utility>
+
+#include "support/files.h"
+#include "support/windows_api.h"
+
+namespace bw {
+namespace {
+
+constexpr DWORD kLargestStep = 1u << 30;  // a call takes 32 bits of length
+
+HANDLE AsHandle(intptr_t handle) {
+    return reinterpret_cast<HANDLE>(handle);
+}
+
+intptr_t Open(const std::filesystem::path& path, DWORD access, DWORD disposition) {
+    const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    return reinterpret_cast<intptr_t>(CreateFileW(path.c_str(), access, share, nullptr, disposition,
+                                                  FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+OVERLAPPED At(uint64_t offset) {
+    OVERLAPPED place{};
+    place.Offset = static_cast<DWORD>(offset);
+    place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+    return place;
+}
+
+DWORD Step(size_t size) {
+    return static_cast<DWORD>(std::min<size_t>(size, kLargestStep));
+}
+
+}  // namespace
+
+std::optional<File> File::OpenForReading(const std::filesystem::path& path) {
+    const intptr_t handle = Open(path, GENERIC_READ, OPEN_EXISTING);
+    return handle == -1 ? std::nullopt : std::optional(File(handle));
+}
+
+std::optional<File> File::Create(const std::filesystem::path& path) {
+    const intptr_t handle = Open(path, GENERIC_READ | GENERIC_WRITE, CREATE_ALWAYS);
+    return handle == -1 ? std::nullopt : std::optional(File(handle));
+}
+
+std::optional<File> File::CreateNew(const std::filesystem::path& path) {
+    const intptr_t handle = Open(path, GENERIC_READ | GENERIC_WRITE, CREATE_NEW);
+    return handle == -1 ? std::nullopt : std::optional(File(handle));
+}
+
+std::optional<File> File::OpenForWriting(const std::filesystem::path& path) {
+    const intptr_t handle = Open(path, GENERIC_WRITE, OPEN_EXISTING);
+    return handle == -1 ? std::nullopt : std::optional(File(handle));
+}
+
+std::optional<uint64_t> File::Size() const {
+    LARGE_INTEGER size{};
+    if (!GetFileSizeEx(AsHandle(handle_), &size)) return std::nullopt;
+    return static_cast<uint64_t>(size.QuadPart);
+}
+
+std::optional<size_t> File::ReadAt(uint64_t offset, std::span<uint8_t> buffer) const {
+    size_t done = 0;
+    while (done < buffer.size()) {
+        OVERLAPPED place = At(offset + done);
+        DWORD count = 0;
+        if (!::ReadFile(AsHandle(handle_), buffer.data() + done, Step(buffer.size() - done), &count,
+                        &place)) {
+            if (GetLastError() == ERROR_HANDLE_EOF) break;
+            return std::nullopt;
+        }
+        if (count == 0) break;
+        done += count;
+    }
+    return done;
+}
+
+bool File::WriteAt(uint64_t offset, std::span<const uint8_t> bytes) {
+    if (handle_ == -1) return false;
+    while (!bytes.empty()) {
+        OVERLAPPED place = At(offset);
+        DWORD count = 0;
+        const BOOL written =
+            ::WriteFile(AsHandle(handle_), bytes.data(), Step(bytes.size()), &count, &place);
+        if (!written || count == 0) return false;
+        bytes = bytes.subspan(count);
+        offset += count;
+    }
+    return true;
+}
+
+bool File::SetEnd(uint64_t size) {
+    LARGE_INTEGER end{};
+    end.QuadPart = static_cast<LONGLONG>(size);
+    return SetFilePointerEx(AsHandle(handle_), end, nullptr, FILE_BEGIN) &&
+           SetEndOfFile(AsHandle(handle_));
+}
+
+bool File::Close() {
+    return handle_ != -1 && CloseHandle(AsHandle(std::exchange(handle_, -1)));
+}
+
+}  // namespace bw

@@ -1,0 +1,7 @@
+// The system's header, without the macros that clash with our names.
+#pragma once
+
+#include <windows.h>
+#undef DeleteFile
+#undef RegCreateKey
+#undef RegDeleteValue
