@@ -114,6 +114,23 @@ TEST(ListFile, WhichPathNamesTheImage) {
     EXPECT_EQ(LoadOne(folder, old, "roms\\moved.nes").path, text(odd)) << "as written comes first";
 }
 
+TEST(ListFile, ASecondBaseServesRelativePathsOnly) {
+    const TempFolder program;
+    const TempFolder travelling;
+    const auto own = travelling.Write("a.nes", Header({1}));
+    const auto file = travelling.Write("list.fcl",
+                                       "[history]\r\ncount=2\r\n00000_path=/gone/a.nes\r\n"
+                                       "00000_path_relative=.\\a.nes\r\n00001_path=a.nes");
+    GameList list;
+    ASSERT_TRUE(LoadListFile(file, program.Path(), list, travelling.Path()));
+    EXPECT_EQ(list.at(0).path, PathText(own));
+    EXPECT_EQ(list.at(1).path, PathText(program / "a.nes"));
+
+    const auto first = program.Write("a.nes", Header({1}));
+    ASSERT_TRUE(LoadListFile(file, program.Path(), list, travelling.Path()));
+    EXPECT_EQ(list.at(2).path, PathText(first)) << "the first base comes first";
+}
+
 TEST(ListFile, MissingImagesStayInTheList) {
     const TempFolder folder;
     const GameEntry gone = LoadOne(folder, "/no such drive/a.nes", "a.nes");

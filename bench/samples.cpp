@@ -1,0 +1,34 @@
+// The first thing that a user does: building the samples, from the start of the program to the
+// written file.
+// Not to be run right after something that deleted thousands of files (the other programs here do):
+// for some seconds ext4 then takes ten times as long to create one, and a build creates some
+// thirty.
+//   bench_samples PATH_OF_BANKWEAVER_CLI PATH_OF_SAMPLES_FCL [rounds]
+#include "child.h"
+
+int main(int count, char** words) {
+    if (count < 3) {
+        std::fputs("bench_samples PATH_OF_BANKWEAVER_CLI PATH_OF_SAMPLES_FCL [rounds]\n", stderr);
+        return 2;
+    }
+    const int rounds = count > 3 ? std::atoi(words[3]) : 21;
+    const bench::ScratchFolder scratch("bankweaver-samples");
+    setenv("BANKWEAVER_HOME", (scratch.Path() / "home").c_str(), 1);
+    const auto target = scratch.Path() / "samples.nes";
+    const auto log = std::filesystem::temp_directory_path() / "bankweaver-bench-samples.log";
+    for (const char* board : {"coolboy", "coolgirl"}) {
+        std::vector<double> times;
+        long peak = 0;
+        for (int round = 0; round < rounds; ++round) {
+            std::filesystem::remove(target);
+            const auto result =
+                bench::RunChild({words[1], "build", "--board", board, "-o", target, words[2]}, log);
+            times.push_back(result.milliseconds);
+            peak = std::max(peak, result.peakKilobytes);
+        }
+        std::printf("samples on %-33s ours %9.2f ms, slowest %.2f ms, peak %.1f MB\n", board,
+                    bench::Median(times), *std::max_element(times.begin(), times.end()),
+                    static_cast<double>(peak) / 1024);
+    }
+    return 0;
+}
