@@ -1,0 +1,131 @@
+#include "menu_cart.h"
+
+#include <atomic>
+
+#include "support/text.h"
+
+namespace bw::console {
+namespace {
+
+constexpr size_t kPrgUnit = 16384;
+constexpr size_t kChrUnit = 8192;
+
+// Bytes that differ in every part of every image.
+std::string Noise(size_t size, uint32_t seed) {
+    std::string bytes(size, '\0');
+    uint32_t state = seed * 2654435761u + 1;
+    for (char& byte : bytes) {
+        state = state * 1664525u + 1013904223u;
+        byte = static_cast<char>(state >> 24);
+    }
+    return bytes;
+}
+
+class SilentUser : public BuildUser {
+  public:
+    explicit SilentUser(OutputChoice output) : output_(std::move(output)) {}
+    Language UiLanguage() const override { return Language::kEnglish; }
+    void Message(std::u16string_view text, std::u16string_view, MessageKind) override {
+        problem += ToUtf8(text) + "\n";
+    }
+    bool AskYesNo(std::u16string_view, std::u16string_view) override { return false; }
+    std::optional<OutputChoice> AskOutput(const std::filesystem::path&) override { return output_; }
+    std::optional<std::filesystem::path> AskFolder(const std::filesystem::path&) override {
+        return std::nullopt;
+    }
+    void ShowInFileManager(const std::filesystem::path&) override {}
+    void Progress(BuildStage, size_t, size_t, std::u16string_view) override {}
+    void Diagnostic(std::string_view line) override { problem += std::string(line) + "\n"; }
+
+    std::string problem;
+
+  private:
+    OutputChoice output_;
+};
+
+}  // namespace
+
+std::string GameImage::Prg() const {
+    static constexpr unsigned char kProgram[] = {
+        0xA5, 0x11, 0xF0, 0xFC,              // wait for $11
+        0xA5, 0x10, 0x0A, 0x0A, 0x0A, 0xA8,  // 8 KB number * 8
+        0xA2, 0x00,                          // MMC3 R0 to R5
+        0x8E, 0x00, 0x80, 0x8C, 0x01, 0x80,  //
+        0xC8, 0xE0, 0x02, 0xB0, 0x01, 0xC8,  // R0 and R1 are 2 KB
+        0xE8, 0xE0, 0x06, 0xD0, 0xEF,        //
+        0x4C, 0xC0, 0xFF};                   // again
+    static constexpr unsigned char kVectors[] = {0xC0, 0xFF, 0xC0, 0xFF, 0xC0, 0xFF};
+    std::string bytes = Noise(prg * kPrgUnit, number * 2 + 1);
+    bytes.replace(bytes.size() - 0x40, sizeof kProgram, reinterpret_cast<const char*>(kProgram),
+                  sizeof kProgram);
+    bytes.replace(bytes.size() - 6, 6, reinterpret_cast<const char*>(kVectors), 6);
+    return bytes;
+}
+
+std::string GameImage::Chr() const {
+    return Noise(chr * kChrUnit, number * 2 + 2);
+}
+
+std::string GameImage::File() const {
+    std::string bytes = "NES\x1A";
+    bytes += static_cast<char>(prg);
+    bytes += static_cast<char>(chr);
+    bytes += static_cast<char>((mapper & 15) << 4 | flags);
+    bytes += static_cast<char>(mapper & 0xF0);
+    bytes.resize(16);
+    return bytes + Prg() + Chr();
+}
+
+Cart BuildCart(const CartPlan& plan, const std::filesystem::path& folder,
+               const std::string& label) {
+    GameList games;
+    const std::filesystem::path images = folder / (label + "_games");
+    std::filesystem::create_directories(images);
+    for (const GameImage& image : plan.images) {
+        WriteWholeFile(images / (image.name + ".nes"), image.File());
+    }
+    for (size_t i = 0; i < plan.names.size(); ++i) {
+        const GameImage& image = plan.images[std::min(i, plan.images.size() - 1)];
+        GameEntry entry(images / (image.name + ".nes"));
+        entry.name = plan.names[i];
+        entry.checked = true;
+        games.push_back(std::move(entry));
+    }
+    const char* const extension = plan.format == RomFormat::kUnif ? ".unf" : ".nes";
+    SilentUser user({folder / (label + extension), plan.format});
+    DesignStore design = plan.design;
+    std::atomic<bool> taskBusy = false;
+    Cart cart;
+    cart.outcome = BuildRom({.games = games,
+                             .settings = plan.settings,
+                             .store = *plan.store,
+                             .design = design,
+                             .user = user,
+                             .workFolder = folder / (label + "_work"),
+                             .keepWork = std::nullopt},
+                            plan.board, taskBusy);
+    cart.rom = cart.outcome.output;
+    if (!cart.outcome.done) cart.problem = "the build failed: " + user.problem;
+    return cart;
+}
+
+std::vector<std::u16string> CountedNames(size_t count) {
+    std::vector<std::u16string> names;
+    for (size_t i = 1; i <= count; ++i)
+        names.push_back(ToWide("NAME " + std::to_string(i)));
+    return names;
+}
+
+std::string MenuScript(const std::string& body) {
+    return ReadWholeFile(std::filesystem::path(BANKWEAVER_TEST_DATA) / "menu.lua") + body;
+}
+
+std::string FromHex(std::string_view digits) {
+    std::string bytes;
+    for (size_t i = 0; i + 1 < digits.size(); i += 2) {
+        bytes += static_cast<char>(std::stoi(std::string(digits.substr(i, 2)), nullptr, 16));
+    }
+    return bytes;
+}
+
+}  // namespace bw::console
