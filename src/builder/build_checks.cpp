@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "support/paths.h"
 #include "support/text.h"
 
 namespace bw {
@@ -12,7 +13,10 @@ constexpr int kGameErrorLimit = 20;
 
 std::u16string GameError(const MulticartItem& item, BoardType board, Language language) {
     const auto text = [&](int id, auto... numbers) {
-        return FormatText(LoadText(id, language), item.index + 1, item.name, numbers...);
+        // A file that couldn't be read has no name yet.
+        const std::u16string name =
+            item.name.empty() ? NameWithoutExtension(PathText(item.path)) : item.name;
+        return FormatText(LoadText(id, language), item.index + 1, name, numbers...);
     };
     if (item.valid == 0) {
         return text(261);

@@ -167,8 +167,7 @@ class RomBuild : BuildBase {
         MakeMenuItem();
         BuildOutcome outcome;
         // Tables that don't fit are refused before anything is written.
-        if (ReadGames(NameRules::kRomBuild) &&
-            CountBanks(board_, menu_.prgUnits, buildFolder_)) {
+        if (ReadGames(NameRules::kRomBuild) && CountBanks(board_, menu_.prgUnits, buildFolder_)) {
             outcome.done = Build(outcome);
             KeepWork();
             RemoveFolder(context_.workFolder);

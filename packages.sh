@@ -1,0 +1,38 @@
+# Shared by ./run and ./test: installs the Debian packages that are missing. Sourced, not run.
+
+build_packages="g++ cmake ninja-build libfmt-dev libsqlite3-dev libdeflate-dev libcli11-dev rapidjson-dev"
+test_packages="libgtest-dev libgmock-dev fceux xvfb xauth"
+
+say() { printf '\n== %s\n' "$*"; }
+
+install_missing() {
+    local package missing=""
+    for package in "$@"; do
+        if ! dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q '^install ok installed'; then
+            missing="$missing $package"
+        fi
+    done
+    [ -n "$missing" ] || return 0
+    if ! command -v apt-get >/dev/null; then
+        echo "These packages are missing, and there is no apt-get here to install them:$missing" >&2
+        return 1
+    fi
+    local root=""
+    if [ "$(id -u)" != 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "Run this as root, or install sudo, or install by hand:$missing" >&2
+            return 1
+        fi
+        root="sudo"
+    fi
+    say "Installing:$missing"
+    export DEBIAN_FRONTEND=noninteractive
+    $root apt-get update -qq && $root apt-get install -y -qq --no-install-recommends $missing >/dev/null
+}
+
+# build PRESET [cmake options]: configures and builds one preset.
+build() {
+    local preset="$1"
+    shift
+    cmake --preset "$preset" "$@" >/dev/null && cmake --build --preset "$preset" -- --quiet
+}
