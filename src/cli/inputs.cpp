@@ -57,17 +57,14 @@ class Gatherer {
     }
 
     void AddFolder(const std::filesystem::path& folder) {
-        const std::vector<std::filesystem::path> files = FindGameImages(FromCurrentFolder(folder));
-        std::vector<GameEntry> entries = ReadGameEntries(files);
         size_t taken = 0;
-        for (size_t i = 0; i < entries.size(); ++i) {
-            if (!entries[i].HasValidHeader()) {
-                result_.warnings.push_back(
-                    FormatText(LoadText(153, language_), PathText(files[i])));
+        for (GameEntry& entry : ReadGameFolder(FromCurrentFolder(folder))) {
+            if (!entry.HasValidHeader()) {
+                result_.warnings.push_back(FormatText(LoadText(153, language_), entry.path));
                 continue;
             }
-            entries[i].checked = true;
-            result_.games.push_back(std::move(entries[i]));
+            entry.checked = true;
+            result_.games.push_back(std::move(entry));
             ++taken;
         }
         if (taken == 0) {
