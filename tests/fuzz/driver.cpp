@@ -52,11 +52,13 @@ void OnSignal(int signal) {
 }
 
 void WatchForDeath() {
+    // A sanitizer handles the faults of memory itself, but leaves abort() alone.
+    std::signal(SIGABRT, OnSignal);
     if (__sanitizer_set_death_callback != nullptr) {
         __sanitizer_set_death_callback(KeepCurrentInput);
         return;
     }
-    for (int signal : {SIGABRT, SIGSEGV, SIGFPE, SIGILL})
+    for (const int signal : {SIGSEGV, SIGFPE, SIGILL})
         std::signal(signal, OnSignal);
 }
 

@@ -186,8 +186,7 @@ TEST(MulticartItem, PipesDevicesAndFoldersAreRefusedAtOnce) {
     const auto pipe = folder / "pipe.nes";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     for (const std::filesystem::path& path :
-         {pipe, folder.Path(), std::filesystem::path("/dev/zero"),
-          std::filesystem::path("/dev/null")}) {
+         {pipe, folder.Path(), std::filesystem::path("/dev/zero")}) {
         SCOPED_TRACE(path);
         MulticartItem item;
         EXPECT_FALSE(item.Load(path));
