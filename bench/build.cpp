@@ -1,7 +1,8 @@
 // Building a COOLGIRL cartridge of 1,024 games and nearly 128 MB, against the least that any
 // program can do: read each image twice through a small buffer, take its CRC-32, write one file
 // beside the target and rename it.
-//   bench_build PATH_OF_BANKWEAVER_CLI [rounds] [parent folder]
+//   bench_build PATH_OF_BANKWEAVER_CLI [rounds]
+// Everything lies below TMPDIR, so that decides which disk is measured.
 #include <cstdint>
 #include <cstring>
 #include <fstream>
@@ -10,6 +11,7 @@
 #include <libdeflate.h>
 
 #include "child.h"
+#include "common/temporary_folder.h"
 
 namespace {
 
@@ -126,11 +128,11 @@ void Compare(const char* what, bool fresh, int rounds, Side ours, Side bare, con
 int main(int count, char** words) {
     if (count == 4 && std::strcmp(words[1], "--bare") == 0) return Bare().Run(words[2], words[3]);
     if (count < 2) {
-        std::fputs("bench_build PATH_OF_BANKWEAVER_CLI [rounds] [parent folder]\n", stderr);
+        std::fputs("bench_build PATH_OF_BANKWEAVER_CLI [rounds]\n", stderr);
         return 2;
     }
     const int rounds = count > 2 ? std::atoi(words[2]) : 9;
-    const bench::ScratchFolder scratch("bankweaver-build", count > 3 ? words[3] : "");
+    const TemporaryFolder scratch;
     const fs::path images = scratch.Path() / "images";
     fs::create_directory(images);
     setenv("BANKWEAVER_HOME", (scratch.Path() / "home").c_str(), 1);

@@ -1,6 +1,7 @@
 // Taking in a collection of 20,000 images, against the least that any program can do: walk the
 // folders, open each image, ask for its size, read 16 bytes, close.
-//   bench_intake [warm rounds] [cold rounds] [parent folder of the images]
+//   bench_intake [warm rounds] [cold rounds]
+// The images go below TMPDIR, so that decides which disk is measured.
 // Cold rounds empty the system's caches, which needs root and slows everybody for a moment.
 #include <cstdint>
 #include <cstdlib>
@@ -10,7 +11,9 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include "common/temporary_folder.h"
 #include "measure.h"
 #include "rom/game_entry.h"
 
@@ -96,7 +99,7 @@ bool DropCaches() {
 int main(int count, char** words) {
     const int warmRounds = count > 1 ? std::atoi(words[1]) : 21;
     const int coldRounds = count > 2 ? std::atoi(words[2]) : 3;
-    const bench::ScratchFolder folder("bankweaver-intake", count > 3 ? words[3] : "");
+    const TemporaryFolder folder;
     const auto& root = folder.Path();
     MakeImages(root);
 

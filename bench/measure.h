@@ -4,12 +4,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <filesystem>
-#include <string>
 #include <string_view>
 #include <vector>
-
-#include <unistd.h>
 
 namespace bench {
 
@@ -60,25 +56,5 @@ inline void Report(std::string_view what, const Pair& pair) {
                 static_cast<int>(what.size()), what.data(), pair.ours, pair.bare,
                 pair.ours / pair.bare, pair.bare / pair.ours);
 }
-
-// A folder of its own below `parent` (or the system's folder for such), gone at the end.
-class ScratchFolder {
-  public:
-    explicit ScratchFolder(std::string_view name, const std::filesystem::path& parent = {}) {
-        const auto base = parent.empty() ? std::filesystem::temp_directory_path() : parent;
-        path_ = base / (std::string(name) + "-" + std::to_string(getpid()));
-        std::filesystem::create_directories(path_);
-    }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-    ~ScratchFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    const std::filesystem::path& Path() const { return path_; }
-
-  private:
-    std::filesystem::path path_;
-};
 
 }  // namespace bench

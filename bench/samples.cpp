@@ -5,6 +5,7 @@
 // thirty.
 //   bench_samples PATH_OF_BANKWEAVER_CLI PATH_OF_SAMPLES_FCL [rounds]
 #include "child.h"
+#include "common/temporary_folder.h"
 
 int main(int count, char** words) {
     if (count < 3) {
@@ -12,7 +13,7 @@ int main(int count, char** words) {
         return 2;
     }
     const int rounds = count > 3 ? std::atoi(words[3]) : 21;
-    const bench::ScratchFolder scratch("bankweaver-samples");
+    const TemporaryFolder scratch;
     setenv("BANKWEAVER_HOME", (scratch.Path() / "home").c_str(), 1);
     const auto target = scratch.Path() / "samples.nes";
     const auto log = std::filesystem::temp_directory_path() / "bankweaver-bench-samples.log";

@@ -2,16 +2,16 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include "image_folder.h"
 #include "rom/crc32.h"
 #include "rom/game_entry.h"
 #include "rom/multicart_item.h"
-#include "temp_folder.h"
 
 namespace bw {
 namespace {
 
 using test::Header;
-using test::TempFolder;
+using test::ImageFolder;
 
 // Bit by bit, as the polynomial division reads.
 uint32_t SlowCrc(std::string_view bytes) {
@@ -48,7 +48,7 @@ TEST(Crc32, IsThePublishedOneAndContinues) {
 }
 
 TEST(GameEntry, TellsHowMuchOfTheHeaderArrived) {
-    const TempFolder folder;
+    const ImageFolder folder;
     struct Case {
         const char* name;
         std::string bytes;
@@ -102,7 +102,7 @@ struct DeepCase {
 };
 
 TEST(MulticartItem, SizesAndCrcOfWholeAndTruncatedImages) {
-    const TempFolder folder;
+    const ImageFolder folder;
     const std::string prg = Data(32768, 1);
     const std::string chr = Data(8192, 2);
     const std::string longPrg = Data(200000, 3);
@@ -143,7 +143,7 @@ TEST(MulticartItem, SizesAndCrcOfWholeAndTruncatedImages) {
 }
 
 TEST(MulticartItem, FlagsComeFromTheirBits) {
-    const TempFolder folder;
+    const ImageFolder folder;
     for (int bit = 0; bit < 4; ++bit) {
         MulticartItem item;
         ASSERT_TRUE(item.Load(folder.Write("a.b.nes", Header({1, 0, 0xA0 | 1 << bit, 0x48, 3}))));
@@ -158,7 +158,7 @@ TEST(MulticartItem, FlagsComeFromTheirBits) {
 }
 
 TEST(MulticartItem, AFailedLoadChangesThePathOnly) {
-    const TempFolder folder;
+    const ImageFolder folder;
     MulticartItem menu;
     menu.isMenu = 1;
     menu.name = u"menu";
@@ -182,7 +182,7 @@ TEST(MulticartItem, AFailedLoadChangesThePathOnly) {
 }
 
 TEST(MulticartItem, PipesDevicesAndFoldersAreRefusedAtOnce) {
-    const TempFolder folder;
+    const ImageFolder folder;
     const auto pipe = folder / "pipe.nes";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     for (const std::filesystem::path& path :
@@ -195,7 +195,7 @@ TEST(MulticartItem, PipesDevicesAndFoldersAreRefusedAtOnce) {
 }
 
 TEST(LoadMulticartItems, KeepsTheOrderAndMarksWhatFailed) {
-    const TempFolder folder;
+    const ImageFolder folder;
     std::vector<std::filesystem::path> paths;
     for (int i = 0; i < 50; ++i) {
         const std::string name = std::to_string(i);

@@ -4,15 +4,15 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include "image_folder.h"
 #include "rom/game_entry.h"
 #include "support/text.h"
-#include "temp_folder.h"
 
 namespace bw {
 namespace {
 
 using test::Header;
-using test::TempFolder;
+using test::ImageFolder;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -24,7 +24,7 @@ std::vector<std::u16string> Paths(const std::vector<GameEntry>& entries) {
 }
 
 TEST(FindGameImages, GoesThroughFoldersInOrderOfPath) {
-    const TempFolder folder;
+    const ImageFolder folder;
     for (const char* name : {"b.nes", "a/z.NES", "a/deeper/1.nes", "a.nes", "c/readme.txt",
                              "c/x.nes~", "B.Nes", ".nes", "c/no extension", "unes"}) {
         folder.Write(name, Header({1}));
@@ -47,7 +47,7 @@ TEST(FindGameImages, GoesThroughFoldersInOrderOfPath) {
 }
 
 // Enough files for several threads and several pieces of work each.
-void MakeCollection(const TempFolder& folder) {
+void MakeCollection(const ImageFolder& folder) {
     for (int i = 0; i < 700; ++i) {
         std::string number = std::to_string(i);
         const std::string name = "set " + number.substr(0, 1) + "/game " + number + ".nes";
@@ -64,7 +64,7 @@ void ExpectSame(const GameEntry& a, const GameEntry& b) {
 }
 
 TEST(ReadGameFolder, GivesWhatReadingOneByOneGives) {
-    const TempFolder folder;
+    const ImageFolder folder;
     MakeCollection(folder);
     const auto paths = FindGameImages(folder.Path());
     ASSERT_EQ(paths.size(), 700u);
@@ -83,7 +83,7 @@ TEST(ReadGameFolder, GivesWhatReadingOneByOneGives) {
 }
 
 TEST(ReadGameFolder, KeepsARelativeFolderRelative) {
-    const TempFolder folder;
+    const ImageFolder folder;
     folder.Write("set/游戏.nes", Header({1}));
     const auto relative = std::filesystem::relative(folder.Path());
     const auto entries = ReadGameFolder(relative / "");
@@ -93,7 +93,7 @@ TEST(ReadGameFolder, KeepsARelativeFolderRelative) {
 }
 
 TEST(ReadGameFolder, TakesAFileThatLeftBetweenListingAndReading) {
-    const TempFolder folder;
+    const ImageFolder folder;
     const auto kept = folder.Write("kept.nes", Header({1}));
     const std::vector<GameEntry> entries =
         ReadGameEntries(std::vector<std::filesystem::path>{folder / "left.nes", kept});

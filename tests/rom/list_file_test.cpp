@@ -3,25 +3,25 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "image_folder.h"
 #include "support/text.h"
-#include "temp_folder.h"
 
 namespace bw {
 namespace {
 
 using test::Header;
+using test::ImageFolder;
 using test::ReadText;
-using test::TempFolder;
 
 constexpr std::string_view kMark = "\xEF\xBB\xBF";
 
-std::optional<ListLoadResult> LoadListText(const TempFolder& folder, std::string_view text,
+std::optional<ListLoadResult> LoadListText(const ImageFolder& folder, std::string_view text,
                                            GameList& list) {
     return LoadListFile(folder.Write("list.fcl", text), folder.Path(), list);
 }
 
 // The one entry of a list text with these values.
-GameEntry LoadOne(const TempFolder& folder, const std::string& path,
+GameEntry LoadOne(const ImageFolder& folder, const std::string& path,
                   const std::string& relativePath) {
     GameList list;
     LoadListText(
@@ -41,7 +41,7 @@ GameEntry Game(std::u16string path, std::u16string name, std::u16string remark, 
 }
 
 TEST(ListFile, TextOfAListWithOneGame) {
-    const TempFolder folder;
+    const ImageFolder folder;
     const auto file = folder / "out.fcl";
     ASSERT_TRUE(SaveListFile(file, {Game(u"/games/roms/Game.nes", u"Game", u"", true)}, "/games"));
     EXPECT_EQ(ReadText(file), std::string(kMark) +
@@ -70,7 +70,7 @@ TEST(ListFile, SavingMakesPathsAbsoluteAndRelative) {
 }
 
 TEST(ListFile, ValuesComeBackAsTheyWere) {
-    const TempFolder folder;
+    const ImageFolder folder;
     const std::u16string path = PathText(folder.Write("a=b.nes", Header({2, 1})));
     GameList list{Game(path, u"a=b=", u"[x]", true),
                   Game(path, u"\"游戏\" \U0001F3AE", u" # ", false)};
@@ -97,7 +97,7 @@ TEST(ListFile, ValuesComeBackAsTheyWere) {
 }
 
 TEST(ListFile, WhichPathNamesTheImage) {
-    const TempFolder folder;
+    const ImageFolder folder;
     const std::string moved = folder.Write("roms/moved.nes", Header({1})).string();
     const std::string old = folder.Write("old/old.nes", Header({2})).string();
     const auto text = [](const std::string& path) { return ToWide(path); };
@@ -115,8 +115,8 @@ TEST(ListFile, WhichPathNamesTheImage) {
 }
 
 TEST(ListFile, ASecondBaseServesRelativePathsOnly) {
-    const TempFolder program;
-    const TempFolder travelling;
+    const ImageFolder program;
+    const ImageFolder travelling;
     const auto own = travelling.Write("a.nes", Header({1}));
     const auto file = travelling.Write("list.fcl",
                                        "[history]\r\ncount=2\r\n00000_path=/gone/a.nes\r\n"
@@ -132,7 +132,7 @@ TEST(ListFile, ASecondBaseServesRelativePathsOnly) {
 }
 
 TEST(ListFile, MissingImagesStayInTheList) {
-    const TempFolder folder;
+    const ImageFolder folder;
     const GameEntry gone = LoadOne(folder, "/no such drive/a.nes", "a.nes");
     EXPECT_EQ(gone.path, u"/no such drive/a.nes");
     EXPECT_FALSE(gone.headerRead || gone.HasValidHeader());
@@ -149,7 +149,7 @@ TEST(ListFile, MissingImagesStayInTheList) {
 }
 
 TEST(ListFile, WhatIsNoListAddsNothing) {
-    const TempFolder folder;
+    const ImageFolder folder;
     GameList list(2);
     EXPECT_FALSE(LoadListFile(folder / "missing.fcl", folder.Path(), list));
     EXPECT_FALSE(LoadListFile(folder.Path(), folder.Path(), list));
@@ -163,7 +163,7 @@ TEST(ListFile, WhatIsNoListAddsNothing) {
 }
 
 TEST(ListFile, Utf16FromAnEditor) {
-    const TempFolder folder;
+    const ImageFolder folder;
     std::string bytes = "\xFF\xFE";
     for (const char16_t unit : std::u16string_view(u"[history]\r\ncount=1\r\n00000_check=7\r\n"
                                                    u"00000_name=游戏")) {
