@@ -39,10 +39,10 @@ class BuildBase {
         }
         return !text;
     }
-    void ShowFileFailure(const std::filesystem::path& file, const std::string& reason) const {
-        std::u16string text = Text(150) + u"\r\n" + PathText(file);
-        if (!reason.empty()) {
-            text += u": " + ToWide(reason);
+    void ShowFileProblem(const FileProblem& problem) const {
+        std::u16string text = Text(150) + u"\r\n" + PathText(problem.file);
+        if (!problem.reason.empty()) {
+            text += u": " + ToWide(problem.reason);
         }
         ShowError(text);
     }
@@ -143,7 +143,7 @@ class Export : BuildBase {
         WriteScreenFiles(tables);
         std::vector<FinalDataRecord> unused;
         if (!WriteMenuTables(tables, layout, banks_, unused)) {
-            ShowFileFailure(folder / "game_config.asm", {});
+            ShowFileProblem(LastFileProblem(folder / "game_config.asm"));
             return false;
         }
         return true;
@@ -191,7 +191,7 @@ class RomBuild : BuildBase {
     }
 
     bool Build(BuildOutcome& outcome) {
-        const std::optional<std::filesystem::path> unwritten = WriteResources(context_.workFolder);
+        const std::optional<FileProblem> unwritten = WriteResources(context_.workFolder);
         if (items_.empty()) {
             user_.Message(Text(149), Text(kTipsTitle), MessageKind::kTips);
             return false;
@@ -200,7 +200,7 @@ class RomBuild : BuildBase {
             return false;
         }
         if (unwritten || !MakeFolders(buildFolder_)) {
-            ShowFileFailure(unwritten.value_or(buildFolder_), {});
+            ShowFileProblem(unwritten ? *unwritten : LastFileProblem(buildFolder_));
             return false;
         }
         if (ExternMenuIs("asm") && !AssembleExternMenu(context_.settings.MenuSize)) {
@@ -235,7 +235,7 @@ class RomBuild : BuildBase {
         // configuration tells, and both roads then assemble to the same menu.
         WriteScreenFiles(tables);
         if (!WriteMenuTables(tables, outcome.layout, banks_, outcome.finalData)) {
-            ShowFileFailure(buildFolder_ / "game_config.asm", {});
+            ShowFileProblem(LastFileProblem(buildFolder_ / "game_config.asm"));
             return false;
         }
         DeleteFile(menuFolder_ / "menu.nes");
@@ -307,7 +307,7 @@ class RomBuild : BuildBase {
                            PathText(outcome.output)));
             return false;
         }
-        const std::optional<RomWriteProblem> problem =
+        const std::optional<FileProblem> problem =
             WriteRom(outcome.layout, board_, outcome.format, outcome.output,
                      [this](size_t done, size_t total, const MulticartItem& item) {
                          user_.Progress(BuildStage::kWriteRom, done, total, item.name);
@@ -317,7 +317,7 @@ class RomBuild : BuildBase {
             return false;
         }
         if (problem) {
-            ShowFileFailure(problem->file, problem->reason);
+            ShowFileProblem(*problem);
             return false;
         }
         AskToShow(outcome.output);

@@ -9,7 +9,8 @@ namespace bw {
 namespace {
 
 using namespace std::chrono_literals;
-constexpr auto kPatience = 3000ms;
+constexpr auto kSilence = 3000ms;
+constexpr auto kEnding = 500ms;  // from the end of its output to its own end
 
 std::u16string FailureText(int status, const std::filesystem::path& assembler, Language language) {
     const bool chinese = language == Language::kChinese;
@@ -40,8 +41,8 @@ AssemblyOutcome RunAssembler(const std::filesystem::path& assembler,
                        PathText(assembler))};
     }
     AssemblyOutcome outcome;
-    outcome.output = ToWide(process.ReadOutput(kPatience));
-    const int status = process.ExitStatus(kPatience);
+    outcome.output = ToWide(process.ReadOutput(kSilence));
+    const int status = process.ExitStatus(kEnding);
     outcome.done = status == 0;
     if (!outcome.done && outcome.output.empty()) {
         outcome.output = FailureText(status, assembler, language);

@@ -2,8 +2,6 @@
 
 #include <array>
 
-#include "support/files.h"
-
 #define BANKWEAVER_EMBEDDED(name)                             \
     extern "C" const unsigned char embedded_##name##_begin[]; \
     extern "C" const unsigned char embedded_##name##_end[]
@@ -67,15 +65,16 @@ std::filesystem::path AssemblerPath(const std::filesystem::path& workFolder) {
     return workFolder / kAssembler;
 }
 
-std::optional<std::filesystem::path> WriteResources(const std::filesystem::path& workFolder) {
+std::optional<FileProblem> WriteResources(const std::filesystem::path& workFolder) {
     for (const Resource& row : ResourceTable()) {
         if (row.data.empty()) {
             continue;
         }
         const std::filesystem::path file = workFolder / row.path;
         if (!MakeFolders(file.parent_path()) || !WriteScratchFile(file, row.data)) {
+            const FileProblem problem = LastFileProblem(file);
             RemoveFolder(workFolder);
-            return file;
+            return problem;
         }
     }
     std::error_code ignored;  // a folder that allows no execution shows when the assembler starts

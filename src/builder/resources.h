@@ -9,6 +9,8 @@
 #include <span>
 #include <string_view>
 
+#include "support/files.h"
+
 namespace bw {
 
 struct Resource {
@@ -28,8 +30,8 @@ std::span<const uint8_t> DefaultTileSet();
 std::filesystem::path AssemblerPath(const std::filesystem::path& workFolder);
 
 // Writes every row that the program carries. At the first row that fails the work folder is
-// removed, and the path of that row's file comes back.
-std::optional<std::filesystem::path> WriteResources(const std::filesystem::path& workFolder);
+// removed and the problem comes back.
+std::optional<FileProblem> WriteResources(const std::filesystem::path& workFolder);
 
 // Whether the data of a menu music (0 to 5) is part of this program.
 bool HasMusic(uint32_t music);

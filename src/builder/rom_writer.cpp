@@ -2,20 +2,14 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <system_error>
 #include <vector>
 
-#include "support/files.h"
 #include "support/paths.h"
 
 namespace bw {
 namespace {
 
 constexpr size_t kBufferSize = 256 * 1024;  // bytes; fits a processor's second-level cache
-
-std::string SystemReason() {
-    return errno != 0 ? std::generic_category().message(errno) : "unexpected end";
-}
 
 // One item's PRG or CHR data: where it comes from and where it goes.
 struct Block {
@@ -105,11 +99,11 @@ class RomComposer {
         return true;
     }
 
-    RomWriteProblem Problem() const { return problem_; }
+    FileProblem Problem() const { return problem_; }
 
   private:
     bool Fail(const std::filesystem::path& file) {
-        problem_ = {file, SystemReason()};
+        problem_ = LastFileProblem(file);
         return false;
     }
     // Data behind the end of the file counts as 0xFF.
@@ -134,25 +128,25 @@ class RomComposer {
     const std::filesystem::path& target_;
     std::vector<uint8_t> buffer_;
     uint64_t written_ = 0;  // ROM bytes from the start that hold data or filling
-    RomWriteProblem problem_;
+    FileProblem problem_;
 };
 
 }  // namespace
 
-std::optional<RomWriteProblem> WriteRom(const LayoutResult& layout, BoardType board,
-                                        RomFormat format, const std::filesystem::path& target,
-                                        const RomProgress& progress) {
+std::optional<FileProblem> WriteRom(const LayoutResult& layout, BoardType board, RomFormat format,
+                                    const std::filesystem::path& target,
+                                    const RomProgress& progress) {
     const Container container = MakeContainer(format, layout.romSize, board);
     errno = 0;
     std::optional<ReplacementFile> out = ReplacementFile::Begin(target);
     if (!out || !out->Contents().WriteAt(0, container.head)) {
-        return RomWriteProblem{target, SystemReason()};
+        return LastFileProblem(target);
     }
     RomComposer composer(out->Contents(), container.head.size(), target);
     const std::vector<Block> blocks = InOrderOfPlace(CollectBlocks(layout));
     for (size_t i = 0; i < blocks.size(); ++i) {
         if (progress && !progress(i, blocks.size(), *blocks[i].item)) {
-            return RomWriteProblem{target, "given up"};
+            return FileProblem{target, "given up"};
         }
         if (!composer.FillTo(blocks[i].target) || !composer.Copy(blocks[i])) {
             return composer.Problem();
@@ -163,7 +157,7 @@ std::optional<RomWriteProblem> WriteRom(const LayoutResult& layout, BoardType bo
     }
     errno = 0;
     if (!out->Commit()) {
-        return RomWriteProblem{target, SystemReason()};
+        return LastFileProblem(target);
     }
     return std::nullopt;
 }

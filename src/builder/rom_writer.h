@@ -9,6 +9,7 @@
 
 #include "builder/bank_layout.h"
 #include "builder/rom_header.h"
+#include "support/files.h"
 
 namespace bw {
 
@@ -16,18 +17,12 @@ namespace bw {
 // the target stays as it was.
 using RomProgress = std::function<bool(size_t, size_t, const MulticartItem&)>;
 
-// Why a ROM couldn't be written: the file at fault and what the system said of it.
-struct RomWriteProblem {
-    std::filesystem::path file;
-    std::string reason;
-};
-
 // Reads every item's data a second time and writes the ROM in one of its forms. The target is
 // replaced in one step at the end; a problem leaves it as it was. Gaps of the layout and the tail
 // of a lengthened file are 0xFF. The ROM is never held in memory: data passes through one buffer.
-std::optional<RomWriteProblem> WriteRom(const LayoutResult& layout, BoardType board,
-                                        RomFormat format, const std::filesystem::path& target,
-                                        const RomProgress& progress = {});
+std::optional<FileProblem> WriteRom(const LayoutResult& layout, BoardType board, RomFormat format,
+                                    const std::filesystem::path& target,
+                                    const RomProgress& progress = {});
 
 // The path with the format's extension appended, unless it ends in it already in any letter case.
 std::filesystem::path WithFormatExtension(const std::filesystem::path& path, RomFormat format);

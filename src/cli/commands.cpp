@@ -126,6 +126,7 @@ class CommandRun {
         if (OutputIsAnInput() || !MayStartBuild(Games(), taskBusy, user_)) {
             return kFailed;
         }
+        TellUnusedOptions();
         CancelOnInterrupt();
         const BuildOutcome outcome = BuildRom(Context(), arguments_.board, taskBusy);
         if (!outcome.done) {
@@ -136,6 +137,16 @@ class CommandRun {
             PathText(outcome.output), BoardName(outcome.board), outcome.names.size(),
             outcome.layout.romSize / 1048576.0));
         return WriteReport(outcome) ? kDone : kFailed;
+    }
+
+    void TellUnusedOptions() {
+        const BuildSettings& settings = arguments_.settings;
+        if (arguments_.board == BoardType::kCoolgirl &&
+            settings.MenuSize != BuildSettings().MenuSize && !settings.ExternMenuEnable) {
+            user_.Message(Own(u"COOLGIRL 的内置菜单固定为 128KB，--menu-size 不起作用。",
+                              u"COOLGIRL's own menu is always 128 KB; --menu-size is not used."),
+                          LoadText(169, language_), MessageKind::kWarning);
+        }
     }
 
     // The games themselves are the build's to compare; this is about the list files.

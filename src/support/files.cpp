@@ -1,7 +1,9 @@
 #include "support/files.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <random>
+#include <system_error>
 #include <utility>
 
 namespace bw {
@@ -156,6 +158,10 @@ bool DeleteFile(const fs::path& path) {
     if (path.empty() || fs::is_directory(fs::symlink_status(path, error))) return false;
     fs::remove(path, error);
     return !error;
+}
+
+FileProblem LastFileProblem(const std::filesystem::path& file) {
+    return {file, errno == 0 ? std::string() : std::generic_category().message(errno)};
 }
 
 }  // namespace bw

@@ -87,4 +87,13 @@ bool RemoveFolder(const std::filesystem::path& folder);
 // True if the file is gone, also if it wasn't there; false for an empty path.
 bool DeleteFile(const std::filesystem::path& path);
 
+// A file that couldn't be read or written, and what the system said of it (may be empty).
+struct FileProblem {
+    std::filesystem::path file;
+    std::string reason;
+};
+
+// The problem of the call of this header that has just failed on this thread.
+FileProblem LastFileProblem(const std::filesystem::path& file);
+
 }  // namespace bw

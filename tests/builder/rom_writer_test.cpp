@@ -93,7 +93,7 @@ class RomWriter : public testing::Test {
         rom.replace(0x28000, 0x2000, nrom, 0x8000, 0x2000);
         return rom;
     }
-    std::optional<RomWriteProblem> Write(RomFormat format, const std::string& name = "out") {
+    std::optional<FileProblem> Write(RomFormat format, const std::string& name = "out") {
         return WriteRom(layout_, BoardType::kCoolboy, format, folder_ / name);
     }
 

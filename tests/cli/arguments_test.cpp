@@ -1,0 +1,135 @@
+#include "cli/arguments.h"
+
+#include <regex>
+#include <set>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "common/game_image.h"
+
+namespace bw {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+ParseResult Parse(std::vector<const char*> values) {
+    values.insert(values.begin(), "bankweaver-cli");
+    return ParseArguments(static_cast<int>(values.size()), values.data());
+}
+
+TEST(Arguments, DefaultsAreThoseOfAFreshStore) {
+    const auto parsed = Parse({"build", "-o", "cart.nes", "b.nes", "a.fcl"});
+    ASSERT_TRUE(parsed.arguments) << parsed.text;
+    const Arguments& arguments = *parsed.arguments;
+    EXPECT_EQ(arguments.command, Command::kBuild);
+    EXPECT_THAT(arguments.inputs, ElementsAre("b.nes", "a.fcl"));
+    EXPECT_EQ(arguments.board, BoardType::kCoolboy);
+    EXPECT_EQ(arguments.format, RomFormat::kNes20);
+    const BuildSettings fresh = LoadBuildSettings(*MakeMemoryStore());
+    const BuildSettings& settings = arguments.settings;
+    EXPECT_EQ(settings.MenuSize, fresh.MenuSize);
+    EXPECT_EQ(settings.PageSize, fresh.PageSize);
+    EXPECT_EQ(settings.PageTurningSpeed, fresh.PageTurningSpeed);
+    EXPECT_EQ(settings.Music, fresh.Music);
+    EXPECT_EQ(settings.ShowStyle, fresh.ShowStyle);
+    EXPECT_FALSE(settings.PageNumber || settings.ShowNumberOrder || settings.ExternMenuEnable);
+}
+
+TEST(Arguments, EveryOptionReachesItsSetting) {
+    const auto parsed = Parse({"build",
+                               "--board",
+                               "mindkids",
+                               "--menu-size",
+                               "512",
+                               "--page-size",
+                               "20",
+                               "--style",
+                               "white",
+                               "--music",
+                               "1",
+                               "--page-number",
+                               "--insert-row",
+                               "--turning-speed",
+                               "4",
+                               "--number",
+                               "--dot",
+                               "--fill",
+                               "--extern-menu",
+                               "m.asm",
+                               "--keep-work",
+                               "kept",
+                               "--report",
+                               "-",
+                               "-o",
+                               "x.UNF",
+                               "g.nes"});
+    ASSERT_TRUE(parsed.arguments) << parsed.text;
+    const Arguments& arguments = *parsed.arguments;
+    const BuildSettings& settings = arguments.settings;
+    EXPECT_EQ(arguments.board, BoardType::kMindkids);
+    EXPECT_EQ(arguments.format, RomFormat::kUnif);
+    EXPECT_EQ(settings.MenuSize, 32u);
+    EXPECT_EQ(settings.PageSize, 20u);
+    EXPECT_EQ(settings.ShowStyle, 1u);
+    EXPECT_EQ(settings.Music, 1u);
+    EXPECT_EQ(settings.PageTurningSpeed, 4u);
+    EXPECT_TRUE(settings.PageNumber && settings.NameInsertRow && settings.ShowNumberOrder &&
+                settings.ShowNumberDot && settings.ShowNumberFill && settings.ExternMenuEnable);
+    EXPECT_TRUE(settings.ExternMenuPath.is_absolute());
+    EXPECT_EQ(arguments.keepWork, "kept");
+    EXPECT_EQ(arguments.report, "-");
+    const auto exported =
+        Parse({"export", "--board", "coolgirl", "--menu-size", "256", "-d", "x", "g.nes"});
+    ASSERT_TRUE(exported.arguments);
+    EXPECT_EQ(exported.arguments->settings.ExportRomType, 1u);
+    EXPECT_EQ(exported.arguments->settings.ExportMenuUnits(), 16u);
+}
+
+TEST(Arguments, WrongUsageIsRefused) {
+    const std::vector<std::vector<const char*>> wrong{
+        {},
+        {"bild", "x.nes"},
+        {"build", "x.nes"},
+        {"build", "-o", "x.nes"},
+        {"build", "-o", "x.nes", "--frobnicate", "g.nes"},
+        {"build", "-o", "x.nes", "--board", "coolbox", "g.nes"},
+        {"build", "-o", "x.nes", "--menu-size", "64", "g.nes"},
+        {"build", "-o", "x.nes", "--page-size", "12", "g.nes"},
+        {"build", "-o", "x.nes", "--music", "6", "g.nes"},
+        {"build", "-o", "x.nes", "--turning-speed", "0", "g.nes"},
+        {"build", "-o", "x.nes", "--format", "ines", "g.nes"},
+        {"build", "-o", "x.nes", "--json", "g.nes"},
+        {"export", "g.nes"},
+        {"info", "--report", "x", "g.nes"},
+    };
+    for (const auto& values : wrong) {
+        const auto parsed = Parse(values);
+        EXPECT_FALSE(parsed.arguments) << testing::PrintToString(values);
+        EXPECT_EQ(parsed.exitCode, 2);
+        EXPECT_FALSE(parsed.text.empty());
+    }
+    EXPECT_EQ(Parse({"--help"}).exitCode, 0);
+    EXPECT_THAT(Parse({"--version"}).text, HasSubstr("bankweaver-cli 0."));
+}
+
+TEST(Arguments, ThePageTellsEveryOption) {
+    const std::string page = test::ReadText(BANKWEAVER_CLI_PAGE);
+    std::set<std::string> options;
+    for (const char* command : {"info", "build", "export", "list"}) {
+        const std::string help = Parse({command, "--help"}).text;
+        const std::regex option("--[a-z][a-z-]+");
+        for (std::sregex_iterator at(help.begin(), help.end(), option), end; at != end; ++at) {
+            options.insert(at->str());
+        }
+        EXPECT_THAT(page, HasSubstr("bankweaver-cli " + std::string(command)));
+    }
+    EXPECT_GT(options.size(), 15u);
+    for (const std::string& option : options) {
+        EXPECT_THAT(page, HasSubstr("`" + option)) << "docs/cli.md doesn't tell of " << option;
+    }
+}
+
+}  // namespace
+}  // namespace bw

@@ -1,0 +1,224 @@
+// The program as a script runs it: exit codes, streams, files.
+#include <cstdlib>
+#include <fstream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidjson/document.h>
+#include <sys/wait.h>
+
+#include "common/game_image.h"
+#include "common/temporary_folder.h"
+
+namespace bw {
+namespace {
+
+using test::ImageBytes;
+using test::ImageShape;
+using test::ReadText;
+using test::WriteText;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+struct RunResult {
+    int exitCode = -1;
+    std::string out;
+    std::string err;
+};
+
+class Commands : public testing::Test {
+  protected:
+    Commands() { std::filesystem::create_directory(folder_ / "home"); }
+
+    // Runs the program in the test's folder. `before` is shell text in front of it.
+    RunResult Run(const std::string& arguments, const std::string& before = "") {
+        const std::string command =
+            "cd '" + folder_.Path().string() + "' && export LC_ALL=C BANKWEAVER_HOME='" +
+            (folder_ / "home").string() + "' && " + before + " '" + BANKWEAVER_CLI + "' " +
+            arguments + " > stdout.txt 2> stderr.txt < /dev/null";
+        const int status = std::system(command.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadText(folder_ / "stdout.txt"),
+                ReadText(folder_ / "stderr.txt")};
+    }
+    void Image(const std::string& name, ImageShape shape, uint32_t seed = 1) {
+        std::filesystem::create_directories((folder_ / name).parent_path());
+        WriteText(folder_ / name, ImageBytes(shape, seed));
+    }
+    // Refused: exit 1, `words` on standard error, nothing on standard output, no file written and
+    // none changed, no work folder left.
+    void ExpectRefused(const std::string& arguments, const std::string& words,
+                       const std::string& before = "") {
+        SCOPED_TRACE(arguments);
+        WriteText(folder_ / "old.nes", "precious");
+        const size_t files = CountAll();
+        const RunResult run = Run(arguments, before);
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_THAT(run.err, HasSubstr(words));
+        EXPECT_THAT(run.out, IsEmpty());
+        EXPECT_EQ(ReadText(folder_ / "old.nes"), "precious");
+        EXPECT_EQ(CountAll(), files) << "a file was left behind";
+    }
+    size_t CountAll() const {
+        size_t files = 0;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder_.Path())) {
+            const auto name = entry.path().filename();
+            files += !entry.is_directory() && name != "stdout.txt" && name != "stderr.txt" ? 1 : 0;
+        }
+        return files;
+    }
+
+    TemporaryFolder folder_;
+};
+
+TEST_F(Commands, BuildsFromFilesFoldersAndLists) {
+    Image("games/b/two.NES", {2, 1, 0}, 2);
+    Image("games/a.nes", {1, 1, 0}, 1);
+    WriteText(folder_ / "games/notes.txt", "no game");
+    Image("three.nes", {8, 4, 4}, 3);
+    ASSERT_EQ(Run("list -o kept games three.nes").exitCode, 0);
+    const std::string list = ReadText(folder_ / "kept.fcl");
+    EXPECT_THAT(list, AllOf(HasSubstr("count=3"), HasSubstr("00000_name=a\r\n"),
+                            HasSubstr("00001_name=two\r\n"), HasSubstr("00002_check=1")));
+
+    const RunResult direct = Run("build -o direct.nes --report - games three.nes");
+    ASSERT_EQ(direct.exitCode, 0) << direct.err;
+    const RunResult listed = Run("build -o listed.nes --report listed.json kept.fcl");
+    ASSERT_EQ(listed.exitCode, 0) << listed.err;
+    EXPECT_TRUE(ReadText(folder_ / "direct.nes") == ReadText(folder_ / "listed.nes"));
+
+    rapidjson::Document report;
+    report.Parse(direct.out.c_str());
+    ASSERT_FALSE(report.HasParseError());
+    EXPECT_STREQ(report["board"].GetString(), "COOLBOY");
+    EXPECT_EQ(report["romSize"].GetUint() + 16, std::filesystem::file_size(folder_ / "direct.nes"));
+    ASSERT_EQ(report["games"].Size(), 3u);
+    const std::string rom = ReadText(folder_ / "direct.nes").substr(16);
+    const auto& game = report["games"][2];
+    EXPECT_STREQ(game["name"].GetString(), "three");
+    EXPECT_EQ(game["prgRegisters"].Size(), 4u);
+    const std::string image = ImageBytes({8, 4, 4}, 3);
+    EXPECT_TRUE(rom.compare(game["prgOffset"].GetUint(), 0x20000, image, 16, 0x20000) == 0);
+    EXPECT_TRUE(rom.compare(game["chrOffset"].GetUint(), 0x8000, image, 16 + 0x20000, 0x8000) == 0);
+}
+
+TEST_F(Commands, TellsWhatImagesHold) {
+    Image("one.nes", {2, 1, 4, 3});
+    WriteText(folder_ / "bad.nes", "MES");
+    const RunResult table = Run("info one.nes");
+    EXPECT_EQ(table.exitCode, 0);
+    EXPECT_THAT(table.out, AllOf(HasSubstr("Mapper #"), HasSubstr(" 2 (032KB)   1 (008KB)")));
+    const RunResult json = Run("info --json one.nes bad.nes");
+    EXPECT_EQ(json.exitCode, 1);
+    EXPECT_THAT(json.err, HasSubstr("bad.nes not is a nes file!"));
+    rapidjson::Document info;
+    info.Parse(json.out.c_str());
+    ASSERT_FALSE(info.HasParseError());
+    ASSERT_EQ(info["games"].Size(), 1u);
+    EXPECT_EQ(info["games"][0]["mapper"].GetInt(), 4);
+    EXPECT_STREQ(info["games"][0]["mirroring"].GetString(), "vertical");
+    EXPECT_TRUE(info["games"][0]["battery"].GetBool());
+    EXPECT_TRUE(info["games"][0]["coolboy"].GetBool());
+    const RunResult chinese = Run("info one.nes", "LC_ALL=zh_CN.UTF-8");
+    EXPECT_THAT(chinese.out, Not(HasSubstr("Mirroring")));
+}
+
+TEST_F(Commands, ListFilesKeepOrderNamesAndChecks) {
+    Image("b.nes", {1, 1, 0}, 1);
+    Image("a.nes", {1, 1, 0}, 2);
+    WriteText(folder_ / "games.fcl",
+              "\xEF\xBB\xBF[history]\r\n00000_check=1\r\n00000_name=Bee = \"1\"\r\n"
+              "00000_path_relative=b.nes\r\n00001_check=0\r\n00001_name=Left out\r\n"
+              "00001_path_relative=a.nes\r\n00002_check=1\r\n00002_name=Ay\r\n"
+              "00002_path=nowhere\\a.nes\r\n00002_path_relative=.\\a.nes\r\ncount=3");
+    const RunResult list = Run("list games.fcl");
+    EXPECT_THAT(list.out, HasSubstr("1  Bee = \"1\""));
+    EXPECT_THAT(list.out, HasSubstr("-  Left out"));
+    const RunResult build = Run("build -o x.bin --number games.fcl");
+    ASSERT_EQ(build.exitCode, 0) << build.err;
+    EXPECT_THAT(ReadText(folder_ / "x.bin"), HasSubstr("\x0B"
+                                                       "1.BEE = \"1\"\x04"
+                                                       "2.AY"));
+}
+
+TEST_F(Commands, RefusesBadInput) {
+    Image("good.nes", {1, 1, 0}, 1);
+    WriteText(folder_ / "foreign.nes", "UNIF no game of ours");
+    WriteText(folder_ / "cut.nes", ImageBytes({2, 1, 0}, 2).substr(0, 20000));
+    std::string large = ImageBytes({1, 1, 0}, 3);
+    large[7] = 0x08;
+    large[9] = 0x01;
+    WriteText(folder_ / "large.nes", large);
+    WriteText(folder_ / "wrong.fcl", std::string("\xFE\xFF\0[\0h", 6));
+    WriteText(folder_ / "gone.fcl",
+              "[history]\r\n00000_check=1\r\n00000_name=Lost\r\n00000_path=lost.nes\r\ncount=1");
+    std::filesystem::create_directory(folder_ / "empty");
+
+    ExpectRefused("build -o old.nes good.nes missing.nes", "missing.nes doesn't exist");
+    ExpectRefused("build -o old.nes good.nes foreign.nes", "foreign.nes not is a nes file!");
+    ExpectRefused("build -o old.nes good.nes cut.nes",
+                  "2.cut is cut short: its header announces 40976 bytes, the file has 20000.");
+    ExpectRefused("build -o old.nes good.nes large.nes",
+                  "2.large PRG = 4112KB CHR = 8KB not supported!");
+    ExpectRefused("build -o old.nes wrong.fcl", "wrong.fcl is no list of games");
+    ExpectRefused("build -o old.nes gone.fcl", "1.lost Not a valid NES file!");
+    ExpectRefused("build -o old.nes empty", "empty holds no game images");
+    ExpectRefused("build -o no/folder/x.nes good.nes", "no/folder/x.nes: No such file");
+    ExpectRefused("build -o good.nes good.nes", "Choose another name.");
+    ExpectRefused("build -o old.nes --music 2 good.nes", "Use --music 0 or 1.");
+}
+
+// One block of the limit is 512 bytes. The larger one stops the ROM, the smaller one the work
+// folder.
+TEST_F(Commands, FullDisks) {
+    std::string games;
+    for (uint32_t i = 0; i < 8; ++i) {
+        const std::string name = "big" + std::to_string(i) + ".nes";
+        Image(name, {128, 0, 4}, i);
+        games += " " + name;
+    }
+    ExpectRefused("build -o old.nes" + games, "old.nes: File too large",
+                  "trap '' XFSZ; ulimit -f 30000; ");
+    ExpectRefused("build -o old.nes" + games, "nesasm: File too large",
+                  "trap '' XFSZ; ulimit -f 8; ");
+}
+
+TEST_F(Commands, RefusesMoreThanTheBoardHolds) {
+    Image("small.nes", {1, 0, 0}, 1);
+    std::string entries;
+    for (int i = 0; i < 1025; ++i) {
+        char number[8];
+        std::snprintf(number, sizeof number, "%05d", i);
+        entries += std::string(number) + "_check=1\r\n" + number + "_name=Game " + number + "\r\n" +
+                   number + "_path_relative=small.nes\r\n";
+    }
+    WriteText(folder_ / "many.fcl", "[history]\r\n" + entries + "count=1025");
+    ExpectRefused("build -o old.nes many.fcl", "Limited number of ROM games : 1024(Current: 1025)");
+
+    std::string arguments;
+    for (uint32_t i = 0; i < 17; ++i) {
+        const std::string name = "big" + std::to_string(i) + ".nes";
+        Image(name, {128, 0, 4}, i);
+        arguments += " " + name;
+    }
+    ExpectRefused("build -o old.nes" + arguments, "ROM size limit: 32MB(Current: 36.000MB)");
+    EXPECT_EQ(Run("build --board coolgirl -o big.nes" + arguments).exitCode, 0);
+}
+
+TEST_F(Commands, ExportsWithoutABuild) {
+    Image("good.nes", {1, 1, 0}, 1);
+    const RunResult run = Run("export --board coolgirl --menu-size 256 -d new/folder good.nes");
+    EXPECT_EQ(run.exitCode, 0) << run.err;
+    EXPECT_THAT(ReadText(folder_ / "new/folder/game_config.asm"),
+                HasSubstr("BOARD_TYPE = 2\r\nMENU_PRG_SIZE = 16"));
+    EXPECT_EQ(ReadText(folder_ / "new/folder/game_list.txt"), "good\r\n");
+    Image("mapper7.nes", {8, 0, 7});
+    const RunResult refused = Run("export -d other mapper7.nes");
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_THAT(refused.err, HasSubstr("1.mapper7 Mapper7 not supported!"));
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "other/game_config.asm"));
+}
+
+}  // namespace
+}  // namespace bw
