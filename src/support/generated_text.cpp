@@ -12,41 +12,41 @@ bool IsControl(char byte) {
     return static_cast<uint8_t>(byte) < 0x20 || byte == 0x7F;
 }
 
-// `radix` is at most 16.
-void AppendNumber(std::string& text, uint32_t value, uint32_t radix, int digits) {
-    std::array<char, 32> reversed;
-    size_t length = 0;
+template <uint32_t kRadix>
+void AppendNumber(std::string& text, uint32_t value, int digits) {
+    std::array<char, 32> room;
+    auto first = room.end();
     do {
-        reversed[length++] = kDigits[value % radix];
-        value /= radix;
+        *--first = kDigits[value % kRadix];
+        value /= kRadix;
     } while (value != 0);
-    if (static_cast<size_t>(std::max(digits, 0)) > length) {
-        text.append(static_cast<size_t>(digits) - length, '0');
-    }
-    while (length > 0)
-        text += reversed[--length];
+    const auto length = room.end() - first;
+    if (length < digits) text.append(static_cast<size_t>(digits - length), '0');
+    text.append(first, room.end());
 }
 
 }  // namespace
 
 void AppendHex(std::string& text, uint32_t value, int digits) {
-    AppendNumber(text, value, 16, digits);
+    AppendNumber<16>(text, value, digits);
 }
 
 void AppendDecimal(std::string& text, uint32_t value, int digits) {
-    AppendNumber(text, value, 10, digits);
+    AppendNumber<10>(text, value, digits);
 }
 
 void AppendBinary(std::string& text, uint32_t value, int digits) {
-    for (int bit = digits - 1; bit >= 0; --bit) {
-        text += bit < 32 && ((value >> bit) & 1) != 0 ? '1' : '0';
+    text.append(static_cast<size_t>(std::max(digits, 0)), '0');
+    for (auto digit = text.rbegin(); digits > 0 && value != 0; --digits, value >>= 1) {
+        *digit++ = kDigits[value & 1];
     }
 }
 
 void AppendCountedString(std::string& text, std::string_view bytes) {
     bytes = bytes.substr(0, kLongestCountedString);
     const auto breaksString = [](char byte) { return byte == '"' || IsControl(byte); };
-    if (std::none_of(bytes.begin(), bytes.end(), breaksString)) {
+    // Counting looks at many bytes at once; a search for the first one can't.
+    if (std::count_if(bytes.begin(), bytes.end(), breaksString) == 0) {
         text += " .STR \"";
         text += bytes;
         text += '"';
