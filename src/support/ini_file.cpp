@@ -19,7 +19,7 @@ bool StartsWith(std::span<const uint8_t> bytes, std::string_view mark) {
 }
 
 std::u16string Decode(std::span<const uint8_t> bytes) {
-    if (bytes.size() > 2 && StartsWith(bytes, "\xFF\xFE")) {
+    if (StartsWith(bytes, "\xFF\xFE")) {
         std::u16string text;
         text.reserve(bytes.size() / 2);
         for (size_t i = 2; i + 1 < bytes.size(); i += 2) {
@@ -27,8 +27,7 @@ std::u16string Decode(std::span<const uint8_t> bytes) {
         }
         return text;
     }
-    // A mark with nothing behind it counts as text; it stands outside of any section.
-    if (bytes.size() >= 4 && StartsWith(bytes, kUtf8Mark)) bytes = bytes.subspan(kUtf8Mark.size());
+    if (StartsWith(bytes, kUtf8Mark)) bytes = bytes.subspan(kUtf8Mark.size());
     return ToWide({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
 }
 

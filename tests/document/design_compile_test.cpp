@@ -1,5 +1,6 @@
 #include "designer/document/design_compile.h"
 
+#include <algorithm>
 #include <limits>
 #include <numeric>
 
@@ -28,12 +29,15 @@ class DesignCompile : public testing::Test {
         EXPECT_TRUE(Write(1, caption));
         return Contents("game_caption_data.asm").value_or("");
     }
-    // One row of the name table.
-    std::string Row(int row) {
+    // The whole name table, and how it looks with one row of cells in it.
+    std::string NameTable() {
         EXPECT_TRUE(Write());
-        const auto table = Contents("game_name_table.bin");
-        EXPECT_TRUE(table && table->size() == 960u);
-        return table->substr(static_cast<size_t>(row) * 32, 32);
+        return Contents("game_name_table.bin").value_or("");
+    }
+    static std::string With(size_t row, size_t column, const std::string& cells) {
+        std::string table(960, '\0');
+        std::ranges::copy(cells, table.begin() + static_cast<std::ptrdiff_t>(row * 32 + column));
+        return table;
     }
     void MapCharacters() {
         std::iota(design_.CharMapData.begin(), design_.CharMapData.end(), uint8_t{0});
@@ -42,13 +46,6 @@ class DesignCompile : public testing::Test {
     TemporaryFolder folder_;
     DesignStore design_;
 };
-
-// What the row shows from a column on, empty cells elsewhere.
-std::string RowWith(size_t column, const std::string& cells) {
-    std::string row(32, '\0');
-    row.replace(column, cells.size(), cells);
-    return row;
-}
 
 TEST_F(DesignCompile, WritesTwelveFilesOfTheirSizes) {
     design_.ChrData.fill(0x5A);
@@ -90,10 +87,10 @@ TEST_F(DesignCompile, CaptionIsOneBytePerCharacterAndCannotBreakTheAssembly) {
 TEST_F(DesignCompile, EmptyCaptionLeavesItsFileAsItIs) {
     EXPECT_TRUE(Write(12, u""));
     EXPECT_FALSE(Contents("game_caption_data.asm"));
-    EXPECT_EQ(design_.CaptionText, u"");
     CaptionLine(u"FROM BEFORE");
     EXPECT_TRUE(Write(12, u""));
     EXPECT_EQ(Contents("game_caption_data.asm"), " .STR \"FROM BEFORE\"");
+    EXPECT_EQ(design_.CaptionText, u"");
 }
 
 TEST_F(DesignCompile, AttributeByteOfASprite) {
@@ -138,11 +135,10 @@ TEST_F(DesignCompile, LaterTilesCoverEarlierOnes) {
                            {.X = 31, .Y = 29, .Tile = 3}, {.X = 32, .Y = 4, .Tile = 9},
                            {.X = -1, .Y = 4, .Tile = 9},  {.X = 0, .Y = 30, .Tile = 9},
                            {.X = 0, .Y = -1, .Tile = 9}};
-    EXPECT_EQ(Row(4), RowWith(3, "\x02"));
-    EXPECT_EQ(Row(29), RowWith(31, "\x03"));
-    EXPECT_EQ(Row(0), RowWith(0, ""));
-    EXPECT_EQ(Row(3), RowWith(0, "")) << "column -1 is not the end of the row before";
-    EXPECT_EQ(Row(5), RowWith(0, "")) << "column 32 is not the start of the next row";
+    // Column -1 is not the end of the row before, column 32 not the start of the next one.
+    std::string expected = With(4, 3, "\x02");
+    expected.back() = 3;
+    EXPECT_EQ(NameTable(), expected);
 }
 
 TEST_F(DesignCompile, TextsAreCutAtBothEdges) {
@@ -150,29 +146,29 @@ TEST_F(DesignCompile, TextsAreCutAtBothEdges) {
     struct Case {
         int32_t x;
         std::u16string text;
-        std::string row;
+        std::string cells;
+        size_t column = 0;
     };
     const Case cases[] = {
-        {-2, u"ABCD", RowWith(0, "CD")},
-        {-4, u"ABCD", RowWith(0, "")},
-        {-5, u"ABCD", RowWith(0, "")},
-        {std::numeric_limits<int32_t>::min(), u"ABCD", RowWith(0, "")},
-        {29, u"ABCD", RowWith(29, "ABC")},
-        {31, u"ABCD", RowWith(31, "A")},
-        {32, u"ABCD", RowWith(0, "")},
-        {std::numeric_limits<int32_t>::max(), u"ABCD", RowWith(0, "")},
-        {-1, u"x" + std::u16string(40, u'E'), RowWith(0, std::string(32, 'E'))},
-        {0, u"\u00C9\u9B42", RowWith(0, "\xC9?")},
-        {5, u"", RowWith(0, "")},
+        {-2, u"ABCD", "CD"},
+        {-4, u"ABCD", ""},
+        {-5, u"ABCD", ""},
+        {std::numeric_limits<int32_t>::min(), u"ABCD", ""},
+        {29, u"ABCD", "ABC", 29},
+        {31, u"ABCD", "A", 31},
+        {32, u"ABCD", ""},
+        {std::numeric_limits<int32_t>::max(), u"ABCD", ""},
+        {-1, u"x" + std::u16string(40, u'E'), std::string(32, 'E')},
+        {0, u"\u00C9\u9B42", "\xC9?"},
+        {5, u"", ""},
     };
     for (const Case& c : cases) {
         design_.CustomText = {{.X = c.x, .Y = 7, .Text = c.text}};
-        EXPECT_EQ(Row(7), c.row) << c.x;
+        EXPECT_EQ(NameTable(), With(7, c.column, c.cells)) << c.x;
     }
     for (const int32_t y : {-1, 30, std::numeric_limits<int32_t>::max()}) {
         design_.CustomText = {{.X = 0, .Y = y, .Text = u"A"}};
-        ASSERT_TRUE(Write());
-        EXPECT_EQ(Contents("game_name_table.bin"), std::string(960, '\0')) << y;
+        EXPECT_EQ(NameTable(), With(0, 0, "")) << y;
     }
 }
 
@@ -181,7 +177,7 @@ TEST_F(DesignCompile, SpacesOfATextShowWhatIsBelow) {
     design_.CharMapData['A'] = 0x80;
     design_.BkgTileList = {{.X = 1, .Y = 7, .Tile = 1}, {.X = 2, .Y = 7, .Tile = 2}};
     design_.CustomText = {{.X = 0, .Y = 7, .Text = u"    "}, {.X = 0, .Y = 7, .Text = u"A A"}};
-    EXPECT_EQ(Row(7), RowWith(0, "\x80\x01\x80"));
+    EXPECT_EQ(NameTable(), With(7, 0, "\x80\x01\x80"));
 }
 
 TEST_F(DesignCompile, WithoutTheCustomMenuEachCharacterIsItsTile) {
@@ -203,14 +199,6 @@ TEST_F(DesignCompile, FirstFileThatCannotBeWrittenEndsIt) {
     EXPECT_EQ(Contents("game_page_number_addr.asm"), "PAGE_INDER_SHOW_POS = $236D");
     EXPECT_EQ(folder_.CountFiles(), 4u) << "three before it, and the folder in its way";
     EXPECT_EQ(design_.CaptionText, u"3 IN 1");
-}
-
-TEST_F(DesignCompile, ShorterFilesDoNotKeepAnOldTail) {
-    design_.SpriteTileList = {{.X = 1, .Y = 1}, {.X = 2, .Y = 2}};
-    ASSERT_TRUE(Write());
-    design_.SpriteTileList.resize(1);
-    ASSERT_TRUE(Write());
-    EXPECT_EQ(Contents("game_sprite_list.asm"), " .DB $01,$00,$00,$01\r\n");
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+#include "designer/document/design_records.h"
 #include "document/record_bytes.h"
 
 namespace bw {
@@ -52,11 +53,10 @@ TEST_F(DesignStoreTest, FirstStart) {
     for (size_t code = 0; code < kCharMapSize; ++code) {
         EXPECT_EQ(design_.CharMapData[code], code >= 33 && code <= 127 ? code : 0) << code;
     }
-    Bytes attributes(8, 0x00);
-    attributes.insert(attributes.end(), 40, 0x55);
-    attributes.insert(attributes.end(), 8, 0xA5);
-    attributes.insert(attributes.end(), 8, 0xAA);
-    EXPECT_THAT(design_.Attributes, ElementsAreArray(attributes));
+    const std::pair<size_t, int> attributes[] = {{0, 0x00},  {7, 0x00},  {8, 0x55},  {47, 0x55},
+                                                 {48, 0xA5}, {55, 0xA5}, {56, 0xAA}, {63, 0xAA}};
+    for (const auto& [place, value] : attributes)
+        EXPECT_EQ(design_.Attributes[place], value);
     EXPECT_THAT(design_.BkgPalette, ElementsAre(0x0F, 0x24, 0x23, 0x23, 0x0F, 0x21, 0x21, 0x21,
                                                 0x0F, 0x27, 0x22, 0x22, 0x0F, 0x22, 0x22, 0x22));
     EXPECT_THAT(design_.SpritePalette, ElementsAre(0x0F, 0x20, 0x27, 0x22, 0x0F, 0x24, 0x24, 0x24,
@@ -75,14 +75,7 @@ TEST_F(DesignStoreTest, StoredValuesReplaceTheDefaults) {
     Store("SpritePalette", Bytes(kPaletteSize, 0x05));
     ASSERT_TRUE(Load());
     LoadDesignTables(design_, *settings_);
-    EXPECT_EQ(design_.ArrowTile, (TileItem{.Index = 77,
-                                           .X = 100,
-                                           .Y = 50,
-                                           .Selected = 1,
-                                           .Tile = 33,
-                                           .Palette = 2,
-                                           .Flags = 5,
-                                           .Reserved = 0xEE}));
+    EXPECT_EQ(design_.ArrowTile, ReadTileItems(arrow).at(0));
     EXPECT_THAT(design_.ChrData, Each(0x11));
     EXPECT_THAT(design_.DefaultChrData, ElementsAreArray(tiles_));
     EXPECT_THAT(design_.CharMapData, Each(0x22));
@@ -97,19 +90,16 @@ TEST_F(DesignStoreTest, ValuesOfAnotherSizeOrFormLeaveTheDefaults) {
                              "BkgPalette", "SpritePalette"}) {
         Store(name, Bytes(15, 0x77));
     }
-    settings_->RegWriteDword(kDesignKey, "BigSprite", 1);
     settings_->RegWriteString(kDesignKey, "BkgTileList", u"0123456789");
-    DesignStore fresh;
-    ASSERT_TRUE(LoadDesignData(fresh, *MakeMemoryStore(), tiles_));
     ASSERT_TRUE(Load());
     LoadDesignTables(design_, *settings_);
-    EXPECT_EQ(design_.ArrowTile, fresh.ArrowTile);
-    EXPECT_EQ(design_.ChrData, fresh.ChrData);
-    EXPECT_EQ(design_.CharMapData, fresh.CharMapData);
+    EXPECT_EQ(design_.ArrowTile, CursorTile(0xFFFFFFFF, 31));
+    EXPECT_THAT(design_.ChrData, ElementsAreArray(tiles_));
+    EXPECT_EQ(design_.CharMapData['A'], 'A');
     EXPECT_EQ(design_.BigSprite, 0);
-    EXPECT_EQ(design_.Attributes, fresh.Attributes);
-    EXPECT_EQ(design_.BkgPalette, fresh.BkgPalette);
-    EXPECT_EQ(design_.SpritePalette, fresh.SpritePalette);
+    EXPECT_EQ(design_.Attributes, kDefaultAttributes);
+    EXPECT_EQ(design_.BkgPalette, kDefaultBkgPalette);
+    EXPECT_EQ(design_.SpritePalette, kDefaultSpritePalette);
     EXPECT_THAT(design_.BkgTileList, IsEmpty());
 }
 
@@ -178,24 +168,19 @@ TEST_F(DesignStoreTest, ListsThatHoldItemsAreLeftAlone) {
     EXPECT_THAT(design_.CustomText, ElementsAre(Field(&TextItem::Text, u"edited")));
 }
 
-TEST_F(DesignStoreTest, TileSetIsTakenOnce) {
+TEST_F(DesignStoreTest, TileSetIsTakenOnceAndWithinBounds) {
+    tiles_.resize(kChrDataSize + 1, 0x55);
     ASSERT_TRUE(Load());
-    const Bytes first = tiles_;
-    tiles_.assign(kChrDataSize, 0x99);
-    ASSERT_TRUE(Load());
-    EXPECT_THAT(design_.ChrData, ElementsAreArray(first));
-}
-
-TEST_F(DesignStoreTest, TileSetOfAnotherLength) {
+    const auto first = design_.ChrData;
+    EXPECT_EQ(first.back(), tiles_[kChrDataSize - 1]);
     tiles_.assign(100, 0x99);
     ASSERT_TRUE(Load());
-    EXPECT_EQ(design_.ChrData[99], 0x99);
-    EXPECT_EQ(design_.ChrData[100], 0);
+    EXPECT_EQ(design_.ChrData, first);
 
     DesignStore other;
-    tiles_.assign(kChrDataSize + 1, 0x98);
     EXPECT_TRUE(LoadDesignData(other, *settings_, tiles_));
-    EXPECT_THAT(other.ChrData, Each(0x98));
+    EXPECT_EQ(other.ChrData[99], 0x99);
+    EXPECT_EQ(other.ChrData[100], 0) << "the rest stays empty";
 }
 
 TEST_F(DesignStoreTest, WithoutATileSetTheLaterStepsDoNotRun) {

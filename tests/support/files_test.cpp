@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <string>
-#include <thread>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -82,15 +81,10 @@ TEST(ReplaceFile, WithoutCommitNothingHappened) {
         EXPECT_EQ(folder.CountFiles(), 1u);
     }
     EXPECT_EQ(folder.CountFiles(), 0u);
-}
-
-TEST(ReplaceFile, SecondCommitIsRefused) {
-    const TemporaryFolder folder;
     auto file = ReplacementFile::Begin(folder / "file");
     ASSERT_TRUE(file);
     EXPECT_TRUE(file->Commit());
     EXPECT_FALSE(file->Commit());
-    EXPECT_EQ(Text(folder / "file"), "");
 }
 
 TEST(ReplaceFile, RefusesWhatIsNoPlainFile) {
@@ -145,55 +139,21 @@ TEST(ReplaceFile, ProtectedFileOrFolderIsRefused) {
     EXPECT_EQ(folder.CountFiles(), 1u);
 }
 
-TEST(ReplaceFile, ReadersMeetWholeFilesOnly) {
-    const TemporaryFolder folder;
-    const fs::path file = folder / "file";
-    WriteFile(file, std::string(100'000, 'a'));
-    const auto writeOften = [&](char byte) {
-        for (int i = 0; i < 50; ++i)
-            EXPECT_TRUE(WriteFile(file, std::string(100'000, byte)));
-    };
-    std::thread first(writeOften, 'a');
-    std::thread second(writeOften, 'b');
-    for (int i = 0; i < 50; ++i) {
-        const auto text = Text(file);
-        ASSERT_TRUE(text);
-        EXPECT_EQ(*text, std::string(100'000, text->front()));
-    }
-    first.join();
-    second.join();
-    EXPECT_EQ(folder.CountFiles(), 1u);
-}
-
 TEST(File, ReadsAndWritesAtOffsets) {
     const TemporaryFolder folder;
     auto file = File::Create(folder / "file");
     ASSERT_TRUE(file);
     EXPECT_TRUE(file->WriteAt(4, std::vector<uint8_t>{4, 5, 6}));
     EXPECT_TRUE(file->WriteAt(0, std::vector<uint8_t>{0, 1}));
-    EXPECT_EQ(file->Size(), 7u);
     std::vector<uint8_t> bytes(4, 0xEE);
     EXPECT_EQ(file->ReadAt(1, bytes), 4u);
     EXPECT_EQ(bytes, (std::vector<uint8_t>{1, 0, 0, 4}));
     EXPECT_EQ(file->ReadAt(5, bytes), 2u) << "the end of the file";
-    EXPECT_EQ(file->ReadAt(100, bytes), 0u);
     EXPECT_TRUE(file->SetEnd(2));
     EXPECT_EQ(file->Size(), 2u);
-
-    File moved = std::move(*file);
-    EXPECT_FALSE(file->Close());
-    EXPECT_TRUE(moved.Close());
-    EXPECT_FALSE(moved.Close());
-    EXPECT_FALSE(moved.WriteAt(0, bytes));
-    EXPECT_FALSE(moved.Size());
-    EXPECT_FALSE(moved.ReadAt(0, bytes));
-}
-
-TEST(File, FullDeviceIsNoticed) {
-    EXPECT_FALSE(WriteScratchFile("/dev/full", std::string_view("x")));
-    auto file = File::Create("/dev/full");
-    ASSERT_TRUE(file);
-    EXPECT_FALSE(file->WriteAt(0, std::vector<uint8_t>{1}));
+    EXPECT_TRUE(file->Close());
+    EXPECT_FALSE(file->Close() || file->WriteAt(0, bytes) || file->Size() ||
+                 file->ReadAt(0, bytes));
 }
 
 TEST(ReadFile, RefusesWhatItCannotHold) {
@@ -203,23 +163,20 @@ TEST(ReadFile, RefusesWhatItCannotHold) {
     EXPECT_FALSE(ReadFile(folder / "file", 4));
     EXPECT_FALSE(ReadFile(folder / "missing"));
     EXPECT_FALSE(ReadFile(folder.Path()));
-}
-
-// A named pipe in a folder of games would stop the program for good.
-TEST(ReadFile, DoesNotWaitForAPipe) {
-    const TemporaryFolder folder;
+    // A named pipe in a folder of games would stop the program for good.
     mkfifo((folder / "pipe.nes").c_str(), 0600);
-    auto file = File::OpenForReading(folder / "pipe.nes");
+    const auto pipe = File::OpenForReading(folder / "pipe.nes");
     std::vector<uint8_t> bytes(16);
-    EXPECT_FALSE(file && file->ReadAt(0, bytes).value_or(0) > 0);
+    EXPECT_FALSE(pipe && pipe->ReadAt(0, bytes).value_or(0) > 0);
 }
 
-TEST(ScratchFile, ReplacesALongerOne) {
+TEST(ScratchFile, ReplacesALongerOneAndNoticesAFullDevice) {
     const TemporaryFolder folder;
     EXPECT_TRUE(WriteScratchFile(folder / "file", std::string_view("a longer text")));
     EXPECT_TRUE(WriteScratchFile(folder / "file", std::string_view("short")));
     EXPECT_EQ(Text(folder / "file"), "short");
     EXPECT_FALSE(WriteScratchFile(folder / "missing/file", std::string_view("x")));
+    EXPECT_FALSE(WriteScratchFile("/dev/full", std::string_view("x")));
 }
 
 TEST(Folders, AreMadeLevelByLevel) {
@@ -253,10 +210,9 @@ TEST(DeleteFile, MissingFileIsASuccess) {
     EXPECT_TRUE(DeleteFile(folder / "file"));
     EXPECT_FALSE(DeleteFile(""));
     EXPECT_FALSE(DeleteFile(folder.Path())) << "an empty folder is no file";
-    EXPECT_TRUE(fs::exists(folder.Path()));
     fs::create_symlink("nowhere", folder / "link");
     EXPECT_TRUE(DeleteFile(folder / "link"));
-    EXPECT_FALSE(fs::is_symlink(folder / "link"));
+    EXPECT_EQ(folder.CountFiles(), 0u);
 }
 
 }  // namespace

@@ -50,7 +50,7 @@ TEST(IniFile, Parsing) {
         {"lone brackets", "[\r\n]\r\n[s]\r\n[k=]x\r\n[", "[s]\r\n[=\r\n[k=]x"},
         {"UTF-8 with its mark", "\xEF\xBB\xBF[\xE9\xAD\x82]\r\nk=\xC3\xA9",
          "[\xE9\xAD\x82]\r\nk=\xC3\xA9"},
-        {"the mark alone is no mark", "\xEF\xBB\xBF", ""},
+        {"a mark alone", "\xEF\xBB\xBF", ""},
         {"no UTF-8", "[s]\r\nk=\xB2\xBB", "[s]\r\nk=\xEF\xBF\xBD\xEF\xBF\xBD"},
         {"UTF-16", Utf16(u"[s]\r\nk=\u9B42"), "[s]\r\nk=\xE9\xAD\x82"},
         {"UTF-16 with half a unit", Utf16(u"[s]\r\nk=1") + "x", "[s]\r\nk=1"},

@@ -134,16 +134,27 @@ void Twice(const std::function<void(int)>& work) {
     other.join();
 }
 
-TEST_P(AnyStore, SeveralThreadsShareOneStore) {
-    Twice([&](int thread) {
+// What two programs, or two threads of one, do to each other's values.
+void ExpectNothingLost(const std::function<std::shared_ptr<SettingsStore>()>& open) {
+    Twice([&](int writer) {
+        const auto store = open();
         for (uint32_t i = 0; i < 50; ++i) {
-            const std::string name = std::to_string(thread) + "/" + std::to_string(i);
-            EXPECT_TRUE(store_->RegWriteDword(kMainKey, name, i));
-            EXPECT_TRUE(store_->RegWriteDword(kMainKey, "shared", i));
-            EXPECT_EQ(Number(*store_, name), i);
-            EXPECT_TRUE(Number(*store_, "shared"));
+            const std::string name = std::to_string(writer) + "/" + std::to_string(i);
+            EXPECT_TRUE(store->RegWriteDword(kMainKey, name, i)) << name;
+            EXPECT_TRUE(store->RegWriteDword(kMainKey, "shared", i));
+            EXPECT_EQ(Number(*store, name), i) << name;
         }
     });
+    const auto store = open();
+    for (uint32_t i = 0; i < 50; ++i) {
+        EXPECT_EQ(Number(*store, "0/" + std::to_string(i)), i);
+        EXPECT_EQ(Number(*store, "1/" + std::to_string(i)), i);
+    }
+}
+
+TEST_P(AnyStore, SeveralThreadsShareOneStore) {
+    const std::shared_ptr<SettingsStore> shared = std::move(store_);
+    ExpectNothingLost([&] { return shared; });
 }
 
 class SqliteStore : public testing::Test {
@@ -184,20 +195,8 @@ TEST_F(SqliteStore, LaterStoresReadTheFile) {
     EXPECT_EQ(Number(*MakeSqliteStore(file_), "v"), 7u);
 }
 
-TEST_F(SqliteStore, TwoRunningProgramsLoseNothing) {
-    Twice([&](int program) {
-        const auto store = MakeSqliteStore(file_);  // both also make the file at once
-        for (uint32_t i = 0; i < 50; ++i) {
-            const std::string name = std::to_string(program) + "/" + std::to_string(i);
-            EXPECT_TRUE(store->RegWriteDword(kMainKey, name, i)) << name;
-            EXPECT_EQ(Number(*store, name), i) << name;
-        }
-    });
-    const auto store = MakeSqliteStore(file_);
-    for (uint32_t i = 0; i < 50; ++i) {
-        EXPECT_EQ(Number(*store, "0/" + std::to_string(i)), i);
-        EXPECT_EQ(Number(*store, "1/" + std::to_string(i)), i);
-    }
+TEST_F(SqliteStore, TwoRunningProgramsShareOneFile) {
+    ExpectNothingLost([&] { return MakeSqliteStore(file_); });  // both also make it at once
 }
 
 void ExpectEveryCallToFail(SettingsStore& store) {
@@ -212,13 +211,15 @@ void ExpectEveryCallToFail(SettingsStore& store) {
     EXPECT_FALSE(SizeOf(store, "v"));
 }
 
-TEST_F(SqliteStore, ForeignFileIsLeftAlone) {
+TEST_F(SqliteStore, PlaceThatIsNoDatabaseIsLeftAlone) {
     const std::string text(5000, 'x');
     WriteFile(file_, text);
     ExpectEveryCallToFail(*MakeSqliteStore(file_));
     const auto bytes = ReadFile(file_);
     ASSERT_TRUE(bytes);
     EXPECT_EQ(std::string(bytes->begin(), bytes->end()), text);
+    ExpectEveryCallToFail(*MakeSqliteStore(file_ / "below/a file"));
+    ExpectEveryCallToFail(*MakeSqliteStore(folder_.Path()));
 }
 
 TEST_F(SqliteStore, DamagedFileGivesNoWrongValues) {
@@ -234,12 +235,6 @@ TEST_F(SqliteStore, DamagedFileGivesNoWrongValues) {
     EXPECT_TRUE(ReadWholeBinary(*MakeSqliteStore(file_), kMainKey, "v").empty());
     WriteFile(file_, std::span(*whole).first(10'000));
     EXPECT_TRUE(ReadWholeBinary(*MakeSqliteStore(file_), kMainKey, "v").empty());
-}
-
-TEST_F(SqliteStore, FolderThatCannotBeMade) {
-    WriteFile(folder_ / "file", std::string_view("x"));
-    ExpectEveryCallToFail(*MakeSqliteStore(folder_ / "file/settings.sqlite3"));
-    ExpectEveryCallToFail(*MakeSqliteStore(folder_.Path()));
 }
 
 TEST_F(SqliteStore, LockedFileIsGivenUp) {

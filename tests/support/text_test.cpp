@@ -52,6 +52,7 @@ TEST(Text, MalformedBytesBecomeOneReplacementEach) {
 TEST(Text, LoneSurrogatesBecomeReplacements) {
     const std::string replacement = "\xEF\xBF\xBD";
     EXPECT_EQ(ToUtf8(std::u16string{u'a', 0xD83C}), "a" + replacement);
+    EXPECT_EQ(ToUtf8(std::u16string_view(u"\U0001F3AE", 1)), replacement) << "cut in the pair";
     EXPECT_EQ(ToUtf8(std::u16string{0xDFAE, u'z'}), replacement + "z");
     EXPECT_EQ(ToUtf8(std::u16string{0xD83C, 0xD83C, 0xDFAE}), replacement + "\xF0\x9F\x8E\xAE");
 }
