@@ -1,11 +1,11 @@
 #include "builder/build_driver.h"
 
+#include <algorithm>
 #include <utility>
 
-#include "builder/build_checks.h"
+#include "builder/build_base.h"
 #include "builder/menu_assembler.h"
 #include "builder/menu_tables.h"
-#include "builder/reports.h"
 #include "builder/resources.h"
 #include "builder/rom_writer.h"
 #include "support/files.h"
@@ -15,144 +15,7 @@
 namespace bw {
 namespace {
 
-constexpr int kTipsTitle = 146;
-constexpr int kErrorTitle = 147;
-constexpr int kWarnTitle = 169;
 constexpr uint32_t kCoolgirlMenuUnits = 8;  // the built-in menu is always 128 KB there
-constexpr size_t kReadBatch = 256;          // games between two steps of the progress
-
-// What builds and exports share: the user's words, and the games.
-class BuildBase {
-  public:
-    explicit BuildBase(const BuildContext& context)
-        : context_(context), user_(context.user), language_(context.user.UiLanguage()) {}
-
-  protected:
-    std::u16string Text(int id) const { return LoadText(id, language_); }
-    void ShowError(std::u16string_view text) const {
-        user_.Message(text, Text(kErrorTitle), MessageKind::kError);
-    }
-    // True if the check has nothing to say; else the user has read it.
-    bool Passes(const CheckText& text) const {
-        if (text) {
-            ShowError(*text);
-        }
-        return !text;
-    }
-    void ShowFileProblem(const FileProblem& problem) const {
-        std::u16string text = Text(150) + u"\r\n" + PathText(problem.file);
-        if (!problem.reason.empty()) {
-            text += u": " + ToWide(problem.reason);
-        }
-        ShowError(text);
-    }
-    void AskToShow(const std::filesystem::path& path) const {
-        if (user_.AskYesNo(Text(284), Text(kTipsTitle))) {
-            user_.ShowInFileManager(path);
-        }
-    }
-
-    // The deep reading of all checked games, numbered from 0. False if the user gave up.
-    bool ReadGames(NameRules rules) {
-        names_ = DisplayNames(context_.games, context_.settings.Numbers(), rules);
-        std::vector<std::filesystem::path> paths;
-        paths.reserve(names_.size());
-        for (const GameEntry& entry : context_.games) {
-            if (entry.checked) {
-                paths.push_back(TextPath(entry.path));
-            }
-        }
-        items_.reserve(paths.size());
-        for (size_t done = 0; done < paths.size(); done += kReadBatch) {
-            if (user_.Cancelled()) {
-                return false;
-            }
-            user_.Progress(BuildStage::kReadGames, done, paths.size(), names_[done]);
-            const auto batch =
-                std::span(paths).subspan(done).first(std::min(kReadBatch, paths.size() - done));
-            for (MulticartItem& item : LoadMulticartItems(batch)) {
-                item.index = static_cast<uint32_t>(items_.size());
-                items_.push_back(std::move(item));
-            }
-        }
-        return true;
-    }
-
-    // Rounds the sizes and refuses games that the board can't run.
-    bool PrepareGames(BoardType board) {
-        RoundChrUnits(items_);
-        if (!Passes(CheckGames(items_, board, language_))) {
-            return false;
-        }
-        if (board != BoardType::kCoolgirl) {
-            ApplyPrgMinimum(items_);
-        }
-        return true;
-    }
-
-    bool CountBanks(BoardType board, uint32_t menuPrgUnits, const std::filesystem::path& folder) {
-        banks_ =
-            CountTableBanks(names_, board, NameColumn(context_.settings, context_.design), folder);
-        return Passes(CheckTableBanks(banks_, menuPrgUnits, language_));
-    }
-
-    void LoadDesign() const { LoadDesignData(context_.design, context_.store, DefaultTileSet()); }
-
-    const BuildContext& context_;
-    BuildUser& user_;
-    Language language_;
-    std::vector<std::u16string> names_;
-    std::vector<MulticartItem> items_;
-    BankLimits banks_{};
-};
-
-class Export : BuildBase {
-  public:
-    Export(const BuildContext& context, ExportType type, uint32_t menuPrgUnits)
-        : BuildBase(context),
-          board_(type == ExportType::kCoolgirl ? BoardType::kCoolgirl : BoardType::kCoolboy),
-          menuPrgUnits_(menuPrgUnits) {}
-
-    bool Run(std::filesystem::path& folder, bool ask) {
-        if (!ReadGames(NameRules::kDesignerAndExport)) {
-            return false;
-        }
-        if (!folder.empty() && !WriteNameReport(names_, folder)) {
-            user_.Diagnostic("open file failed! game_list.txt in " + folder.string());
-        }
-        if (!PrepareGames(board_)) {
-            return false;
-        }
-        MulticartItem menu;
-        menu.SetPrgCount(menuPrgUnits_);
-        menu.SetPrgUnits(menuPrgUnits_);
-        LoadDesign();
-        if (!CountBanks(board_, menuPrgUnits_, folder)) {
-            return false;
-        }
-        if (ask) {
-            const std::optional<std::filesystem::path> chosen = user_.AskFolder(folder);
-            if (!chosen) {
-                return false;
-            }
-            folder = *chosen;
-        }
-        const LayoutResult layout = Allocate(menu, items_, board_);
-        const MenuTables tables{context_, names_, board_, menuPrgUnits_, folder};
-        user_.Progress(BuildStage::kWriteTables, 0, 1, u"");
-        WriteScreenFiles(tables);
-        std::vector<FinalDataRecord> unused;
-        if (!WriteMenuTables(tables, layout, banks_, unused)) {
-            ShowFileProblem(LastFileProblem(folder / "game_config.asm"));
-            return false;
-        }
-        return true;
-    }
-
-  private:
-    BoardType board_;
-    uint32_t menuPrgUnits_;
-};
 
 class RomBuild : BuildBase {
   public:
@@ -381,25 +244,6 @@ BuildOutcome BuildRom(const BuildContext& context, BoardType board, std::atomic<
     BuildOutcome outcome = RomBuild(context, board).Run();
     taskBusy = false;
     return outcome;
-}
-
-bool ExportInfo(const BuildContext& context, ExportType type, uint32_t menuPrgUnits,
-                std::filesystem::path& folder, bool ask) {
-    return Export(context, type, menuPrgUnits).Run(folder, ask);
-}
-
-bool RunExport(const BuildContext& context) {
-    std::filesystem::path folder = context.settings.LastExportDir;
-    const auto type = static_cast<ExportType>(context.settings.ExportRomType != 0 ? 1 : 0);
-    if (!ExportInfo(context, type, context.settings.ExportMenuUnits(), folder, true)) {
-        return false;
-    }
-    context.store.RegWriteString(kMainKey, "LastExportDir", PathText(folder));
-    const Language language = context.user.UiLanguage();
-    if (context.user.AskYesNo(LoadText(284, language), LoadText(kTipsTitle, language))) {
-        context.user.ShowInFileManager(folder);
-    }
-    return true;
 }
 
 }  // namespace bw

@@ -1,0 +1,89 @@
+#include "builder/build_base.h"
+
+#include <algorithm>
+#include <span>
+#include <utility>
+
+#include "builder/menu_tables.h"
+#include "builder/resources.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+constexpr size_t kReadBatch = 256;  // games between two steps of the progress
+
+}  // namespace
+
+void BuildBase::ShowError(std::u16string_view text) const {
+    user_.Message(text, Text(kErrorTitle), MessageKind::kError);
+}
+
+void BuildBase::ShowFileProblem(const FileProblem& problem) const {
+    std::u16string text = Text(150) + u"\r\n" + PathText(problem.file);
+    if (!problem.reason.empty()) {
+        text += u": " + ToWide(problem.reason);
+    }
+    ShowError(text);
+}
+
+bool BuildBase::Passes(const CheckText& text) const {
+    if (text) {
+        ShowError(*text);
+    }
+    return !text;
+}
+
+void BuildBase::AskToShow(const std::filesystem::path& path) const {
+    if (user_.AskYesNo(Text(284), Text(kTipsTitle))) {
+        user_.ShowInFileManager(path);
+    }
+}
+
+bool BuildBase::ReadGames(NameRules rules) {
+    names_ = DisplayNames(context_.games, context_.settings.Numbers(), rules);
+    std::vector<std::filesystem::path> paths;
+    paths.reserve(names_.size());
+    for (const GameEntry& entry : context_.games) {
+        if (entry.checked) {
+            paths.push_back(TextPath(entry.path));
+        }
+    }
+    items_.reserve(paths.size());
+    for (size_t done = 0; done < paths.size(); done += kReadBatch) {
+        if (user_.Cancelled()) {
+            return false;
+        }
+        user_.Progress(BuildStage::kReadGames, done, paths.size(), names_[done]);
+        const auto batch =
+            std::span(paths).subspan(done).first(std::min(kReadBatch, paths.size() - done));
+        for (MulticartItem& item : LoadMulticartItems(batch)) {
+            item.index = static_cast<uint32_t>(items_.size());
+            items_.push_back(std::move(item));
+        }
+    }
+    return true;
+}
+
+bool BuildBase::PrepareGames(BoardType board) {
+    RoundChrUnits(items_);
+    if (!Passes(CheckGames(items_, board, language_))) {
+        return false;
+    }
+    if (board != BoardType::kCoolgirl) {
+        ApplyPrgMinimum(items_);
+    }
+    return true;
+}
+
+bool BuildBase::CountBanks(BoardType board, uint32_t menuPrgUnits,
+                           const std::filesystem::path& folder) {
+    banks_ = CountTableBanks(names_, board, NameColumn(context_.settings, context_.design), folder);
+    return Passes(CheckTableBanks(banks_, menuPrgUnits, language_));
+}
+
+void BuildBase::LoadDesign() const {
+    LoadDesignData(context_.design, context_.store, DefaultTileSet());
+}
+
+}  // namespace bw

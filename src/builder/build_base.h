@@ -1,0 +1,49 @@
+// What builds and exports share: the user's words, the design, and the games.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "builder/build_checks.h"
+#include "builder/build_driver.h"
+#include "support/files.h"
+
+namespace bw {
+
+// String numbers of the titles of messages.
+inline constexpr int kTipsTitle = 146;
+inline constexpr int kErrorTitle = 147;
+inline constexpr int kWarnTitle = 169;
+
+class BuildBase {
+  public:
+    explicit BuildBase(const BuildContext& context)
+        : context_(context), user_(context.user), language_(context.user.UiLanguage()) {}
+
+  protected:
+    std::u16string Text(int id) const { return LoadText(id, language_); }
+    void ShowError(std::u16string_view text) const;
+    void ShowFileProblem(const FileProblem& problem) const;
+    // True if the check has nothing to say; else the user has read it.
+    bool Passes(const CheckText& text) const;
+    // Tells that the work is done, and shows the result if the user wants to see it.
+    void AskToShow(const std::filesystem::path& path) const;
+
+    // The deep reading of all checked games, numbered from 0. False if the user gave up.
+    bool ReadGames(NameRules rules);
+    // Rounds the sizes and refuses games that the board can't run.
+    bool PrepareGames(BoardType board);
+    // Counts the banks of the tables and refuses what the menu has no room for.
+    bool CountBanks(BoardType board, uint32_t menuPrgUnits, const std::filesystem::path& folder);
+    void LoadDesign() const;
+
+    const BuildContext& context_;
+    BuildUser& user_;
+    Language language_;
+    std::vector<std::u16string> names_;
+    std::vector<MulticartItem> items_;
+    BankLimits banks_{};
+};
+
+}  // namespace bw

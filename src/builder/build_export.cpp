@@ -1,0 +1,80 @@
+#include <utility>
+
+#include "builder/build_base.h"
+#include "builder/menu_tables.h"
+#include "builder/reports.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+class Export : BuildBase {
+  public:
+    Export(const BuildContext& context, ExportType type, uint32_t menuPrgUnits)
+        : BuildBase(context),
+          board_(type == ExportType::kCoolgirl ? BoardType::kCoolgirl : BoardType::kCoolboy),
+          menuPrgUnits_(menuPrgUnits) {}
+
+    bool Run(std::filesystem::path& folder, bool ask) {
+        if (!ReadGames(NameRules::kDesignerAndExport)) {
+            return false;
+        }
+        if (!folder.empty() && !WriteNameReport(names_, folder)) {
+            user_.Diagnostic("open file failed! game_list.txt in " + folder.string());
+        }
+        if (!PrepareGames(board_)) {
+            return false;
+        }
+        MulticartItem menu;
+        menu.SetPrgCount(menuPrgUnits_);
+        menu.SetPrgUnits(menuPrgUnits_);
+        LoadDesign();
+        if (!CountBanks(board_, menuPrgUnits_, folder)) {
+            return false;
+        }
+        if (ask) {
+            const std::optional<std::filesystem::path> chosen = user_.AskFolder(folder);
+            if (!chosen) {
+                return false;
+            }
+            folder = *chosen;
+        }
+        const LayoutResult layout = Allocate(menu, items_, board_);
+        const MenuTables tables{context_, names_, board_, menuPrgUnits_, folder};
+        user_.Progress(BuildStage::kWriteTables, 0, 1, u"");
+        WriteScreenFiles(tables);
+        std::vector<FinalDataRecord> unused;
+        if (!WriteMenuTables(tables, layout, banks_, unused)) {
+            ShowFileProblem(LastFileProblem(folder / "game_config.asm"));
+            return false;
+        }
+        return true;
+    }
+
+  private:
+    BoardType board_;
+    uint32_t menuPrgUnits_;
+};
+
+}  // namespace
+
+bool ExportInfo(const BuildContext& context, ExportType type, uint32_t menuPrgUnits,
+                std::filesystem::path& folder, bool ask) {
+    return Export(context, type, menuPrgUnits).Run(folder, ask);
+}
+
+bool RunExport(const BuildContext& context) {
+    std::filesystem::path folder = context.settings.LastExportDir;
+    const auto type = static_cast<ExportType>(context.settings.ExportRomType != 0 ? 1 : 0);
+    if (!ExportInfo(context, type, context.settings.ExportMenuUnits(), folder, true)) {
+        return false;
+    }
+    context.store.RegWriteString(kMainKey, "LastExportDir", PathText(folder));
+    const Language language = context.user.UiLanguage();
+    if (context.user.AskYesNo(LoadText(284, language), LoadText(kTipsTitle, language))) {
+        context.user.ShowInFileManager(folder);
+    }
+    return true;
+}
+
+}  // namespace bw
