@@ -344,6 +344,41 @@ void Walk::ResolveDeferred(Symbol& symbol) {
 
 }  // namespace
 
+std::optional<ExpressionValue> Names::EvaluateSimple(const char* text, const char** end) {
+    const auto ends = [](const char* behind) {
+        behind = SkipBlanks(behind);
+        return *behind == ',' || Is(*behind, kEnd);
+    };
+    ExpressionValue result;
+    const char* at = text;
+    if (Is(*at, kWordStart)) {
+        at = SkipWord(at);
+        if (!ends(at)) return std::nullopt;
+        const std::string_view name(text, static_cast<std::size_t>(at - text));
+        Symbol& symbol = table.Get(name, 0);
+        const bool known = symbol.state == SymbolState::Defined;
+        result.status = known ? ExpressionStatus::Known : ExpressionStatus::Unknown;
+        result.value = symbol.value;
+        result.name = &symbol;
+        result.detail = name;
+    } else if (*at == '$') {
+        constexpr int kMostDigits = 8;
+        for (++at; Is(*at, kHexDigit) && at - text <= kMostDigits; ++at) {
+            result.value = result.value << 4U | HexValue(*at);
+        }
+        if (at == text + 1) return std::nullopt;
+    } else {
+        constexpr int kMostDigits = 9;
+        for (; Is(*at, kDigit) && at - text < kMostDigits; ++at) {
+            result.value = result.value * 10 + HexValue(*at);
+        }
+        if (at == text) return std::nullopt;
+    }
+    if (!ends(at)) return std::nullopt;
+    *end = at;
+    return result;
+}
+
 ExpressionValue Names::Evaluate(const ExpressionPlace& from, Forward forward, const char** end) {
     Walk walk(*this, from, forward, 0);
     const ExpressionValue result = walk.Run();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -12,7 +13,7 @@ namespace bw::assembler {
 struct ExpressionPlace {
     const char* text = nullptr;  // first byte; the line's end or any foreign character ends it
     std::uint32_t scope = 0;
-    std::int64_t location = 0;  // value of `*`
+    std::uint32_t location = 0;  // value of `*`
     Place place;
 };
 
@@ -54,13 +55,17 @@ class Names {
     SymbolTable table;
     Scopes scopes;
     std::vector<ExpressionPlace> deferred;   // expressions of Deferred symbols
-    std::vector<std::int32_t> unknownBanks;  // bank of each unknown slot, kNoBank until it is found
+    std::vector<std::int16_t> unknownBanks;  // bank of each unknown slot, kNoBank until it is found
     std::vector<Guess> guesses;
     std::vector<const Symbol*> missing;  // asked for by Guess in vain
 
     // Computes the expression at `from.text`; `end`, if given, is set behind its last character.
     ExpressionValue Evaluate(const ExpressionPlace& from, Forward forward,
                              const char** end = nullptr);
+
+    // The same for the bulk of all operands, a global name or a number alone, as if by
+    // Forward::Wait. Nothing if it is anything else.
+    std::optional<ExpressionValue> EvaluateSimple(const char* text, const char** end);
 
     const SymbolTable* Before() const { return before_; }
 

@@ -6,7 +6,7 @@
 
 namespace bw::assembler {
 
-std::uint8_t* Image::BytesOf(std::int32_t slot) {
+std::uint8_t* Image::BytesOf(std::int16_t slot) {
     if (slot >= kBankCountLimit) {
         return unknown_[static_cast<std::size_t>(slot - kBankCountLimit)].data();
     }
@@ -27,7 +27,7 @@ void Image::Leave() {
     location = {offset_, page_, location.used || offset_ != 0};
 }
 
-void Image::Select(std::int32_t slot) {
+void Image::Select(std::int16_t slot) {
     Leave();
     Reserve(static_cast<std::uint32_t>(slot) + 1);
     Location& location = locations_[static_cast<std::size_t>(slot)];
@@ -39,10 +39,10 @@ void Image::Select(std::int32_t slot) {
     located_ = true;
 }
 
-std::int32_t Image::SelectUnknown() {
+std::int16_t Image::SelectUnknown() {
     Leave();
-    unknown_.emplace_back().fill(kFill);
-    slot_ = kBankCountLimit + static_cast<std::int32_t>(unknown_.size()) - 1;
+    if (unknown_.size() < kUnknownBankLimit) unknown_.emplace_back().fill(kFill);
+    slot_ = static_cast<std::int16_t>(kBankCountLimit + unknown_.size() - 1);
     offset_ = page_ = 0;
     current_ = BytesOf(slot_);
     located_ = false;
@@ -69,11 +69,11 @@ void Image::Skip(std::size_t count) {
     offset_ = static_cast<std::uint32_t>(std::min(offset_ + count, kFarthest));
 }
 
-std::uint8_t* Image::At(std::int32_t slot, std::uint32_t offset) {
+std::uint8_t* Image::At(std::int16_t slot, std::uint32_t offset) {
     return BytesOf(slot) + offset;
 }
 
-bool Image::Settle(std::int32_t slot, std::int32_t bank) {
+bool Image::Settle(std::int16_t slot, std::int16_t bank) {
     Leave();
     Location& location = locations_[static_cast<std::size_t>(bank)];
     if (location.used) return false;

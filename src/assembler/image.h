@@ -10,7 +10,8 @@ namespace bw::assembler {
 
 inline constexpr std::uint32_t kBankSize = 0x2000;  // bytes of a .BANK
 inline constexpr std::uint32_t kHeaderSize = 16;
-inline constexpr std::int32_t kBankCountLimit = 255 * 2 + 255;  // what an iNES header can name
+inline constexpr std::int16_t kBankCountLimit = 255 * 2 + 255;  // what an iNES header can name
+inline constexpr std::size_t kUnknownBankLimit = 64;            // slots of SelectUnknown()
 inline constexpr std::uint8_t kFill = 0xFF;                     // of ROM that nothing is put in
 
 // The ROM while it is assembled: header, banks, and for each bank where the next byte goes.
@@ -21,13 +22,13 @@ inline constexpr std::uint8_t kFill = 0xFF;                     // of ROM that n
 class Image {
   public:
     // Makes `slot` current, at the location where it was left, or at 0 when it is new.
-    void Select(std::int32_t slot);
-    // A new slot for a bank of unknown number, made current. Until SetAddress() its location is not
-    // known either.
-    std::int32_t SelectUnknown();
+    void Select(std::int16_t slot);
+    // A slot for a bank of unknown number, made current: a new one, or beyond kUnknownBankLimit the
+    // last one again. Until SetAddress() its location is not known either.
+    std::int16_t SelectUnknown();
     void SetAddress(std::uint32_t address);
 
-    std::int32_t Slot() const { return slot_; }
+    std::int16_t Slot() const { return slot_; }
     std::uint32_t Offset() const { return offset_; }  // in the bank; may run past kBankSize
     std::uint32_t Address() const { return page_ + offset_; }
     bool Located() const { return located_; }
@@ -41,11 +42,11 @@ class Image {
     void Skip(std::size_t count);
 
     // The byte at an offset of a slot, for values that become known later.
-    std::uint8_t* At(std::int32_t slot, std::uint32_t offset);
+    std::uint8_t* At(std::int16_t slot, std::uint32_t offset);
 
     // Moves a slot of SelectUnknown() into its bank. False if that bank was selected by other means
     // too: what lies where, and what lies on top, is then only known with the number at hand.
-    bool Settle(std::int32_t slot, std::int32_t bank);
+    bool Settle(std::int16_t slot, std::int16_t bank);
 
     void Reserve(std::uint32_t banks);
     // Ends assembly: the file of exactly `banks` banks, with room for the header in front.
@@ -59,14 +60,14 @@ class Image {
     };
     using Bank = std::array<std::uint8_t, kBankSize>;
 
-    std::uint8_t* BytesOf(std::int32_t slot);
+    std::uint8_t* BytesOf(std::int16_t slot);
     void Leave();
 
     std::vector<std::uint8_t> file_ = std::vector<std::uint8_t>(kHeaderSize + kBankSize, kFill);
     std::deque<Bank> unknown_;
     std::vector<Location> locations_ = std::vector<Location>(kBankCountLimit);
     std::uint8_t* current_ = file_.data() + kHeaderSize;
-    std::int32_t slot_ = 0;
+    std::int16_t slot_ = 0;
     std::uint32_t offset_ = 0;
     std::uint32_t page_ = 0;
     bool located_ = true;

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::uint32_t kBytesShown = 8;
 
-std::int32_t BankOfSlot(std::int32_t slot, const Names& names) {
+std::int16_t BankOfSlot(std::int16_t slot, const Names& names) {
     if (slot < kBankCountLimit) return slot;
     return names.unknownBanks[static_cast<std::size_t>(slot - kBankCountLimit)];
 }
@@ -44,10 +44,11 @@ std::string RenderListing(const std::vector<ListedLine>& lines, const SourceFile
             file = line.place.file;
             text.append("# ").append(files.At(file).name).append("\n");
         }
-        std::snprintf(head, sizeof head, "%6u%c %02X:%04X  ", line.place.line,
-                      line.place.expansion == 0 ? ' ' : '+',
-                      static_cast<unsigned>(std::max(BankOfSlot(line.slot, names), 0)),
-                      line.address);
+        std::snprintf(
+            head, sizeof head, "%6u%c %02X:%04X  ", line.place.line,
+            line.place.expansion == 0 ? ' ' : '+',
+            static_cast<unsigned>(std::max(BankOfSlot(line.slot, names), std::int16_t{0})),
+            line.address);
         text.append(head).append(HexOf(line, image)).append(" ");
         text.append(WithoutReturn(line.text)).append("\n");
     }
@@ -69,8 +70,7 @@ std::string RenderSymbols(const Names& names) {
         if (symbol->bank == kNoBank) {
             text += "- ";
         } else {
-            std::snprintf(head, sizeof head, "%02X ",
-                          static_cast<unsigned>(BankOfSlot(symbol->bank, names)));
+            std::snprintf(head, sizeof head, "%02X ", static_cast<unsigned>(symbol->bank));
             text += head;
         }
         text.append(symbol->name).append("\n");

@@ -23,7 +23,10 @@ Pass::Pass(SourceFiles& files, const AssemblyOptions& options, const Pass* befor
     : files_(files),
       options_(options),
       diagnostics_(files),
-      names_(before == nullptr ? nullptr : &before->names_.table) {}
+      names_(before == nullptr ? nullptr : &before->names_.table) {
+    constexpr std::size_t kUsualFixups = 4096;  // about as many as a menu for 1,024 games has
+    fixups_.reserve(kUsualFixups);
+}
 
 void Pass::Read(std::string_view path) {
     const std::uint32_t file = files_.Open(path);
@@ -119,7 +122,7 @@ void Pass::Statement() {
     const bool dotted = *begin == '.';
     const char* wordBegin = dotted ? begin + 1 : begin;
     if (!Is(*wordBegin, kWordStart)) {
-        TakeLabel();
+        if (!label_.empty()) DefineLabelHere();
         return Error("Unexpected character!", {wordBegin, 1});
     }
     const char* end = SkipWord(wordBegin);

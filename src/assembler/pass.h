@@ -24,7 +24,7 @@ enum class ValueKind : std::uint8_t { Byte, Word, Immediate, ZeroPage, Absolute,
 // A value that wasn't known when its bytes were passed.
 struct Fixup {
     ValueKind kind = ValueKind::Byte;
-    std::int32_t slot = 0;
+    std::int16_t slot = 0;
     std::uint32_t offset = 0;
     Symbol* name = nullptr;  // if the value is just this one
     ExpressionPlace from;
@@ -34,7 +34,7 @@ struct Fixup {
 struct ListedLine {
     Place place;
     std::string_view text;
-    std::int32_t slot = 0;
+    std::int16_t slot = 0;
     std::uint32_t offset = 0;
     std::uint32_t end = 0;
     std::uint32_t address = 0;
@@ -57,7 +57,7 @@ class Pass {
     void Finish();
 
     // Whether values that decided locations turned out otherwise than assumed.
-    bool NeedsAnother() const { return needsAnother_; }
+    bool NeedsAnother() const { return needsAnother_ && !hopeless_; }
     // Ends the search for locations that never settle.
     void ReportUnsettled();
 
@@ -89,7 +89,7 @@ class Pass {
     };
 
     struct UnknownBank {
-        std::int32_t slot = 0;
+        std::int16_t slot = 0;
         ExpressionPlace from;
     };
 
@@ -219,6 +219,7 @@ class Pass {
     std::int64_t ramCounter_ = 0;
     bool overflowReported_ = false;  // in the stretch at hand
     bool needsAnother_ = false;
+    bool hopeless_ = false;  // another reading would end with the same error
 
     std::vector<Fixup> fixups_;
     std::vector<Symbol*> deferredSymbols_;

@@ -25,12 +25,13 @@ void Pass::ResolveBanks() {
         const ExpressionValue value = names_.Evaluate(unknown.from, Forward::Resolve);
         if (!value.Known()) {
             Report(unknown.from, value);
+            hopeless_ = true;
             continue;
         }
         bankUses_.push_back({value.value, unknown.from.place});
         if (value.value >= 0 && value.value < kBankCountLimit) {
             names_.unknownBanks[static_cast<std::size_t>(unknown.slot - kBankCountLimit)] =
-                static_cast<std::int32_t>(value.value);
+                static_cast<std::int16_t>(value.value);
         }
     }
 }
@@ -96,13 +97,18 @@ void Pass::ApplyFixups() {
 
 void Pass::SettleBanks() {
     for (const UnknownBank& unknown : unknownBanks_) {
-        const std::int32_t bank =
+        const std::int16_t bank =
             names_.unknownBanks[static_cast<std::size_t>(unknown.slot - kBankCountLimit)];
         if (bank != kNoBank && !image_.Settle(unknown.slot, bank)) needsAnother_ = true;
+    }
+    for (Symbol& symbol : names_.table.All()) {
+        if (symbol.bank < kBankCountLimit) continue;
+        symbol.bank = names_.unknownBanks[static_cast<std::size_t>(symbol.bank - kBankCountLimit)];
     }
 }
 
 void Pass::CheckBanks() {
+    if (BankCount() == 0) diagnostics_.Error({.sequence = sequence_}, "The ROM has no banks!");
     for (const BankUse& use : bankUses_) {
         if (use.bank >= 0 && use.bank < BankCount()) continue;
         diagnostics_.Error(use.place, "Bank index out of range! limit is: " +

@@ -30,13 +30,15 @@ void Pass::SelectBank() {
     if (value.Known()) {
         bankUses_.push_back({value.value, from.place});
         if (value.value >= 0 && value.value < kBankCountLimit) {
-            image_.Select(static_cast<std::int32_t>(value.value));
+            image_.Select(static_cast<std::int16_t>(value.value));
             return NoteLocation();
         }
     }
-    const std::int32_t slot = image_.SelectUnknown();
-    names_.unknownBanks.push_back(kNoBank);
+    const std::int16_t slot = image_.SelectUnknown();
+    const bool fresh = names_.unknownBanks.size() < kUnknownBankLimit;
+    if (fresh) names_.unknownBanks.push_back(kNoBank);
     if (value.status == ExpressionStatus::Unknown) {
+        if (!fresh) needsAnother_ = true;
         unknownBanks_.push_back({slot, from});
         return NoteLocation();
     }

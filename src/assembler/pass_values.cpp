@@ -1,6 +1,7 @@
 #include <string>
 
 #include "assembler/arithmetic.h"
+#include "assembler/characters.h"
 #include "assembler/pass.h"
 
 namespace bw::assembler {
@@ -10,6 +11,10 @@ ExpressionPlace Pass::PlaceOfExpression() const {
 }
 
 ExpressionValue Pass::Evaluate(Forward forward) {
+    cursor_ = SkipBlanks(cursor_);
+    if (forward == Forward::Wait) {
+        if (const auto simple = names_.EvaluateSimple(cursor_, &cursor_)) return *simple;
+    }
     const ExpressionValue value = names_.Evaluate(PlaceOfExpression(), forward, &cursor_);
     if (value.usesLocation && !image_.Located()) needsAnother_ = true;
     return value;

@@ -5,7 +5,7 @@
 namespace bw::assembler {
 namespace {
 
-constexpr std::size_t kFirstSlots = 4096;  // a power of two, as the mask of SlotOf demands
+constexpr std::size_t kFirstSlots = 8192;  // a power of two, as the mask of SlotOf demands
 
 std::uint64_t Mix(std::uint64_t state, std::uint64_t word) {
     state = (state ^ word) * 0x9E3779B97F4A7C15U;
@@ -14,8 +14,8 @@ std::uint64_t Mix(std::uint64_t state, std::uint64_t word) {
 
 }  // namespace
 
-std::uint32_t HashName(std::string_view name) {
-    std::uint64_t state = name.size();
+std::uint32_t SymbolTable::HashOf(std::string_view name, std::uint32_t scope) {
+    std::uint64_t state = name.size() + (std::uint64_t{scope} << 32U);
     std::uint64_t word = 0;
     while (name.size() >= sizeof word) {
         std::memcpy(&word, name.data(), sizeof word);
@@ -45,16 +45,15 @@ std::size_t SymbolTable::SlotOf(std::string_view name, std::uint32_t scope,
 }
 
 Symbol& SymbolTable::Get(std::string_view name, std::uint32_t scope) {
-    const std::uint32_t hash = HashName(name) + scope * 0x9E3779B1U;
+    const std::uint32_t hash = HashOf(name, scope);
     std::size_t at = SlotOf(name, scope, hash);
     if (slots_[at].index == 0) {
-        if (symbols_.size() * 2 >= slots_.size()) {
+        if (symbols_.size() * 4 >= slots_.size() * 3) {
             Grow();
             at = SlotOf(name, scope, hash);
         }
         Symbol& symbol = symbols_.emplace_back();
         symbol.name = name;
-        symbol.hash = hash;
         symbol.scope = scope;
         slots_[at] = {hash, static_cast<std::uint32_t>(symbols_.size())};
     }
@@ -62,7 +61,7 @@ Symbol& SymbolTable::Get(std::string_view name, std::uint32_t scope) {
 }
 
 Symbol* SymbolTable::Find(std::string_view name, std::uint32_t scope) {
-    const std::uint32_t hash = HashName(name) + scope * 0x9E3779B1U;
+    const std::uint32_t hash = HashOf(name, scope);
     const Slot& slot = slots_[SlotOf(name, scope, hash)];
     return slot.index == 0 ? nullptr : &symbols_[slot.index - 1];
 }

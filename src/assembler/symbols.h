@@ -23,19 +23,16 @@ enum class SymbolState : std::uint8_t {
     Defined,
 };
 
-inline constexpr std::int32_t kNoBank = -1;
+inline constexpr std::int16_t kNoBank = -1;
 
 struct Symbol {
-    std::string_view name;  // in the source's bytes, which outlive the table
-    std::uint32_t hash = 0;
-    std::uint32_t scope = 0;  // 0 for global names
-    SymbolState state = SymbolState::Undefined;
-    std::int32_t bank = kNoBank;  // slot of the image that a label stands in
+    std::string_view name;        // in the source's bytes, which outlive the table
     std::int64_t value = 0;       // of a deferred one: index of its expression
-    Place place;                  // of the definition
+    std::uint32_t scope = 0;      // 0 for global names
+    std::int16_t bank = kNoBank;  // slot of the image that a label stands in; at the end, its bank
+    SymbolState state = SymbolState::Undefined;
+    Place place;  // of the definition
 };
-
-std::uint32_t HashName(std::string_view name);
 
 // All names of a run. Symbols keep their address.
 class SymbolTable {
@@ -47,6 +44,7 @@ class SymbolTable {
     Symbol* Find(std::string_view name, std::uint32_t scope);
     const Symbol* Find(std::string_view name, std::uint32_t scope) const;
 
+    std::deque<Symbol>& All() { return symbols_; }
     const std::deque<Symbol>& All() const { return symbols_; }
 
   private:
@@ -55,6 +53,7 @@ class SymbolTable {
         std::uint32_t index = 0;  // 1 + index of the symbol, 0 in a free slot
     };
 
+    static std::uint32_t HashOf(std::string_view name, std::uint32_t scope);
     std::size_t SlotOf(std::string_view name, std::uint32_t scope, std::uint32_t hash) const;
     void Grow();
 

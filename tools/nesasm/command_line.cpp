@@ -75,6 +75,13 @@ CommandLine ParseCommandLine(std::span<const std::string_view> words) {
     }
     if (result.source.empty()) return UsageError("no source named");
     if (result.output.empty()) result.output = DefaultOutput(result.source);
+    const std::string* files[] = {&result.source, &result.output, &result.listing,
+                                  &result.symbols};
+    for (const std::string* a : files) {
+        for (const std::string* b : files) {
+            if (a < b && !a->empty() && *a == *b) return UsageError(*a + " is named twice");
+        }
+    }
     return result;
 }
 
