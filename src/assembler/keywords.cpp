@@ -82,4 +82,11 @@ Keyword FindKeyword(std::uint64_t packed) {
     return {};
 }
 
+std::vector<std::string_view> DirectiveNames() {
+    std::vector<std::string_view> names;
+    for (const DirectiveName& entry : kDirectives)
+        names.push_back(entry.name);
+    return names;
+}
+
 }  // namespace bw::assembler

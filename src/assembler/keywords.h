@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
+#include <vector>
 
 #include "assembler/instructions.h"
 
@@ -47,5 +49,8 @@ struct Keyword {
 
 // What a word packed by PackWord() means. Directives are listed without their dot.
 Keyword FindKeyword(std::uint64_t packed);
+
+// All directives, in upper case and without their dot.
+std::vector<std::string_view> DirectiveNames();
 
 }  // namespace bw::assembler

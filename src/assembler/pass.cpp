@@ -293,8 +293,10 @@ void Pass::Error(std::string_view text, std::string_view detail) {
 void Pass::ExpectEnd() {
     cursor_ = SkipBlanks(cursor_);
     if (Is(*cursor_, kEnd)) return;
-    const char* end = LineEnd(cursor_, frames_.back().end);
-    while (end != cursor_ && Is(end[-1], kBlank))
+    const char* end = cursor_;
+    while (!Is(*end, kEnd))
+        ++end;
+    while (Is(end[-1], kBlank))
         --end;
     Error("Unexpected text behind the statement!", View(cursor_, end));
 }

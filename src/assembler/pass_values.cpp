@@ -5,6 +5,12 @@
 #include "assembler/pass.h"
 
 namespace bw::assembler {
+namespace {
+
+// Fix-ups past the end of a bank only serve messages about their names; so many are enough.
+constexpr std::size_t kMessageFixups = 65536;
+
+}  // namespace
 
 ExpressionPlace Pass::PlaceOfExpression() const {
     return {cursor_, scope_, lineAddress_, Here()};
@@ -65,7 +71,7 @@ void Pass::PutValue(ValueKind kind, const ExpressionPlace& from, const Expressio
     } else if (value.Failed()) {
         Report(from, value);
         Error(kReportedBefore);
-    } else if (image_.Offset() < kBankSize) {
+    } else if (image_.Offset() < kBankSize || fixups_.size() < kMessageFixups) {
         fixups_.push_back({kind, image_.Slot(), image_.Offset(), value.name, from});
     }
     image_.Put(bytes[0]);

@@ -1,6 +1,8 @@
 #include "nesasm/command_line.h"
 
 #include <cstddef>
+#include <iterator>
+#include <utility>
 
 namespace bw::nesasm {
 namespace {
@@ -75,11 +77,12 @@ CommandLine ParseCommandLine(std::span<const std::string_view> words) {
     }
     if (result.source.empty()) return UsageError("no source named");
     if (result.output.empty()) result.output = DefaultOutput(result.source);
-    const std::string* files[] = {&result.source, &result.output, &result.listing,
-                                  &result.symbols};
-    for (const std::string* a : files) {
-        for (const std::string* b : files) {
-            if (a < b && !a->empty() && *a == *b) return UsageError(*a + " is named twice");
+    const std::string* files[] = {&result.source, &result.output, &result.listing, &result.symbols};
+    for (std::size_t i = 0; i < std::size(files); ++i) {
+        for (std::size_t k = i + 1; k < std::size(files); ++k) {
+            if (!files[i]->empty() && *files[i] == *files[k]) {
+                return UsageError(*files[i] + " is named twice");
+            }
         }
     }
     return result;

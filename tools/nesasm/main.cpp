@@ -14,9 +14,10 @@ constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
+// Without a buffer the text leaves in one write.
 void Print(std::FILE* stream, const std::string& text) {
+    std::setvbuf(stream, nullptr, _IONBF, 0);
     std::fwrite(text.data(), 1, text.size(), stream);
-    std::fflush(stream);
 }
 
 bool WriteOutput(const std::string& path, const void* bytes, std::size_t size,

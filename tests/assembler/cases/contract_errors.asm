@@ -1,0 +1,24 @@
+; The messages that a user of a build may see, all in one run.
+ .INESPRG 1
+ .BANK 2                        ; banks 0 and 1 exist
+ .BANK 0
+ .ORG $8000
+    LDA Nowhere                 ; undefined
+    .DW Nowhere + 1
+    LDA #256
+    LDA #-129
+    LDA #Late                   ; known later
+    STA <$100
+    LDA [Late],Y
+    BNE Far                     ; 128 bytes ahead
+    .DS 128
+Far BEQ Far - 127               ; 129 bytes back
+    INCLUDE "missing.asm"
+    .BANK Wrong                 ; never defined
+ .BANK 1
+ .ORG $BFFE
+ .DW 1
+ .DW 2                          ; past the end
+ .DW 3                          ; told once
+Late = 300
+ .STR "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx"

@@ -1,0 +1,17 @@
+; Names: case counts, length doesn't, local ones hold between global labels.
+ .org $8000
+one:
+.loop dex
+ bne .loop
+ONE nop
+.loop: dey
+ bne .loop
+.size = 3                       ; local constants too
+ lda #.size
+two .equ 2
+three equ two + 1
+a_name_of_more_than_thirty_one_characters_in_all = 4
+ .db two,three,a_name_of_more_than_thirty_one_characters_in_all
+  indented: .dw indented        ; a colon makes a label anywhere
+  four = 4
+ .db four

@@ -1,0 +1,7 @@
+; Procedures don't nest and must end.
+ .endp
+ .proc
+ .proc a
+ .proc b
+ .endp
+ .proc c

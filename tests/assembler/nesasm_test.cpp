@@ -1,0 +1,155 @@
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+// The command line as a process: exit status, files, messages.
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Outcome {
+    int status = -1;
+    std::string output;  // of both streams
+    int writes = 0;      // how many pieces it came in
+};
+
+class Nesasm : public testing::Test {
+  protected:
+    Nesasm() {
+        std::string name = (fs::temp_directory_path() / "nesasm_test_XXXXXX").string();
+        folder_ = ::mkdtemp(name.data());
+        Write("good.asm", " .db 1,2,3\n");
+        Write("bad.asm", " lda #300\n");
+    }
+    ~Nesasm() override { fs::remove_all(folder_); }
+    Nesasm(const Nesasm&) = delete;
+    Nesasm& operator=(const Nesasm&) = delete;
+
+    void Write(const std::string& name, const std::string& text) const {
+        std::ofstream(folder_ / name, std::ios::binary) << text;
+    }
+    std::string Text(const std::string& name) const {
+        std::ifstream file(folder_ / name, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    bool Exists(const std::string& name) const { return fs::exists(folder_ / name); }
+    std::size_t FileCount() const {
+        return static_cast<std::size_t>(
+            std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
+    }
+
+    Outcome Run(const std::string& arguments) const {
+        const std::string command =
+            "cd '" + folder_.string() + "' && '" BANKWEAVER_NESASM "' " + arguments + " 2>&1";
+        Outcome outcome;
+        std::FILE* pipe = ::popen(command.c_str(), "r");
+        char buffer[65536];
+        for (;;) {
+            const ssize_t got = ::read(::fileno(pipe), buffer, sizeof buffer);
+            if (got <= 0) break;
+            outcome.output.append(buffer, static_cast<std::size_t>(got));
+            ++outcome.writes;
+        }
+        outcome.status = WEXITSTATUS(::pclose(pipe));
+        return outcome;
+    }
+
+    fs::path folder_;
+};
+
+TEST_F(Nesasm, WritesTheRomBesideTheSource) {
+    fs::create_directory(folder_ / "sub.dir");
+    Write("sub.dir/menu.v2.asm", " .db 1\n");
+    const Outcome outcome = Run("sub.dir/menu.v2.asm");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(Text("sub.dir/menu.v2.nes").size(), 16U + 16384U);
+    Write("sub.dir/plain", " .db 1\n");
+    EXPECT_EQ(Run("sub.dir/plain").status, 0);
+    EXPECT_TRUE(Exists("sub.dir/plain.nes"));
+}
+
+TEST_F(Nesasm, IncludesStartAtTheWorkingFolder) {
+    fs::create_directory(folder_ / "sub");
+    Write("sub/main.asm", " include \"sub/part.asm\"\n incbin \"sub\\data\"\n");
+    Write("sub/part.asm", " .db 7\n");
+    Write("sub/data", "x");
+    EXPECT_EQ(Run("sub/main.asm").output, "");
+    EXPECT_EQ(Text("sub/main.nes").substr(16, 2), "\x07x");
+}
+
+TEST_F(Nesasm, OldOutputOutlivesAFailedRun) {
+    Write("bad.nes", "old");
+    const Outcome outcome = Run("bad.asm");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "bad.asm:1: error: Incorrect immediate value! 300\n# 1 error(s)\n");
+    EXPECT_EQ(Text("bad.nes"), "old");
+    EXPECT_EQ(FileCount(), 3U);
+}
+
+// The program that runs this one takes the first piece of output for the whole.
+TEST_F(Nesasm, ManyErrorsComeInOnePiece) {
+    std::string text;
+    for (int i = 0; i < 500; ++i)
+        text += " lda nowhere\n";
+    Write("many.asm", text);
+    const Outcome outcome = Run("many.asm");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.writes, 1);
+    EXPECT_TRUE(outcome.output.ends_with("# 500 error(s)\n"));
+}
+
+TEST_F(Nesasm, WritesWhatTheOptionsName) {
+    Write("out.nes", "old");
+    EXPECT_EQ(Run("-l list.txt -s names.txt -o out.nes good.asm").status, 0);
+    EXPECT_EQ(Text("out.nes").size(), 16U + 16384U);
+    EXPECT_FALSE(Exists("good.nes"));
+    EXPECT_NE(Text("list.txt").find("01 02 03"), std::string::npos);
+    EXPECT_TRUE(Exists("names.txt"));
+    EXPECT_EQ(FileCount(), 5U);
+}
+
+TEST_F(Nesasm, OutputThatCannotBeWrittenIsAFailure) {
+    const Outcome outcome = Run("-o missing/out.nes good.asm");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.output.find("missing/out.nes"), std::string::npos);
+    fs::create_directory(folder_ / "taken.nes");
+    EXPECT_EQ(Run("-o taken.nes good.asm").status, 1);
+    EXPECT_EQ(FileCount(), 3U);
+}
+
+TEST_F(Nesasm, WrongCommandLinesAreRefused) {
+    for (const char* arguments :
+         {"", "-x good.asm", "good.asm bad.asm", "-o", "good.asm -o", "-o '' good.asm",
+          "-o a -o b good.asm", "-o good.asm good.asm", "-l x -s x good.asm", "--versions"}) {
+        const Outcome outcome = Run(arguments);
+        EXPECT_EQ(outcome.status, 2) << arguments;
+        EXPECT_NE(outcome.output.find("nesasm"), std::string::npos) << arguments;
+    }
+    EXPECT_EQ(FileCount(), 2U);
+}
+
+TEST_F(Nesasm, HelpAndVersionGoToStandardOutput) {
+    EXPECT_EQ(Run("--help 2>/dev/null").status, 0);
+    EXPECT_EQ(Run("--help 2>/dev/null").output.substr(0, 6), "Usage:");
+    EXPECT_EQ(Run("--version 2>/dev/null").output.substr(0, 7), "nesasm ");
+}
+
+TEST_F(Nesasm, UnreadableSourcesAreFailures) {
+    EXPECT_EQ(Run("gone.asm").status, 1);
+    EXPECT_EQ(Run(".").status, 1);
+    EXPECT_EQ(Run("/dev/zero").status, 1);
+    EXPECT_EQ(::mkfifo((folder_ / "pipe").c_str(), 0600), 0);
+    EXPECT_EQ(Run("pipe").status, 1);
+}
+
+}  // namespace
