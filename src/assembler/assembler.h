@@ -11,7 +11,7 @@
 namespace bw::assembler {
 
 // An error makes the run fail; a warning is for the reader only. There is no third kind: a run goes
-// on after every error it can, and what it can't go on from ends it with the error as the last one.
+// on after an error. Only text without end, too much of it or a macro that calls itself, ends it.
 enum class Severity : std::uint8_t { Warning, Error };
 
 struct Diagnostic {
@@ -21,9 +21,17 @@ struct Diagnostic {
     std::string text;
 };
 
+// Limits that keep any input from eating time or memory without end.
+inline constexpr std::size_t kTextLimit = std::size_t{32} << 20U;  // bytes of all files and macros
+inline constexpr std::size_t kIncludeDepth = 16;
+inline constexpr std::size_t kMacroDepth = 64;
+inline constexpr std::size_t kConditionDepth = 256;
+inline constexpr int kExpressionDepth = 256;
+
 struct AssemblyOptions {
     bool listing = false;
     bool symbols = false;
+    std::size_t textLimit = kTextLimit;
 };
 
 struct AssemblyResult {
@@ -39,13 +47,6 @@ struct AssemblyResult {
 };
 
 inline constexpr std::size_t kDiagnosticLimit = 200;
-
-// Limits that keep any input from eating time or memory without end.
-inline constexpr std::size_t kTextLimit = std::size_t{32} << 20U;  // bytes of all files and macros
-inline constexpr std::size_t kIncludeDepth = 16;
-inline constexpr std::size_t kMacroDepth = 64;
-inline constexpr std::size_t kConditionDepth = 256;
-inline constexpr int kExpressionDepth = 256;
 
 // Assembles `path` and what it includes. No output but the result, no exception for any input.
 AssemblyResult Assemble(std::string_view path, SourceProvider& sources,

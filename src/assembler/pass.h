@@ -104,7 +104,7 @@ class Pass {
     };
 
     // What the line at hand has in store for the lines behind it.
-    enum class FollowUp : std::uint8_t { None, SkipToElse, SkipToEndIf, CaptureMacro, Enter };
+    enum class FollowUp : std::uint8_t { None, SkipToElse, SkipToEndIf, CaptureMacro, Enter, End };
 
     struct Header {
         std::uint8_t prg = 1;  // 16 KB units
@@ -131,6 +131,7 @@ class Pass {
     void RunFollowUp();
     void EnterFrame(Frame frame);
     void LeaveFrame();
+    void EndReading();
     void If(bool condition);
     void IfDefined(bool wanted);
     void Else();
@@ -219,7 +220,7 @@ class Pass {
     std::int64_t ramCounter_ = 0;
     bool overflowReported_ = false;  // in the stretch at hand
     bool needsAnother_ = false;
-    bool hopeless_ = false;  // another reading would end with the same error
+    bool hopeless_ = false;  // an error that another reading would only find again
 
     std::vector<Fixup> fixups_;
     std::vector<Symbol*> deferredSymbols_;

@@ -8,6 +8,7 @@
 namespace bw::assembler {
 
 void Pass::Finish() {
+    if (hopeless_) return;
     ResolveBanks();
     ResolveDeferred();
     CheckGuesses();

@@ -30,16 +30,23 @@ Keyword KeywordOfLine(const char* at) {
 // without end.
 void Pass::EnterFrame(Frame frame) {
     textBytes_ += static_cast<std::size_t>(frame.end - frame.at);
-    if (textBytes_ > kTextLimit) {
+    if (textBytes_ > options_.textLimit) {
         diagnostics_.Error(frame.place, "Source is too large!");
-        for (Frame& open : frames_)
-            open.at = open.end;
-        return;
+        return EndReading();
     }
     frame.conditions = conditions_.size();
     frame.scope = scope_;
     if (frame.kind == FrameKind::Macro) scope_ = names_.scopes.Open(scope_);
     frames_.push_back(frame);
+}
+
+// Gives up. What the rest would have defined or closed isn't missed.
+void Pass::EndReading() {
+    for (Frame& frame : frames_)
+        frame.at = frame.end;
+    conditions_.clear();
+    procedure_.reset();
+    hopeless_ = true;
 }
 
 void Pass::LeaveFrame() {
@@ -62,6 +69,8 @@ void Pass::RunFollowUp() {
             return CaptureMacro();
         case FollowUp::Enter:
             return EnterFrame(next_);
+        case FollowUp::End:
+            return EndReading();
         case FollowUp::None:
             return;
     }
@@ -195,7 +204,11 @@ void Pass::CallMacro(std::string_view name, const Macro& macro) {
     std::size_t depth = 0;
     for (const Frame& frame : frames_)
         depth += frame.kind == FrameKind::Macro ? 1 : 0;
-    if (depth >= kMacroDepth) return Error("Macro calls nested too deeply!", name);
+    if (depth >= kMacroDepth) {
+        Error("Macro calls nested too deeply!", name);
+        followUp_ = FollowUp::End;
+        return;
+    }
     const std::vector<std::string_view> arguments = MacroArguments();
     if (arguments.size() > 9) return Error("More than 9 macro arguments!");
     const Place caller = Here();
@@ -265,7 +278,7 @@ std::string_view Pass::Expand(std::string_view body,
         } else {
             text.append(body, slash, 2);
         }
-        if (text.size() > kTextLimit) break;
+        if (text.size() > options_.textLimit) break;
     }
     const std::size_t size = text.size();
     text.append(kSourcePadding, '\0');

@@ -16,9 +16,12 @@ lda .macro
  .endm
  .macro
  .endm
+ .endm
 again .macro
  again
  .endm
- again                          ; calls itself
- .endm
-open .macro
+ .if 1
+ lda after
+ again                          ; calls itself, which ends the run
+after
+ .endif
