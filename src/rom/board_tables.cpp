@@ -1,6 +1,7 @@
 #include "rom/board_tables.h"
 
 #include <array>
+#include <bit>
 #include <map>
 
 namespace bw {
@@ -151,7 +152,7 @@ bool CoolboySupported(const InesHeader& header) {
         // Any power of two up to 2 MB; the CHR size isn't looked at.
         case 4:
         case 74:
-            return prg != 0 && prg <= 128 && (prg & (prg - 1)) == 0;
+            return std::has_single_bit(prg) && prg <= 128;
         default:
             return false;
     }

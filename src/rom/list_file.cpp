@@ -74,12 +74,9 @@ std::u16string MissingPath(const std::u16string& path, const std::filesystem::pa
 GameEntry MakeEntry(StoredEntry stored, const std::filesystem::path& base,
                     const std::filesystem::path& otherBase) {
     GameEntry entry;
-    std::filesystem::path file;
-    if (!stored.relativePath.empty()) {
-        file = Locate(stored.relativePath, base);
-        if (!otherBase.empty() && !NamesFile(file)) file = Locate(stored.relativePath, otherBase);
-    }
-    if (!file.empty() && NamesFile(file)) {
+    std::filesystem::path file = Locate(stored.relativePath, base);
+    if (!otherBase.empty() && !NamesFile(file)) file = Locate(stored.relativePath, otherBase);
+    if (NamesFile(file)) {
         entry = GameEntry(file);
     } else if (!stored.path.empty()) {
         file = Locate(stored.path, base);

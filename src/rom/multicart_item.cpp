@@ -19,14 +19,10 @@ using ReadBuffer = std::array<uint8_t, 65536>;
 // The CRC of `size` bytes at `offset`; what the file doesn't have counts as 0xFF.
 uint32_t CrcOfFile(const File& file, uint64_t offset, uint32_t size, ReadBuffer& buffer) {
     uint32_t crc = 0;
-    bool atEnd = false;
     while (size > 0) {
         const std::span piece = std::span(buffer).first(std::min<size_t>(size, buffer.size()));
-        const size_t arrived = atEnd ? 0 : file.ReadAt(offset, piece).value_or(0);
-        if (arrived < piece.size()) {
-            atEnd = true;
-            std::ranges::fill(piece.subspan(arrived), uint8_t{0xFF});
-        }
+        const size_t arrived = file.ReadAt(offset, piece).value_or(0);
+        std::ranges::fill(piece.subspan(arrived), uint8_t{0xFF});
         crc = Crc32(piece, crc);
         offset += piece.size();
         size -= static_cast<uint32_t>(piece.size());

@@ -70,6 +70,8 @@ TEST(GameEntry, TellsHowMuchOfTheHeaderArrived) {
         EXPECT_EQ(entry.headerRead, c.headerRead) << c.name;
         EXPECT_EQ(entry.HasValidHeader(), c.valid) << c.name;
         EXPECT_EQ(entry.header.PrgCount(), c.prg) << c.name;
+        EXPECT_EQ(entry.coolgirlSupported, c.valid && c.prg <= 2) << c.name;
+        EXPECT_EQ(entry.coolboySupported, entry.coolgirlSupported) << c.name;
         EXPECT_FALSE(entry.checked);
     }
     const GameEntry missing(folder / "missing.nes");
