@@ -46,11 +46,11 @@ void Measure(const char* what, bw::BoardType board) {
     bw::RoundChrUnits(games);
     if (board != bw::BoardType::kCoolgirl) bw::ApplyPrgMinimum(games);
     const bw::MulticartItem menu = MakeMenu();
-    std::vector<double> times;
-    for (int round = 0; round < 51; ++round) {
-        times.push_back(bench::Time([&] {
+    std::vector<double> times(51);
+    for (double& time : times) {
+        time = bench::Time([&] {
             if (bw::Allocate(menu, games, board).romSize == 0) std::abort();
-        }));
+        });
     }
     std::printf("layout of 1,024 games, %-27s ours %9.2f ms\n", what, bench::Median(times));
 }

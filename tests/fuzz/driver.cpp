@@ -17,9 +17,12 @@
 #include <string_view>
 #include <vector>
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
+extern "C" {
+int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 // Of the sanitizer runtimes, where one is linked: called before it ends the program.
-extern "C" [[gnu::weak]] void __sanitizer_set_death_callback(void (*callback)());
+// NOLINTNEXTLINE(bugprone-reserved-identifier)
+[[gnu::weak]] void __sanitizer_set_death_callback(void (*callback)());
+}
 
 namespace {
 

@@ -13,7 +13,6 @@ namespace bw {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 // The mappers that the help text promises for COOLGIRL, without its remarks on single games.
 std::set<uint32_t> MappersOfHelpText() {

@@ -16,7 +16,7 @@ class ImageFolder : public TemporaryFolder {
   public:
     // Makes missing folders too. Gives the whole path.
     std::filesystem::path Write(std::string_view name, std::string_view bytes) const {
-        const std::filesystem::path file = Path() / name;
+        std::filesystem::path file = Path() / name;
         std::filesystem::create_directories(file.parent_path());
         std::ofstream(file, std::ios::binary)
             .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));

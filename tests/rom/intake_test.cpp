@@ -18,6 +18,7 @@ using testing::IsEmpty;
 
 std::vector<std::u16string> Paths(const std::vector<GameEntry>& entries) {
     std::vector<std::u16string> paths;
+    paths.reserve(entries.size());
     for (const GameEntry& entry : entries)
         paths.push_back(entry.path);
     return paths;
