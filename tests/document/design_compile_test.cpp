@@ -16,7 +16,7 @@ using namespace std::string_literals;
 
 class DesignCompile : public testing::Test {
   protected:
-    bool Write(size_t games = 12, std::optional<std::u16string> caption = std::nullopt,
+    bool Write(size_t games = 12, const std::optional<std::u16string>& caption = std::nullopt,
                bool custom = true) {
         return WriteDesignFiles(design_, games, caption, folder_.Path(), custom);
     }
