@@ -38,6 +38,9 @@ BuildSettings Look(uint32_t menuSize, uint32_t style, uint32_t pageSize, uint32_
 // back; page changes by item in both directions.
 const std::string kTour = "UDDDDRLLRLDRAABBBAUSDLRUUULDBRA";
 
+// With five names a page: items and pages that cross the number 256 up and down.
+const std::string kAcross256 = "AAAAAAAAAARRLDUUDRLB";
+
 const std::vector<PagesCase>& Cases() {
     using enum BoardType;
     constexpr RomFormat nes = RomFormat::kNes20;
@@ -49,7 +52,7 @@ const std::vector<PagesCase>& Cases() {
         {"mindkids_203_white", kMindkids, unf, 203, Look(8, 1, 20, 3, true), kTour},
         {"coolgirl_1024", kCoolgirl, nes, 1024, Look(8, 0, 20, 4, true), kTour},
         {"coolgirl_1024_rows", kCoolgirl, unf, 1024, Look(8, 0, 5, 4, true, true),
-         kTour + "DDDDDDUUUUUU"},
+         kAcross256 + kTour + "DDDDDDUUUUUU"},
         {"coolboy_1", kCoolboy, nes, 1, Look(8, 0, 5, 4, true), kTour},
         {"coolboy_20_full", kCoolboy, unf, 20, Look(32, 0, 10, 4, false), kTour},
         {"coolgirl_47_rows_white", kCoolgirl, nes, 47, Look(8, 1, 10, 1, true, true), kTour},

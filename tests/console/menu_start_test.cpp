@@ -54,6 +54,9 @@ std::string StartScript(const Cart& cart, unsigned firstRegister) {
             emu.poweron()
             boot()
             for _ = 1, game do move("down") end
+            for address = 0x300, 0x7FF do
+                if address < 0x400 or address > 0x4FF then memory.writebyte(address, 0xAA) end
+            end
             clear(registers) clear(mirroring)
             press("start", 2, 0)
             assert(wait_until(function() return memory.getregister("pc") >= 0xFFC0
