@@ -14,7 +14,6 @@
 namespace bw::console {
 namespace {
 
-constexpr uint16_t kItemPlace = 0x2067;
 constexpr uint16_t kCaptionPlace = 0x2045;
 constexpr uint16_t kPagePlace = 0x2352;
 constexpr size_t kSprites = 64;
@@ -33,6 +32,7 @@ struct CustomCase {
     bool bigSprites;
     bool insertRow;
     std::u16string caption;
+    uint16_t itemPlace = 0x2067;
 };
 
 const std::vector<CustomCase>& Cases() {
@@ -42,7 +42,16 @@ const std::vector<CustomCase>& Cases() {
     static const std::vector<CustomCase> cases{
         {"small", kCoolboy, nes, 12, 3, {}, false, false, u"MY 23 GAMES"},
         {"big", kMindkids, unf, 12, 0, {2, 3, 18, 19}, true, true, u"BEST OF A B C"},
-        {"big_gap", kCoolgirl, unf, 5, 0, {2, 0, 18, 19}, false, false, u"X"},
+        {"big_gap",
+         kCoolgirl,
+         unf,
+         5,
+         0,
+         {2, 0, 18, 19},
+         false,
+         false,
+         u"X",
+         0x20C0},  // the third row begins at an address whose low byte is 0
         {"small_63", kCoolgirl, nes, 63, 0, {}, false, true, u"GAMES"},
         {"small_64", kCoolboy, unf, 64, 0, {}, false, false, u"GAMES"},
         {"big_200", kCoolboy, nes, 200, 0, {2, 3, 18, 19}, false, false, u"GAMES"},
@@ -122,10 +131,10 @@ void DrawScreen(Design& design, const CustomCase& test) {
         store.BkgPalette[i] = static_cast<uint8_t>(i % 4 == 0 ? 0x0F : 0x10 + i);
         store.SpritePalette[i] = static_cast<uint8_t>(i % 4 == 0 ? 0x0F : 0x20 + i);
     }
-    store.ItemPpuAddr = kItemPlace;
+    store.ItemPpuAddr = test.itemPlace;
     store.CaptionPpuAddr = kCaptionPlace;
     store.PageNumberPpuAddr = kPagePlace;
-    design.look = {.item = kItemPlace,
+    design.look = {.item = test.itemPlace,
                    .title = kCaptionPlace,
                    .page = kPagePlace,
                    .centrePage = false,

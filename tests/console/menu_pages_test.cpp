@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "builder/resources.h"
 #include "menu_cart.h"
 #include "menu_model.h"
 #include "support/text.h"
@@ -62,6 +63,17 @@ const std::vector<PagesCase>& Cases() {
 
 MenuModel ModelOf(const PagesCase& test) {
     return {DefaultLook(test.settings, test.games), test.settings, CountedNames(test.games)};
+}
+
+std::string StyleAttributes(bool white) {
+    const auto repeat = [](const std::string& text, int times) {
+        std::string all;
+        while (times-- > 0)
+            all += text;
+        return all;
+    };
+    return white ? "5555AA55AA665555" + repeat("00", 40) + repeat("F0", 8) + repeat("FF", 8)
+                 : repeat("00", 8) + repeat("55", 40) + repeat("A5", 8) + repeat("AA", 8);
 }
 
 class MenuPages : public testing::TestWithParam<size_t> {
@@ -132,15 +144,7 @@ TEST_P(MenuPages, EveryMoveShowsWhatTheRulesSay) {
 TEST_P(MenuPages, ColoursAndArrowAreThoseOfTheLook) {
     ASSERT_TRUE(Result().Ok()) << Result().problem;
     const bool white = Case().settings.ShowStyle == 1;
-    const auto repeat = [](const std::string& text, int times) {
-        std::string all;
-        while (times-- > 0)
-            all += text;
-        return all;
-    };
-    EXPECT_EQ(Result().At("attributes"),
-              white ? "5555AA55AA665555" + repeat("00", 40) + repeat("F0", 8) + repeat("FF", 8)
-                    : repeat("00", 8) + repeat("55", 40) + repeat("A5", 8) + repeat("AA", 8));
+    EXPECT_EQ(Result().At("attributes"), StyleAttributes(white));
     EXPECT_EQ(Result().At("palette"),
               white ? "0F202A2A0F252C2C0F2A27270F2128160F202A2A0F272C2C0F2A27270F252816"
                     : "0F2423230F2121210F2722220F2222220F2222220F2424240F2121210F222222");
@@ -229,6 +233,30 @@ TEST(MenuLongNames, NeverOverrunTheCommandBuffer) {
         EXPECT_THAT(pages,
                     testing::IsSupersetOf({kFirstOpener / kPageSize, kSecondOpener / kPageSize}));
     }
+}
+
+// The builder refuses more rows than the screen has, but doesn't look into a menu of the user's
+// own. Rows below the screen would fall on the attribute table; they stay away.
+TEST(MenuRows, BelowTheScreenLeaveTheColoursAlone) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(WriteResources(folder.Path() / "own"), std::nullopt);
+    BuildSettings settings = Look(8, 0, 20, 4, true, true);
+    settings.ExternMenuEnable = true;
+    settings.ExternMenuPath = folder.Path() / "own" / "menu" / "menu.asm";
+    const Cart cart =
+        BuildCart({.settings = settings, .names = CountedNames(50)}, folder.Path(), "rows");
+    ASSERT_EQ(cart.problem, "");
+    const ConsoleResult result = RunOnConsole({.rom = cart.rom, .script = MenuScript(R"lua(
+        boot()
+        for _ = 1, 5 do move("right") end
+        put("colours", hex(ppu_bytes(0x23C0, 64)))
+        put("top", row(1)) put("first", row(5)) put("last", row(29))
+    )lua")});
+    ASSERT_TRUE(result.Ok()) << result.problem;
+    EXPECT_EQ(result.At("colours"), StyleAttributes(false));
+    EXPECT_EQ(result.At("top"), "");
+    EXPECT_EQ(result.At("first"), "      NAME 41");
+    EXPECT_EQ(result.At("last"), "");
 }
 
 // Names that a careless table or source would break on.
