@@ -29,7 +29,7 @@ std::string Diagnostics::Spot(const Place& place) const {
 }
 
 void Diagnostics::Error(const Place& place, std::string_view text, std::string_view detail) {
-    if (text == "") return;
+    if (text.empty()) return;  // kReportedBefore
     ++errorCount_;
     Add(Severity::Error, place, text, detail);
 }

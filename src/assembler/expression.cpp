@@ -327,19 +327,8 @@ bool Walk::Guessed(const Symbol& symbol, std::int64_t& value) {
 
 void Walk::ResolveDeferred(Symbol& symbol) {
     if (depth_ >= kExpressionDepth) return;
-    const ExpressionPlace from = names_.deferred[static_cast<std::size_t>(symbol.value)];
-    const std::int64_t index = symbol.value;
-    symbol.state = SymbolState::Resolving;
-    const ExpressionValue result = Walk(names_, from, Forward::Resolve, depth_ + 1).Run();
-    if (result.Known()) {
-        symbol.state = SymbolState::Defined;
-        symbol.value = result.value;
-        return;
-    }
-    // Stays as it was: its own turn, with a depth of its own, computes it or reports the error.
-    symbol.state = SymbolState::Deferred;
-    symbol.value = index;
-    Fail(result.error, result.detail);
+    const ExpressionValue result = names_.Resolve(symbol, depth_ + 1);
+    if (!result.Known()) Fail(result.error, result.detail);
 }
 
 }  // namespace
@@ -376,6 +365,16 @@ std::optional<ExpressionValue> Names::EvaluateSimple(const char* text, const cha
     }
     if (!ends(at)) return std::nullopt;
     *end = at;
+    return result;
+}
+
+ExpressionValue Names::Resolve(Symbol& symbol, int depth) {
+    const std::int64_t index = symbol.value;
+    symbol.state = SymbolState::Resolving;
+    const ExpressionPlace& from = deferred[static_cast<std::size_t>(index)];
+    const ExpressionValue result = Walk(*this, from, Forward::Resolve, depth).Run();
+    symbol.state = result.Known() ? SymbolState::Defined : SymbolState::Deferred;
+    symbol.value = result.Known() ? result.value : index;
     return result;
 }
 

@@ -67,6 +67,10 @@ class Names {
     // Forward::Wait. Nothing if it is anything else.
     std::optional<ExpressionValue> EvaluateSimple(const char* text, const char** end);
 
+    // Defines a Deferred symbol by its expression. If that can't be computed it stays as it is.
+    // `depth` is how deep in other expressions this happens.
+    ExpressionValue Resolve(Symbol& symbol, int depth = 0);
+
     const SymbolTable* Before() const { return before_; }
 
   private:

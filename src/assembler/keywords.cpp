@@ -35,7 +35,7 @@ constexpr DirectiveName kDirectives[] = {
 constexpr std::string_view kMnemonics =
     "ADCANDASLBCCBCSBEQBITBMIBNEBPLBRKBVCBVSCLCCLDCLICLVCMPCPXCPYDECDEXDEYEORINCINXINYJMPJSRLDALDX"
     "LDYLSRNOPORAPHAPHPPLAPLPROLRORRTIRTSSBCSECSEDSEISTASTXSTYTAXTAYTSXTXATXSTYA";
-static_assert(kMnemonics.size() == kMnemonicCount * 3);
+static_assert(kMnemonics.size() == std::size_t{kMnemonicCount} * 3);
 
 struct Entry {
     std::uint64_t packed = 0;

@@ -7,6 +7,7 @@ namespace bw::assembler {
 namespace {
 
 constexpr std::uint32_t kBytesShown = 8;
+constexpr std::size_t kBytesWidth = 24;
 
 std::int16_t BankOfSlot(std::int16_t slot, const Names& names) {
     if (slot < kBankCountLimit) return slot;
@@ -22,7 +23,7 @@ std::string HexOf(const ListedLine& line, Image& image) {
         std::snprintf(hex, sizeof hex, "%02X ", *image.At(line.slot, offset));
         text += hex;
     }
-    text.resize(kBytesShown * 3, ' ');
+    text.resize(kBytesWidth, ' ');
     text += line.end > line.offset + kBytesShown ? '>' : ' ';
     return text;
 }

@@ -21,6 +21,11 @@ namespace bw::assembler {
 // How a value is put into the ROM, and with which limits.
 enum class ValueKind : std::uint8_t { Byte, Word, Immediate, ZeroPage, Absolute, Relative };
 
+// Bytes that a value of this kind takes.
+inline std::uint32_t SizeOf(ValueKind kind) {
+    return kind == ValueKind::Word || kind == ValueKind::Absolute ? 2 : 1;
+}
+
 // A value that wasn't known when its bytes were passed.
 struct Fixup {
     ValueKind kind = ValueKind::Byte;
@@ -175,8 +180,8 @@ class Pass {
     ExpressionPlace PlaceOfExpression() const;
     ExpressionValue Evaluate(Forward forward = Forward::Wait);
     void PutValue(ValueKind kind, const ExpressionPlace& from, const ExpressionValue& value);
-    const char* Store(ValueKind kind, std::int64_t value, std::int64_t location,
-                      std::uint8_t* bytes) const;
+    void Store(ValueKind kind, const ExpressionPlace& from, std::int64_t value,
+               std::uint8_t* bytes);
     void Report(const ExpressionPlace& from, const ExpressionValue& value);
 
     // After the last line (pass_finish.cpp)

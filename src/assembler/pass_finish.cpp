@@ -40,26 +40,18 @@ void Pass::ResolveBanks() {
 // Computes the names that were defined by names further down. A walk from the first one on makes
 // short work of long chains in one direction, a walk back of those in the other.
 void Pass::ResolveDeferred() {
-    const auto resolve = [this](Symbol& symbol, bool report) {
-        if (symbol.state != SymbolState::Deferred) return;
-        const ExpressionPlace from = names_.deferred[static_cast<std::size_t>(symbol.value)];
-        const std::int64_t index = symbol.value;
-        symbol.state = SymbolState::Resolving;
-        const ExpressionValue value = names_.Evaluate(from, Forward::Resolve);
-        symbol.state = SymbolState::Deferred;
-        symbol.value = index;
-        if (value.Known()) {
-            symbol.state = SymbolState::Defined;
-            symbol.value = value.value;
-        } else if (report) {
-            symbol.state = SymbolState::Failed;
-            Report(from, value);
-        }
-    };
-    for (Symbol* symbol : deferredSymbols_)
-        resolve(*symbol, false);
-    std::for_each(deferredSymbols_.rbegin(), deferredSymbols_.rend(),
-                  [&resolve](Symbol* symbol) { resolve(*symbol, true); });
+    for (Symbol* symbol : deferredSymbols_) {
+        if (symbol->state == SymbolState::Deferred) names_.Resolve(*symbol);
+    }
+    for (auto it = deferredSymbols_.rbegin(); it != deferredSymbols_.rend(); ++it) {
+        Symbol& symbol = **it;
+        if (symbol.state != SymbolState::Deferred) continue;
+        const ExpressionPlace& from = names_.deferred[static_cast<std::size_t>(symbol.value)];
+        const ExpressionValue value = names_.Resolve(symbol);
+        if (value.Known()) continue;
+        symbol.state = SymbolState::Failed;
+        Report(from, value);
+    }
 }
 
 void Pass::CheckGuesses() {
@@ -86,11 +78,8 @@ void Pass::ApplyFixups() {
             continue;
         }
         std::uint8_t bytes[2] = {0, 0};
-        if (const char* error = Store(fixup.kind, value.value, fixup.from.location, bytes)) {
-            diagnostics_.Error(fixup.from.place, error, std::to_string(value.value));
-        }
-        const bool wide = fixup.kind == ValueKind::Word || fixup.kind == ValueKind::Absolute;
-        const std::uint32_t size = wide ? 2 : 1;
+        Store(fixup.kind, fixup.from, value.value, bytes);
+        const std::uint32_t size = SizeOf(fixup.kind);
         if (fixup.offset + size > kBankSize) continue;  // reported as an overflow
         std::copy_n(bytes, size, image_.At(fixup.slot, fixup.offset));
     }

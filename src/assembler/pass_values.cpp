@@ -10,6 +10,40 @@ namespace {
 // Fix-ups past the end of a bank only serve messages about their names; so many are enough.
 constexpr std::size_t kMessageFixups = 65536;
 
+bool Fits(ValueKind kind, std::int64_t value) {
+    switch (kind) {
+        case ValueKind::Byte:
+        case ValueKind::Immediate:
+            return FitsByte(value);
+        case ValueKind::ZeroPage:
+            return FitsZeroPage(value);
+        case ValueKind::Word:
+        case ValueKind::Absolute:
+            return FitsWord(value);
+        case ValueKind::Relative:
+            return value >= -128 && value <= 127;
+    }
+    return false;
+}
+
+const char* RangeError(ValueKind kind) {
+    switch (kind) {
+        case ValueKind::Byte:
+            return "Byte value out of range!";
+        case ValueKind::Word:
+            return "Word value out of range!";
+        case ValueKind::Immediate:
+            return "Incorrect immediate value!";
+        case ValueKind::ZeroPage:
+            return "Incorrect zero page address!";
+        case ValueKind::Absolute:
+            return "Incorrect absolute address!";
+        case ValueKind::Relative:
+            return "Branch address out of range!";
+    }
+    return "";
+}
+
 }  // namespace
 
 ExpressionPlace Pass::PlaceOfExpression() const {
@@ -32,42 +66,22 @@ void Pass::Report(const ExpressionPlace& from, const ExpressionValue& value) {
     diagnostics_.Error(from.place, text, value.detail);
 }
 
-// Puts the value's bytes into `bytes`; gives the error's text if it is out of range.
-const char* Pass::Store(ValueKind kind, std::int64_t value, std::int64_t location,
-                        std::uint8_t* bytes) const {
-    const auto low = static_cast<std::uint8_t>(value & 0xFF);
-    const auto high = static_cast<std::uint8_t>(value >> 8 & 0xFF);
-    bytes[0] = low;
-    switch (kind) {
-        case ValueKind::Byte:
-            return FitsByte(value) ? nullptr : "Byte value out of range!";
-        case ValueKind::Immediate:
-            return FitsByte(value) ? nullptr : "Incorrect immediate value!";
-        case ValueKind::ZeroPage:
-            return FitsZeroPage(value) ? nullptr : "Incorrect zero page address!";
-        case ValueKind::Word:
-            bytes[1] = high;
-            return FitsWord(value) ? nullptr : "Word value out of range!";
-        case ValueKind::Absolute:
-            bytes[1] = high;
-            return FitsWord(value) ? nullptr : "Incorrect absolute address!";
-        case ValueKind::Relative: {
-            const std::int64_t distance = value - (location + 2);
-            bytes[0] = static_cast<std::uint8_t>(distance & 0xFF);
-            const bool near = distance >= -128 && distance <= 127;
-            return near ? nullptr : "Branch address out of range!";
-        }
+// Puts the value's bytes into `bytes` and reports it if it is out of range.
+void Pass::Store(ValueKind kind, const ExpressionPlace& from, std::int64_t value,
+                 std::uint8_t* bytes) {
+    const std::int64_t distance = value - (from.location + std::int64_t{2});
+    const std::int64_t stored = kind == ValueKind::Relative ? distance : value;
+    bytes[0] = static_cast<std::uint8_t>(stored & 0xFF);
+    if (SizeOf(kind) == 2) bytes[1] = static_cast<std::uint8_t>(stored >> 8 & 0xFF);
+    if (!Fits(kind, stored)) {
+        diagnostics_.Error(from.place, RangeError(kind), std::to_string(value));
     }
-    return nullptr;
 }
 
 void Pass::PutValue(ValueKind kind, const ExpressionPlace& from, const ExpressionValue& value) {
     std::uint8_t bytes[2] = {0, 0};
-    const bool wide = kind == ValueKind::Word || kind == ValueKind::Absolute;
     if (value.Known()) {
-        if (const char* error = Store(kind, value.value, from.location, bytes)) {
-            diagnostics_.Error(from.place, error, std::to_string(value.value));
-        }
+        Store(kind, from, value.value, bytes);
     } else if (value.Failed()) {
         Report(from, value);
         Error(kReportedBefore);
@@ -75,7 +89,7 @@ void Pass::PutValue(ValueKind kind, const ExpressionPlace& from, const Expressio
         fixups_.push_back({kind, image_.Slot(), image_.Offset(), value.name, from});
     }
     image_.Put(bytes[0]);
-    if (wide) image_.Put(bytes[1]);
+    if (SizeOf(kind) == 2) image_.Put(bytes[1]);
 }
 
 }  // namespace bw::assembler

@@ -25,7 +25,7 @@ TEST(Manual, HasEveryOption) {
     const std::regex option("-[a-z]\\b|--[a-z]+");
     int count = 0;
     for (std::sregex_iterator it(help.begin(), help.end(), option), end; it != end; ++it) {
-        EXPECT_NE(manual.find("`" + it->str()), std::string::npos) << it->str();
+        EXPECT_NE(manual.find(std::string("`").append(it->str())), std::string::npos) << it->str();
         ++count;
     }
     EXPECT_GE(count, 9);

@@ -1,8 +1,8 @@
 // Any bytes as assembler source. A line of "---" ends the main source and begins the file "1", the
 // next one the file "2" and so on, for inputs that include each other.
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,7 +38,7 @@ class Parts : public SourceProvider {
         result.status = result.size > limit ? ReadStatus::TooLarge : ReadStatus::Ok;
         if (result.status != ReadStatus::Ok) return result;
         result.bytes = std::make_unique<char[]>(result.size + kSourcePadding);
-        std::memcpy(result.bytes.get(), parts_[index].data(), result.size);
+        std::copy(parts_[index].begin(), parts_[index].end(), result.bytes.get());
         return result;
     }
 
