@@ -33,7 +33,7 @@ FIRST_LINE = 80
 SECOND_LINE = FIRST_LINE + 64
 ; One turn of the measuring loop takes 13 cycles, a line 341 / 3.
 TURNS_OF_64_LINES = 64 * 341 / 3 / 13
-TOLERANCE = 12
+TOLERANCE = 4 ; turns; a line is nearly nine
 WATER_LINE = 207
 WATER_TILE = $80
 WATER_ROW = $2340 ; the row of tiles that shows below the line, scroll included

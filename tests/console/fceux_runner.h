@@ -16,6 +16,8 @@
 #include <string_view>
 #include <vector>
 
+#include "common/temporary_folder.h"
+
 namespace bw::console {
 
 // What work RAM, name tables, CHR RAM and cartridge RAM hold at power-on.
@@ -52,19 +54,6 @@ ConsoleResult RunOnConsole(const ConsoleRun& run);
 
 // Several runs, as many at a time as the machine has processors. Results in the order of the runs.
 std::vector<ConsoleResult> RunAllOnConsole(std::span<const ConsoleRun> runs);
-
-// A folder of its own below the system's folder for temporary files, removed with its content.
-class TemporaryFolder {
-  public:
-    TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder();
-    const std::filesystem::path& Path() const { return path_; }
-
-  private:
-    std::filesystem::path path_;
-};
 
 std::string ReadWholeFile(const std::filesystem::path& path);
 void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes);

@@ -91,6 +91,11 @@ Cart BuildCart(const CartPlan& plan, const std::filesystem::path& folder,
         entry.checked = true;
         games.push_back(std::move(entry));
     }
+    return BuildCart(plan, games, folder, label);
+}
+
+Cart BuildCart(const CartPlan& plan, const GameList& games, const std::filesystem::path& folder,
+               const std::string& label) {
     const char* const extension = plan.format == RomFormat::kUnif ? ".unf" : ".nes";
     SilentUser user({folder / (label + extension), plan.format});
     DesignStore design = plan.design;

@@ -49,6 +49,10 @@ struct Cart {
 // Builds the cart in `folder` under `label`, which is unique in it.
 Cart BuildCart(const CartPlan& plan, const std::filesystem::path& folder, const std::string& label);
 
+// The same with games that exist as files; the plan's names and images don't count.
+Cart BuildCart(const CartPlan& plan, const GameList& games, const std::filesystem::path& folder,
+               const std::string& label);
+
 // "NAME 1", "NAME 2" and so on.
 std::vector<std::u16string> CountedNames(size_t count);
 
