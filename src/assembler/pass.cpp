@@ -287,6 +287,10 @@ void Pass::DefineConstant() {
 
 void Pass::Error(std::string_view text, std::string_view detail) {
     diagnostics_.Error(Here(), text, detail);
+    SkipRest();
+}
+
+void Pass::SkipRest() {
     cursor_ = LineEnd(cursor_, frames_.back().end);
 }
 

@@ -68,8 +68,6 @@ class Pass {
 
     AssemblyResult TakeResult();
 
-    const SymbolTable& Symbols() const { return names_.table; }
-
   private:
     enum class FrameKind : std::uint8_t { File, Macro };
 
@@ -197,6 +195,7 @@ class Pass {
     const Place& Here() const { return frames_.back().place; }
     // Reports an error of the line at hand and gives up the rest of that line.
     void Error(std::string_view text, std::string_view detail = {});
+    void SkipRest();
     void ExpectEnd();
 
     SourceFiles& files_;

@@ -18,7 +18,7 @@ std::optional<std::int64_t> Pass::LayoutValue() {
     const ExpressionValue value = Evaluate(Forward::Guess);
     if (value.Known()) return value.value;
     Report(from, value);
-    Error(kReportedBefore);
+    SkipRest();
     return std::nullopt;
 }
 
@@ -47,7 +47,7 @@ void Pass::SelectBank() {
     NoteLocation();
     if (value.Failed()) {
         Report(from, value);
-        Error(kReportedBefore);
+        SkipRest();
     }
 }
 

@@ -146,8 +146,9 @@ void Pass::Direct(Mnemonic mnemonic) {
     } else if (HasMode(mnemonic, absolute) && !forced) {
         PutOperand(mnemonic, absolute, ValueKind::Absolute, from, value);
     } else {
-        if (value.Failed()) Report(from, value);
-        Error(value.Failed() ? kReportedBefore : kIllegalMode);
+        if (!value.Failed()) return Error(kIllegalMode);
+        Report(from, value);
+        SkipRest();
     }
 }
 

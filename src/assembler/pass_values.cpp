@@ -7,8 +7,8 @@
 namespace bw::assembler {
 namespace {
 
-// Fix-ups past the end of a bank only serve messages about their names; so many are enough.
-constexpr std::size_t kMessageFixups = 65536;
+// Far more than a menu has; what goes beyond is made to use up memory.
+constexpr std::size_t kFixupLimit = 1'000'000;
 
 bool Fits(ValueKind kind, std::int64_t value) {
     switch (kind) {
@@ -84,9 +84,12 @@ void Pass::PutValue(ValueKind kind, const ExpressionPlace& from, const Expressio
         Store(kind, from, value.value, bytes);
     } else if (value.Failed()) {
         Report(from, value);
-        Error(kReportedBefore);
-    } else if (image_.Offset() < kBankSize || fixups_.size() < kMessageFixups) {
+        SkipRest();
+    } else if (fixups_.size() < kFixupLimit) {
         fixups_.push_back({kind, image_.Slot(), image_.Offset(), value.name, from});
+    } else {
+        Error("Too many names are used above their definition!", value.detail);
+        followUp_ = FollowUp::End;
     }
     image_.Put(bytes[0]);
     if (SizeOf(kind) == 2) image_.Put(bytes[1]);

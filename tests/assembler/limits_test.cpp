@@ -68,6 +68,8 @@ INSTANTIATE_TEST_SUITE_P(
             "Undefined symbol in operand field! x"},
         Row{"ImpossibleBanksWithoutEnd", Repeat(" .bank -1\n .db 1\n", 50000),
             "Bank index out of range!"},
+        Row{"ForwardNamesWithoutEnd", Repeat(" .org 0\n .db x,x,x,x,x,x,x,x,x,x\n", 100001),
+            "Too many names are used above their definition! x"},
         Row{"NoBanks", " .inesprg 0\n .db 1\n", "The ROM has no banks!"},
         Row{"ZeroBytes", std::string(" .db 1\n \0\0\n", 11), "Unexpected character!"}),
     [](const auto& test) { return std::string(test.param.name); });
