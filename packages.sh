@@ -29,10 +29,3 @@ install_missing() {
     export DEBIAN_FRONTEND=noninteractive
     $root apt-get update -qq && $root apt-get install -y -qq --no-install-recommends $missing >/dev/null
 }
-
-# build PRESET [cmake options]: configures and builds one preset.
-build() {
-    local preset="$1"
-    shift
-    cmake --preset "$preset" "$@" >/dev/null && cmake --build --preset "$preset" -- --quiet
-}

@@ -127,6 +127,7 @@ class CommandRun {
             return kFailed;
         }
         TellUnusedOptions();
+        RemoveAbandonedWorkFolders();
         CancelOnInterrupt();
         const BuildOutcome outcome = BuildRom(Context(), arguments_.board, taskBusy);
         if (!outcome.done) {

@@ -1,5 +1,8 @@
 #include "support/paths.h"
 
+#include <chrono>
+#include <vector>
+
 #include "support/text.h"
 
 namespace bw {
@@ -39,6 +42,23 @@ bool HasExtension(const fs::path& path, std::string_view extension) {
     const std::u16string_view name = FileName(text);
     const size_t point = name.rfind(u'.');
     return point != name.npos && EqualIgnoringAsciiCase(name.substr(point + 1), ToWide(extension));
+}
+
+void RemoveAbandonedWorkFolders() {
+    const auto dayAgo = fs::file_time_type::clock::now() - std::chrono::hours(24);
+    std::error_code error;
+    std::vector<fs::path> abandoned;
+    for (fs::directory_iterator at(WorkFolder().parent_path(), error), end; !error && at != end;
+         at.increment(error)) {
+        const fs::file_time_type touched = at->last_write_time(error);
+        if (!error && touched < dayAgo) {
+            abandoned.push_back(at->path());
+        }
+        error.clear();
+    }
+    for (const fs::path& folder : abandoned) {
+        fs::remove_all(folder, error);
+    }
 }
 
 }  // namespace bw

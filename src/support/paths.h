@@ -36,4 +36,7 @@ std::filesystem::path UserScratchFolder();
 // The scratch folder of one build in this process: <scratch>/Temp/Bankweaver/<process id>.
 std::filesystem::path WorkFolder();
 
+// Removes work folders of builds that were killed: those that nobody has touched for a day.
+void RemoveAbandonedWorkFolders();
+
 }  // namespace bw

@@ -56,11 +56,11 @@ fs::path WorkFolder() {
 }
 
 std::u16string PathText(const fs::path& path) {
-    return ToWide(path.native());
+    return BytesToWide(path.native());
 }
 
 fs::path TextPath(std::u16string_view text) {
-    return ToUtf8(text);
+    return WideToBytes(text);
 }
 
 }  // namespace bw

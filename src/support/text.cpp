@@ -9,6 +9,7 @@ namespace bw {
 namespace {
 
 constexpr char16_t kReplacement = 0xFFFD;
+constexpr char16_t kByteBase = 0xDC00;  // halves of surrogate pairs stand for bytes 80 to FF
 
 size_t AsciiPrefix(std::string_view text) {
     constexpr uint64_t kHighBits = 0x8080808080808080u;
@@ -74,15 +75,15 @@ void AppendPoint(std::string& text, char32_t point) {
     }
 }
 
-}  // namespace
-
-std::u16string ToWide(std::string_view utf8) {
+// `malformed` gives the unit for a byte that starts no valid sequence.
+template <typename Malformed>
+std::u16string Widen(std::string_view utf8, Malformed malformed) {
     const size_t ascii = AsciiPrefix(utf8);
     std::u16string wide(utf8.begin(), utf8.begin() + static_cast<std::ptrdiff_t>(ascii));
     for (size_t i = ascii; i < utf8.size();) {
         const Decoded decoded = DecodeFirst(utf8.substr(i));
         if (decoded.length == 0) {
-            wide += kReplacement;
+            wide += malformed(static_cast<uint8_t>(utf8[i]));
             ++i;
             continue;
         }
@@ -97,7 +98,9 @@ std::u16string ToWide(std::string_view utf8) {
     return wide;
 }
 
-std::string ToUtf8(std::u16string_view wide) {
+// `lone` appends what stands for half of a surrogate pair.
+template <typename Lone>
+std::string Narrow(std::u16string_view wide, Lone lone) {
     const auto firstOther =
         std::find_if(wide.begin(), wide.end(), [](char16_t unit) { return unit >= 0x80; });
     const auto ascii = static_cast<size_t>(firstOther - wide.begin());
@@ -105,16 +108,41 @@ std::string ToUtf8(std::u16string_view wide) {
     std::transform(wide.begin(), firstOther, utf8.begin(),
                    [](char16_t unit) { return static_cast<char>(unit); });
     for (size_t i = ascii; i < wide.size(); ++i) {
-        char32_t point = wide[i];
         if (IsLeadSurrogate(wide[i]) && i + 1 < wide.size() && IsTrailSurrogate(wide[i + 1])) {
-            point = 0x10000 + ((point & 0x3FF) << 10) + (wide[i + 1] & 0x3FFu);
+            const char32_t high = wide[i] & 0x3FFu;
+            AppendPoint(utf8, 0x10000 + (high << 10) + (wide[i + 1] & 0x3FFu));
             ++i;
         } else if (IsLeadSurrogate(wide[i]) || IsTrailSurrogate(wide[i])) {
-            point = kReplacement;
+            lone(utf8, wide[i]);
+        } else {
+            AppendPoint(utf8, wide[i]);
         }
-        AppendPoint(utf8, point);
     }
     return utf8;
+}
+
+}  // namespace
+
+std::u16string ToWide(std::string_view utf8) {
+    return Widen(utf8, [](uint8_t) { return kReplacement; });
+}
+
+std::string ToUtf8(std::u16string_view wide) {
+    return Narrow(wide, [](std::string& utf8, char16_t) { AppendPoint(utf8, kReplacement); });
+}
+
+std::u16string BytesToWide(std::string_view bytes) {
+    return Widen(bytes, [](uint8_t byte) { return static_cast<char16_t>(kByteBase + byte); });
+}
+
+std::string WideToBytes(std::u16string_view wide) {
+    return Narrow(wide, [](std::string& bytes, char16_t half) {
+        if (half >= kByteBase + 0x80 && half <= kByteBase + 0xFF) {
+            bytes += static_cast<char>(half - kByteBase);
+        } else {
+            AppendPoint(bytes, kReplacement);
+        }
+    });
 }
 
 std::string ToSingleByte(std::u16string_view wide) {

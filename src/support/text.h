@@ -17,7 +17,13 @@ std::u16string ToWide(std::string_view utf8);
 // A lone surrogate becomes U+FFFD.
 std::string ToUtf8(std::u16string_view wide);
 
-// A path's own text. On systems whose paths are bytes, bytes that are no UTF-8 become U+FFFD.
+// The same for text that needn't be UTF-8 and must come back byte for byte, as the names of files
+// do on systems where they are bytes: a byte that starts no valid sequence becomes the unit DC00 +
+// byte, which no valid text has, and the reverse.
+std::u16string BytesToWide(std::string_view bytes);
+std::string WideToBytes(std::u16string_view wide);
+
+// A path's own text, from which TextPath makes the same path again.
 std::u16string PathText(const std::filesystem::path& path);
 std::filesystem::path TextPath(std::u16string_view text);
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "common/environment_variable.h"
+#include "common/temporary_folder.h"
 #include "support/text.h"
 
 namespace bw {
@@ -46,8 +47,11 @@ TEST(Paths, AbsoluteAndRelativeAreInverse) {
 }
 
 TEST(Paths, PathsThatAreNoUtf8SurviveAsText) {
-    EXPECT_EQ(PathText("/roms/\xFF.nes"), u"/roms/\uFFFD.nes");
-    EXPECT_EQ(TextPath(u"/\u9B42.nes").native(), "/\xE9\xAD\x82.nes");
+    for (const char* path : {"/roms/\xFF.nes", "/\xC3\xA9/\xE9\x9B.nes", "/\xF0\x9F\x8E\xAE\x80"}) {
+        EXPECT_EQ(TextPath(PathText(path)).native(), path);
+    }
+    EXPECT_EQ(ToUtf8(PathText("/roms/\xFF.nes")), "/roms/\uFFFD.nes") << "for people";
+    EXPECT_EQ(TextPath(u"/\u9B42\xD800.nes").native(), "/\xE9\xAD\x82\xEF\xBF\xBD.nes");
 }
 
 TEST(Paths, UsersFilesMoveWithTheirVariables) {
@@ -67,6 +71,21 @@ TEST(Paths, UsersFilesMoveWithTheirVariables) {
     };
     EXPECT_TRUE(below(UserConfigFolder()) && below(UserScratchFolder()) && below(WorkFolder()));
     EXPECT_NE(UserConfigFolder(), UserScratchFolder());
+}
+
+TEST(Paths, OnlyOldWorkFoldersAreAbandoned) {
+    const TemporaryFolder home;
+    const EnvironmentVariable moved("BANKWEAVER_HOME", home.Path().c_str());
+    const std::filesystem::path old = WorkFolder().parent_path() / "1";
+    const std::filesystem::path recent = WorkFolder().parent_path() / "2";
+    for (const auto& folder : {old, recent}) {
+        std::filesystem::create_directories(folder / "menu");
+    }
+    std::filesystem::last_write_time(
+        old, std::filesystem::file_time_type::clock::now() - std::chrono::hours(25));
+    RemoveAbandonedWorkFolders();
+    EXPECT_FALSE(std::filesystem::exists(old));
+    EXPECT_TRUE(std::filesystem::exists(recent / "menu"));
 }
 
 TEST(Paths, ExecutableIsThisProgram) {
