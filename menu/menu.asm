@@ -1515,51 +1515,44 @@ IsLastItem:
     RTS
 
 ; DecPageIndex, IncPageIndex, SetMinPage, SetMaxPage: one page back, one on, the first, the last.
-; With a single page nothing is to be redrawn. Clobber A, X.
+; Clobber A, X.
 DecPageIndex:
     SEC
     LDA <Page_Cur_L
     SBC #PAGE_SIZE
     STA <Page_Cur_L
-    BCS .Changed
+    BCS PageChanged
     DEC <Page_Cur_H
-.Changed:
-    .IF PAGE_MAX_COUNT > 1
-    JSR UpdatePageEnable
-    .ENDIF
-    RTS
+    JMP PageChanged
 
 IncPageIndex:
     CLC
     LDA <Page_Cur_L
     ADC #PAGE_SIZE
     STA <Page_Cur_L
-    BCC .Changed
+    BCC PageChanged
     INC <Page_Cur_H
-.Changed:
-    .IF PAGE_MAX_COUNT > 1
-    JSR UpdatePageEnable
-    .ENDIF
-    RTS
+    JMP PageChanged
 
 SetMinPage:
     LDA #0
     STA <Page_Cur_L
     STA <Page_Cur_H
-    .IF PAGE_MAX_COUNT > 1
-    JSR UpdatePageEnable
-    .ENDIF
-    RTS
+    JMP PageChanged
 
 SetMaxPage:
     LDA #LOW(PAGE_MAX)
     STA <Page_Cur_L
     LDA #HIGH(PAGE_MAX)
     STA <Page_Cur_H
+
+; PageChanged: has the page redrawn; with a single page there is nothing to redraw. Clobbers A, X.
+PageChanged:
     .IF PAGE_MAX_COUNT > 1
-    JSR UpdatePageEnable
-    .ENDIF
+    JMP UpdatePageEnable
+    .ELSE
     RTS
+    .ENDIF
 
 ; GetItemOffset: gives the selection's offset in its page in Sel_Data. Clobbers A.
 GetItemOffset:

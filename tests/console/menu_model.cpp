@@ -172,10 +172,11 @@ void MenuModel::Wipe(size_t address, size_t count) {
 }
 
 void MenuModel::PutPageNumber() {
-    const size_t pages = (names_.size() + settings_.PageSize - 1) / settings_.PageSize;
+    const size_t size = std::max<size_t>(settings_.PageSize, 1);
+    const size_t pages = (names_.size() + size - 1) / size;
     const size_t width = std::to_string(pages).size();
     Put(look_.page - (look_.centrePage ? width - 1 : 0),
-        Digits(page_ / settings_.PageSize + 1, width) + "/" + std::to_string(pages));
+        Digits(page_ / size + 1, width) + "/" + std::to_string(pages));
 }
 
 std::string ScreenText(std::string_view tiles) {
