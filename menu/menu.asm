@@ -1545,6 +1545,7 @@ SetMaxPage:
     STA <Page_Cur_L
     LDA #HIGH(PAGE_MAX)
     STA <Page_Cur_H
+    ; falls through
 
 ; PageChanged: has the page redrawn; with a single page there is nothing to redraw. Clobbers A, X.
 PageChanged:
@@ -1897,6 +1898,7 @@ WriteOnceItem:
     JSR OpenNameRecord
     BCS WriteTextReturn
     BEQ WriteTextReturn
+    ; falls through
 
 ; WriteText: appends a text's tiles to the command buffer. A blank lets the design show through:
 ; the tile of the stored name table takes its place.
@@ -1945,6 +1947,7 @@ CleanOnceItem:
     JSR OpenNameRecord
     BCS WriteTextReturn
     BEQ WriteTextReturn
+    ; falls through
 
 ; Clear_Tile_Replace: appends FC_Data_Cnt background tiles from FC_Tile + 1 on to the command
 ; buffer. Leaves the stored name table at $A000. Gives carry clear. Clobbers A, X, Y.
@@ -2039,6 +2042,7 @@ ShowPageIndex:
     JSR GetMappingChar
     JSR FC_PPU_Put
     LDA #LOW(PAGE_MAX_COUNT)
+    ; falls through
 
 ; ShowPageIndexWrite: appends the number in A with PAGE_DIGITS digits. Clobbers A, X and the digits.
 ShowPageIndexWrite:
@@ -2364,6 +2368,7 @@ TitleText:
 ; SwitchMainBank: maps the program at $8000. Clobbers A.
 SwitchMainBank:
     LDA #PROGRAM_BANK & BANK_DATA_MASK
+    ; falls through
 
 ; SwitchBank8000: maps the bank in A at $8000. Clobbers A.
 SwitchBank8000:
