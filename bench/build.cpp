@@ -118,8 +118,8 @@ void Compare(const char* what, bool fresh, int rounds, Side ours, Side bare, con
         // What the system still has to write must not fall on the next round.
         sync();
     }
-    bench::Report(what, {bench::Median(ours.times), bench::Median(bare.times)});
-    std::printf("%-44s ours %9.1f MB   bare %9.1f MB\n", "  peak memory",
+    bench::Report(what, {ours.times, bare.times});
+    std::printf("    memory  ours %8.1f MB   bare %8.1f MB\n",
                 static_cast<double>(ours.peak) / 1024, static_cast<double>(bare.peak) / 1024);
 }
 

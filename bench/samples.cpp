@@ -30,9 +30,9 @@ int main(int count, char** words) {
             times.push_back(result.milliseconds);
             peak = std::max(peak, result.peakKilobytes);
         }
-        std::printf("samples on %-33s ours %9.2f ms, slowest %.2f ms, peak %.1f MB\n", board,
-                    bench::Median(times), *std::max_element(times.begin(), times.end()),
-                    static_cast<double>(peak) / 1024);
+        std::printf(
+            "samples on %s\n    median  ours %8.2f ms   least %.2f ms   peak memory %.1f MB\n",
+            board, bench::Median(times), bench::Least(times), static_cast<double>(peak) / 1024);
     }
     return 0;
 }

@@ -75,7 +75,7 @@ std::vector<GameEntry> ReadGameFolder(const std::filesystem::path& folder) {
         HeaderReader reader(found);
         for (size_t i = begin; i < end; ++i) {
             const FolderImages::Image& image = found.images[i];
-            entries[i].path = prefixes[image.folder] + ToWide(image.name);
+            entries[i].path = prefixes[image.folder] + BytesToWide(image.name);
             entries[i].name = NameWithoutExtension(entries[i].path);
             SetHeaderState(entries[i], reader.Read(image, entries[i].header.bytes));
         }

@@ -9,7 +9,7 @@ std::vector<FolderItem> ReadFolder(const std::filesystem::path& folder) {
     std::filesystem::directory_iterator item(folder, error);
     for (; !error && item != std::filesystem::directory_iterator(); item.increment(error)) {
         std::error_code ignored;
-        std::string name = ToUtf8(PathText(item->path().filename()));
+        std::string name = WideToBytes(PathText(item->path().filename()));
         const bool isFolder = item->is_directory(ignored) && !item->is_symlink(ignored);
         if (isFolder || (HasImageExtension(name) && item->is_regular_file(ignored))) {
             items.push_back({std::move(name), isFolder});
@@ -19,7 +19,7 @@ std::vector<FolderItem> ReadFolder(const std::filesystem::path& folder) {
 }
 
 std::filesystem::path NamePath(const std::string& name) {
-    return TextPath(ToWide(name));
+    return TextPath(BytesToWide(name));
 }
 
 HeaderReader::~HeaderReader() = default;

@@ -93,6 +93,15 @@ TEST(ReadGameFolder, KeepsARelativeFolderRelative) {
     EXPECT_EQ(entries.at(0).name, u"游戏");
 }
 
+TEST(ReadGameFolder, NamesThatAreNoUtf8LeadToTheirFile) {
+    const ImageFolder folder;
+    folder.Write("Caf\xE9.nes", Header({1}));
+    const auto entries = ReadGameFolder(folder.Path());
+    ASSERT_EQ(entries.size(), 1u);
+    EXPECT_TRUE(GameEntry(entries[0].path).HasValidHeader());
+    EXPECT_EQ(entries[0].path, PathText(FindGameImages(folder.Path()).at(0)));
+}
+
 TEST(ReadGameFolder, TakesAFileThatLeftBetweenListingAndReading) {
     const ImageFolder folder;
     const auto kept = folder.Write("kept.nes", Header({1}));
