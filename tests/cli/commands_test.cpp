@@ -9,6 +9,7 @@
 
 #include "common/game_image.h"
 #include "common/temporary_folder.h"
+#include "support/generated_text.h"
 
 namespace bw {
 namespace {
@@ -187,11 +188,11 @@ TEST_F(Commands, FullDisks) {
 TEST_F(Commands, RefusesMoreThanTheBoardHolds) {
     Image("small.nes", {1, 0, 0}, 1);
     std::string entries;
-    for (int i = 0; i < 1025; ++i) {
-        char number[8];
-        std::snprintf(number, sizeof number, "%05d", i);
-        entries += std::string(number) + "_check=1\r\n" + number + "_name=Game " + number + "\r\n" +
-                   number + "_path_relative=small.nes\r\n";
+    for (uint32_t i = 0; i < 1025; ++i) {
+        std::string number;
+        AppendDecimal(number, i, 5);
+        entries += number + "_check=1\r\n" + number + "_name=Game " + number + "\r\n" + number +
+                   "_path_relative=small.nes\r\n";
     }
     WriteText(folder_ / "many.fcl", "[history]\r\n" + entries + "count=1025");
     ExpectRefused("build -o old.nes many.fcl", "Limited number of ROM games : 1024(Current: 1025)");
