@@ -33,7 +33,8 @@ class VirtualDisplay {
     const DisplayName& Name() const { return display_; }
 
   private:
-    // Xvfb writes the number of the free display that it took to descriptor 3.
+    // Xvfb writes the number of the free display that it took to descriptor 3. It must not start
+    // anew when its last client leaves: the next emulator would find nobody for a moment.
     void Start(const std::string& program) {
         int ends[2];
         if (pipe(ends) != 0) {
@@ -41,7 +42,7 @@ class VirtualDisplay {
             return;
         }
         auto started = ChildProcess::Start({.words = {program, "-displayfd", "3", "-screen", "0",
-                                                      "800x600x24", "-nolisten", "tcp"},
+                                                      "800x600x24", "-nolisten", "tcp", "-noreset"},
                                             .environment = {},
                                             .workingFolder = folder_.Path(),
                                             .logFile = folder_.Path() / "xvfb.log",
