@@ -76,8 +76,9 @@ function ppu_bytes(address, count) return ppu.readbyterange(address, count) end
 function palette() return ppu.readbyterange(0x3F00, 32) end
 
 -- The 256 bytes last sent to sprite memory by DMA ($F8 everywhere before the first time), and one
--- sprite of it, counted from 0.
+-- sprite of it, counted from 0. forget_oam() goes back to the state before the first time.
 function oam() return oam_shadow end
+function forget_oam() oam_shadow = string.rep("\248", 256) end
 function sprite(index)
     local y, tile, attribute, x = oam_shadow:byte(index * 4 + 1, index * 4 + 4)
     return {y = y, tile = tile, attribute = attribute, x = x}
