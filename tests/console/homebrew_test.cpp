@@ -122,7 +122,7 @@ TEST_P(Homebrew, ShowsWhatItShowsByItself) {
         if (takes)
             games.push_back(std::move(entry));
         else
-            others += " " + NameOf(entry);
+            others.append(" ").append(NameOf(entry));
     }
     std::cout << "Not taken by the board:" << others << "\n";
     ASSERT_FALSE(games.empty()) << "no game for this board in " << folderName;
