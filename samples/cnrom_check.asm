@@ -32,7 +32,9 @@ Picture .RS 1
  PRG_BANK 3, $E000
  INCLUDE "common/start.asm"
  INCLUDE "common/checks.asm"
+ INCLUDE "common/texts.asm"
  INCLUDE "common/report.asm"
+ INCLUDE "common/fixed_prg.asm"
 
 Running:
  JSR DrawReport
@@ -103,15 +105,6 @@ CoinColumns:
 
 MapperReset:
 CheckOwn:
- RTS
-
-SelectPrg:
- ASL A
- ASL A
- ASL A
- ASL A
- ASL A
- ORA #$80
  RTS
 
 ; 8 KB bank n / 8; within it bank n lies at (n modulo 8) * $400

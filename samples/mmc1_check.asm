@@ -28,36 +28,31 @@ CONTROL_BANKS = %11100 ; 4 KB CHR, 16 KB PRG at $8000; the low bits set the mirr
  INCLUDE "common/hardware.asm"
  INCLUDE "common/marks.asm"
 
-; number of the second 8 KB of 16, CPU address: with the way back to the last bank
-MMC1_BANK .MACRO
- PRG_BANK \1, \2
- .ORG (\2) + $1FE0
+; number of the second 8 KB of 16: with the way back to the last bank
+MMC1_WAY_BACK .MACRO
+ .BANK \1
+ .ORG $BFE0
  SEI
  LDX #$FF
  STX MMC1_CONTROL
  JMP Reset
- .ORG (\2) + $1FFA
+ .ORG $BFFA
  .DW $FFE0, $FFE0, $FFE0
  .ENDM
 
- PRG_BANK 0, $8000
- MMC1_BANK 1, $A000
- PRG_BANK 2, $8000
- MMC1_BANK 3, $A000
- PRG_BANK 4, $8000
- MMC1_BANK 5, $A000
- PRG_BANK 6, $8000
- MMC1_BANK 7, $A000
- PRG_BANK 8, $8000
- MMC1_BANK 9, $A000
- PRG_BANK 10, $8000
- MMC1_BANK 11, $A000
- PRG_BANK 12, $8000
- MMC1_BANK 13, $A000
+ SWITCHED_PRG_BANKS
+ MMC1_WAY_BACK 1
+ MMC1_WAY_BACK 3
+ MMC1_WAY_BACK 5
+ MMC1_WAY_BACK 7
+ MMC1_WAY_BACK 9
+ MMC1_WAY_BACK 11
+ MMC1_WAY_BACK 13
  PRG_BANK 14, $C000
  PRG_BANK 15, $E000
  INCLUDE "common/start.asm"
  INCLUDE "common/checks.asm"
+ INCLUDE "common/texts.asm"
  INCLUDE "common/report.asm"
 
 Running:

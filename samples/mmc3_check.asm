@@ -49,24 +49,12 @@ First_H .RS 1
 Irq_Seen .RS 1
 Scroll_X .RS 1
 
- PRG_BANK 0, $8000
- PRG_BANK 1, $A000
- PRG_BANK 2, $8000
- PRG_BANK 3, $A000
- PRG_BANK 4, $8000
- PRG_BANK 5, $A000
- PRG_BANK 6, $8000
- PRG_BANK 7, $A000
- PRG_BANK 8, $8000
- PRG_BANK 9, $A000
- PRG_BANK 10, $8000
- PRG_BANK 11, $A000
- PRG_BANK 12, $8000
- PRG_BANK 13, $A000
+ SWITCHED_PRG_BANKS
  PRG_BANK 14, $C000
  PRG_BANK 15, $E000
  INCLUDE "common/start.asm"
  INCLUDE "common/checks.asm"
+ INCLUDE "common/texts.asm"
  INCLUDE "common/report.asm"
 
 Running:

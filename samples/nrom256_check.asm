@@ -23,30 +23,13 @@ WORK_RAM = 0
  PRG_BANK 3, $E000
  INCLUDE "common/start.asm"
  INCLUDE "common/checks.asm"
+ INCLUDE "common/texts.asm"
  INCLUDE "common/report.asm"
+ INCLUDE "common/fixed_prg.asm"
+ INCLUDE "common/fixed_chr.asm"
 
 Running:
  JMP ShowReport
-
-MapperReset:
-CheckOwn:
- RTS
-
-; bank n at $8000 + n * $2000
-SelectPrg:
- ASL A
- ASL A
- ASL A
- ASL A
- ASL A
- ORA #$80
- RTS
-
-; bank n at n * $400
-SelectChr:
- ASL A
- ASL A
- RTS
 
 SelectMirroring:
  LDA #MIRROR_HORIZONTAL

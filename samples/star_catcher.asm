@@ -31,26 +31,9 @@ WORK_RAM = 0
  PRG_BANK 1, $E000
  INCLUDE "common/start.asm"
  INCLUDE "common/checks.asm"
-
-MapperReset:
-CheckOwn:
- RTS
-
-; step n at $8000 + n * $2000
-SelectPrg:
- ASL A
- ASL A
- ASL A
- ASL A
- ASL A
- ORA #$80
- RTS
-
-; bank n at n * $400
-SelectChr:
- ASL A
- ASL A
- RTS
+ INCLUDE "common/texts.asm"
+ INCLUDE "common/fixed_prg.asm"
+ INCLUDE "common/fixed_chr.asm"
 
 SelectMirroring:
  LDA #MIRROR_VERTICAL

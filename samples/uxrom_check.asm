@@ -19,28 +19,16 @@ TILE_BANK = 1 ; the bank of 8 KB with the tiles, and its 16 KB
  INCLUDE "common/hardware.asm"
  INCLUDE "common/marks.asm"
 
- PRG_BANK 0, $8000
  .BANK 1
  .ORG $A000
 Tiles:
- INCBIN "report.bin"
- PRG_BANK 1, $A000 ; its marks lie in tiles that nothing shows
- PRG_BANK 2, $8000
- PRG_BANK 3, $A000
- PRG_BANK 4, $8000
- PRG_BANK 5, $A000
- PRG_BANK 6, $8000
- PRG_BANK 7, $A000
- PRG_BANK 8, $8000
- PRG_BANK 9, $A000
- PRG_BANK 10, $8000
- PRG_BANK 11, $A000
- PRG_BANK 12, $8000
- PRG_BANK 13, $A000
+ INCBIN "report.bin" ; the bank's marks lie in tiles that nothing shows
+ SWITCHED_PRG_BANKS
  PRG_BANK 14, $C000
  PRG_BANK 15, $E000
  INCLUDE "common/start.asm"
  INCLUDE "common/checks.asm"
+ INCLUDE "common/texts.asm"
  INCLUDE "common/report.asm"
 
 Running:

@@ -15,6 +15,24 @@ PRG_BANK .MACRO
  .DB BANK_MARK, \1, 255 - (\1)
  .ENDM
 
+; Banks 0 to 13 of a program whose last two stay: each pair of 8 KB runs at $8000 and $A000.
+SWITCHED_PRG_BANKS .MACRO
+ PRG_BANK 0, $8000
+ PRG_BANK 1, $A000
+ PRG_BANK 2, $8000
+ PRG_BANK 3, $A000
+ PRG_BANK 4, $8000
+ PRG_BANK 5, $A000
+ PRG_BANK 6, $8000
+ PRG_BANK 7, $A000
+ PRG_BANK 8, $8000
+ PRG_BANK 9, $A000
+ PRG_BANK 10, $8000
+ PRG_BANK 11, $A000
+ PRG_BANK 12, $8000
+ PRG_BANK 13, $A000
+ .ENDM
+
 ; place within the 8 KB, number of the 1 KB bank
 CHR_MARK .MACRO
  .ORG (\1) + $3FD

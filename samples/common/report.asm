@@ -55,38 +55,6 @@ ClearNameTables:
  BNE .clear
  RTS
 
-; A: low byte, X: high byte of the records
-DrawTexts:
- STA Ptr_L
- STX Ptr_H
-.record
- LDY #0
- LDA [Ptr_L],Y
- BEQ .done
- STA PPU_ADDRESS
- INY
- LDA [Ptr_L],Y
- STA PPU_ADDRESS
- INY
- LDA [Ptr_L],Y
- TAX
-.letter
- INY
- LDA [Ptr_L],Y
- STA PPU_DATA
- DEX
- BNE .letter
- INY
- TYA
- CLC
- ADC Ptr_L
- STA Ptr_L
- BCC .record
- INC Ptr_H
- BNE .record
-.done
- RTS
-
 DrawPanel:
  LDA #HIGH(PANEL_TOP)
  LDX #LOW(PANEL_TOP) + 2

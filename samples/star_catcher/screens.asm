@@ -339,37 +339,6 @@ OverTexts:
  .STR "PRESS START"
  .DB 0
 
-; A: low byte, X: high byte of records of PPU address (high, low) and a counted text; 0 ends.
-DrawTexts:
- STA Ptr_L
- STX Ptr_H
-.record
- LDY #0
- LDA [Ptr_L],Y
- BEQ .done
- STA PPU_ADDRESS
- INY
- LDA [Ptr_L],Y
- STA PPU_ADDRESS
- INY
- LDA [Ptr_L],Y
- TAX
-.letter
- INY
- LDA [Ptr_L],Y
- STA PPU_DATA
- DEX
- BNE .letter
- SEC
- TYA
- ADC Ptr_L
- STA Ptr_L
- BCC .record
- INC Ptr_H
- BNE .record
-.done
- RTS
-
 ; Four stars beside the logo.
 PlaceTitleStars:
  LDX #ITEMS - 1

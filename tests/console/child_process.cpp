@@ -35,6 +35,7 @@ std::vector<std::string> MergedEnvironment(const std::vector<std::string>& chang
 
 std::vector<char*> Pointers(std::vector<std::string>& words) {
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);

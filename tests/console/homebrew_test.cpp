@@ -27,12 +27,8 @@ constexpr int kLargestShift = 100;
 // From this frame on every frame must match.
 constexpr size_t kSettled = 120;
 
-struct Frame {
-    std::string picture;  // name tables and palette
-    std::string sprites;
-    std::string tiles;
-    auto operator<=>(const Frame&) const = default;
-};
+// One line of a recording: name tables and palette, sprites, tiles, each as a number.
+using Frame = std::string;
 
 // Why a game doesn't match, found by looking at it. An entry that begins to match fails the test.
 struct Shortfall {
@@ -49,7 +45,7 @@ const std::vector<Shortfall>& KnownShortfalls() {
 std::vector<Frame> ReadFrames(const std::string& text) {
     std::vector<Frame> frames;
     std::istringstream in(text);
-    for (Frame frame; in >> frame.picture >> frame.sprites >> frame.tiles;)
+    for (Frame frame; std::getline(in, frame);)
         frames.push_back(frame);
     return frames;
 }
