@@ -24,7 +24,7 @@ fs::path HomeFolder() {
     return user == nullptr || user->pw_dir == nullptr ? fs::path{"/"} : fs::path{user->pw_dir};
 }
 
-// XDG Base Directory Specification: a relative path in one of its variables is to be ignored.
+// XDG base directories: a relative path in one of their variables is to be ignored.
 fs::path UserFolder(const char* own, const char* xdgVariable, const char* xdgDefault) {
     if (const fs::path moved = EnvironmentPath("BANKWEAVER_HOME"); !moved.empty()) {
         std::error_code error;
