@@ -5,6 +5,7 @@
 
 #include "builder/build_driver.h"
 #include "builder/resources.h"
+#include "builder/rom_writer.h"
 #include "cli/inputs.h"
 #include "cli/report.h"
 #include "cli/terminal_user.h"
@@ -28,7 +29,12 @@ class CommandRun {
                 FromCurrentFolder(arguments.folder)) {}
 
     int Run() {
-        gathered_ = GatherGames(arguments_.inputs, language_);
+        const bool builds = arguments_.command == Command::kBuild;
+        gathered_ = GatherGames(
+            arguments_.inputs,
+            builds ? WithFormatExtension(FromCurrentFolder(arguments_.output), arguments_.format)
+                   : std::filesystem::path(),
+            language_);
         for (const std::u16string& warning : gathered_.warnings) {
             user_.Message(warning, LoadText(169, language_), MessageKind::kWarning);
         }
@@ -123,7 +129,7 @@ class CommandRun {
 
     int Build() {
         std::atomic<bool> taskBusy = false;
-        if (OutputIsAnInput() || !MayStartBuild(Games(), taskBusy, user_)) {
+        if (ReplacesAnInput() || !MayStartBuild(Games(), taskBusy, user_)) {
             return kFailed;
         }
         TellUnusedOptions();
@@ -131,6 +137,9 @@ class CommandRun {
         CancelOnInterrupt();
         const BuildOutcome outcome = BuildRom(Context(), arguments_.board, taskBusy);
         if (!outcome.done) {
+            if (user_.Cancelled()) {
+                user_.Line(Own(u"已停止，没有写入任何文件。", u"Stopped; nothing was written."));
+            }
             return kFailed;
         }
         user_.Line(FormatText(
@@ -150,18 +159,30 @@ class CommandRun {
         }
     }
 
-    // The games themselves are the build's to compare; this is about the list files.
-    bool OutputIsAnInput() {
-        const auto same = [&](const std::filesystem::path& input) {
+    // Writing a file of the build would replace one that it reads. The games themselves are the
+    // build's to compare; this is about lists, reports and the two outputs.
+    bool ReplacesAnInput() {
+        const std::filesystem::path output =
+            WithFormatExtension(FromCurrentFolder(arguments_.output), arguments_.format);
+        const std::filesystem::path report =
+            arguments_.report == "-" ? "" : FromCurrentFolder(arguments_.report);
+        const auto same = [](const std::filesystem::path& a, const std::filesystem::path& b) {
             std::error_code error;
-            return std::filesystem::equivalent(input, arguments_.output, error) && !error;
+            return a == b || (std::filesystem::equivalent(a, b, error) && !error);
         };
-        if (std::none_of(arguments_.inputs.begin(), arguments_.inputs.end(), same)) {
+        const auto isInput = [&](const std::filesystem::path& file) {
+            return std::any_of(
+                arguments_.inputs.begin(), arguments_.inputs.end(),
+                [&](const std::filesystem::path& input) { return same(input, file); });
+        };
+        const bool outputIsWrong = isInput(output);
+        if (!outputIsWrong && (report.empty() || (!isInput(report) && !same(report, output)))) {
             return false;
         }
-        Errors({FormatText(Own(u"输出文件 %s 是本次制作的输入文件之一，请换一个文件名。",
-                               u"The output %s is one of the inputs. Choose another name."),
-                           PathText(arguments_.output))});
+        Errors({FormatText(Own(u"输出文件 %s 会覆盖本次制作的另一个文件，请换一个文件名。",
+                               u"The output %s would replace another file of this build. Choose "
+                               u"another name."),
+                           PathText(outputIsWrong ? output : report))});
         return true;
     }
 

@@ -13,7 +13,8 @@ namespace {
 
 class Gatherer {
   public:
-    explicit Gatherer(Language language) : language_(language) {}
+    Gatherer(const std::filesystem::path& output, Language language)
+        : output_(PathText(output.lexically_normal())), language_(language) {}
 
     void Add(const std::filesystem::path& input) {
         std::error_code error;
@@ -58,7 +59,15 @@ class Gatherer {
 
     void AddFolder(const std::filesystem::path& folder) {
         size_t taken = 0;
-        for (GameEntry& entry : ReadGameFolder(FromCurrentFolder(folder))) {
+        const std::filesystem::path absolute = FromCurrentFolder(folder).lexically_normal();
+        for (GameEntry& entry : ReadGameFolder(absolute)) {
+            if (entry.path == output_) {
+                result_.warnings.push_back(
+                    FormatText(Own(u"%s 是输出文件，不作为游戏。",
+                                   u"%s is the output and no game of this build."),
+                               entry.path));
+                continue;
+            }
             if (!entry.HasValidHeader()) {
                 result_.warnings.push_back(FormatText(LoadText(153, language_), entry.path));
                 continue;
@@ -87,6 +96,7 @@ class Gatherer {
         overLimit_ = overLimit_ || loaded->overLimit;
     }
 
+    std::u16string output_;
     Language language_;
     GatheredGames result_;
     bool overLimit_ = false;
@@ -100,8 +110,9 @@ std::filesystem::path FromCurrentFolder(const std::filesystem::path& path) {
     return error ? path : absolute;
 }
 
-GatheredGames GatherGames(std::span<const std::filesystem::path> inputs, Language language) {
-    Gatherer gatherer(language);
+GatheredGames GatherGames(std::span<const std::filesystem::path> inputs,
+                          const std::filesystem::path& output, Language language) {
+    Gatherer gatherer(output, language);
     for (const std::filesystem::path& input : inputs) {
         gatherer.Add(input);
     }

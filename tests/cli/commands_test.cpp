@@ -167,6 +167,10 @@ TEST_F(Commands, RefusesBadInput) {
     ExpectRefused("build -o old.nes empty", "empty holds no game images");
     ExpectRefused("build -o no/folder/x.nes good.nes", "no/folder/x.nes: No such file");
     ExpectRefused("build -o good.nes good.nes", "Choose another name.");
+    ExpectRefused("build -o good good.nes", "Choose another name.");
+    ExpectRefused("build --report ./good.nes -o old.nes good.nes", "Choose another name.");
+    ExpectRefused("build --report old.nes -o old.nes good.nes", "Choose another name.");
+    ExpectRefused("build --report gone.fcl -o old.nes gone.fcl", "Choose another name.");
     ExpectRefused("build -o old.nes --music 2 good.nes", "Use --music 0 or 1.");
 }
 
@@ -205,6 +209,26 @@ TEST_F(Commands, RefusesMoreThanTheBoardHolds) {
     }
     ExpectRefused("build -o old.nes" + arguments, "ROM size limit: 32MB(Current: 36.000MB)");
     EXPECT_EQ(Run("build --board coolgirl -o big.nes" + arguments).exitCode, 0);
+}
+
+TEST_F(Commands, ACartInTheGamesFolderIsNoGame) {
+    Image("games/one.nes", {1, 1, 0}, 1);
+    ASSERT_EQ(Run("build -o games/cart.nes games").exitCode, 0);
+    const RunResult again = Run("build -o games/cart.nes games/");
+    EXPECT_EQ(again.exitCode, 0);
+    EXPECT_THAT(again.err, AllOf(HasSubstr("cart.nes is the output"), HasSubstr("1 game(s)")));
+}
+
+TEST_F(Commands, LongListsAreCut) {
+    WriteText(folder_ / "long.fcl", "[history]\r\ncount=20001");
+    const RunResult run = Run("list --json long.fcl");
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(run.err, HasSubstr("Warn: The maximum processing limit of the current list is "
+                                   "20000 entries, and the excess will be discarded"));
+    rapidjson::Document list;
+    list.Parse(run.out.c_str());
+    ASSERT_FALSE(list.HasParseError());
+    EXPECT_EQ(list["games"].Size(), 20000u);
 }
 
 TEST_F(Commands, ExportsWithoutABuild) {
