@@ -26,6 +26,7 @@ install_missing() {
         root="sudo"
     fi
     say "Installing:$missing"
-    export DEBIAN_FRONTEND=noninteractive
-    $root apt-get update -qq && $root apt-get install -y -qq --no-install-recommends $missing >/dev/null
+    $root apt-get update -qq
+    $root env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends $missing >/dev/null
 }
