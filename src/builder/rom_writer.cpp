@@ -9,7 +9,7 @@
 namespace bw {
 namespace {
 
-constexpr size_t kBufferSize = 256 * 1024;  // bytes; fits a processor's second-level cache
+constexpr size_t kBufferSize = size_t{256} * 1024;  // bytes; fits a processor's second-level cache
 
 // One item's PRG or CHR data: where it comes from and where it goes.
 struct Block {

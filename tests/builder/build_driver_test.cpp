@@ -67,7 +67,7 @@ class BuildDriver : public testing::Test {
     }
 
     std::filesystem::path Add(const std::string& name, ImageShape shape, uint32_t seed = 1) {
-        const auto file = folder_ / (name + ".nes");
+        std::filesystem::path file = folder_ / (name + ".nes");
         WriteText(file, ImageBytes(shape, seed));
         GameEntry entry(file);
         entry.checked = true;

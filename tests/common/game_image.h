@@ -24,7 +24,8 @@ inline std::string ImageBytes(ImageShape shape, uint32_t seed) {
     image += static_cast<char>((shape.mapper & 0x0F) << 4 | shape.flags);
     image += static_cast<char>(shape.mapper & 0xF0);
     image.resize(16);
-    const size_t size = static_cast<size_t>(shape.prg * 16384 + shape.chr * 8192);
+    const size_t size = size_t{16384} * static_cast<size_t>(shape.prg) +
+                        size_t{8192} * static_cast<size_t>(shape.chr);
     uint32_t state = seed * 2654435761u + 1;
     image.reserve(16 + size);
     for (size_t i = 0; i < size; ++i) {
