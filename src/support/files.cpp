@@ -132,7 +132,14 @@ bool WriteFile(const fs::path& path, std::string_view text) {
 
 bool WriteScratchFile(const fs::path& path, std::span<const uint8_t> bytes) {
     auto file = File::Create(path);
-    return file && file->WriteAt(0, bytes) && file->Close();
+    if (!file) return false;
+    if (file->WriteAt(0, bytes) && file->Close()) return true;
+    const int reason = errno;  // for LastFileProblem
+    file->Close();
+    std::error_code error;
+    if (fs::is_regular_file(path, error)) fs::remove(path, error);
+    errno = reason;
+    return false;
 }
 
 bool WriteScratchFile(const fs::path& path, std::string_view text) {

@@ -76,7 +76,8 @@ bool WriteFile(const std::filesystem::path& path, std::span<const uint8_t> bytes
 bool WriteFile(const std::filesystem::path& path, std::string_view text);
 
 // Writes a file of the work folder, which nobody else reads before the build is done: created or
-// emptied in place, without the temporary file of WriteFile.
+// emptied in place, without the temporary file of WriteFile. A file that can't be written whole is
+// removed, so that its reader misses it instead of taking half of it.
 bool WriteScratchFile(const std::filesystem::path& path, std::string_view text);
 bool WriteScratchFile(const std::filesystem::path& path, std::span<const uint8_t> bytes);
 

@@ -169,13 +169,16 @@ TEST(ReadFile, RefusesWhatItCannotHold) {
     EXPECT_FALSE(pipe && pipe->ReadAt(0, bytes).value_or(0) > 0);
 }
 
-TEST(ScratchFile, ReplacesALongerOneAndNoticesAFullDevice) {
+TEST(ScratchFile, ReplacesALongerOneAndLeavesNoHalves) {
     const TemporaryFolder folder;
     EXPECT_TRUE(WriteScratchFile(folder / "file", std::string_view("a longer text")));
     EXPECT_TRUE(WriteScratchFile(folder / "file", std::string_view("short")));
     EXPECT_EQ(Text(folder / "file"), "short");
     EXPECT_FALSE(WriteScratchFile(folder / "missing/file", std::string_view("x")));
-    EXPECT_FALSE(WriteScratchFile("/dev/full", std::string_view("x")));
+    const FileSizeLimit fullDisk(4);
+    EXPECT_FALSE(WriteScratchFile(folder / "file", std::string_view("too long")));
+    EXPECT_EQ(LastFileProblem("file").reason, "File too large");
+    EXPECT_FALSE(fs::exists(folder / "file"));
 }
 
 TEST(Folders, AreMadeLevelByLevel) {
