@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <numeric>
 #include <string_view>
 
@@ -137,10 +136,7 @@ bool WriteDesignFiles(DesignStore& store, size_t checkedCount,
                       const std::filesystem::path& folder, bool custom) {
     store.CaptionText = captionSetting.value_or(ToWide(std::to_string(checkedCount) + " IN 1"));
     for (const DesignFile& file : CompileDesign(store, custom)) {
-        if (!WriteScratchFile(folder / file.name, file.contents)) {
-            std::puts("open file failed!");
-            return false;
-        }
+        if (!WriteScratchFile(folder / file.name, file.contents)) return false;
     }
     return true;
 }

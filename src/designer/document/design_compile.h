@@ -26,8 +26,7 @@ std::vector<DesignFile> CompileDesign(const DesignStore& store, bool custom);
 // the caption that the count gives. `custom` is whether the custom menu is on; only
 // char_mapping.bin differs by it. Sets the store's CaptionText on the way.
 //
-// False at the first file that can't be written, with "open file failed!" on the standard output;
-// earlier files stay.
+// False at the first file that can't be written; earlier files stay.
 bool WriteDesignFiles(DesignStore& store, size_t checkedCount,
                       const std::optional<std::u16string>& captionSetting,
                       const std::filesystem::path& folder, bool custom);
