@@ -9,13 +9,7 @@
 
 ; SelectGame: starts the game Sel_Cur. Never returns; what the NMI has on the stack is dropped.
 SelectGame:
-    LDA #0
-    STA PPU_CTRL                ; no NMI from here on
-    STA PPU_MASK
-    JSR NmiWait
-    JSR PaletteClear
-    JSR StopSound
-
+    JSR SelectGameDark
     LDA #0                      ; RAM $0100 to $07FF; page 0 holds Sel_Cur
     TAX
 .Clear:
@@ -29,20 +23,8 @@ SelectGame:
     INX
     BNE .Clear
 
-    LDX #0
-.Copy:
-    LDA SelectGameProc,X
-    STA SELECT_ADDR,X
-    INX
-    CPX #SELECT_GAME_PROC_SIZE
-    BNE .Copy
-
-    LDA #0                      ; the registers for CHR and for PRG lie side by side
-    LDX #15
-.ClearReg:
-    STA <Game_Reg_0_For_Chr,X
-    DEX
-    BPL .ClearReg
+    JSR CopySelectGameProc
+    JSR ClearGameRegisters
     JSR GetGameConfig
 
     LDX #0                      ; over the top of the stack: from here on nothing uses it
@@ -57,14 +39,7 @@ SelectGame:
 ; GetGameConfig: reads the record of the game Sel_Cur and sets the mirroring.
 ; Gives Game_Flags, Game_Chr_Size and the registers. Clobbers A, X, Y and scratch.
 GetGameConfig:
-    LDA <Sel_Cur_L
-    STA <FC_Addr_L
-    LDA <Sel_Cur_H
-    STA <FC_Addr_H
-    LDX #HIGH(GAME_DATA_INDEX_ADDR)
-    LDY #GAME_DATA_BANK & BANK_DATA_MASK
-    JSR FindTableEntry
-    LDY #0
+    JSR OpenGameRecord
     LDA [FC_Data_L],Y
     STA <Game_Flags
     AND #1

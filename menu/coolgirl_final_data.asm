@@ -6,16 +6,14 @@
 ;
 ; A game's record, 12 bytes: CHR offset in 8 KB as a word; CHR count in 8 KB; flags; Reg0 to Reg7
 ; with which it runs, lock bit included.
+;
+; With FINAL_DATA_ENABLE 0 coolgirl.asm includes this file for SelectGameProc alone.
+
+    .IF FINAL_DATA_ENABLE
 
 ; SelectGame: starts the game Sel_Cur. Never returns; what the NMI has on the stack is dropped.
 SelectGame:
-    LDA #0
-    STA PPU_CTRL                ; no NMI from here on
-    STA PPU_MASK
-    JSR NmiWait
-    JSR PaletteClear
-    JSR StopSound
-
+    JSR SelectGameDark
     LDA #0                      ; RAM $0100 to $07FF; page 0 holds Sel_Cur
     TAX
 .Clear:
@@ -29,20 +27,8 @@ SelectGame:
     INX
     BNE .Clear
 
-    LDX #0
-.Copy:
-    LDA SelectGameProc,X
-    STA SELECT_ADDR,X
-    INX
-    CPX #SELECT_GAME_PROC_SIZE
-    BNE .Copy
-
-    LDA #0                      ; the registers for CHR and for PRG lie side by side
-    LDX #15
-.ClearReg:
-    STA <Game_Reg_0_For_Chr,X
-    DEX
-    BPL .ClearReg
+    JSR CopySelectGameProc
+    JSR ClearGameRegisters
     JSR GetGameConfig
 
     LDX #0                      ; over the top of the stack: from here on nothing uses it
@@ -57,14 +43,7 @@ SelectGame:
 ; GetGameConfig: reads the record of the game Sel_Cur. The mirroring is in its registers.
 ; Gives Game_Chr_Offset, Game_Chr_Size, Game_Flags and the registers. Clobbers A, X, Y and scratch.
 GetGameConfig:
-    LDA <Sel_Cur_L
-    STA <FC_Addr_L
-    LDA <Sel_Cur_H
-    STA <FC_Addr_H
-    LDX #HIGH(GAME_DATA_INDEX_ADDR)
-    LDY #GAME_DATA_BANK & BANK_DATA_MASK
-    JSR FindTableEntry
-    LDY #0
+    JSR OpenGameRecord
     LDA [FC_Data_L],Y
     STA <Game_Chr_Offset_L
     STA <Game_Reg_1_For_Chr
@@ -90,8 +69,11 @@ GetGameConfig:
     BNE .ForPrg
     RTS
 
+    .ENDIF
+
 ; SelectGameProc: runs at SELECT_ADDR. Brings the game's CHR into view, copies it to CHR RAM, brings
-; its PRG into view and goes on at SELECT_CLEAR_ADDR. Uses no stack.
+; its PRG into view and goes on at SELECT_CLEAR_ADDR, or with FINAL_DATA_ENABLE 0 at once with the
+; game. Uses no stack.
 SelectGameProc:
     LDX #0
 .ForChr:
@@ -167,9 +149,15 @@ SelectGameProc:
     INX
     CPX #8
     BNE .ForPrg
+    .IF FINAL_DATA_ENABLE
     JMP SELECT_CLEAR_ADDR
+    .ELSE
+    JMP [$FFFC]
+    .ENDIF
 SelectGameProcEnd:
 SELECT_GAME_PROC_SIZE = SelectGameProcEnd - SelectGameProc
+
+    .IF FINAL_DATA_ENABLE
 
 ; ClearRamProc: runs at SELECT_CLEAR_ADDR. Clears RAM except the stack page and starts the game.
 ClearRamProc:
@@ -188,3 +176,5 @@ ClearRamProc:
     JMP [$FFFC]
 ClearRamProcEnd:
 SELECT_GAME_PROC_CLEAR_RAM_SIZE = ClearRamProcEnd - ClearRamProc
+
+    .ENDIF

@@ -2202,6 +2202,50 @@ StopSound:
 ; Board layer: SelectGame, entered by a jump with the chosen item in Sel_Cur. It never returns.
 ; ---------------------------------------------------------------------------------------------
 
+; SelectGameDark: NMI, picture and sound off, the screen black. Clobbers A, X.
+SelectGameDark:
+    LDA #0
+    STA PPU_CTRL                ; no NMI from here on
+    STA PPU_MASK
+    JSR NmiWait
+    JSR PaletteClear
+    JMP StopSound
+
+; CopySelectGameProc: copies the routine that starts a game to RAM. Clobbers A, X.
+CopySelectGameProc:
+    LDX #0
+.Next:
+    LDA SelectGameProc,X
+    STA SELECT_ADDR,X
+    INX
+    CPX #SELECT_GAME_PROC_SIZE
+    BNE .Next
+    RTS
+
+; ClearGameRegisters: zeros for the registers of CHR and of PRG, which lie side by side.
+; Clobbers A, X.
+ClearGameRegisters:
+    LDA #0
+    LDX #15
+.Next:
+    STA <Game_Reg_0_For_Chr,X
+    DEX
+    BPL .Next
+    RTS
+
+; OpenGameRecord: finds the record of the game Sel_Cur. Gives its address in FC_Data with its bank
+; at $A000, and 0 in Y. Clobbers A, X, FC_Addr and FC_Word.
+OpenGameRecord:
+    LDA <Sel_Cur_L
+    STA <FC_Addr_L
+    LDA <Sel_Cur_H
+    STA <FC_Addr_H
+    LDX #HIGH(GAME_DATA_INDEX_ADDR)
+    LDY #GAME_DATA_BANK & BANK_DATA_MASK
+    JSR FindTableEntry
+    LDY #0
+    RTS
+
     .IF FINAL_DATA_ENABLE
     .IF BOARD_TYPE = MULTICATR_TYPE_COOLGIRL
     INCLUDE "coolgirl_final_data.asm"
@@ -2209,6 +2253,18 @@ StopSound:
     INCLUDE "coolboy_final_data.asm"
     .ENDIF
     .ELSE
+; GetGameConfig: reads the record of the game Sel_Cur, whose 8 bytes lie in RAM as in the table, from
+; Game_Prg_Offset to Game_Mapper. Clobbers A, X, Y and scratch.
+GetGameConfig:
+    JSR OpenGameRecord
+.Next:
+    LDA [FC_Data_L],Y
+    STA Game_Prg_Offset_L,Y
+    INY
+    CPY #8
+    BNE .Next
+    RTS
+
     .IF BOARD_TYPE = MULTICATR_TYPE_COOLGIRL
     INCLUDE "coolgirl.asm"
     .ELSE

@@ -8,6 +8,8 @@
 
 BANKWEAVER_EMBEDDED(nesasm);
 BANKWEAVER_EMBEDDED(menu);
+BANKWEAVER_EMBEDDED(coolboy);
+BANKWEAVER_EMBEDDED(coolgirl);
 BANKWEAVER_EMBEDDED(coolboy_final_data);
 BANKWEAVER_EMBEDDED(coolgirl_final_data);
 BANKWEAVER_EMBEDDED(chr_data);
@@ -28,13 +30,14 @@ constexpr std::array<size_t, 4> kMusicSetRow{7, 10, 13, 16};
 }  // namespace
 
 std::span<const Resource> ResourceTable() {
-    // The runtime-packing board sources and the music banks join when they are written; their rows
-    // keep their places and numbers.
+    // The music banks join when they are written; their rows keep their places and numbers.
     static const std::array<Resource, 20> table{{
         {kAssembler, "NES_ASM", 120, Embedded(embedded_nesasm_begin, embedded_nesasm_end)},
         {"menu/menu.asm", "MENU_ASM", 121, Embedded(embedded_menu_begin, embedded_menu_end)},
-        {"menu/coolboy.asm", "MENU_ASM", 201, {}},
-        {"menu/coolgirl.asm", "MENU_ASM", 202, {}},
+        {"menu/coolboy.asm", "MENU_ASM", 201,
+         Embedded(embedded_coolboy_begin, embedded_coolboy_end)},
+        {"menu/coolgirl.asm", "MENU_ASM", 202,
+         Embedded(embedded_coolgirl_begin, embedded_coolgirl_end)},
         {"menu/coolboy_final_data.asm", "MENU_ASM", 214,
          Embedded(embedded_coolboy_final_data_begin, embedded_coolboy_final_data_end)},
         {"menu/coolgirl_final_data.asm", "MENU_ASM", 213,

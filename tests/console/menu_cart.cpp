@@ -1,7 +1,10 @@
 #include "menu_cart.h"
 
 #include <atomic>
+#include <stdexcept>
 
+#include "builder/menu_assembler.h"
+#include "builder/resources.h"
 #include "support/text.h"
 
 namespace bw::console {
@@ -43,6 +46,17 @@ class SilentUser : public BuildUser {
     OutputChoice output_;
 };
 
+BuildContext ContextOf(const CartPlan& plan, const GameList& games, DesignStore& design,
+                       BuildUser& user, const std::filesystem::path& workFolder) {
+    return {.games = games,
+            .settings = plan.settings,
+            .store = *plan.store,
+            .design = design,
+            .user = user,
+            .workFolder = workFolder,
+            .keepWork = std::nullopt};
+}
+
 }  // namespace
 
 std::string GameImage::Prg() const {
@@ -76,8 +90,8 @@ std::string GameImage::File() const {
     return bytes + Prg() + Chr();
 }
 
-Cart BuildCart(const CartPlan& plan, const std::filesystem::path& folder,
-               const std::string& label) {
+GameList WriteGames(const CartPlan& plan, const std::filesystem::path& folder,
+                    const std::string& label) {
     GameList games;
     const std::filesystem::path images = folder / (label + "_games");
     std::filesystem::create_directories(images);
@@ -91,7 +105,12 @@ Cart BuildCart(const CartPlan& plan, const std::filesystem::path& folder,
         entry.checked = true;
         games.push_back(std::move(entry));
     }
-    return BuildCart(plan, games, folder, label);
+    return games;
+}
+
+Cart BuildCart(const CartPlan& plan, const std::filesystem::path& folder,
+               const std::string& label) {
+    return BuildCart(plan, WriteGames(plan, folder, label), folder, label);
 }
 
 Cart BuildCart(const CartPlan& plan, const GameList& games, const std::filesystem::path& folder,
@@ -101,17 +120,52 @@ Cart BuildCart(const CartPlan& plan, const GameList& games, const std::filesyste
     DesignStore design = plan.design;
     std::atomic<bool> taskBusy = false;
     Cart cart;
-    cart.outcome = BuildRom({.games = games,
-                             .settings = plan.settings,
-                             .store = *plan.store,
-                             .design = design,
-                             .user = user,
-                             .workFolder = folder / (label + "_work"),
-                             .keepWork = std::nullopt},
+    cart.outcome = BuildRom(ContextOf(plan, games, design, user, folder / (label + "_work")),
                             plan.board, taskBusy);
     cart.rom = cart.outcome.output;
     if (!cart.outcome.done) cart.problem = "the build failed: " + user.problem;
     return cart;
+}
+
+std::string MakeMenuByHand(CartPlan& plan, const GameList& games,
+                           const std::filesystem::path& folder, const std::string& label,
+                           const std::function<void(const std::filesystem::path& menu)>& edit) {
+    const std::filesystem::path place = folder / (label + "_hand");
+    const std::filesystem::path menu = place / "menu";
+    std::filesystem::path build = menu / "build";
+    SilentUser user({{}, plan.format});
+    DesignStore design = plan.design;
+    WriteResources(place);
+    std::filesystem::create_directories(build);
+    const bool coolgirl = plan.board == BoardType::kCoolgirl;
+    if (!ExportInfo(ContextOf(plan, games, design, user, place),
+                    coolgirl ? ExportType::kCoolgirl : ExportType::kCoolboy, plan.settings.MenuSize,
+                    build, false)) {
+        return "the export failed: " + user.problem;
+    }
+    if (plan.board == BoardType::kMindkids) {  // an export knows no MINDKIDS
+        EditFile(build / "game_config.asm", "BOARD_TYPE = 0", "BOARD_TYPE = 1");
+    }
+    edit(menu);
+    const AssemblyOutcome assembly =
+        RunAssembler(AssemblerPath(place), menu / "menu.asm", menu, Language::kEnglish);
+    plan.settings.ExternMenuEnable = true;
+    plan.settings.ExternMenuPath = menu / "menu.nes";
+    return assembly.done ? "" : ToUtf8(assembly.output);
+}
+
+void EditFile(const std::filesystem::path& file, std::string_view from, std::string_view to) {
+    std::string text = ReadWholeFile(file);
+    const size_t at = text.find(from);
+    if (at == std::string::npos) {
+        throw std::runtime_error(file.string() + " has no " + std::string(from));
+    }
+    WriteWholeFile(file, text.replace(at, from.size(), to));
+}
+
+void UsePlainRecords(const std::filesystem::path& menu) {
+    EditFile(menu / "build" / "game_config.asm", "\nFINAL_DATA_ENABLE = 1",
+             "\nFINAL_DATA_ENABLE = 0");
 }
 
 std::vector<std::u16string> CountedNames(size_t count) {

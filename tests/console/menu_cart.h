@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -52,6 +53,23 @@ Cart BuildCart(const CartPlan& plan, const std::filesystem::path& folder, const 
 // The same with games that exist as files; the plan's names and images don't count.
 Cart BuildCart(const CartPlan& plan, const GameList& games, const std::filesystem::path& folder,
                const std::string& label);
+
+// The games that the plan's names and images make; their files go to `folder`.
+GameList WriteGames(const CartPlan& plan, const std::filesystem::path& folder,
+                    const std::string& label);
+
+// What a person does who puts a menu together by hand: our sources and the exported tables in one
+// folder, changed by `edit`, and assembled. The plan's board and menu size count; the ROM is made
+// an external menu of it. Gives what went wrong, or nothing.
+std::string MakeMenuByHand(CartPlan& plan, const GameList& games,
+                           const std::filesystem::path& folder, const std::string& label,
+                           const std::function<void(const std::filesystem::path& menu)>& edit);
+
+// Replaces the first `from` in a file, which must hold it.
+void EditFile(const std::filesystem::path& file, std::string_view from, std::string_view to);
+
+// The edit that makes the console work the registers out itself.
+void UsePlainRecords(const std::filesystem::path& menu);
 
 // "NAME 1", "NAME 2" and so on.
 std::vector<std::u16string> CountedNames(size_t count);

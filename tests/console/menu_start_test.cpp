@@ -31,16 +31,21 @@ struct StartCase {
     BoardType board;
     RomFormat format;
     uint32_t menuSize;
+    bool plainRecords = false;  // the console works the registers out, and leaves RAM as it is
 };
 
 const std::vector<StartCase>& Cases() {
     using enum BoardType;
-    static const std::vector<StartCase> cases{{"coolboy_nes", kCoolboy, RomFormat::kNes20, 8},
-                                              {"coolboy_unf", kCoolboy, RomFormat::kUnif, 32},
-                                              {"mindkids_nes", kMindkids, RomFormat::kNes20, 16},
-                                              {"mindkids_unf", kMindkids, RomFormat::kUnif, 8},
-                                              {"coolgirl_nes", kCoolgirl, RomFormat::kNes20, 8},
-                                              {"coolgirl_unf", kCoolgirl, RomFormat::kUnif, 8}};
+    static const std::vector<StartCase> cases{
+        {"coolboy_nes", kCoolboy, RomFormat::kNes20, 8},
+        {"coolboy_unf", kCoolboy, RomFormat::kUnif, 32},
+        {"mindkids_nes", kMindkids, RomFormat::kNes20, 16},
+        {"mindkids_unf", kMindkids, RomFormat::kUnif, 8},
+        {"coolgirl_nes", kCoolgirl, RomFormat::kNes20, 8},
+        {"coolgirl_unf", kCoolgirl, RomFormat::kUnif, 8},
+        {"coolboy_packing", kCoolboy, RomFormat::kNes20, 8, true},
+        {"mindkids_packing", kMindkids, RomFormat::kUnif, 16, true},
+        {"coolgirl_packing", kCoolgirl, RomFormat::kNes20, 8, true}};
     return cases;
 }
 
@@ -117,6 +122,12 @@ TEST_P(MenuStart, HandsTheConsoleToEachGame) {
     plan.settings.MenuSize = GetParam().menuSize;
     plan.names = CountedNames(Games().size());
     const TemporaryFolder folder;
+    const bool plainRecords = GetParam().plainRecords;
+    if (plainRecords) {
+        ASSERT_EQ(MakeMenuByHand(plan, WriteGames(plan, folder.Path(), GetParam().label),
+                                 folder.Path(), GetParam().label, UsePlainRecords),
+                  "");
+    }
     const Cart cart = BuildCart(plan, folder.Path(), GetParam().label);
     ASSERT_EQ(cart.problem, "");
     ASSERT_EQ(cart.outcome.finalData.size(), Games().size());
@@ -133,10 +144,12 @@ TEST_P(MenuStart, HandsTheConsoleToEachGame) {
         SCOPED_TRACE(game.name);
         EXPECT_EQ(result.At("registers " + number),
                   ExpectedRegisters(record, coolgirl, firstRegister));
-        EXPECT_EQ(result.At("mirroring " + number), coolgirl                ? ""
-                                                    : (game.flags & 1) != 0 ? "A000=00 A001=80"
-                                                                            : "A000=01 A001=80");
-        EXPECT_EQ(result.At("ram " + number), "");
+        const std::string mirroring = (game.flags & 1) != 0 ? "A000=00 " : "A000=01 ";
+        EXPECT_EQ(result.At("mirroring " + number),
+                  coolgirl ? "" : mirroring + (plainRecords ? "A001=00 A001=80" : "A001=80"));
+        if (!plainRecords) {
+            EXPECT_EQ(result.At("ram " + number), "");
+        }
         const std::string prg = game.Prg();
         const std::string_view first = std::string_view(prg).substr(0, 0x4000);
         const std::string_view last = std::string_view(prg).substr(prg.size() - 0x4000);

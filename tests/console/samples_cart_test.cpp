@@ -23,6 +23,7 @@ struct CartCase {
     uint32_t menuSize;
     bool reversed;
     Company company;
+    bool plainRecords = false;  // the console works the registers out
 };
 
 const std::vector<CartCase>& Cases() {
@@ -37,7 +38,12 @@ const std::vector<CartCase>& Cases() {
         {"mindkids_no_hole", kMindkids, RomFormat::kUnif, 32, true, kNone},
         {"coolgirl_nes", kCoolgirl, RomFormat::kNes20, 8, false, kNone},
         {"coolgirl_unf", kCoolgirl, RomFormat::kUnif, 8, true, kSmallGamesFirst},
-        {"coolgirl_large", kCoolgirl, RomFormat::kNes20, 8, true, kLargeGameLast}};
+        {"coolgirl_large", kCoolgirl, RomFormat::kNes20, 8, true, kLargeGameLast},
+        {"coolboy_packing", kCoolboy, RomFormat::kNes20, 8, false, kSmallGamesFirst, true},
+        {"coolboy_packing_large", kCoolboy, RomFormat::kUnif, 32, true, kLargeGameLast, true},
+        {"mindkids_packing", kMindkids, RomFormat::kNes20, 16, false, kSmallGamesFirst, true},
+        {"coolgirl_packing", kCoolgirl, RomFormat::kNes20, 8, false, kSmallGamesFirst, true},
+        {"coolgirl_packing_large", kCoolgirl, RomFormat::kUnif, 8, true, kLargeGameLast, true}};
     return cases;
 }
 
@@ -82,6 +88,9 @@ TEST_P(SamplesOnCart, EachEndsInItsPass) {
     const GameList games = ListOf(plan, folder.Path());
     CartPlan cartPlan{.board = plan.board, .format = plan.format};
     cartPlan.settings.MenuSize = plan.menuSize;
+    if (plan.plainRecords) {
+        ASSERT_EQ(MakeMenuByHand(cartPlan, games, folder.Path(), plan.label, UsePlainRecords), "");
+    }
     const Cart cart = BuildCart(cartPlan, games, folder.Path(), plan.label);
     ASSERT_EQ(cart.problem, "");
 
