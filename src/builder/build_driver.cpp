@@ -142,7 +142,10 @@ class RomBuild : BuildBase {
     // beside it. An export that fails has told the user why; the assembler then meets what it
     // finds.
     bool AssembleExternMenu(uint32_t menuPrgUnits) {
-        const std::filesystem::path& source = context_.settings.ExternMenuPath;
+        // Absolute, because the assembler runs in that folder.
+        std::error_code error;
+        const std::filesystem::path source =
+            std::filesystem::absolute(context_.settings.ExternMenuPath, error);
         const std::filesystem::path folder = source.parent_path();
         std::filesystem::path build = folder / "build";
         MakeFolders(build);
@@ -196,7 +199,7 @@ class RomBuild : BuildBase {
         const auto same = [&](const std::filesystem::path& path) {
             return std::filesystem::equivalent(output, path, error) && !error;
         };
-        return (ExternMenu() && same(context_.settings.ExternMenuPath)) ||
+        return same(menu_.path) || (ExternMenu() && same(context_.settings.ExternMenuPath)) ||
                std::any_of(items_.begin(), items_.end(),
                            [&](const MulticartItem& item) { return same(item.path); });
     }

@@ -170,9 +170,16 @@ class CommandRun {
             std::error_code error;
             return a == b || (std::filesystem::equivalent(a, b, error) && !error);
         };
+        std::vector<std::filesystem::path> inputs(arguments_.inputs.begin(),
+                                                  arguments_.inputs.end());
+        if (arguments_.settings.ExternMenuEnable) {  // a source leaves its ROM beside itself
+            std::filesystem::path menu = arguments_.settings.ExternMenuPath;
+            inputs.push_back(menu);
+            inputs.push_back(menu.replace_extension(".nes"));
+        }
         const auto isInput = [&](const std::filesystem::path& file) {
             return std::any_of(
-                arguments_.inputs.begin(), arguments_.inputs.end(),
+                inputs.begin(), inputs.end(),
                 [&](const std::filesystem::path& input) { return same(input, file); });
         };
         const bool outputIsWrong = isInput(output);

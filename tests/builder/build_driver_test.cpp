@@ -1,19 +1,10 @@
 // Whole builds and exports, with a user that answers and remembers, and the real assembler.
-#include "builder/build_driver.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
+#include "build_fixture.h"
 #include "builder/build_checks.h"
-#include "common/game_image.h"
-#include "common/temporary_folder.h"
-#include "support/text.h"
 
 namespace bw {
 namespace {
 
-using test::ImageBytes;
-using test::ImageShape;
 using test::ReadText;
 using test::WriteText;
 using testing::ElementsAre;
@@ -22,86 +13,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-class RecordingUser : public BuildUser {
-  public:
-    Language UiLanguage() const override { return language; }
-    void Message(std::u16string_view text, std::u16string_view title, MessageKind) override {
-        messages.push_back(ToUtf8(title) + ": " + ToUtf8(text));
-    }
-    bool AskYesNo(std::u16string_view text, std::u16string_view) override {
-        questions.push_back(ToUtf8(text));
-        return answerYes;
-    }
-    std::optional<OutputChoice> AskOutput(const std::filesystem::path& start) override {
-        outputStart = start;
-        return output;
-    }
-    std::optional<std::filesystem::path> AskFolder(const std::filesystem::path&) override {
-        return folder;
-    }
-    void ShowInFileManager(const std::filesystem::path& path) override { shown = path; }
-    void Progress(BuildStage stage, size_t, size_t, std::u16string_view) override {
-        stages.insert(stage);
-    }
-    void Diagnostic(std::string_view line) override { diagnostics.emplace_back(line); }
-    bool Cancelled() const override { return cancelled; }
-
-    Language language = Language::kEnglish;
-    std::optional<OutputChoice> output;
-    std::optional<std::filesystem::path> folder;
-    bool answerYes = false;
-    bool cancelled = false;
-    std::vector<std::string> messages;
-    std::vector<std::string> questions;
-    std::vector<std::string> diagnostics;
-    std::set<BuildStage> stages;
-    std::filesystem::path shown;
-    std::filesystem::path outputStart;
-};
-
-class BuildDriver : public testing::Test {
-  protected:
-    BuildDriver() {
-        std::filesystem::create_directory(folder_ / "out");
-        user_.output = OutputChoice{folder_ / "out" / "cart", RomFormat::kBinary};
-    }
-
-    std::filesystem::path Add(const std::string& name, ImageShape shape, uint32_t seed = 1) {
-        std::filesystem::path file = folder_ / (name + ".nes");
-        WriteText(file, ImageBytes(shape, seed));
-        GameEntry entry(file);
-        entry.checked = true;
-        games_.push_back(entry);
-        return file;
-    }
-    void AddMany(size_t count) {
-        const auto file = Add("many", {1, 0, 0});
-        games_.resize(count, games_.front());
-    }
-    BuildContext Context() {
-        return {games_, settings_, *store_, design_, user_, folder_ / "work", {}};
-    }
-    BuildOutcome Build(BoardType board = BoardType::kCoolboy) {
-        BuildOutcome outcome = BuildRom(Context(), board, taskBusy_);
-        EXPECT_FALSE(taskBusy_);
-        EXPECT_FALSE(std::filesystem::exists(folder_ / "work")) << "the work folder is left";
-        return outcome;
-    }
-    void ExpectRefused(const std::string& text, BoardType board = BoardType::kCoolboy) {
-        user_.messages.clear();
-        EXPECT_FALSE(Build(board).done);
-        EXPECT_THAT(user_.messages, ElementsAre(HasSubstr(text)));
-        EXPECT_TRUE(std::filesystem::is_empty(folder_ / "out")) << "an output was written";
-    }
-
-    TemporaryFolder folder_;
-    GameList games_;
-    BuildSettings settings_;
-    DesignStore design_;
-    std::unique_ptr<SettingsStore> store_ = MakeMemoryStore();
-    RecordingUser user_;
-    std::atomic<bool> taskBusy_ = false;
-};
+using BuildDriver = test::BuildFixture;
 
 TEST_F(BuildDriver, BuildsTheSameRomTwice) {
     Add("one", {2, 1, 0}, 1);
@@ -293,8 +205,9 @@ TEST_F(BuildDriver, KeepsTheMenuTreeOnRequest) {
     BuildContext context = Context();
     context.keepWork = folder_ / "kept";
     ASSERT_TRUE(BuildRom(context, BoardType::kCoolboy, taskBusy_).done);
-    for (const char* file : {"menu.asm", "menu.nes", "build/game_config.asm",
-                             "build/game_list_0.asm", "menu_data/chr_data.bin"}) {
+    for (const char* file :
+         {"menu.asm", "coolboy.asm", "coolgirl.asm", "menu.nes", "build/game_config.asm",
+          "build/game_list_0.asm", "menu_data/chr_data.bin"}) {
         EXPECT_TRUE(std::filesystem::exists(folder_ / "kept" / file)) << file;
     }
 }
@@ -320,44 +233,6 @@ TEST_F(BuildDriver, Exports) {
     user_.folder.reset();
     EXPECT_FALSE(RunExport(Context()));
     EXPECT_THAT(user_.messages, IsEmpty());
-}
-
-// A menu of one's own: 128 KB of filling.
-constexpr const char* kOwnMenu =
-    " INCLUDE \"build/game_config.asm\"\n .INESPRG MENU_PRG_SIZE\n .INESCHR OWN_CHR\n"
-    " .INESMAP 4\n .INESMIR 1\n .BANK 0\n .ORG $8000\n .DB GAMES_TOTAL\n";
-
-TEST_F(BuildDriver, ExternalMenus) {
-    Add("game", {1, 1, 0});
-    std::filesystem::create_directory(folder_ / "own");
-    settings_.ExternMenuEnable = true;
-    settings_.ExternMenuPath = folder_ / "own" / "mine.ASM";
-    ExpectRefused("Can not open file!");
-
-    const auto source = settings_.ExternMenuPath;
-    WriteText(source, std::string("OWN_CHR = 0\n") + kOwnMenu);
-    const BuildOutcome outcome = Build();
-    ASSERT_TRUE(outcome.done) << testing::PrintToString(user_.messages);
-    EXPECT_EQ(ReadText(outcome.output)[0x60000], 1);
-    std::filesystem::remove(outcome.output);
-
-    WriteText(source, std::string("OWN_CHR = 2\n") + kOwnMenu);
-    ExpectRefused("Menu ROM error! \r\nPath = " + (folder_ / "own" / "mine.nes").string() +
-                  " \r\nMapper = 4 \r\nPRG = 128KB \r\nCHR = 16KB\r\n");
-    WriteText(source, " LDA Nowhere\n");
-    ExpectRefused("Undefined symbol in operand field!");
-
-    settings_.ExternMenuPath = folder_ / "own" / "menu.nes";
-    ExpectRefused("Invalid external menu file: " + settings_.ExternMenuPath.string());
-    WriteText(settings_.ExternMenuPath, ImageBytes({16, 0, 4}, 9));
-    const BuildOutcome nes = Build();
-    ASSERT_TRUE(nes.done) << testing::PrintToString(user_.messages);
-    EXPECT_TRUE(ReadText(nes.output).substr(0x40000, 0x40000) ==
-                ImageBytes({16, 0, 4}, 9).substr(16));
-    std::filesystem::remove(nes.output);
-    settings_.ExternMenuPath = folder_ / "own" / "menu.txt";
-    WriteText(settings_.ExternMenuPath, "no menu");
-    ExpectRefused("Invalid external menu file");
 }
 
 }  // namespace

@@ -171,6 +171,7 @@ TEST_F(Commands, RefusesBadInput) {
     ExpectRefused("build --report ./good.nes -o old.nes good.nes", "Choose another name.");
     ExpectRefused("build --report old.nes -o old.nes good.nes", "Choose another name.");
     ExpectRefused("build --report gone.fcl -o old.nes gone.fcl", "Choose another name.");
+    ExpectRefused("build --extern-menu old.asm -o old.nes good.nes", "Choose another name.");
     ExpectRefused("build -o old.nes --music 2 good.nes", "Use --music 0 or 1.");
 }
 
