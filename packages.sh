@@ -1,6 +1,6 @@
 # Shared by ./run and ./test: installs the Debian packages that are missing. Sourced, not run.
 
-build_packages="g++ cmake ninja-build libfmt-dev libsqlite3-dev libdeflate-dev libcli11-dev rapidjson-dev"
+build_packages="g++ cmake ninja-build libfmt-dev libsqlite3-dev libdeflate-dev libcli11-dev libpng-dev rapidjson-dev"
 test_packages="libgtest-dev libgmock-dev fceux xvfb xauth"
 
 say() { printf '\n== %s\n' "$*"; }

@@ -19,6 +19,7 @@ struct MenuOptions {
     uint32_t menuSize = 128;  // KB
     std::string style = "default";
     std::string externMenu;
+    std::string design;
 };
 
 template <typename Value>
@@ -67,6 +68,8 @@ void AddMenuOptions(CLI::App& command, BuildSettings& settings, MenuOptions& opt
     command.add_flag("--number", settings.ShowNumberOrder, "Put ordinal numbers before the names");
     command.add_flag("--dot", settings.ShowNumberDot, "Put a point behind the number");
     command.add_flag("--fill", settings.ShowNumberFill, "Give all numbers the same length");
+    command.add_option("--design", options.design,
+                       "A screen of your own (.fcm), instead of a style");
     command.add_option("--extern-menu", options.externMenu,
                        "A menu of your own: a source (.asm) or a ROM (.nes)");
 }
@@ -84,8 +87,30 @@ void ApplyMenuOptions(const MenuOptions& options, Arguments& arguments) {
     if (settings.ExternMenuEnable) {
         settings.ExternMenuPath = FromCurrentFolder(options.externMenu);
     }
+    settings.CustomEnable = !options.design.empty();
+    if (settings.CustomEnable) arguments.design = options.design;
     settings.ExportRomType = arguments.board == BoardType::kCoolgirl ? 1 : 0;
     settings.ExportPrgSize = settings.MenuSize == 16 ? 1 : settings.MenuSize == 32 ? 2 : 0;
+}
+
+// The conversion of a design between its file and its folder.
+struct DesignCommands {
+    CLI::App* pack;
+    CLI::App* unpack;
+};
+
+DesignCommands AddDesignCommands(CLI::App& app, Arguments& arguments) {
+    CLI::App* design = app.add_subcommand("design", "Convert the design of a menu's screen");
+    design->require_subcommand(1);
+    CLI::App* pack = design->add_subcommand("pack", "Make a design from a folder of its parts");
+    pack->add_option("FOLDER", arguments.folder, "The folder with design.txt and its pictures")
+        ->required();
+    pack->add_option("-o,--output", arguments.output, "The design (.fcm) to write")->required();
+    CLI::App* unpack =
+        design->add_subcommand("unpack", "Take a design apart into text and pictures");
+    unpack->add_option("FILE", arguments.design, "The design (.fcm)")->required();
+    unpack->add_option("-d,--directory", arguments.folder, "The folder to write to")->required();
+    return {pack, unpack};
 }
 
 RomFormat FormatOf(const std::string& name, const std::filesystem::path& output) {
@@ -139,6 +164,8 @@ ParseResult ParseArguments(int count, const char* const* values) {
     list->add_option("-o,--output", arguments.output, "A list file (.fcl) to write");
     AddInputs(*list, arguments);
 
+    const DesignCommands design = AddDesignCommands(app, arguments);
+
     ParseResult result;
     try {
         app.parse(count, values);
@@ -154,10 +181,12 @@ ParseResult ParseArguments(int count, const char* const* values) {
         result.exitCode = kWrongUsage;
         return result;
     }
-    arguments.command = info->parsed()        ? Command::kInfo
-                        : build->parsed()     ? Command::kBuild
-                        : exporting->parsed() ? Command::kExport
-                                              : Command::kList;
+    arguments.command = info->parsed()            ? Command::kInfo
+                        : build->parsed()         ? Command::kBuild
+                        : exporting->parsed()     ? Command::kExport
+                        : design.pack->parsed()   ? Command::kDesignPack
+                        : design.unpack->parsed() ? Command::kDesignUnpack
+                                                  : Command::kList;
     ApplyMenuOptions(menu, arguments);
     arguments.format = FormatOf(format, arguments.output);
     if (!keepWork.empty()) {

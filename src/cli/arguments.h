@@ -11,14 +11,16 @@
 
 namespace bw {
 
-enum class Command { kInfo, kBuild, kExport, kList };
+enum class Command { kInfo, kBuild, kExport, kList, kDesignPack, kDesignUnpack };
 
 struct Arguments {
     Command command = Command::kInfo;
     std::vector<std::filesystem::path> inputs;  // images, list files, folders; in menu order
     bool json = false;                          // info, list
-    std::filesystem::path output;               // build: the ROM; list: the list file, or empty
-    std::filesystem::path folder;               // export
+    // build: the ROM; list: the list file, or empty; design pack: the design
+    std::filesystem::path output;
+    std::filesystem::path folder;  // export, design: the folder
+    std::filesystem::path design;  // build, export: the menu's screen, or empty; design unpack
     BoardType board = BoardType::kCoolboy;
     BuildSettings settings;
     RomFormat format = RomFormat::kNes20;

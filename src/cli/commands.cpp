@@ -6,9 +6,11 @@
 #include "builder/build_driver.h"
 #include "builder/resources.h"
 #include "builder/rom_writer.h"
+#include "cli/design_commands.h"
 #include "cli/inputs.h"
 #include "cli/report.h"
 #include "cli/terminal_user.h"
+#include "designer/document/design_file.h"
 #include "rom/list_file.h"
 #include "support/files.h"
 #include "support/paths.h"
@@ -45,9 +47,9 @@ class CommandRun {
             case Command::kList:
                 return List();
             case Command::kExport:
-                return gathered_.problems.empty() && Sound() ? Export() : kFailed;
+                return gathered_.problems.empty() && Sound() && LoadScreen() ? Export() : kFailed;
             default:
-                return gathered_.problems.empty() && Sound() ? Build() : kFailed;
+                return gathered_.problems.empty() && Sound() && LoadScreen() ? Build() : kFailed;
         }
     }
 
@@ -103,6 +105,26 @@ class CommandRun {
             return false;
         }
         return damaged.empty();
+    }
+
+    // What the designer's window does with a file: open with the defaults, load, close.
+    bool LoadScreen() {
+        if (arguments_.design.empty()) {
+            return true;
+        }
+        DesignDocument document;
+        LoadDesignData(document.store, *store_, DefaultTileSet());
+        document.store.CaptionText = ToWide(std::to_string(CountChecked(Games())) + " IN 1");
+        const DesignProblem problem =
+            LoadDesign(FromCurrentFolder(arguments_.design), document, language_);
+        if (problem) {
+            Errors({*problem});
+            return false;
+        }
+        RebuildShortLargeCursor(document);
+        StoreDesign(document, *store_);
+        design_ = document.store;
+        return true;
     }
 
     BuildContext Context() {
@@ -177,6 +199,9 @@ class CommandRun {
             inputs.push_back(menu);
             inputs.push_back(menu.replace_extension(".nes"));
         }
+        if (!arguments_.design.empty()) {
+            inputs.push_back(FromCurrentFolder(arguments_.design));
+        }
         const auto isInput = [&](const std::filesystem::path& file) {
             return std::any_of(
                 inputs.begin(), inputs.end(),
@@ -217,6 +242,8 @@ class CommandRun {
 }  // namespace
 
 int Execute(const Arguments& arguments) {
+    if (arguments.command == Command::kDesignPack) return PackDesignFolder(arguments);
+    if (arguments.command == Command::kDesignUnpack) return UnpackDesignFile(arguments);
     return CommandRun(arguments).Run();
 }
 

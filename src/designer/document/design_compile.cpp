@@ -13,8 +13,6 @@ namespace bw {
 namespace {
 
 constexpr uint32_t kColumnMask = 31;  // of a video memory address
-constexpr int32_t kLastSpriteX = 255;
-constexpr int32_t kLastSpriteY = 239;
 
 std::string AddressLine(std::string_view constant, uint32_t address) {
     std::string text(constant);

@@ -24,17 +24,13 @@ constinit const std::array<uint8_t, kPaletteSize> kDefaultSpritePalette = {
 namespace {
 
 constexpr uint8_t kSmallCursorTile = 31;
-constexpr std::array<uint8_t, 4> kLargeCursorTiles = {2, 3, 18, 19};
-constexpr int32_t kLastX = 255;
-constexpr int32_t kFirstY = 1;  // the console shows a sprite one line below its Y byte
-constexpr int32_t kLastY = 239;
 
 // Out of range means the low end here, unlike the small cursor's clamping to the nearer one.
 int32_t ForcedX(int64_t x) {
-    return x < 0 || x > kLastX ? 0 : static_cast<int32_t>(x);
+    return x < 0 || x > kLastSpriteX ? 0 : static_cast<int32_t>(x);
 }
 int32_t ForcedY(int64_t y) {
-    return y < kFirstY || y > kLastY ? kFirstY : static_cast<int32_t>(y);
+    return y < kFirstSpriteY || y > kLastSpriteY ? kFirstSpriteY : static_cast<int32_t>(y);
 }
 
 // A stored value of exactly the table's size; any other leaves the table as it is.
@@ -119,8 +115,8 @@ bool LoadDesignData(DesignStore& store, const SettingsStore& settings,
     if (!LoadDefaultTiles(store, defaultTiles)) return false;
     if (!ReadTable(settings, "ChrData", store.ChrData)) store.ChrData = store.DefaultChrData;
     // Only now: the large cursor's default is made from the position as it was stored.
-    store.ArrowTile.X = std::clamp(store.ArrowTile.X, 0, kLastX);
-    store.ArrowTile.Y = std::clamp(store.ArrowTile.Y, kFirstY, kLastY);
+    store.ArrowTile.X = std::clamp(store.ArrowTile.X, 0, kLastSpriteX);
+    store.ArrowTile.Y = std::clamp(store.ArrowTile.Y, kFirstSpriteY, kLastSpriteY);
     SetDefaultCharMap(store);
     ReadTable(settings, "CharMapData", store.CharMapData);
     ReadTable(settings, "BigSprite", {&store.BigSprite, 1});

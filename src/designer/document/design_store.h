@@ -19,6 +19,10 @@ inline constexpr size_t kPaletteSize = 16;
 inline constexpr size_t kCharMapSize = 256;
 inline constexpr int kScreenColumns = 32;
 inline constexpr int kScreenRows = 30;
+inline constexpr int32_t kLastSpriteX = 255;  // pixels
+inline constexpr int32_t kFirstSpriteY = 1;   // the console shows a sprite one line below its Y
+inline constexpr int32_t kLastSpriteY = 239;
+inline constexpr std::array<uint8_t, 4> kLargeCursorTiles = {2, 3, 18, 19};
 
 // One placed tile or sprite; 20 bytes when stored, little-endian, in this order.
 struct TileItem {

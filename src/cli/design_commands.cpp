@@ -1,0 +1,39 @@
+#include "cli/design_commands.h"
+
+#include "cli/inputs.h"
+#include "cli/terminal_user.h"
+#include "designer/document/design_folder.h"
+#include "support/paths.h"
+
+namespace bw {
+namespace {
+
+constexpr int kErrorTitle = 147;
+
+int Tell(const DesignProblem& problem, Language language) {
+    if (!problem) return 0;
+    TerminalUser user(language, {}, {});
+    user.Message(*problem, LoadText(kErrorTitle, language), MessageKind::kError);
+    return 1;
+}
+
+}  // namespace
+
+int PackDesignFolder(const Arguments& arguments) {
+    const Language language = SystemLanguage();
+    std::filesystem::path file = FromCurrentFolder(arguments.output);
+    if (!HasExtension(file, "fcm")) file += ".fcm";
+    std::vector<uint8_t> bytes;
+    DesignProblem problem = PackDesign(FromCurrentFolder(arguments.folder), bytes);
+    if (!problem) problem = SaveDesign(file, bytes, language);
+    return Tell(problem, language);
+}
+
+int UnpackDesignFile(const Arguments& arguments) {
+    const Language language = SystemLanguage();
+    return Tell(UnpackDesign(FromCurrentFolder(arguments.design),
+                             FromCurrentFolder(arguments.folder), language),
+                language);
+}
+
+}  // namespace bw
