@@ -13,6 +13,19 @@ BANKWEAVER_EMBEDDED(coolgirl);
 BANKWEAVER_EMBEDDED(coolboy_final_data);
 BANKWEAVER_EMBEDDED(coolgirl_final_data);
 BANKWEAVER_EMBEDDED(chr_data);
+BANKWEAVER_EMBEDDED(music_0);
+BANKWEAVER_EMBEDDED(music_1);
+BANKWEAVER_EMBEDDED(music_2);
+BANKWEAVER_EMBEDDED(music_3);
+BANKWEAVER_EMBEDDED(music_4);
+BANKWEAVER_EMBEDDED(music_5);
+BANKWEAVER_EMBEDDED(music_6);
+BANKWEAVER_EMBEDDED(music_7);
+BANKWEAVER_EMBEDDED(music_8);
+BANKWEAVER_EMBEDDED(music_9);
+BANKWEAVER_EMBEDDED(music_A);
+BANKWEAVER_EMBEDDED(music_B);
+BANKWEAVER_EMBEDDED(music_C);
 
 namespace bw {
 namespace {
@@ -23,14 +36,10 @@ std::span<const uint8_t> Embedded(const unsigned char* begin, const unsigned cha
 
 constexpr std::string_view kAssembler = "tools/nesasm" BANKWEAVER_EXECUTABLE_SUFFIX;
 constexpr std::string_view kMusic = "MUSIC_DATA_BANK";
-constexpr uint32_t kFirstMusicSet = 2;  // silence and beeps need no data
-// Rows of each set's first bank; a set's banks follow one another.
-constexpr std::array<size_t, 4> kMusicSetRow{7, 10, 13, 16};
 
 }  // namespace
 
 std::span<const Resource> ResourceTable() {
-    // The music banks join when they are written; their rows keep their places and numbers.
     static const std::array<Resource, 20> table{{
         {kAssembler, "NES_ASM", 120, Embedded(embedded_nesasm_begin, embedded_nesasm_end)},
         {"menu/menu.asm", "MENU_ASM", 121, Embedded(embedded_menu_begin, embedded_menu_end)},
@@ -43,19 +52,32 @@ std::span<const Resource> ResourceTable() {
         {"menu/coolgirl_final_data.asm", "MENU_ASM", 213,
          Embedded(embedded_coolgirl_final_data_begin, embedded_coolgirl_final_data_end)},
         {"menu/menu_data/chr_data.bin", "MENU_CHR", 122, DefaultTileSet()},
-        {"menu/menu_data/music_data_0.bank", kMusic, 188, {}},
-        {"menu/menu_data/music_data_1.bank", kMusic, 189, {}},
-        {"menu/menu_data/music_data_2.bank", kMusic, 190, {}},
-        {"menu/menu_data/music_data_3.bank", kMusic, 182, {}},
-        {"menu/menu_data/music_data_4.bank", kMusic, 183, {}},
-        {"menu/menu_data/music_data_5.bank", kMusic, 184, {}},
-        {"menu/menu_data/music_data_6.bank", kMusic, 191, {}},
-        {"menu/menu_data/music_data_7.bank", kMusic, 192, {}},
-        {"menu/menu_data/music_data_8.bank", kMusic, 193, {}},
-        {"menu/menu_data/music_data_9.bank", kMusic, 196, {}},
-        {"menu/menu_data/music_data_A.bank", kMusic, 197, {}},
-        {"menu/menu_data/music_data_B.bank", kMusic, 198, {}},
-        {"menu/menu_data/music_data_C.bank", kMusic, 199, {}},
+        {"menu/menu_data/music_data_0.bank", kMusic, 188,
+         Embedded(embedded_music_0_begin, embedded_music_0_end)},
+        {"menu/menu_data/music_data_1.bank", kMusic, 189,
+         Embedded(embedded_music_1_begin, embedded_music_1_end)},
+        {"menu/menu_data/music_data_2.bank", kMusic, 190,
+         Embedded(embedded_music_2_begin, embedded_music_2_end)},
+        {"menu/menu_data/music_data_3.bank", kMusic, 182,
+         Embedded(embedded_music_3_begin, embedded_music_3_end)},
+        {"menu/menu_data/music_data_4.bank", kMusic, 183,
+         Embedded(embedded_music_4_begin, embedded_music_4_end)},
+        {"menu/menu_data/music_data_5.bank", kMusic, 184,
+         Embedded(embedded_music_5_begin, embedded_music_5_end)},
+        {"menu/menu_data/music_data_6.bank", kMusic, 191,
+         Embedded(embedded_music_6_begin, embedded_music_6_end)},
+        {"menu/menu_data/music_data_7.bank", kMusic, 192,
+         Embedded(embedded_music_7_begin, embedded_music_7_end)},
+        {"menu/menu_data/music_data_8.bank", kMusic, 193,
+         Embedded(embedded_music_8_begin, embedded_music_8_end)},
+        {"menu/menu_data/music_data_9.bank", kMusic, 196,
+         Embedded(embedded_music_9_begin, embedded_music_9_end)},
+        {"menu/menu_data/music_data_A.bank", kMusic, 197,
+         Embedded(embedded_music_A_begin, embedded_music_A_end)},
+        {"menu/menu_data/music_data_B.bank", kMusic, 198,
+         Embedded(embedded_music_B_begin, embedded_music_B_end)},
+        {"menu/menu_data/music_data_C.bank", kMusic, 199,
+         Embedded(embedded_music_C_begin, embedded_music_C_end)},
     }};
     return table;
 }
@@ -84,14 +106,6 @@ std::optional<FileProblem> WriteResources(const std::filesystem::path& workFolde
     std::filesystem::permissions(AssemblerPath(workFolder), std::filesystem::perms::owner_exec,
                                  std::filesystem::perm_options::add, ignored);
     return std::nullopt;
-}
-
-bool HasMusic(uint32_t music) {
-    if (music < kFirstMusicSet) {
-        return true;
-    }
-    const size_t set = music - kFirstMusicSet;
-    return set < kMusicSetRow.size() && !ResourceTable()[kMusicSetRow[set]].data.empty();
 }
 
 }  // namespace bw

@@ -33,7 +33,4 @@ std::filesystem::path AssemblerPath(const std::filesystem::path& workFolder);
 // removed and the problem comes back.
 std::optional<FileProblem> WriteResources(const std::filesystem::path& workFolder);
 
-// Whether the data of a menu music (0 to 5) is part of this program.
-bool HasMusic(uint32_t music);
-
 }  // namespace bw

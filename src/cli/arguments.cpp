@@ -54,8 +54,8 @@ void AddMenuOptions(CLI::App& command, BuildSettings& settings, MenuOptions& opt
         {"default", "white"});
     command
         .add_option("--music", settings.Music,
-                    "Sound of the menu: 0 silent, 1 beeps, 2 to 5 a tune (tunes are not part of "
-                    "this version)")
+                    "Sound of the menu: 0 silent, 1 beeps, or a tune: 2 driving, 3 dark, 4 a "
+                    "march, 5 calm")
         ->capture_default_str()
         ->check(CLI::Range(0, 5));
     command.add_flag("--page-number", settings.PageNumber, "Show the number of the page");

@@ -99,11 +99,6 @@ class CommandRun {
     bool Sound() {
         const std::vector<std::u16string> damaged = FindDamagedImages(Games(), language_);
         Errors(damaged);
-        if (!HasMusic(arguments_.settings.Music) && !arguments_.settings.ExternMenuEnable) {
-            Errors({Own(u"本版本不包含菜单音乐 2 至 5，请使用 --music 0 或 1。",
-                        u"The tunes 2 to 5 are not part of this version. Use --music 0 or 1.")});
-            return false;
-        }
         return damaged.empty();
     }
 

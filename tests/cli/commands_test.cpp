@@ -172,7 +172,6 @@ TEST_F(Commands, RefusesBadInput) {
     ExpectRefused("build --report old.nes -o old.nes good.nes", "Choose another name.");
     ExpectRefused("build --report gone.fcl -o old.nes gone.fcl", "Choose another name.");
     ExpectRefused("build --extern-menu old.asm -o old.nes good.nes", "Choose another name.");
-    ExpectRefused("build -o old.nes --music 2 good.nes", "Use --music 0 or 1.");
 }
 
 // One block of the limit is 512 bytes. The larger one stops the ROM, the smaller one the work

@@ -21,6 +21,7 @@ const std::map<std::string, Layers> kAllowed{
     {"src/builder", {"src/support", "src/rom", "src/designer/document"}},
     {"src/cli", {"src/support", "src/rom", "src/designer/document", "src/builder"}},
     {"tools/nesasm", {"src/assembler"}},
+    {"tools/music", {}},
     {"tools/tiles", {}},
 };
 
