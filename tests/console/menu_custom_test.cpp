@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "design_picture.h"
 #include "menu_cart.h"
 #include "menu_model.h"
 #include "rom/crc32.h"
@@ -16,11 +17,7 @@ namespace {
 
 constexpr uint16_t kCaptionPlace = 0x2045;
 constexpr uint16_t kPagePlace = 0x2352;
-constexpr size_t kSprites = 64;
 constexpr uint8_t kCrowdedLine = 100;  // Y of a row of ten sprites
-
-using Sprite = std::array<uint8_t, 4>;  // Y, tile, attribute, X
-constexpr Sprite kHidden{0xF8, 0, 0, 0xF8};
 
 struct CustomCase {
     std::string label;
@@ -71,11 +68,6 @@ TileItem MakeSprite(size_t number, bool above) {
     item.Palette = static_cast<uint8_t>(number % 4);
     item.Flags = static_cast<uint8_t>(number / 4 % 8);
     return item;
-}
-
-Sprite Shown(const TileItem& item, int32_t y) {
-    return {static_cast<uint8_t>(y), item.Tile, SpriteAttribute(item),
-            static_cast<uint8_t>(item.X)};
 }
 
 // What the designer stores for one tile.
@@ -151,10 +143,10 @@ void PlaceSprites(Design& design, const CustomCase& test) {
         store.SpriteTileList.push_back(MakeSprite(i, i < test.above));
         if (i >= test.above) {
             design.sprites.push_back(
-                Shown(store.SpriteTileList.back(), store.SpriteTileList.back().Y));
+                ShownSprite(store.SpriteTileList.back(), store.SpriteTileList.back().Y));
         }
     }
-    design.sprites.resize(design.sprites.size() + test.above, kHidden);
+    design.sprites.resize(design.sprites.size() + test.above, kHiddenSprite);
     const size_t room = kSprites - (test.bigCursor.empty() ? 1 : 4);
     design.sprites.resize(std::min(design.sprites.size(), room));
     design.cursorAt = design.sprites.size();
@@ -169,7 +161,7 @@ void PlaceSprites(Design& design, const CustomCase& test) {
     arrow.Palette = 3;
     arrow.Flags = TileItem::kFlipVertically | TileItem::kFlipHorizontally;
     Store(settings, "ArrowTile", StoredTile(arrow));
-    if (test.bigCursor.empty()) design.sprites.push_back(Shown(arrow, arrow.Y - 1));
+    if (test.bigCursor.empty()) design.sprites.push_back(ShownSprite(arrow, arrow.Y - 1));
     const auto used = static_cast<size_t>(
         std::ranges::count_if(test.bigCursor, [](uint8_t tile) { return tile != 0; }));
     for (size_t i = 0; i < test.bigCursor.size(); ++i) {
@@ -177,10 +169,11 @@ void PlaceSprites(Design& design, const CustomCase& test) {
         arrow.X = static_cast<int32_t>(30 + i % 2 * 8);
         arrow.Y = static_cast<int32_t>(20 + i / 2 * (test.bigSprites ? 16 : 8));
         store.ArrowTileList.push_back(arrow);
-        if (i < used) design.sprites.push_back(Shown(arrow, arrow.Tile == 0 ? 0xF8 : arrow.Y));
+        if (i < used)
+            design.sprites.push_back(ShownSprite(arrow, arrow.Tile == 0 ? 0xF8 : arrow.Y));
     }
     design.cursorSize = design.sprites.size() - design.cursorAt;
-    design.sprites.resize(kSprites, kHidden);
+    design.sprites.resize(kSprites, kHiddenSprite);
 }
 
 Design MakeDesign(const CustomCase& test) {
@@ -194,16 +187,6 @@ Design MakeDesign(const CustomCase& test) {
     DrawScreen(design, test);
     PlaceSprites(design, test);
     return design;
-}
-
-// The sprites in the order of the menu, cut from a page that begins at the sprite `first`.
-std::vector<Sprite> Unrotated(const std::string& page, size_t first) {
-    std::vector<Sprite> sprites(kSprites);
-    for (size_t i = 0; i < kSprites; ++i) {
-        const size_t from = (first + i) % kSprites * 4;
-        std::copy_n(page.begin() + static_cast<std::ptrdiff_t>(from), 4, sprites[i].begin());
-    }
-    return sprites;
 }
 
 class MenuCustom : public testing::TestWithParam<CustomCase> {
@@ -272,7 +255,7 @@ TEST_P(MenuCustom, ShowsTheDesign) {
         if (part[1] == 0) continue;
         part[0] = static_cast<uint8_t>(part[0] + row * (GetParam().insertRow ? 16 : 8));
     }
-    std::vector<Sprite> shown = Unrotated(FromHex(result.At("moved oam")), 0);
+    std::vector<Sprite> shown = SpritesFrom(FromHex(result.At("moved oam")), 0);
     std::ranges::sort(shown);
     std::ranges::sort(expected);
     EXPECT_EQ(shown, expected);
@@ -287,15 +270,15 @@ TEST_P(MenuCustom, SpritesTakeTurns) {
         ASSERT_EQ(page.size(), 256u);
         if (frame == 0) {
             for (size_t at = 0; at < kSprites && first == kSprites; ++at) {
-                if (Unrotated(page, at) == design.sprites) first = at;
+                if (SpritesFrom(page, at) == design.sprites) first = at;
             }
             ASSERT_LT(first, kSprites) << "the first frame holds other sprites";
         } else {
             first = (first + 49) % kSprites;
         }
-        ASSERT_EQ(Unrotated(page, first), design.sprites) << "frame " << frame;
+        ASSERT_EQ(SpritesFrom(page, first), design.sprites) << "frame " << frame;
         size_t onLine = 0;
-        for (const Sprite& sprite : Unrotated(page, 0)) {
+        for (const Sprite& sprite : SpritesFrom(page, 0)) {
             if (sprite[0] == kCrowdedLine && ++onLine <= 8) seen.insert(sprite[3]);
         }
     }

@@ -25,6 +25,10 @@ std::filesystem::path SampleList(BoardType board) {
            (board == BoardType::kCoolgirl ? "samples.fcl" : "samples_coolboy.fcl");
 }
 
+std::filesystem::path SampleDesign(const std::string& name) {
+    return std::filesystem::path(BANKWEAVER_SAMPLES) / "designs" / (name + ".fcm");
+}
+
 std::string SampleScript() {
     return R"lua(
         function sample_result(id)

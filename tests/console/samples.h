@@ -1,4 +1,4 @@
-// The project's own sample games and what they leave in RAM (samples/README.md).
+// The project's own samples, and what the games leave in RAM (samples/README.md).
 #pragma once
 
 #include <filesystem>
@@ -24,6 +24,9 @@ std::span<const Sample> Samples();
 
 // The list file that names all samples, or those for COOLBOY and MINDKIDS.
 std::filesystem::path SampleList(BoardType board);
+
+// The packed design `name` of the samples.
+std::filesystem::path SampleDesign(const std::string& name);
 
 // Where a sample's outcome stands; fault, bank and the byte read there follow the word.
 inline constexpr unsigned kResultAddress = 0x07F0;
