@@ -23,11 +23,8 @@ SelectGame:
     DEX
     BPL .Clear
 
-    LDA <Game_Prg_Offset_L
-    STA <FC_Word_L
-    LDA <Game_Prg_Offset_H
-    STA <FC_Word_H
     LDX #Prg_Reg_0 - Chr_Reg_0
+    LDY #0
     JSR PackOffset
     LDA <Prg_Reg_3
     AND #%00001110              ; PRG begins on 16 KB
@@ -48,11 +45,8 @@ SelectGame:
     ORA <Prg_Reg_1
     STA <Prg_Reg_1
 
-    LDA <Game_Chr_Offset_L
-    STA <FC_Word_L
-    LDA <Game_Chr_Offset_H
-    STA <FC_Word_H
     LDX #0
+    LDY #Game_Chr_Offset_L - Game_Prg_Offset_L
     JSR PackOffset
     LDA <Game_Chr_Size
     LSR A
@@ -97,10 +91,13 @@ SelectGame:
     JMP SELECT_ADDR
 
 ; PackOffset: spreads a flash offset over registers 0, 1 and 3, which are 0 before.
-; Takes the offset in 8 KB units in FC_Word, and in X the distance of the four registers from
-; Chr_Reg_0. Clobbers A and FC_Word.
+; Takes in X the distance of the four registers from Chr_Reg_0, in Y that of the offset, in 8 KB
+; units, from Game_Prg_Offset. Clobbers A and FC_Word.
 PackOffset:
-    LDA <FC_Word_L
+    LDA Game_Prg_Offset_H,Y
+    STA <FC_Word_H
+    LDA Game_Prg_Offset_L,Y
+    STA <FC_Word_L
     AND #%00001111
     STA <Chr_Reg_3,X
     LSR <FC_Word_H              ; from here on in 16 KB

@@ -29,7 +29,9 @@ class Export : BuildBase {
         menu.SetPrgCount(menuPrgUnits_);
         menu.SetPrgUnits(menuPrgUnits_);
         LoadDesign();
-        if (!CountBanks(board_, menuPrgUnits_, folder)) {
+        // Counting keeps the indexes of its folder in step. Before the first export there is none,
+        // and the current folder is not meant.
+        if (!CountBanks(board_, menuPrgUnits_, folder.empty() ? context_.workFolder : folder)) {
             return false;
         }
         if (ask) {

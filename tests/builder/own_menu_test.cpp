@@ -212,6 +212,22 @@ TEST_F(OwnMenus, ASourceIsAssembledAgainstTablesOfItsOwn) {
     EXPECT_THAT(content["mine.nes"], StartsWith("NES\x1A\x10"));
 }
 
+TEST_F(OwnMenus, TheFirstExportLeavesTheCurrentFolderAlone) {
+    struct InFolder {
+        explicit InFolder(const std::filesystem::path& folder) { current_path(folder); }
+        ~InFolder() { current_path(before); }
+        const std::filesystem::path before = std::filesystem::current_path();
+    };
+    Add("game", {1, 1, 0});
+    WriteText(Own("game_list_1.asm"), "kept");
+    const InFolder here(folder_ / "own");
+    user_.folder = folder_ / "out";
+    ASSERT_TRUE(settings_.LastExportDir.empty());
+    EXPECT_TRUE(RunExport(Context()));
+    EXPECT_THAT(NamesOf(ContentOf(folder_ / "own")), ElementsAre("game_list_1.asm"));
+    EXPECT_TRUE(std::filesystem::exists(folder_ / "out" / "game_config.asm"));
+}
+
 TEST_F(OwnMenus, ARomIsTakenAsItIs) {
     Add("game", {1, 1, 0});
     for (const int units : {8, 16, 32, 64, 128}) {
