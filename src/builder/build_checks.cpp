@@ -38,12 +38,6 @@ std::u16string GameError(const MulticartItem& item, BoardType board, Language la
     return {};
 }
 
-// Texts of checks that the table of numbered texts has no row for.
-std::u16string OwnText(Language language, std::u16string_view chinese,
-                       std::u16string_view english) {
-    return std::u16string(language == Language::kChinese ? chinese : english);
-}
-
 // "7.Name", or the menu's file.
 std::u16string ItemText(const MulticartItem& item) {
     return item.isMenu != 0 ? u"menu.nes" : FormatText(u"%d.%s", item.index + 1, item.name);
@@ -112,6 +106,42 @@ CheckText CheckMenu(const MulticartItem& menu, Language language) {
     return FormatText(LoadText(277, language), PathText(menu.path), menu.mapper, menu.prgCount * 16,
                       menu.chrCount * 8) +
            u"\r\n";
+}
+
+CheckText CheckScreenPlaces(const BuildSettings& settings, const DesignStore& design, size_t games,
+                            Language language) {
+    constexpr uint32_t kScreen = 0x2000;  // in video memory
+    constexpr uint32_t kScreenEnd = 0x23C0;
+    if (!settings.CustomEnable) {
+        return std::nullopt;
+    }
+    const size_t pages = (games + settings.PageSize - 1) / std::max<size_t>(settings.PageSize, 1);
+    const size_t digits = std::to_string(pages).size();
+    struct Place {
+        std::u16string_view chinese;
+        std::u16string_view english;
+        uint32_t address;
+        size_t columns;  // taken without regard to the right edge
+        bool shown;
+    };
+    const std::array places{
+        Place{u"标题", u"caption", design.CaptionPpuAddr, 1, true},
+        Place{u"游戏列表", u"list of games", design.ItemPpuAddr, 1, true},
+        // This page, a slash, the number of pages.
+        Place{u"页码", u"page number", design.PageNumberPpuAddr, 2 * digits + 1,
+              settings.PageNumber},
+    };
+    for (const Place& place : places) {
+        const bool inside = place.address >= kScreen && place.address < kScreenEnd &&
+                            place.address + place.columns <= kScreenEnd;
+        if (place.shown && !inside) {
+            return FormatText(
+                OwnText(language, u"设计中的%s位于屏幕之外（显存地址 $%04X）。",
+                        u"The design's %s lies outside the screen (video memory address $%04X)."),
+                OwnText(language, place.chinese, place.english), place.address);
+        }
+    }
+    return std::nullopt;
 }
 
 CheckText CheckScreenRows(const BuildSettings& settings, uint32_t itemPpuAddr, size_t games,

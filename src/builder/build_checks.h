@@ -8,6 +8,7 @@
 
 #include "builder/bank_layout.h"
 #include "builder/build_settings.h"
+#include "designer/document/design_store.h"
 #include "support/language.h"
 
 namespace bw {
@@ -40,6 +41,11 @@ CheckText CheckRomLimits(const LayoutResult& layout, BoardType board, Language l
 
 // A menu program that no board starts: not valid, with CHR ROM, or of a wrong size.
 CheckText CheckMenu(const MulticartItem& menu, Language language);
+
+// A design's caption, list or page number that the console would write outside the screen's part
+// of the video memory, over tiles or colours.
+CheckText CheckScreenPlaces(const BuildSettings& settings, const DesignStore& design, size_t games,
+                            Language language);
 
 // Names that would be drawn below the screen's last row, and looks that have no place for them.
 CheckText CheckScreenRows(const BuildSettings& settings, uint32_t itemPpuAddr, size_t games,

@@ -87,8 +87,10 @@ class RomBuild : BuildBase {
 
     bool CheckScreen() const {
         return ExternMenu() ||
-               Passes(CheckScreenRows(context_.settings, context_.design.ItemPpuAddr, names_.size(),
-                                      language_));
+               (Passes(CheckScreenPlaces(context_.settings, context_.design, names_.size(),
+                                         language_)) &&
+                Passes(CheckScreenRows(context_.settings, context_.design.ItemPpuAddr,
+                                       names_.size(), language_)));
     }
 
     bool WriteGeneratedFiles(BuildOutcome& outcome) {

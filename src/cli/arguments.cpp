@@ -68,8 +68,11 @@ void AddMenuOptions(CLI::App& command, BuildSettings& settings, MenuOptions& opt
     command.add_flag("--number", settings.ShowNumberOrder, "Put ordinal numbers before the names");
     command.add_flag("--dot", settings.ShowNumberDot, "Put a point behind the number");
     command.add_flag("--fill", settings.ShowNumberFill, "Give all numbers the same length");
-    command.add_option("--design", options.design,
-                       "A screen of your own (.fcm), instead of a style");
+    command
+        .add_option("--design", options.design, "A screen of your own (.fcm), instead of a style")
+        ->check([](const std::string& file) {
+            return file.empty() ? "the name of a design is missing" : "";
+        });
     command.add_option("--extern-menu", options.externMenu,
                        "A menu of your own: a source (.asm) or a ROM (.nes)");
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "builder/build_checks.h"
 #include "builder/build_driver.h"
 #include "builder/resources.h"
 #include "builder/rom_writer.h"
@@ -38,7 +39,7 @@ class CommandRun {
                    : std::filesystem::path(),
             language_);
         for (const std::u16string& warning : gathered_.warnings) {
-            user_.Message(warning, LoadText(169, language_), MessageKind::kWarning);
+            Warn(warning);
         }
         Errors(gathered_.problems);
         switch (arguments_.command) {
@@ -56,7 +57,7 @@ class CommandRun {
   private:
     const GameList& Games() const { return gathered_.games; }
     std::u16string Own(std::u16string_view chinese, std::u16string_view english) const {
-        return std::u16string(language_ == Language::kChinese ? chinese : english);
+        return OwnText(language_, chinese, english);
     }
     void Errors(const std::vector<std::u16string>& lines) {
         for (const std::u16string& line : lines) {
@@ -110,16 +111,47 @@ class CommandRun {
         DesignDocument document;
         LoadDesignData(document.store, *store_, DefaultTileSet());
         document.store.CaptionText = ToWide(std::to_string(CountChecked(Games())) + " IN 1");
-        const DesignProblem problem =
-            LoadDesign(FromCurrentFolder(arguments_.design), document, language_);
-        if (problem) {
+        const std::filesystem::path file = FromCurrentFolder(arguments_.design);
+        if (const DesignProblem problem = LoadDesign(file, document, language_)) {
             Errors({*problem});
             return false;
         }
         RebuildShortLargeCursor(document);
         StoreDesign(document, *store_);
         design_ = document.store;
+        const CheckText misplaced =
+            CheckScreenPlaces(arguments_.settings, design_, CountChecked(Games()), language_);
+        if (misplaced) {
+            Errors({PathText(file) + u": " + *misplaced});
+            return false;
+        }
+        TellWhatLooksDifferent(document);
         return true;
+    }
+
+    void Warn(const std::u16string& text) {
+        user_.Message(text, LoadText(169, language_), MessageKind::kWarning);
+    }
+
+    // What the console shows otherwise than a designer may expect.
+    void TellWhatLooksDifferent(const DesignDocument& document) {
+        // A column left or right of the screen counts on in the neighbouring row.
+        for (const Pos& place : {document.CaptionPos, document.PageNumberPos, document.ItemPos}) {
+            if (place.X < 0 || place.X >= kScreenColumns) {
+                const uint32_t cell = PpuAddress(place) - PpuAddress({});
+                Warn(FormatText(
+                    Own(u"设计中的位置（列 %d，行 %d）在屏幕之外，实际显示于列 %d，行 %d。",
+                        u"The design's place at column %d, row %d is outside the "
+                        u"screen. The console shows it at column %d, row %d."),
+                    place.X, place.Y, cell % kScreenColumns, cell / kScreenColumns));
+            }
+        }
+        const size_t shown = document.BigCursor != 0 ? 60 : 63;
+        if (document.store.SpriteTileList.size() > shown) {
+            Warn(FormatText(Own(u"设计中有 %d 个精灵，菜单只显示前 %d 个。",
+                                u"The design has %d sprites. The menu shows the first %d."),
+                            document.store.SpriteTileList.size(), shown));
+        }
     }
 
     BuildContext Context() {
@@ -170,9 +202,8 @@ class CommandRun {
         const BuildSettings& settings = arguments_.settings;
         if (arguments_.board == BoardType::kCoolgirl &&
             settings.MenuSize != BuildSettings().MenuSize && !settings.ExternMenuEnable) {
-            user_.Message(Own(u"COOLGIRL 的内置菜单固定为 128KB，--menu-size 不起作用。",
-                              u"COOLGIRL's own menu is always 128 KB; --menu-size is not used."),
-                          LoadText(169, language_), MessageKind::kWarning);
+            Warn(Own(u"COOLGIRL 的内置菜单固定为 128KB，--menu-size 不起作用。",
+                     u"COOLGIRL's own menu is always 128 KB; --menu-size is not used."));
         }
     }
 

@@ -40,7 +40,7 @@ class Gatherer {
 
   private:
     std::u16string Own(std::u16string_view chinese, std::u16string_view english) const {
-        return std::u16string(language_ == Language::kChinese ? chinese : english);
+        return OwnText(language_, chinese, english);
     }
     void Problem(std::u16string_view chinese, std::u16string_view english,
                  const std::filesystem::path& file) {

@@ -13,4 +13,9 @@ std::u16string LoadText(int id, Language language) {
     return std::u16string(language == Language::kChinese ? row->chinese : row->english);
 }
 
+std::u16string OwnText(Language language, std::u16string_view chinese,
+                       std::u16string_view english) {
+    return std::u16string(language == Language::kChinese ? chinese : english);
+}
+
 }  // namespace bw

@@ -162,6 +162,46 @@ TEST(BuildChecks, NamesStayOnTheScreen) {
     }
 }
 
+// The console writes these places without a look at where they lie.
+TEST(BuildChecks, DesignsStayOnTheScreen) {
+    struct Case {
+        uint32_t caption;
+        uint32_t items;
+        uint32_t page;
+        bool pageNumber;
+        size_t games;
+        std::string problem;
+    };
+    const std::vector<Case> cases{
+        {0x2000, 0x23BF, 0x23BD, true, 1, ""},
+        {0x1FFF, 0x2000, 0x2000, true, 1,
+         "The design's caption lies outside the screen (video "
+         "memory address $1FFF)."},
+        {0x23C0, 0x2000, 0x2000, true, 1, "caption"},
+        {0x2000, 0x2400, 0x2000, true, 1, "list of games"},
+        {0x2000, 0xFFFFFFFF, 0x2000, true, 1, "list of games"},
+        {0x2000, 0x2000, 0x23BE, true, 1, "page number"},  // 1/1
+        {0x2000, 0x2000, 0x23BE, false, 1, ""},
+        {0x2000, 0x2000, 0x23BC, true, 45, ""},             // 9 pages
+        {0x2000, 0x2000, 0x23BC, true, 46, "page number"},  // 10
+        {0x2000, 0x2000, 0xFFFFFFFF, true, 1, "page number"},
+    };
+    for (const Case& test : cases) {
+        BuildSettings settings;
+        settings.PageSize = 5;
+        settings.PageNumber = test.pageNumber;
+        DesignStore design;
+        design.CaptionPpuAddr = test.caption;
+        design.ItemPpuAddr = test.items;
+        design.PageNumberPpuAddr = test.page;
+        EXPECT_FALSE(CheckScreenPlaces(settings, design, test.games, Language::kEnglish));
+        settings.CustomEnable = true;
+        const auto text = CheckScreenPlaces(settings, design, test.games, Language::kEnglish);
+        EXPECT_EQ(!text, test.problem.empty());
+        EXPECT_THAT(ToUtf8(text.value_or(u"")), HasSubstr(test.problem));
+    }
+}
+
 TEST_F(BuildDriver, NamesThatCouldEndAStringOrALine) {
     Add("quote \"x\"", {1, 1, 0}, 1);
     Add("line\nbreak .FAIL", {1, 1, 0}, 2);

@@ -80,6 +80,11 @@ TEST(Arguments, EveryOptionReachesItsSetting) {
     EXPECT_TRUE(settings.ExternMenuPath.is_absolute());
     EXPECT_EQ(arguments.keepWork, "kept");
     EXPECT_EQ(arguments.report, "-");
+    EXPECT_FALSE(settings.CustomEnable);
+    const auto designed = Parse({"export", "--design", "s.fcm", "-d", "x", "g.nes"});
+    ASSERT_TRUE(designed.arguments);
+    EXPECT_TRUE(designed.arguments->settings.CustomEnable);
+    EXPECT_EQ(designed.arguments->design, "s.fcm");
     const auto exported =
         Parse({"export", "--board", "coolgirl", "--menu-size", "256", "-d", "x", "g.nes"});
     ASSERT_TRUE(exported.arguments);
@@ -103,6 +108,14 @@ TEST(Arguments, WrongUsageIsRefused) {
         {"build", "-o", "x.nes", "--json", "g.nes"},
         {"export", "g.nes"},
         {"info", "--report", "x", "g.nes"},
+        {"info", "--design", "x.fcm", "g.nes"},
+        {"build", "-o", "x.nes", "--design", "", "g.nes"},
+        {"design"},
+        {"design", "pack", "folder"},
+        {"design", "pack", "-o", "x.fcm"},
+        {"design", "unpack", "x.fcm"},
+        {"design", "unpack", "x.fcm", "-o", "y"},
+        {"design", "pack", "a", "b", "-o", "x.fcm"},
     };
     for (const auto& values : wrong) {
         const auto parsed = Parse(values);

@@ -18,6 +18,7 @@ using test::ImageBytes;
 using test::ImageShape;
 using test::ReadText;
 using test::WriteText;
+using std::literals::operator""s;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -172,6 +173,100 @@ TEST_F(Commands, RefusesBadInput) {
     ExpectRefused("build --report old.nes -o old.nes good.nes", "Choose another name.");
     ExpectRefused("build --report gone.fcl -o old.nes gone.fcl", "Choose another name.");
     ExpectRefused("build --extern-menu old.asm -o old.nes good.nes", "Choose another name.");
+}
+
+constexpr const char* kDesignText = R"(
+caption "MY SCREEN"
+caption-position 1 1
+items-position 4 20
+page-number-position 31 28
+large-cursor 1
+tall-sprites 1
+sprite 10 20 41 palette=2 flip-h
+text 0 3 "HI"
+)";
+
+TEST_F(Commands, DesignsAreUnpackedAndPacked) {
+    std::filesystem::create_directory(folder_ / "mine");
+    WriteText(folder_ / "mine/design.txt", kDesignText);
+    const RunResult packed = Run("design pack mine -o one");
+    ASSERT_EQ(packed.exitCode, 0) << packed.err;
+    EXPECT_THAT(packed.out + packed.err, IsEmpty());
+    ASSERT_EQ(Run("design unpack one.fcm -d deep/apart").exitCode, 0);
+    ASSERT_EQ(Run("design pack deep/apart -o two.FCM").exitCode, 0);
+    EXPECT_EQ(ReadText(folder_ / "two.FCM"), ReadText(folder_ / "one.fcm"));
+    EXPECT_THAT(ReadText(folder_ / "deep/apart/design.txt"),
+                HasSubstr("sprite 10 20 41 palette=2"));
+
+    WriteText(folder_ / "bad.fcm", "no design");
+    std::filesystem::create_directory(folder_ / "wrong");
+    WriteText(folder_ / "wrong/design.txt", "tall-sprites 1\ntile 1\n");
+    ExpectRefused("design pack nowhere -o old.nes", "nowhere/design.txt: No such file");
+    ExpectRefused("design pack wrong -o one.fcm", "wrong/design.txt:2: the line ends, a row");
+    ExpectRefused("design pack mine -o no/folder/x.fcm", "no/folder/x.fcm: No such file");
+    ExpectRefused("design unpack bad.fcm -d new", "bad.fcm: chunk at offset 0: 9 bytes are left");
+    ExpectRefused("design unpack one.fcm -d bad.fcm", "bad.fcm: ");
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "new"));
+    EXPECT_EQ(ReadText(folder_ / "two.FCM"), ReadText(folder_ / "one.fcm"));
+}
+
+TEST_F(Commands, DesignsReachTheBuild) {
+    Image("good.nes", {1, 1, 0}, 1);
+    std::filesystem::create_directory(folder_ / "mine");
+    WriteText(folder_ / "mine/design.txt", kDesignText);
+    ASSERT_EQ(Run("design pack mine -o s.fcm").exitCode, 0);
+    const RunResult run = Run("export --design s.fcm --page-size 5 -d out good.nes");
+    ASSERT_EQ(run.exitCode, 0) << run.err;
+    EXPECT_THAT(run.err, IsEmpty());
+    const auto exported = [&](const std::string& name) { return ReadText(folder_ / "out" / name); };
+    EXPECT_EQ(exported("game_caption_data.asm"), " .STR \"MY SCREEN\"");
+    EXPECT_EQ(exported("game_caption_addr.asm"), "TITLE_SHOW_POS = $2021");
+    EXPECT_EQ(exported("game_item_addr.asm"), "ITEM_SHOW_POS = $2284");
+    EXPECT_EQ(exported("game_page_number_addr.asm"), "PAGE_INDER_SHOW_POS = $239F");
+    EXPECT_EQ(exported("game_sprite_list.asm"), " .DB $14,$41,$42,$0A\r\n");
+    EXPECT_EQ(exported("game_name_table.bin").substr(96, 3), std::string("HI\0", 3));
+    EXPECT_EQ(exported("char_mapping.bin")[32], '\0');
+    // The file has no large cursor of its own: the default one, beside the list.
+    EXPECT_EQ(exported("game_big_arrow_data.bin").substr(0, 8), "\x9C\x02\0\x0E\x9C\x03\0\x16"s);
+    EXPECT_THAT(exported("game_config.asm"),
+                AllOf(HasSubstr("CUSTOM_MENU_ENABLE = 1\r\n"), HasSubstr("BIG_CURSOR = 1\r\n"),
+                      HasSubstr("BIG_SPRITE = 1\r\n"), HasSubstr("CAPTION_LENGTH = 9\r\n")));
+    const RunResult build = Run("build --design s.fcm -o x.nes good.nes");
+    EXPECT_EQ(build.exitCode, 0) << build.err;
+}
+
+TEST_F(Commands, DesignsThatCantBeShownAreRefused) {
+    std::string games;
+    for (uint32_t i = 0; i < 11; ++i) {
+        Image(std::to_string(i) + ".nes", {1, 0, 0}, i);
+        games.append(" ").append(std::to_string(i)).append(".nes");
+    }
+    const auto make = [&](const std::string& text) {
+        std::filesystem::create_directory(folder_ / "d");
+        WriteText(folder_ / "d/design.txt", text);
+        ASSERT_EQ(Run("design pack d -o d.fcm").exitCode, 0);
+    };
+    make("items-position 4 21");
+    ExpectRefused("build -o old.nes --design d.fcm" + games, "The screen has room for 9 names");
+    ExpectRefused("build -o old.nes --report d.fcm --design d.fcm 1.nes", "Choose another name.");
+    make("page-number-position 30 29");
+    ExpectRefused("build -o old.nes --page-number --design d.fcm" + games,
+                  "d.fcm: The design's page number lies outside the screen");
+    make("items-position 4 30");
+    ExpectRefused("export -d . --design d.fcm" + games,
+                  "d.fcm: The design's list of games lies outside the screen");
+    WriteText(folder_ / "cut.fcm", ReadText(folder_ / "d.fcm").substr(0, 20));
+    WriteText(folder_ / "empty.fcm", "");
+    ExpectRefused("build -o old.nes --design cut.fcm 1.nes",
+                  "cut.fcm: chunk at offset 0, type 11: its size is 8 bytes, but 4 are left");
+    ExpectRefused("build -o old.nes --design empty.fcm 1.nes", "empty.fcm: the file is empty");
+    ExpectRefused("export -d . --design none.fcm 1.nes", "none.fcm: No such file");
+    ExpectRefused("build -o old.nes --design 1.nes 2.nes", "1.nes: ");
+
+    make("caption-position -1 2\n");
+    EXPECT_THAT(Run("build -o x.nes --design d.fcm 1.nes").err,
+                HasSubstr("column -1, row 2 is outside the screen. The console shows it at column "
+                          "31, row 1."));
 }
 
 // One block of the limit is 512 bytes. The larger one stops the ROM, the smaller one the work

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "design_picture.h"
+#include "designer/document/design_file.h"
 #include "menu_cart.h"
 #include "menu_model.h"
 #include "rom/crc32.h"
@@ -70,28 +71,6 @@ TileItem MakeSprite(size_t number, bool above) {
     return item;
 }
 
-// What the designer stores for one tile.
-std::string StoredTile(const TileItem& item) {
-    std::string bytes;
-    const auto put32 = [&](uint32_t value) {
-        for (int shift = 0; shift < 32; shift += 8)
-            bytes += static_cast<char>(value >> shift);
-    };
-    put32(item.Index);
-    put32(static_cast<uint32_t>(item.X));
-    put32(static_cast<uint32_t>(item.Y));
-    put32(item.Selected);
-    for (const uint8_t byte : {item.Tile, item.Palette, item.Flags, item.Reserved}) {
-        bytes += static_cast<char>(byte);
-    }
-    return bytes;
-}
-
-void Store(SettingsStore& store, std::string_view name, std::string_view bytes) {
-    store.RegWriteBinary(kDesignKey, name,
-                         {reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size()});
-}
-
 struct Design {
     CartPlan plan;
     std::string tiles;
@@ -103,8 +82,12 @@ struct Design {
     MenuLook look;
 };
 
-void DrawScreen(Design& design, const CustomCase& test) {
-    DesignStore& store = design.plan.design;
+Pos PlaceOf(uint16_t address) {
+    return {.X = address % 32, .Y = (address - 0x2000) / 32};
+}
+
+void DrawScreen(Design& design, DesignDocument& document, const CustomCase& test) {
+    DesignStore& store = document.store;
     for (size_t cell = 0; cell < MenuModel::kScreenSize; ++cell) {
         TileItem item;
         item.X = static_cast<int32_t>(cell % 32);
@@ -113,9 +96,13 @@ void DrawScreen(Design& design, const CustomCase& test) {
         store.BkgTileList.push_back(item);
     }
     for (size_t i = 0; i < 256; ++i) {
-        design.map[i] = static_cast<uint8_t>(i ^ 0x80);
+        store.CharMapData[i] = design.map[i] = static_cast<uint8_t>(i ^ 0x80);
         design.tiles += std::string(32, static_cast<char>(i * 5 + 1));
     }
+    // The first letter stands left of the screen, and the blank lets the picture show.
+    store.CustomText.push_back({.Index = 0, .X = -1, .Y = 1, .Text = u"XA B"});
+    design.background[32] = design.map['A'];
+    design.background[34] = design.map['B'];
     for (size_t i = 0; i < store.Attributes.size(); ++i) {
         store.Attributes[i] = static_cast<uint8_t>(i * 3);
     }
@@ -123,22 +110,20 @@ void DrawScreen(Design& design, const CustomCase& test) {
         store.BkgPalette[i] = static_cast<uint8_t>(i % 4 == 0 ? 0x0F : 0x10 + i);
         store.SpritePalette[i] = static_cast<uint8_t>(i % 4 == 0 ? 0x0F : 0x20 + i);
     }
-    store.ItemPpuAddr = test.itemPlace;
-    store.CaptionPpuAddr = kCaptionPlace;
-    store.PageNumberPpuAddr = kPagePlace;
+    std::ranges::copy(design.tiles, store.ChrData.begin());
+    store.CaptionText = test.caption;
+    document.ItemPos = PlaceOf(test.itemPlace);
+    document.CaptionPos = PlaceOf(kCaptionPlace);
+    document.PageNumberPos = PlaceOf(kPagePlace);
     design.look = {.item = test.itemPlace,
                    .title = kCaptionPlace,
                    .page = kPagePlace,
                    .centrePage = false,
                    .titleText = std::string(test.caption.begin(), test.caption.end())};
-    SettingsStore& settings = *design.plan.store;
-    Store(settings, "ChrData", design.tiles);
-    Store(settings, "CharMapData", {reinterpret_cast<const char*>(design.map.data()), 256});
-    settings.RegWriteString(kDesignKey, "CaptionText", test.caption);
 }
 
-void PlaceSprites(Design& design, const CustomCase& test) {
-    DesignStore& store = design.plan.design;
+void PlaceSprites(Design& design, DesignDocument& document, const CustomCase& test) {
+    DesignStore& store = document.store;
     for (size_t i = 0; i < test.above + test.sprites; ++i) {
         store.SpriteTileList.push_back(MakeSprite(i, i < test.above));
         if (i >= test.above) {
@@ -151,16 +136,15 @@ void PlaceSprites(Design& design, const CustomCase& test) {
     design.sprites.resize(std::min(design.sprites.size(), room));
     design.cursorAt = design.sprites.size();
 
-    SettingsStore& settings = *design.plan.store;
-    Store(settings, "BigCursor", std::string(1, test.bigCursor.empty() ? '\0' : '\1'));
-    Store(settings, "BigSprite", std::string(1, test.bigSprites ? '\1' : '\0'));
+    document.BigCursor = test.bigCursor.empty() ? 0 : 1;
+    store.BigSprite = test.bigSprites ? 1 : 0;
     TileItem arrow;
     arrow.X = 40;
     arrow.Y = 25;
     arrow.Tile = 0x91;
     arrow.Palette = 3;
     arrow.Flags = TileItem::kFlipVertically | TileItem::kFlipHorizontally;
-    Store(settings, "ArrowTile", StoredTile(arrow));
+    store.ArrowTile = arrow;
     if (test.bigCursor.empty()) design.sprites.push_back(ShownSprite(arrow, arrow.Y - 1));
     const auto used = static_cast<size_t>(
         std::ranges::count_if(test.bigCursor, [](uint8_t tile) { return tile != 0; }));
@@ -184,8 +168,14 @@ Design MakeDesign(const CustomCase& test) {
     design.plan.settings.PageNumber = true;
     design.plan.settings.NameInsertRow = test.insertRow;
     design.plan.settings.PageTurningSpeed = 3;
-    DrawScreen(design, test);
-    PlaceSprites(design, test);
+    DesignDocument drawn;
+    DrawScreen(design, drawn, test);
+    PlaceSprites(design, drawn, test);
+    // The whole way of a user's design: saved, loaded, handed to the build.
+    DesignDocument loaded;
+    EXPECT_EQ(ReadDesign(WriteDesign(drawn), loaded, Language::kEnglish), std::nullopt);
+    EXPECT_TRUE(StoreDesign(loaded, *design.plan.store));
+    design.plan.design = loaded.store;
     return design;
 }
 

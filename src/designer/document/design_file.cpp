@@ -12,11 +12,6 @@
 namespace bw {
 namespace {
 
-std::u16string OwnText(Language language, std::u16string_view chinese,
-                       std::u16string_view english) {
-    return std::u16string(language == Language::kChinese ? chinese : english);
-}
-
 std::u16string Named(const std::filesystem::path& file, const std::u16string& reason) {
     return PathText(file) + u": " + reason;
 }
