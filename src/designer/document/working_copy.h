@@ -1,0 +1,89 @@
+// The design as its designer edits it: the document, the places where its user is, and what he has
+// switched on to look at. Plain values: copy it for a snapshot.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "designer/document/design_store.h"
+#include "designer/document/surface.h"
+
+namespace bw {
+
+// A place; each field says in which unit.
+struct Pos {
+    int32_t X = 0;
+    int32_t Y = 0;
+
+    bool operator==(const Pos&) const = default;
+};
+
+// For a view's cursor, which is bounded by its view.
+inline Point PointOf(Pos pos) {
+    return {pos.X, pos.Y};
+}
+
+struct WorkingCopy {
+    std::array<uint8_t, kChrDataSize> ChrData{};
+    std::array<uint8_t, kAttributeSize> Attributes = kDefaultAttributes;
+    std::array<uint8_t, kPaletteSize> BkgPalette = kDefaultBkgPalette;
+    std::array<uint8_t, kPaletteSize> SpritePalette = kDefaultSpritePalette;  // entry 0: backdrop
+    std::array<uint8_t, kCharMapSize> CharMapData{};
+    std::vector<TileItem> BkgTileList;
+    std::vector<TileItem> SpriteTileList;
+    TileItem ArrowTile;
+    std::vector<TileItem> ArrowTileList;
+    std::vector<TextItem> CustomText;
+    std::u16string CaptionText;
+    Pos CaptionPos{12, 2};  // these three in tiles
+    Pos PageNumberPos{13, 27};
+    Pos ItemPos{9, 5};
+    bool BigCursor = false;  // the menu shows ArrowTileList and not ArrowTile
+    bool BigSprite = false;  // sprites are 8 by 16 pixels
+
+    uint8_t CurrentAttribute = 0;  // the byte of Attributes at AttrBytePos
+    Pos AttrBytePos;               // 0 to 7 each, 32 pixels of the screen a step
+    Pos AttrCellPos;               // columns 0 to 15, rows 0 to 14, two tiles a step
+    Pos AttrQuadrantPos{1, 0};     // 0 or 1 each
+    Pos BkgPalettePos{1, 0};       // X: entry 0 to 15
+    Pos SpPalettePos;
+    Pos SystemPalettePos;  // columns 0 to 15, rows 0 to 3
+    Pos BkgTilePos;        // 0 to 15 each, in the pattern table
+    Pos SpTilePos;
+    Pos BkgPixelPos;  // 0 to 7 each, in the tile
+    Pos SpPixelPos;
+    Pos MapTargetPos;  // X: cell 0 to 63 of the strip, characters 32 to 95
+    Pos MapSourcePos;
+    Pos NameCellPos;                             // columns 0 to 31, rows 0 to 29
+    std::array<uint8_t, 256> BkgTileSelected{};  // non-zero: selected
+    std::array<uint8_t, 256> SpriteTileSelected{};
+    bool SpritePaletteActive = false;  // the system palette acts on SpritePalette
+
+    std::u16string PageNumberText = u"1/1";
+    std::vector<std::u16string> ItemTextList;  // the lines of the page shown
+    std::optional<TextItem> PlacedText;        // a text that the mouse holds just now
+    bool ShowPageNumber = false;
+    bool FillColor = false;   // the attributes' colours below the name table
+    bool DrawLine = false;    // the grid over it
+    bool MarkCursor = false;  // a frame around the cursor
+    bool Show_Bg_Tile = true;
+    bool Show_Sp_Tile = true;
+    bool Show_List = true;
+    bool Show_Custom_Text = true;
+    bool Show_Caption = true;
+    bool Show_Cursor = true;
+};
+
+// The sub-palette 0 to 3 that the attribute table gives to a tile of the screen, column 0 to 31,
+// row 0 to 29.
+inline int AttributePalette(const std::array<uint8_t, kAttributeSize>& attributes, int column,
+                            int row) {
+    const unsigned byte = attributes[static_cast<size_t>(row / 4 * 8 + column / 4)];
+    const int shift = (row & 2) * 2 + (column & 2);
+    return static_cast<int>(byte >> shift & 3);
+}
+
+}  // namespace bw
