@@ -72,9 +72,11 @@ void FillRect(Surface& surface, Point a, Point b, Colour colour) {
 void DrawFrame(Surface& surface, Point a, Point b, Colour colour, Stroke stroke) {
     SortCorners(a, b);
     // The right edge takes the last row along; the other three stop one pixel short of the corner.
-    DrawLine(surface, a, {b.x - 1, a.y}, colour, stroke);
-    DrawLine(surface, a, {a.x, b.y - 1}, colour, stroke);
-    DrawLine(surface, {a.x, b.y}, {b.x - 1, b.y}, colour, stroke);
+    if (a.x < b.x) {
+        DrawLine(surface, a, {b.x - 1, a.y}, colour, stroke);
+        DrawLine(surface, {a.x, b.y}, {b.x - 1, b.y}, colour, stroke);
+    }
+    if (a.y < b.y) DrawLine(surface, a, {a.x, b.y - 1}, colour, stroke);
     DrawLine(surface, {b.x, a.y}, b, colour, stroke);
 }
 
