@@ -17,18 +17,19 @@ constexpr uint8_t kWhiteEntry = 0x20, kRedEntry = 0x16, kBlackEntry = 0x0F, kBlu
 WorkingCopy TestCopy() {
     WorkingCopy copy;
     for (const size_t table : {size_t{0}, size_t{4096}}) {
-        std::fill_n(copy.ChrData.begin() + static_cast<long>(table) + 16, 8, uint8_t{0xF0});
-        std::fill_n(copy.ChrData.begin() + static_cast<long>(table) + 32, 16, uint8_t{0xFF});
-        copy.ChrData[table + 48 + 8] = 0xFF;
+        std::fill_n(copy.Store().ChrData.begin() + static_cast<long>(table) + 16, 8, uint8_t{0xF0});
+        std::fill_n(copy.Store().ChrData.begin() + static_cast<long>(table) + 32, 16,
+                    uint8_t{0xFF});
+        copy.Store().ChrData[table + 48 + 8] = 0xFF;
     }
-    copy.Attributes.fill(0xE4);  // top left 0, top right 1, bottom left 2, bottom right 3
+    copy.Store().Attributes.fill(0xE4);  // top left 0, top right 1, bottom left 2, bottom right 3
     for (size_t i = 0; i < kPaletteSize; ++i) {
-        copy.BkgPalette[i] = static_cast<uint8_t>(0x21 + i % 12);
-        copy.SpritePalette[i] = static_cast<uint8_t>(0x11 + i % 12);
+        copy.Store().BkgPalette[i] = static_cast<uint8_t>(0x21 + i % 12);
+        copy.Store().SpritePalette[i] = static_cast<uint8_t>(0x11 + i % 12);
     }
-    copy.SpritePalette[0] = kBlueEntry;
-    copy.CharMapData['A'] = 1;
-    copy.CharMapData['B'] = 2;
+    copy.Store().SpritePalette[0] = kBlueEntry;
+    copy.Store().CharMapData['A'] = 1;
+    copy.Store().CharMapData['B'] = 2;
     // Out of the way of what the tests look at.
     copy.AttrBytePos = {7, 7};
     copy.AttrCellPos = {15, 14};
@@ -39,7 +40,8 @@ WorkingCopy TestCopy() {
 
 struct Picture {
     explicit Picture(const WorkingCopy& copy, const std::optional<RubberBand>& band = {}) {
-        tiles.Redraw(copy.ChrData, copy.BkgPalette, copy.SpritePalette, {}, {});
+        tiles.Redraw(copy.Store().ChrData, copy.Store().BkgPalette, copy.Store().SpritePalette, {},
+                     {});
         table.Compose(copy, tiles, band);
     }
     Colour At(int x, int y) const { return table.Picture().At({x, y}); }
@@ -49,18 +51,18 @@ struct Picture {
 };
 
 Colour Bkg(const WorkingCopy& copy, size_t entry) {
-    return SystemColour(copy.BkgPalette[entry]);
+    return SystemColour(copy.Store().BkgPalette[entry]);
 }
 Colour Sprite(const WorkingCopy& copy, size_t entry) {
-    return SystemColour(copy.SpritePalette[entry]);
+    return SystemColour(copy.Store().SpritePalette[entry]);
 }
 const Colour kBackdrop = SystemColour(kBlueEntry);
 
 TEST(TileImage, HoldsEveryTileInEverySubPalette) {
     WorkingCopy copy = TestCopy();
-    copy.BkgPalette[4] = 0x7F;  // counts as 0x3F
-    copy.SpritePalette[9] = kBlackEntry;
-    copy.SpritePalette[8] = kBlackEntry;
+    copy.Store().BkgPalette[4] = 0x7F;  // counts as 0x3F
+    copy.Store().SpritePalette[9] = kBlackEntry;
+    copy.Store().SpritePalette[8] = kBlackEntry;
     const Picture picture(copy);
     const Surface& image = picture.tiles.Picture();
     for (int palette = 0; palette < 4; ++palette) {
@@ -76,9 +78,10 @@ TEST(TileImage, HoldsEveryTileInEverySubPalette) {
 
     // One sub-palette alone leaves the others as they were.
     Picture again(copy);
-    copy.BkgPalette.fill(kWhiteEntry);
-    copy.SpritePalette.fill(kRedEntry);
-    again.tiles.Redraw(copy.ChrData, copy.BkgPalette, copy.SpritePalette, {2, 1}, {0, 0});
+    copy.Store().BkgPalette.fill(kWhiteEntry);
+    copy.Store().SpritePalette.fill(kRedEntry);
+    again.tiles.Redraw(copy.Store().ChrData, copy.Store().BkgPalette, copy.Store().SpritePalette,
+                       {2, 1}, {0, 0});
     const Surface& changed = again.tiles.Picture();
     for (int x = 0; x < changed.Width(); ++x) {
         EXPECT_EQ(changed.At({x, 0}) == 0xFFFFFF, x / 128 == 2) << x;
@@ -88,16 +91,16 @@ TEST(TileImage, HoldsEveryTileInEverySubPalette) {
 
 TEST(NameTablePicture, BackgroundTakesAttributesAndLetsTheBackdropThrough) {
     WorkingCopy copy = TestCopy();
-    copy.BkgTileList = {{.X = 0, .Y = 0, .Tile = 1, .Palette = 3},
-                        {.X = 2, .Y = 0, .Tile = 1},
-                        {.X = 1, .Y = 2, .Tile = 1},
-                        {.X = 31, .Y = 3, .Tile = 2},
-                        {.X = 5, .Y = 5, .Tile = 2},
-                        {.X = 5, .Y = 5, .Tile = 1},
-                        {.X = 32, .Y = 0, .Tile = 2},
-                        {.X = -1, .Y = 0, .Tile = 2},
-                        {.X = 0, .Y = 30, .Tile = 2}};
-    copy.BkgPalette[0] = kBlueEntry;  // index 0 of sub-palette 0 is the backdrop's colour
+    copy.Store().BkgTileList = {{.X = 0, .Y = 0, .Tile = 1, .Palette = 3},
+                                {.X = 2, .Y = 0, .Tile = 1},
+                                {.X = 1, .Y = 2, .Tile = 1},
+                                {.X = 31, .Y = 3, .Tile = 2},
+                                {.X = 5, .Y = 5, .Tile = 2},
+                                {.X = 5, .Y = 5, .Tile = 1},
+                                {.X = 32, .Y = 0, .Tile = 2},
+                                {.X = -1, .Y = 0, .Tile = 2},
+                                {.X = 0, .Y = 30, .Tile = 2}};
+    copy.Store().BkgPalette[0] = kBlueEntry;  // index 0 of sub-palette 0 is the backdrop's colour
     const Picture picture(copy);
     EXPECT_EQ(picture.At(0, 0), Bkg(copy, 1)) << "the record's own palette plays no part";
     EXPECT_EQ(picture.At(8, 0), kBackdrop);
@@ -117,17 +120,17 @@ TEST(NameTablePicture, BackgroundTakesAttributesAndLetsTheBackdropThrough) {
 
 TEST(NameTablePicture, TextsAreOpaqueButForSpaces) {
     WorkingCopy copy = TestCopy();
-    copy.BkgTileList = {{.X = 0, .Y = 8, .Tile = 2}, {.X = 1, .Y = 8, .Tile = 2}};
-    copy.CustomText = {{.X = -2, .Y = 8, .Text = u"BBA A"},
-                       {.X = 30, .Y = 8, .Text = u"BBBB"},
-                       {.X = 3, .Y = 30, .Text = u"B"},
-                       {.X = 3, .Y = 9, .Text = u"\u4E00B"}};
-    copy.CaptionText = u"B";
-    copy.CaptionPos = {4, 8};
+    copy.Store().BkgTileList = {{.X = 0, .Y = 8, .Tile = 2}, {.X = 1, .Y = 8, .Tile = 2}};
+    copy.Store().CustomText = {{.X = -2, .Y = 8, .Text = u"BBA A"},
+                               {.X = 30, .Y = 8, .Text = u"BBBB"},
+                               {.X = 3, .Y = 30, .Text = u"B"},
+                               {.X = 3, .Y = 9, .Text = u"\u4E00B"}};
+    copy.Store().CaptionText = u"B";
+    copy.document.CaptionPos = {4, 8};
     copy.PageNumberText = u"B";
-    copy.PageNumberPos = {6, 8};
+    copy.document.PageNumberPos = {6, 8};
     copy.ItemTextList = {u"B", u"", u"B"};
-    copy.ItemPos = {8, 8};
+    copy.document.ItemPos = {8, 8};
     const Picture picture(copy);
     EXPECT_EQ(picture.At(0, 128), Bkg(copy, 1));
     EXPECT_EQ(picture.At(12, 128), Bkg(copy, 0)) << "index 0 of a character covers the tile";
@@ -154,16 +157,17 @@ TEST(NameTablePicture, TextsAreOpaqueButForSpaces) {
 TEST(NameTablePicture, SpritesStandALineLateAndKnowTheirSideOfTheBackground) {
     WorkingCopy copy = TestCopy();
     constexpr uint8_t kH = TileItem::kFlipHorizontally, kV = TileItem::kFlipVertically;
-    copy.SpriteTileList = {{.X = 0, .Y = 1, .Tile = 2},
-                           {.X = 20, .Y = 0, .Tile = 2},
-                           {.X = 20, .Y = 239, .Tile = 2},
-                           {.X = 40, .Y = 240, .Tile = 2},
-                           {.X = 256, .Y = 9, .Tile = 2},
-                           {.X = 60, .Y = 10, .Tile = 1, .Palette = 2, .Flags = kH},
-                           {.X = 80, .Y = 10, .Tile = 3, .Palette = 1, .Flags = kV},
-                           {.X = 64, .Y = 63, .Tile = 2, .Flags = TileItem::kBehindBackground}};
-    copy.BkgTileList = {{.X = 8, .Y = 8, .Tile = 1}};
-    copy.BkgPalette[0] = kBlueEntry;
+    copy.Store().SpriteTileList = {
+        {.X = 0, .Y = 1, .Tile = 2},
+        {.X = 20, .Y = 0, .Tile = 2},
+        {.X = 20, .Y = 239, .Tile = 2},
+        {.X = 40, .Y = 240, .Tile = 2},
+        {.X = 256, .Y = 9, .Tile = 2},
+        {.X = 60, .Y = 10, .Tile = 1, .Palette = 2, .Flags = kH},
+        {.X = 80, .Y = 10, .Tile = 3, .Palette = 1, .Flags = kV},
+        {.X = 64, .Y = 63, .Tile = 2, .Flags = TileItem::kBehindBackground}};
+    copy.Store().BkgTileList = {{.X = 8, .Y = 8, .Tile = 1}};
+    copy.Store().BkgPalette[0] = kBlueEntry;
     const Picture picture(copy);
     EXPECT_EQ(picture.At(0, 3), kBackdrop);
     EXPECT_EQ(picture.At(0, 4), Sprite(copy, 3));
@@ -183,10 +187,11 @@ TEST(NameTablePicture, SpritesStandALineLateAndKnowTheirSideOfTheBackground) {
 
 TEST(NameTablePicture, TallSpritesTakeTheirTableFromTheLowBit) {
     WorkingCopy copy = TestCopy();
-    copy.BigSprite = true;
-    copy.SpriteTileList = {{.X = 0, .Y = 9, .Tile = 3, .Palette = 1},   // tiles 2 and 3, sprites
-                           {.X = 20, .Y = 9, .Tile = 2, .Palette = 1},  // the background's
-                           {.X = 40, .Y = 9, .Tile = 3, .Flags = TileItem::kFlipVertically}};
+    copy.Store().BigSprite = true;
+    copy.Store().SpriteTileList = {
+        {.X = 0, .Y = 9, .Tile = 3, .Palette = 1},   // tiles 2 and 3, sprites
+        {.X = 20, .Y = 9, .Tile = 2, .Palette = 1},  // the background's
+        {.X = 40, .Y = 9, .Tile = 3, .Flags = TileItem::kFlipVertically}};
     const Picture picture(copy);
     EXPECT_EQ(picture.At(0, 20), Sprite(copy, 7));
     EXPECT_EQ(picture.At(0, 36), Sprite(copy, 6)) << "the lower tile";
@@ -200,19 +205,19 @@ TEST(NameTablePicture, TallSpritesTakeTheirTableFromTheLowBit) {
 TEST(NameTablePicture, CursorsAndTheirMarks) {
     WorkingCopy copy = TestCopy();
     copy.Show_Cursor = copy.MarkCursor = true;
-    copy.ArrowTile = {.X = 10, .Y = 20, .Tile = 2};
-    copy.ArrowTileList = {{.X = 100, .Y = 50, .Tile = 2},
-                          {.X = 108, .Y = 50, .Tile = 1},
-                          {.X = 100, .Y = 58, .Tile = 1},
-                          {.X = 108, .Y = 58, .Tile = 2},
-                          {.X = 200, .Y = 200, .Tile = 2}};
-    copy.BkgTileList = {{.X = 14, .Y = 6, .Tile = 2}};
+    copy.Store().ArrowTile = {.X = 10, .Y = 20, .Tile = 2};
+    copy.Store().ArrowTileList = {{.X = 100, .Y = 50, .Tile = 2},
+                                  {.X = 108, .Y = 50, .Tile = 1},
+                                  {.X = 100, .Y = 58, .Tile = 1},
+                                  {.X = 108, .Y = 58, .Tile = 2},
+                                  {.X = 200, .Y = 200, .Tile = 2}};
+    copy.Store().BkgTileList = {{.X = 14, .Y = 6, .Tile = 2}};
     const Picture small(copy);
     EXPECT_EQ(small.At(21, 42), Sprite(copy, 3));
     EXPECT_EQ(small.At(20, 40), 0xFF8080u);
     EXPECT_EQ(small.At(36, 56), 0xFF8080u);
     EXPECT_EQ(small.At(202, 104), kBackdrop);
-    copy.BigCursor = true;
+    copy.document.BigCursor = true;
     const Picture large(copy);
     EXPECT_EQ(large.At(21, 42), kBackdrop);
     EXPECT_EQ(large.At(202, 104), Sprite(copy, 3));
@@ -221,9 +226,9 @@ TEST(NameTablePicture, CursorsAndTheirMarks) {
     EXPECT_EQ(large.At(232, 132), 0xFF8080u);
     EXPECT_EQ(large.At(402, 404), kBackdrop) << "the first four";
     // Tall cursors stand a line higher than tall sprites.
-    copy.BigSprite = true;
+    copy.Store().BigSprite = true;
     copy.MarkCursor = false;
-    for (TileItem& part : copy.ArrowTileList)
+    for (TileItem& part : copy.Store().ArrowTileList)
         part.Tile = 3;
     const Picture tall(copy);
     EXPECT_EQ(tall.At(202, 100), Sprite(copy, 3));
@@ -233,9 +238,9 @@ TEST(NameTablePicture, CursorsAndTheirMarks) {
 TEST(NameTablePicture, MarksLieOverEverything) {
     WorkingCopy copy = TestCopy();
     copy.DrawLine = true;
-    copy.SpriteTileList = {{.X = 20, .Y = 100, .Selected = 1, .Tile = 0}};
-    copy.BkgTileList = {{.X = 6, .Y = 6, .Selected = 1, .Tile = 0}};
-    copy.ArrowTile = {.X = 200, .Y = 100, .Selected = 1};
+    copy.Store().SpriteTileList = {{.X = 20, .Y = 100, .Selected = 1, .Tile = 0}};
+    copy.Store().BkgTileList = {{.X = 6, .Y = 6, .Selected = 1, .Tile = 0}};
+    copy.Store().ArrowTile = {.X = 200, .Y = 100, .Selected = 1};
     const Picture picture(copy, RubberBand{{300, 300}, {9999, -50}});
     EXPECT_EQ(picture.At(1, 0), 0x808080u);
     EXPECT_EQ(picture.At(2, 0), kBackdrop);
@@ -260,16 +265,18 @@ TEST(NameTablePicture, AbsurdPositionsDoNoHarm) {
     for (const int32_t far : {kMin, kMin / 2, -600, 600, kMax / 2, kMax}) {
         WorkingCopy copy = TestCopy();
         const TileItem item{.X = far, .Y = far, .Selected = 1, .Tile = 255, .Palette = 255};
-        copy.BkgTileList = copy.SpriteTileList = {item, {.X = 3, .Y = 3, .Palette = 255}};
-        copy.ArrowTileList = {4, item};
-        copy.ArrowTile = item;
-        copy.CustomText = {{.X = far, .Y = far, .Text = u"AB"}, {.X = far, .Y = 3, .Text = u"AB"}};
+        copy.Store().BkgTileList =
+            copy.Store().SpriteTileList = {item, {.X = 3, .Y = 3, .Palette = 255}};
+        copy.Store().ArrowTileList = {4, item};
+        copy.Store().ArrowTile = item;
+        copy.Store().CustomText = {{.X = far, .Y = far, .Text = u"AB"},
+                                   {.X = far, .Y = 3, .Text = u"AB"}};
         copy.ItemTextList.assign(40, u"AB");
-        copy.CaptionText = u"AB";
-        copy.CaptionPos = copy.PageNumberPos = copy.ItemPos = {far, far};
+        copy.Store().CaptionText = u"AB";
+        copy.document.CaptionPos = copy.document.PageNumberPos = copy.document.ItemPos = {far, far};
         copy.Show_Cursor = copy.MarkCursor = copy.ShowPageNumber = true;
         for (const bool big : {false, true}) {
-            copy.BigCursor = copy.BigSprite = big;
+            copy.document.BigCursor = copy.Store().BigSprite = big;
             EXPECT_EQ(Picture(copy).At(300, 300), kBackdrop);
         }
     }
@@ -281,9 +288,9 @@ TEST(SmallViews, ShowThePlacesInUse) {
     copy.SpPalettePos = {4, 0};
     copy.BkgTilePos = {2, 0};
     copy.SpTilePos = {3, 1};
-    copy.BigSprite = true;
+    copy.Store().BigSprite = true;
     copy.BkgPixelPos = {7, 7};
-    copy.BkgTileSelected[255] = 1;
+    copy.Store().BkgTileSelected[255] = 1;
     copy.CurrentAttribute = 0xE4;
     copy.SystemPalettePos = {15, 3};
     copy.SpritePaletteActive = true;
@@ -333,8 +340,8 @@ TEST(SmallViews, ShowThePlacesInUse) {
     EXPECT_EQ(strip.At({('A' - 32) * 16 + 2, 2}), Bkg(copy, 9));
     EXPECT_EQ(strip.At({1008, 5}), 0xFF0000u);
     EXPECT_EQ(strip.At({32, 5}), 0x808080u);
-    copy.ChrData['A' * 16 + 1] = 0xFF;
-    DrawTargetStrip(strip, copy, MakeFontImage(copy.ChrData));
+    copy.Store().ChrData['A' * 16 + 1] = 0xFF;
+    DrawTargetStrip(strip, copy, MakeFontImage(copy.Store().ChrData));
     EXPECT_EQ(strip.At({('A' - 32) * 16 + 2, 2}), 0xFFFFFFu);
     EXPECT_EQ(strip.At({('A' - 32) * 16 + 2, 4}), 0u);
 }

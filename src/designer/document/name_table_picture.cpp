@@ -21,7 +21,7 @@ class Composer {
           tiles_(tiles),
           picture_(picture),
           layer_(layer),
-          backdrop_(SystemColour(copy.SpritePalette[0])) {}
+          backdrop_(SystemColour(copy.Store().SpritePalette[0])) {}
 
     void DrawScreen();
     void DrawMarks(const std::optional<RubberBand>& band);
@@ -70,10 +70,13 @@ void Composer::DrawScreen() {
     if (copy_.Show_Custom_Text) DrawTexts();
     if (copy_.Show_List) DrawList();
     if (copy_.ShowPageNumber) {
-        DrawText(copy_.PageNumberText, copy_.PageNumberPos.X, copy_.PageNumberPos.Y);
+        DrawText(copy_.PageNumberText, copy_.document.PageNumberPos.X,
+                 copy_.document.PageNumberPos.Y);
     }
     if (copy_.Show_Sp_Tile) DrawSprites(false);
-    if (copy_.Show_Caption) DrawText(copy_.CaptionText, copy_.CaptionPos.X, copy_.CaptionPos.Y);
+    if (copy_.Show_Caption)
+        DrawText(copy_.Store().CaptionText, copy_.document.CaptionPos.X,
+                 copy_.document.CaptionPos.Y);
     if (copy_.Show_Cursor) DrawCursor();
 }
 
@@ -81,11 +84,11 @@ void Composer::FillAttributes() {
     constexpr int kAttributeCell = 2 * kNameCell;
     for (int row = 0; row < kScreenRows; row += 2) {
         for (int column = 0; column < kScreenColumns; column += 2) {
-            const int palette = AttributePalette(copy_.Attributes, column, row);
+            const int palette = AttributePalette(copy_.Store().Attributes, column, row);
             const Point corner{column * kNameCell, row * kNameCell};
             FillRect(picture_, corner,
                      {corner.x + kAttributeCell - 1, corner.y + kAttributeCell - 1},
-                     SystemColour(copy_.BkgPalette[static_cast<size_t>(palette) * 4 + 1]));
+                     SystemColour(copy_.Store().BkgPalette[static_cast<size_t>(palette) * 4 + 1]));
         }
     }
 }
@@ -94,13 +97,13 @@ void Composer::DrawBackground() {
     // Through a layer, so that a tile takes away what an earlier one left in its cell.
     if (!copy_.FillColor) layer_.Fill(backdrop_);
     Surface& target = copy_.FillColor ? picture_ : layer_;
-    for (const TileItem& item : copy_.BkgTileList)
+    for (const TileItem& item : copy_.Store().BkgTileList)
         if (OnScreen(item.X, item.Y)) DrawTile(target, item.Tile, item.X, item.Y);
     if (!copy_.FillColor) CopyLayer();
 }
 
 void Composer::DrawTile(Surface& target, uint8_t tile, int column, int row) {
-    const int palette = AttributePalette(copy_.Attributes, column, row);
+    const int palette = AttributePalette(copy_.Store().Attributes, column, row);
     Copy(target, {column * kNameCell, row * kNameCell}, tiles_.BkgTile(tile, palette),
          {.scale = kScreenScale});
 }
@@ -111,12 +114,12 @@ void Composer::DrawText(std::u16string_view text, int32_t column, int32_t row) {
     for (size_t i = 0; i < text.size(); ++i) {
         const int64_t place = int64_t{column} + static_cast<int64_t>(i);
         if (text[i] == u' ' || text[i] >= kCharMapSize || !OnScreen(place, row)) continue;
-        DrawTile(picture_, copy_.CharMapData[text[i]], static_cast<int>(place), row);
+        DrawTile(picture_, copy_.Store().CharMapData[text[i]], static_cast<int>(place), row);
     }
 }
 
 void Composer::DrawTexts() {
-    for (const TextItem& item : copy_.CustomText)
+    for (const TextItem& item : copy_.Store().CustomText)
         DrawText(item.Text, item.X, item.Y);
     if (copy_.PlacedText)
         DrawText(copy_.PlacedText->Text, copy_.PlacedText->X, copy_.PlacedText->Y);
@@ -124,12 +127,12 @@ void Composer::DrawTexts() {
 
 void Composer::DrawList() {
     for (size_t line = 0; line < copy_.ItemTextList.size() && line < kScreenRows; ++line)
-        DrawText(copy_.ItemTextList[line], copy_.ItemPos.X,
-                 copy_.ItemPos.Y + static_cast<int32_t>(line));
+        DrawText(copy_.ItemTextList[line], copy_.document.ItemPos.X,
+                 copy_.document.ItemPos.Y + static_cast<int32_t>(line));
 }
 
 void Composer::DrawSprites(bool behindBackground) {
-    for (const TileItem& sprite : copy_.SpriteTileList) {
+    for (const TileItem& sprite : copy_.Store().SpriteTileList) {
         const bool behind = (sprite.Flags & TileItem::kBehindBackground) != 0;
         if (behind == behindBackground) DrawSprite(picture_, sprite, Cover::kTransparent);
     }
@@ -139,7 +142,7 @@ void Composer::DrawSprite(Surface& target, const TileItem& sprite, Cover cover) 
     // Two rows below the console's last line still show, so that a sprite can be caught there.
     constexpr int32_t kLastShownY = 241;
     if (sprite.Y < 1 || sprite.Y > kLastShownY || sprite.X < 0 || sprite.X > 255) return;
-    if (copy_.BigSprite) {
+    if (copy_.Store().BigSprite) {
         DrawTallSprite(target, sprite, cover);
     } else {
         // The console shows a sprite one line below its Y byte.
@@ -172,33 +175,33 @@ void Composer::DrawSpriteTile(Surface& target, const TileItem& sprite, const Sou
                         .mirrorY = (sprite.Flags & TileItem::kFlipVertically) != 0};
     if (cover == Cover::kTransparent) {
         const size_t first = static_cast<size_t>(sprite.Palette & 3) * 4;
-        options.transparent = SystemColour(copy_.SpritePalette[first]);
+        options.transparent = SystemColour(copy_.Store().SpritePalette[first]);
     }
     Copy(target, {sprite.X * kScreenScale, y}, tile, options);
 }
 
 void Composer::DrawCursor() {
-    if (copy_.BigCursor) {
+    if (copy_.document.BigCursor) {
         DrawLargeCursor();
         return;
     }
-    const TileItem& cursor = copy_.ArrowTile;
+    const TileItem& cursor = copy_.Store().ArrowTile;
     DrawSprite(picture_, cursor, Cover::kTransparent);
     if (copy_.MarkCursor) {
-        Frame(int64_t{cursor.X} * 2, int64_t{cursor.Y} * 2, 16, copy_.BigSprite ? 32 : 16,
+        Frame(int64_t{cursor.X} * 2, int64_t{cursor.Y} * 2, 16, copy_.Store().BigSprite ? 32 : 16,
               kCursorMark);
     }
 }
 
 void Composer::DrawLargeCursor() {
     layer_.Fill(backdrop_);
-    const size_t count = std::min<size_t>(4, copy_.ArrowTileList.size());
+    const size_t count = std::min<size_t>(4, copy_.Store().ArrowTileList.size());
     for (size_t i = 0; i < count; ++i)
-        DrawSprite(layer_, copy_.ArrowTileList[i], Cover::kOpaque);
+        DrawSprite(layer_, copy_.Store().ArrowTileList[i], Cover::kOpaque);
     CopyLayer();
     if (copy_.MarkCursor && count != 0) {
-        const TileItem& anchor = copy_.ArrowTileList[0];
-        Frame(int64_t{anchor.X} * 2, int64_t{anchor.Y} * 2, 32, copy_.BigSprite ? 64 : 32,
+        const TileItem& anchor = copy_.Store().ArrowTileList[0];
+        Frame(int64_t{anchor.X} * 2, int64_t{anchor.Y} * 2, 32, copy_.Store().BigSprite ? 64 : 32,
               kCursorMark);
     }
 }
@@ -227,12 +230,12 @@ void Composer::DrawScreenGrid() {
 }
 
 void Composer::MarkSelection() {
-    const int spriteHeight = copy_.BigSprite ? 32 : 17;
-    for (const TileItem& sprite : copy_.SpriteTileList) {
+    const int spriteHeight = copy_.Store().BigSprite ? 32 : 17;
+    for (const TileItem& sprite : copy_.Store().SpriteTileList) {
         if ((sprite.Selected & 1) == 0) continue;
         Frame(int64_t{sprite.X} * 2, int64_t{sprite.Y} * 2 + 1, 16, spriteHeight, kCyan);
     }
-    for (const TileItem& tile : copy_.BkgTileList) {
+    for (const TileItem& tile : copy_.Store().BkgTileList) {
         if ((tile.Selected & 1) == 0) continue;
         Frame(int64_t{tile.X} * kNameCell, int64_t{tile.Y} * kNameCell, kNameCell, kNameCell,
               kYellow);
@@ -240,14 +243,14 @@ void Composer::MarkSelection() {
 }
 
 void Composer::MarkSelectedCursor() {
-    const TileItem& cursor = copy_.ArrowTile;
+    const TileItem& cursor = copy_.Store().ArrowTile;
     if ((cursor.Selected & 1) != 0 && cursor.Y > 0) {
-        Frame(int64_t{cursor.X} * 2 - 1, int64_t{cursor.Y} * 2 - 1, 17, copy_.BigSprite ? 33 : 16,
-              kSelectedCursor);
+        Frame(int64_t{cursor.X} * 2 - 1, int64_t{cursor.Y} * 2 - 1, 17,
+              copy_.Store().BigSprite ? 33 : 16, kSelectedCursor);
     }
-    for (const TileItem& part : copy_.ArrowTileList) {
+    for (const TileItem& part : copy_.Store().ArrowTileList) {
         if ((part.Selected & 1) == 0) continue;
-        Frame(int64_t{part.X} * 2, int64_t{part.Y} * 2, 16, copy_.BigSprite ? 32 : 16,
+        Frame(int64_t{part.X} * 2, int64_t{part.Y} * 2, 16, copy_.Store().BigSprite ? 32 : 16,
               kSelectedCursor);
     }
 }

@@ -32,8 +32,8 @@ struct Side {
         : tile(background ? copy.BkgTilePos : copy.SpTilePos),
           pixel(background ? copy.BkgPixelPos : copy.SpPixelPos),
           entry(background ? copy.BkgPalettePos : copy.SpPalettePos),
-          selected(background ? copy.BkgTileSelected : copy.SpriteTileSelected),
-          palette(background ? copy.BkgPalette : copy.SpritePalette) {}
+          selected(background ? copy.Store().BkgTileSelected : copy.Store().SpriteTileSelected),
+          palette(background ? copy.Store().BkgPalette : copy.Store().SpritePalette) {}
 };
 
 SourceRect TileOf(PatternTable table, const TileImage& tiles, Pos tile, int palette) {
@@ -91,7 +91,7 @@ void DrawPatternView(Surface& view, PatternTable table, const WorkingCopy& copy,
         DrawCellFrame(view, {tile % kTilesInRow, tile / kTilesInRow}, kListCell, kYellow);
     }
     if (band) DrawRubberBand(view, *band);
-    MarkTileInUse(view, side.tile, table == PatternTable::kSprites && copy.BigSprite);
+    MarkTileInUse(view, side.tile, table == PatternTable::kSprites && copy.Store().BigSprite);
     for (const int y : {64, 128, 192})
         DrawLine(view, {0, y}, {view.Width() - 1, y}, kWhite, Stroke::kDotted);
 }
@@ -107,8 +107,9 @@ void DrawTileEditor(Surface& view, PatternTable table, const WorkingCopy& copy,
 void DrawAttributeView(Surface& view, const WorkingCopy& copy) {
     for (int quarter = 0; quarter < 4; ++quarter) {
         const auto palette = static_cast<size_t>(copy.CurrentAttribute >> (quarter * 2) & 3);
-        FillCell(view, {0, 0}, LastPixel(view), SystemColour(copy.BkgPalette[palette * 4 + 1]), 2,
-                 2, {quarter % 2, quarter / 2});
+        FillCell(view, {0, 0}, LastPixel(view),
+                 SystemColour(copy.Store().BkgPalette[palette * 4 + 1]), 2, 2,
+                 {quarter % 2, quarter / 2});
     }
     DrawGrid(view, {0, 0}, LastPixel(view), kGrey, 4, 4, Stroke::kDotted);
     DrawCellFrame(view, PointOf(copy.AttrQuadrantPos), kAttributeViewSize / 2, kRed);
@@ -147,7 +148,7 @@ void DrawTargetStrip(Surface& view, const WorkingCopy& copy, const Surface& font
 void DrawSourceStrip(Surface& view, const WorkingCopy& copy, const TileImage& tiles) {
     const int palette = Side(PatternTable::kBackground, copy).SubPalette();
     for (int cell = 0; cell < kStripCells; ++cell) {
-        const uint8_t tile = copy.CharMapData[static_cast<size_t>(kFirstStripCode + cell)];
+        const uint8_t tile = copy.Store().CharMapData[static_cast<size_t>(kFirstStripCode + cell)];
         Copy(view, {cell * kListCell, 0}, tiles.BkgTile(tile, palette), {.scale = 2});
     }
     MarkStripCell(view, copy.MapSourcePos);

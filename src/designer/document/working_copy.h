@@ -8,18 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "designer/document/design_store.h"
+#include "designer/document/design_document.h"
 #include "designer/document/surface.h"
 
 namespace bw {
-
-// A place; each field says in which unit.
-struct Pos {
-    int32_t X = 0;
-    int32_t Y = 0;
-
-    bool operator==(const Pos&) const = default;
-};
 
 // For a view's cursor, which is bounded by its view.
 inline Point PointOf(Pos pos) {
@@ -27,22 +19,10 @@ inline Point PointOf(Pos pos) {
 }
 
 struct WorkingCopy {
-    std::array<uint8_t, kChrDataSize> ChrData{};
-    std::array<uint8_t, kAttributeSize> Attributes = kDefaultAttributes;
-    std::array<uint8_t, kPaletteSize> BkgPalette = kDefaultBkgPalette;
-    std::array<uint8_t, kPaletteSize> SpritePalette = kDefaultSpritePalette;  // entry 0: backdrop
-    std::array<uint8_t, kCharMapSize> CharMapData{};
-    std::vector<TileItem> BkgTileList;
-    std::vector<TileItem> SpriteTileList;
-    TileItem ArrowTile;
-    std::vector<TileItem> ArrowTileList;
-    std::vector<TextItem> CustomText;
-    std::u16string CaptionText;
-    Pos CaptionPos{12, 2};  // these three in tiles
-    Pos PageNumberPos{13, 27};
-    Pos ItemPos{9, 5};
-    bool BigCursor = false;  // the menu shows ArrowTileList and not ArrowTile
-    bool BigSprite = false;  // sprites are 8 by 16 pixels
+    DesignDocument document;
+
+    DesignStore& Store() { return document.store; }
+    const DesignStore& Store() const { return document.store; }
 
     uint8_t CurrentAttribute = 0;  // the byte of Attributes at AttrBytePos
     Pos AttrBytePos;               // 0 to 7 each, 32 pixels of the screen a step
@@ -57,18 +37,31 @@ struct WorkingCopy {
     Pos SpPixelPos;
     Pos MapTargetPos;  // X: cell 0 to 63 of the strip, characters 32 to 95
     Pos MapSourcePos;
-    Pos NameCellPos;                             // columns 0 to 31, rows 0 to 29
-    std::array<uint8_t, 256> BkgTileSelected{};  // non-zero: selected
-    std::array<uint8_t, 256> SpriteTileSelected{};
+    Pos NameCellPos;                   // columns 0 to 31, rows 0 to 29
     bool SpritePaletteActive = false;  // the system palette acts on SpritePalette
 
-    std::u16string PageNumberText = u"1/1";
-    std::vector<std::u16string> ItemTextList;  // the lines of the page shown
-    std::optional<TextItem> PlacedText;        // a text that the mouse holds just now
+    // What the next new item of each list gets as its Index.
+    uint32_t nextBkgIndex = 0;
+    uint32_t nextSpriteIndex = 0;
+    uint32_t nextTextIndex = 0;
+
+    std::vector<std::u16string> AllItemTextList;  // all names of the menu, in capitals
+    std::vector<std::u16string> ItemTextList;     // the lines of the page shown
+    int32_t PageFirstItem = 0;
+    int32_t PageItemCount = 10;
+    bool ItemBlankLine = false;  // an empty line behind each item
     bool ShowPageNumber = false;
-    bool FillColor = false;   // the attributes' colours below the name table
-    bool DrawLine = false;    // the grid over it
-    bool MarkCursor = false;  // a frame around the cursor
+    std::u16string PageNumberText = u"1/1";
+    std::optional<TextItem> PlacedText;  // a text that the mouse holds just now
+
+    bool DragText = false;               // the mouse drags what lies on the screen
+    bool QuickReplaceFromBkg = false;    // a click on a background tile maps a character
+    bool QuickReplaceToBkg = false;      // a click on the font copies it to the background table
+    bool QuickReplaceToSprites = false;  // the same to the sprite table
+    bool QuickAction = false;            // a click on a tile places it on the screen
+    bool FillColor = false;              // the attributes' colours below the name table
+    bool DrawLine = false;               // the grid over it
+    bool MarkCursor = false;             // a frame around the cursor
     bool Show_Bg_Tile = true;
     bool Show_Sp_Tile = true;
     bool Show_List = true;
