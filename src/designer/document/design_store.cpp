@@ -85,13 +85,6 @@ bool LoadDefaultTiles(DesignStore& store, std::span<const uint8_t> tiles) {
     return true;
 }
 
-// The printable characters stand for the tiles of the same number; the space is the empty tile 0.
-void SetDefaultCharMap(DesignStore& store) {
-    store.CharMapData.fill(0);
-    for (uint8_t code = 33; code <= 127; ++code)
-        store.CharMapData[code] = code;
-}
-
 }  // namespace
 
 uint8_t SpriteAttribute(const TileItem& item) {
@@ -101,6 +94,12 @@ uint8_t SpriteAttribute(const TileItem& item) {
     return static_cast<uint8_t>(bit(TileItem::kFlipVertically, 0x80) |
                                 bit(TileItem::kFlipHorizontally, 0x40) |
                                 bit(TileItem::kBehindBackground, 0x20) | item.Palette);
+}
+
+void SetDefaultCharMap(DesignStore& store) {
+    store.CharMapData.fill(0);
+    for (uint8_t code = 33; code <= 127; ++code)
+        store.CharMapData[code] = code;
 }
 
 bool LoadDesignData(DesignStore& store, const SettingsStore& settings,

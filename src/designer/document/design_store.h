@@ -88,6 +88,9 @@ struct DesignStore {
     bool defaultChrLoaded = false;
 };
 
+// The printable characters stand for the tiles of the same number; the space is the empty tile 0.
+void SetDefaultCharMap(DesignStore& store);
+
 // Fills the store as far as it isn't filled yet, from the settings and from `defaultTiles` (the
 // default tile set; a shorter one fills only its length, a longer one is cut). Lists that hold
 // items are left alone. False, with the later steps left out, if `defaultTiles` is empty. May be

@@ -11,8 +11,6 @@
 
 namespace bw {
 
-enum class PatternTable { kBackground, kSprites };
-
 inline constexpr int kListCell = 16;  // pixels of a tile in a pattern view, of a palette entry, of
                                       // a pixel in a tile editor, of a character in a strip
 inline constexpr int kPatternViewSize = 16 * kListCell;

@@ -18,6 +18,8 @@ inline Point PointOf(Pos pos) {
     return {pos.X, pos.Y};
 }
 
+enum class PatternTable { kBackground, kSprites };
+
 struct WorkingCopy {
     DesignDocument document;
 
