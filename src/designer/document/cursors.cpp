@@ -84,7 +84,8 @@ Views ShiftAttributes(WorkingCopy& copy, Direction direction) {
             grid.front().fill(0);
     }
     copy.Store().Attributes = Pack(grid);
-    return View::kNameTable | View::kAttribute;
+    SynchroniseCursors(copy);
+    return View::kNameTable | View::kAttribute | View::kBkgPalette | View::kSystemPalette;
 }
 
 }  // namespace bw

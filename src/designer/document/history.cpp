@@ -1,26 +1,15 @@
 #include "designer/document/history.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
+
+#include "designer/document/stored_numbers.h"
 
 namespace bw {
 namespace {
 
 constexpr uint32_t kContainer = 16;
 constexpr size_t kHeaderSize = 16;
-
-void AppendWord(std::vector<uint8_t>& bytes, uint32_t word) {
-    for (const int shift : {0, 8, 16, 24})
-        bytes.push_back(static_cast<uint8_t>(word >> shift));
-}
-
-uint32_t WordAt(std::span<const uint8_t> bytes, size_t at) {
-    uint32_t word = 0;
-    for (size_t i = 0; i < 4; ++i)
-        word |= static_cast<uint32_t>(bytes[at + i]) << (8 * i);
-    return word;
-}
 
 }  // namespace
 
@@ -75,7 +64,7 @@ std::vector<uint8_t> History::Store() const {
     for (size_t i = 0;; ++i) {
         for (const uint32_t word : {kContainer, std::numeric_limits<uint32_t>::max(), 1u,
                                     static_cast<uint32_t>(state.size())}) {
-            AppendWord(stored, word);
+            Append32(stored, word);
         }
         stored.insert(stored.end(), state.begin(), state.end());
         if (i == deltas_.size()) return stored;
@@ -85,8 +74,8 @@ std::vector<uint8_t> History::Store() const {
 
 void History::Load(std::span<const uint8_t> stored, uint64_t index) {
     *this = History();
-    while (stored.size() >= kHeaderSize && WordAt(stored, 0) == kContainer) {
-        const size_t size = WordAt(stored, 12);
+    while (stored.size() >= kHeaderSize && Read32(stored, 0) == kContainer) {
+        const size_t size = Read32(stored, 12);
         if (size > stored.size() - kHeaderSize) break;
         const auto state = stored.subspan(kHeaderSize, size);
         Append({state.begin(), state.end()});

@@ -2,17 +2,13 @@
 
 #include <algorithm>
 
+#include "designer/document/chunk_file.h"
+#include "designer/document/stored_numbers.h"
+
 namespace bw {
 namespace {
 
 using Bytes = std::span<const uint8_t>;
-
-constexpr size_t kHeaderSize = 16;  // of the container and of each chunk
-
-uint32_t Word(Bytes bytes, size_t at) {
-    return static_cast<uint32_t>(bytes[at] | bytes[at + 1] << 8 | bytes[at + 2] << 16) |
-           static_cast<uint32_t>(bytes[at + 3]) << 24;
-}
 
 // Neighbouring chunks of one type: a list, or a single chunk.
 struct Section {
@@ -25,14 +21,14 @@ struct Section {
 std::vector<Section> Split(Bytes state) {
     constexpr uint32_t kContainer = 16;
     const std::vector<Section> whole = {{0, 0, state.size()}};
-    if (state.size() < kHeaderSize) return whole;
-    std::vector<Section> sections = {{kContainer, 0, kHeaderSize}};
-    for (size_t at = kHeaderSize; at < state.size();) {
-        if (state.size() - at < kHeaderSize) return whole;
-        const uint32_t type = Word(state, at);
-        const size_t size = Word(state, at + 12);
-        if (size > state.size() - at - kHeaderSize) return whole;
-        const size_t end = at + kHeaderSize + size;
+    if (state.size() < kChunkHeaderSize) return whole;
+    std::vector<Section> sections = {{kContainer, 0, kChunkHeaderSize}};
+    for (size_t at = kChunkHeaderSize; at < state.size();) {
+        if (state.size() - at < kChunkHeaderSize) return whole;
+        const uint32_t type = Read32(state, at);
+        const size_t size = Read32(state, at + 12);
+        if (size > state.size() - at - kChunkHeaderSize) return whole;
+        const size_t end = at + kChunkHeaderSize + size;
         if (sections.back().type == type) {
             sections.back().end = end;
         } else {

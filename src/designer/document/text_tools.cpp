@@ -120,8 +120,8 @@ Views ResetTexts(WorkingCopy& copy) {
     cursor.Tile = kSmallCursorTile;
     cursor.Flags = 0;
     RebuildArrows(document);
-    return ClearTexts(copy) | ClearItems(copy, PatternTable::kBackground) |
-           ResetAttributes(copy) | View::kCheckBoxes;
+    return ClearTexts(copy) | ClearItems(copy, PatternTable::kBackground) | ResetAttributes(copy) |
+           View::kCheckBoxes;
 }
 
 Views ResetAttributes(WorkingCopy& copy) {
@@ -134,6 +134,7 @@ Views ResetPalette(WorkingCopy& copy, PatternTable table) {
     const bool background = table == PatternTable::kBackground;
     (background ? copy.Store().BkgPalette : copy.Store().SpritePalette) =
         background ? kDefaultBkgPalette : kDefaultSpritePalette;
+    SynchroniseCursors(copy);
     return TableViews(table) | View::kAttribute | View::kSystemPalette |
            (background ? View::kBkgPalette : View::kSpritePalette);
 }
