@@ -131,9 +131,9 @@ TEST(ListTools, SpritesOfTilesReuseTakeBlanksAndRunOut) {
 TEST(ListTools, ArrowsStandAroundTheFirst) {
     DesignDocument document;
     document.store.ArrowTileList.assign(3, {.X = 50});
-    ArrangeArrows(document);
+    SpreadLargeCursor(document.store);
     EXPECT_EQ(document.store.ArrowTileList[1].X, 50) << "only ever four";
-    RebuildArrows(document);
+    RebuildShortLargeCursor(document);
     EXPECT_THAT(document.store.ArrowTileList,
                 ElementsAre(At(54, 36), At(62, 36), At(54, 44), At(62, 44)));
     WorkingCopy copy;

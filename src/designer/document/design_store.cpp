@@ -23,8 +23,6 @@ constinit const std::array<uint8_t, kPaletteSize> kDefaultSpritePalette = {
 
 namespace {
 
-constexpr uint8_t kSmallCursorTile = 31;
-
 // Out of range means the low end here, unlike the small cursor's clamping to the nearer one.
 int32_t ForcedX(int64_t x) {
     return x < 0 || x > kLastSpriteX ? 0 : static_cast<int32_t>(x);

@@ -22,6 +22,7 @@ inline constexpr int kScreenRows = 30;
 inline constexpr int32_t kLastSpriteX = 255;  // pixels
 inline constexpr int32_t kFirstSpriteY = 1;   // the console shows a sprite one line below its Y
 inline constexpr int32_t kLastSpriteY = 239;
+inline constexpr uint8_t kSmallCursorTile = 31;
 inline constexpr std::array<uint8_t, 4> kLargeCursorTiles = {2, 3, 18, 19};
 
 // One placed tile or sprite; 20 bytes when stored, little-endian, in this order.

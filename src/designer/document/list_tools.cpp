@@ -196,33 +196,8 @@ Views SetBigCursor(WorkingCopy& copy, bool on) {
 
 Views SetBigSprite(WorkingCopy& copy, bool on) {
     copy.Store().BigSprite = on ? 1 : 0;
-    ArrangeArrows(copy.document);
+    SpreadLargeCursor(copy.Store());
     return View::kNameTable | View::kSpriteTileList | View::kSpriteTileEditor | View::kCheckBoxes;
-}
-
-void ArrangeArrows(DesignDocument& document) {
-    std::vector<TileItem>& arrows = document.store.ArrowTileList;
-    constexpr std::array<Pos, 4> kCells = {{{0, 0}, {1, 0}, {0, 1}, {1, 1}}};
-    if (arrows.size() != kCells.size()) return;
-    const int32_t height = document.store.BigSprite != 0 ? 16 : 8;
-    const int32_t x = std::clamp(arrows[0].X, 0, 255);
-    const int32_t y = std::clamp(arrows[0].Y, 1, 239);
-    for (size_t i = 0; i < kCells.size(); ++i) {
-        arrows[i].X = x + kCells[i].X * 8;
-        arrows[i].Y = y + kCells[i].Y * height;
-    }
-}
-
-void RebuildArrows(DesignDocument& document) {
-    constexpr std::array<uint8_t, 4> kTiles = {2, 3, 18, 19};
-    std::vector<TileItem> arrows(kTiles.size());
-    for (size_t i = 0; i < kTiles.size(); ++i)
-        arrows[i].Tile = kTiles[i];
-    arrows[0].X = Sum(Product(document.ItemPos.X, 8), -18);
-    arrows[0].Y = Sum(Product(document.ItemPos.Y, 8), -4);
-    Renumber(arrows);
-    document.store.ArrowTileList = std::move(arrows);
-    ArrangeArrows(document);
 }
 
 }  // namespace bw

@@ -42,12 +42,6 @@ Views MakeSpritesOfTiles(WorkingCopy& copy);
 Views SetBigCursor(WorkingCopy& copy, bool on);
 Views SetBigSprite(WorkingCopy& copy, bool on);
 
-// Places the four parts of the large cursor around the first, which is brought onto the screen.
-// Nothing happens unless there are exactly four.
-void ArrangeArrows(DesignDocument& document);
-// The large cursor anew, to the left of the first item of the list.
-void RebuildArrows(DesignDocument& document);
-
 // Numbers the items from 0 on and gives their count.
 uint32_t Renumber(std::vector<TileItem>& items);
 

@@ -64,8 +64,6 @@ size_t LongestItem(const WorkingCopy& copy) {
     return std::min(longest, kWidestList);
 }
 
-constexpr uint8_t kSmallCursorTile = 31;
-
 }  // namespace
 
 Views SetItems(WorkingCopy& copy, const std::vector<std::u16string>& names, int32_t itemsOnPage,
@@ -119,7 +117,8 @@ Views ResetTexts(WorkingCopy& copy) {
     cursor.Y = document.ItemPos.Y * 8;
     cursor.Tile = kSmallCursorTile;
     cursor.Flags = 0;
-    RebuildArrows(document);
+    document.store.ArrowTileList.clear();
+    RebuildShortLargeCursor(document);
     return ClearTexts(copy) | ClearItems(copy, PatternTable::kBackground) | ResetAttributes(copy) |
            View::kCheckBoxes;
 }

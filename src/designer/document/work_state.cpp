@@ -150,7 +150,7 @@ bool ApplyWorkState(std::span<const uint8_t> state, WorkingCopy& copy) {
     changed.nextSpriteIndex = static_cast<uint32_t>(changed.Store().SpriteTileList.size());
     changed.nextTextIndex = static_cast<uint32_t>(changed.Store().CustomText.size());
     KeepOnFields(changed);
-    if (changed.Store().ArrowTileList.empty()) RebuildArrows(changed.document);
+    if (changed.Store().ArrowTileList.empty()) RebuildShortLargeCursor(changed.document);
     SynchroniseCursors(changed);
     copy = std::move(changed);
     return true;
