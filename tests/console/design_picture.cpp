@@ -71,7 +71,7 @@ MenuModel::Screen DesignBackground(const DesignDocument& design) {
     MenuModel::Screen screen{};
     const auto put = [&](int32_t x, int32_t y, uint8_t tile) {
         if (x < 0 || x >= kScreenColumns || y < 0 || y >= kScreenRows) return;
-        screen[static_cast<size_t>(y * kScreenColumns + x)] = tile;
+        screen[static_cast<size_t>(y) * kScreenColumns + static_cast<size_t>(x)] = tile;
     };
     for (const TileItem& item : store.BkgTileList) {
         put(item.X, item.Y, item.Tile);

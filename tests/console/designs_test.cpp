@@ -6,7 +6,6 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include "builder/resources.h"
 #include "design_picture.h"
 #include "designer/document/design_file.h"
 #include "menu_cart.h"
@@ -156,7 +155,6 @@ class Designs : public testing::TestWithParam<DesignCase> {
         plan.settings.PageSize = test.pageSize;
         plan.settings.NameInsertRow = test.insertRow;
         plan.settings.PageNumber = true;
-        plan.settings.CustomEnable = true;
         plan.settings.PageTurningSpeed = 4;
         ASSERT_NO_FATAL_FAILURE(LoadDesignUnderTest());
         const Cart cart = BuildCart(plan, folder.Path(), test.label);
@@ -176,11 +174,7 @@ class Designs : public testing::TestWithParam<DesignCase> {
             file = folder.Path() / "made.fcm";
             ASSERT_EQ(SaveDesign(file, MakeDesign(GetParam()), Language::kEnglish), std::nullopt);
         }
-        ASSERT_TRUE(LoadDesignData(design.store, *plan.store, DefaultTileSet()));
-        design.store.CaptionText = ToWide(fmt::format("{} IN 1", plan.names.size()));
-        ASSERT_EQ(LoadDesign(file, design, Language::kEnglish), std::nullopt);
-        ASSERT_TRUE(StoreDesign(design, *plan.store));
-        plan.design = design.store;
+        ASSERT_EQ(UseDesign(plan, file, design), "");
         model.emplace(DesignLook(design), plan.settings, plan.names, DesignBackground(design), true,
                       design.store.CharMapData);
     }

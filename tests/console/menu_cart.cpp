@@ -5,6 +5,7 @@
 
 #include "builder/menu_assembler.h"
 #include "builder/resources.h"
+#include "designer/document/design_file.h"
 #include "support/text.h"
 
 namespace bw::console {
@@ -152,6 +153,16 @@ std::string MakeMenuByHand(CartPlan& plan, const GameList& games,
     plan.settings.ExternMenuEnable = true;
     plan.settings.ExternMenuPath = menu / "menu.nes";
     return assembly.done ? "" : ToUtf8(assembly.output);
+}
+
+std::string UseDesign(CartPlan& plan, const std::filesystem::path& file, DesignDocument& design) {
+    LoadDesignData(design.store, *plan.store, DefaultTileSet());
+    design.store.CaptionText = ToWide(std::to_string(plan.names.size()) + " IN 1");
+    if (const auto problem = LoadDesign(file, design, Language::kEnglish)) return ToUtf8(*problem);
+    if (!StoreDesign(design, *plan.store)) return "the design can't be stored";
+    plan.design = design.store;
+    plan.settings.CustomEnable = true;
+    return "";
 }
 
 void EditFile(const std::filesystem::path& file, std::string_view from, std::string_view to) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "builder/build_driver.h"
+#include "designer/document/design_document.h"
 #include "fceux_runner.h"
 
 namespace bw::console {
@@ -64,6 +65,11 @@ GameList WriteGames(const CartPlan& plan, const std::filesystem::path& folder,
 std::string MakeMenuByHand(CartPlan& plan, const GameList& games,
                            const std::filesystem::path& folder, const std::string& label,
                            const std::function<void(const std::filesystem::path& menu)>& edit);
+
+// Gives the plan the screen of a packed design, as `build --design` does; its names, which the
+// caption counts, must be there. `design` gets what the file holds. Gives what went wrong, or
+// nothing.
+std::string UseDesign(CartPlan& plan, const std::filesystem::path& file, DesignDocument& design);
 
 // Replaces the first `from` in a file, which must hold it.
 void EditFile(const std::filesystem::path& file, std::string_view from, std::string_view to);

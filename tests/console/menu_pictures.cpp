@@ -5,13 +5,10 @@
 
 #include <fmt/format.h>
 
-#include "builder/resources.h"
 #include "design_picture.h"
-#include "designer/document/design_file.h"
 #include "designer/document/png_file.h"
 #include "menu_cart.h"
 #include "samples.h"
-#include "support/text.h"
 
 namespace bw::console {
 namespace {
@@ -42,19 +39,6 @@ std::vector<std::u16string> Names() {
             u"Foxglove",         u"Quiz Junction 3",   u"Sky Garden",        u"The Last Beekeeper",
             u"Rocket Orchard",   u"Marble Alley",      u"Snow Line",         u"Dr. Dynamo",
             u"NROM bank check",  u"MMC3 bank check",   u"Tin Robot Tennis",  u"Owl Mail"};
-}
-
-std::optional<std::string> UseDesign(const std::string& name, CartPlan& plan) {
-    DesignDocument design;
-    LoadDesignData(design.store, *plan.store, DefaultTileSet());
-    design.store.CaptionText = ToWide(fmt::format("{} IN 1", plan.names.size()));
-    if (const auto problem = LoadDesign(SampleDesign(name), design, Language::kEnglish)) {
-        return ToUtf8(*problem);
-    }
-    StoreDesign(design, *plan.store);
-    plan.design = design.store;
-    plan.settings.CustomEnable = true;
-    return std::nullopt;
 }
 
 // The file "picture" gets the numbers of the colours, "colours" what the emulator makes of them.
@@ -114,7 +98,9 @@ std::optional<std::string> Take(const Shot& shot, const std::filesystem::path& f
     plan.settings.ShowStyle = shot.style;
     plan.settings.NameInsertRow = shot.insertRow;
     if (!shot.design.empty()) {
-        if (auto problem = UseDesign(shot.design, plan)) return problem;
+        DesignDocument design;
+        const std::string problem = UseDesign(plan, SampleDesign(shot.design), design);
+        if (!problem.empty()) return problem;
     }
     const Cart cart = BuildCart(plan, work.Path(), shot.name);
     if (!cart.problem.empty()) return cart.problem;
