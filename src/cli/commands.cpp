@@ -11,6 +11,7 @@
 #include "cli/inputs.h"
 #include "cli/report.h"
 #include "cli/terminal_user.h"
+#include "designer/document/design_chunks.h"
 #include "designer/document/design_file.h"
 #include "rom/list_file.h"
 #include "support/files.h"
@@ -112,9 +113,14 @@ class CommandRun {
         LoadDesignData(document.store, *store_, DefaultTileSet());
         document.store.CaptionText = ToWide(std::to_string(CountChecked(Games())) + " IN 1");
         const std::filesystem::path file = FromCurrentFolder(arguments_.design);
-        if (const DesignProblem problem = LoadDesign(file, document, language_)) {
+        std::vector<uint8_t> bytes;
+        if (const DesignProblem problem = LoadDesign(file, document, bytes, language_)) {
             Errors({*problem});
             return false;
+        }
+        // A cursor that the file leaves out stands beside the list.
+        if (!HoldsChunk(bytes, ChunkType::kArrowTile)) {
+            ResetSmallCursor(document);
         }
         RebuildShortLargeCursor(document);
         StoreDesign(document, *store_);

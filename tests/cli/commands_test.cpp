@@ -230,7 +230,9 @@ TEST_F(Commands, DesignsReachTheBuild) {
     EXPECT_EQ(exported("game_big_arrow_data.bin").substr(0, 8), "\x9C\x02\0\x0E\x9C\x03\0\x16"s);
     EXPECT_THAT(exported("game_config.asm"),
                 AllOf(HasSubstr("CUSTOM_MENU_ENABLE = 1\r\n"), HasSubstr("BIG_CURSOR = 1\r\n"),
-                      HasSubstr("BIG_SPRITE = 1\r\n"), HasSubstr("CAPTION_LENGTH = 9\r\n")));
+                      HasSubstr("BIG_SPRITE = 1\r\n"), HasSubstr("CAPTION_LENGTH = 9\r\n"),
+                      HasSubstr("CURSOR_ARROW_TILE   =  $1F\r\nCURSOR_ARROW_X   =  $16\r\n"
+                                "CURSOR_ARROW_Y   =  $9F\r\n")));
     const RunResult build = Run("build --design s.fcm -o x.nes good.nes");
     EXPECT_EQ(build.exitCode, 0) << build.err;
 }

@@ -82,6 +82,12 @@ bool IsDesignChunk(uint32_t type) {
     return std::ranges::find(kTypes, type) != kTypes.end();
 }
 
+bool HoldsChunk(std::span<const uint8_t> bytes, ChunkType type) {
+    return std::ranges::any_of(ReadChunks(bytes).chunks, [&](const ChunkView& chunk) {
+        return chunk.type == static_cast<uint32_t>(type);
+    });
+}
+
 std::optional<ChunkFault> ApplyChunk(const ChunkView& chunk, DesignDocument& document) {
     DesignStore& store = document.store;
     switch (static_cast<ChunkType>(chunk.type)) {

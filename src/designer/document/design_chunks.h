@@ -33,6 +33,9 @@ enum class ChunkType : uint32_t {
 // Whether a whole design has chunks of this type.
 bool IsDesignChunk(uint32_t type);
 
+// Whether an undamaged file has a chunk of this type.
+bool HoldsChunk(std::span<const uint8_t> bytes, ChunkType type);
+
 // Puts the payload where its type says: items go to the end of their list, with an Index that
 // counts from 0 in CustomText, BkgTileList and SpriteTileList; a payload shorter than its field
 // fills only its own length. Chunks of other types change nothing, and neither do character maps

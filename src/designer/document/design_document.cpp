@@ -57,6 +57,22 @@ std::vector<uint8_t> StoredTexts(const std::vector<TextItem>& items) {
     return bytes;
 }
 
+void KeepOnScreen(TileItem& sprite) {
+    sprite.X = std::clamp(sprite.X, 0, kLastSpriteX);
+    sprite.Y = std::clamp(sprite.Y, kFirstSpriteY, kLastSpriteY);
+}
+
+// `distance` counts pixels leftwards and upwards from the cell's corner.
+void MoveBeside(TileItem& sprite, const Pos& cell, const Pos& distance) {
+    // 64 bits, since a stored place may be any number.
+    const auto pixel = [](int32_t start, int32_t back) {
+        return static_cast<int32_t>(std::clamp<int64_t>(int64_t{start} * 8 - back, 0, 255));
+    };
+    sprite.X = pixel(cell.X, distance.X);
+    sprite.Y = pixel(cell.Y, distance.Y);
+    KeepOnScreen(sprite);
+}
+
 }  // namespace
 
 uint32_t PpuAddress(const Pos& place) {
@@ -67,13 +83,19 @@ uint32_t PpuAddress(const Pos& place) {
 void SpreadLargeCursor(DesignStore& store) {
     std::vector<TileItem>& items = store.ArrowTileList;
     if (items.size() != kLargeCursorTiles.size()) return;
-    items[0].X = std::clamp(items[0].X, 0, kLastSpriteX);
-    items[0].Y = std::clamp(items[0].Y, kFirstSpriteY, kLastSpriteY);
+    KeepOnScreen(items[0]);
     const int32_t height = store.BigSprite != 0 ? 16 : 8;
     for (size_t i = 1; i < items.size(); ++i) {
         items[i].X = items[0].X + (i % 2 != 0 ? 8 : 0);
         items[i].Y = items[0].Y + (i >= 2 ? height : 0);
     }
+}
+
+void ResetSmallCursor(DesignDocument& document) {
+    TileItem& cursor = document.store.ArrowTile;
+    cursor.Tile = kSmallCursorTile;
+    cursor.Flags = 0;
+    MoveBeside(cursor, document.ItemPos, {.X = 10, .Y = 0});
 }
 
 void RebuildShortLargeCursor(DesignDocument& document) {
@@ -84,12 +106,7 @@ void RebuildShortLargeCursor(DesignDocument& document) {
         items[i].Index = static_cast<uint32_t>(i);
         items[i].Tile = kLargeCursorTiles[i];
     }
-    // 64 bits, since a stored place may be any number.
-    const auto pixel = [](int32_t cell, int32_t shift) {
-        return static_cast<int32_t>(std::clamp<int64_t>(int64_t{cell} * 8 - shift, 0, 255));
-    };
-    items[0].X = pixel(document.ItemPos.X, 18);
-    items[0].Y = pixel(document.ItemPos.Y, 4);
+    MoveBeside(items[0], document.ItemPos, {.X = 18, .Y = 4});
     SpreadLargeCursor(document.store);
 }
 

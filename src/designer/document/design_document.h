@@ -31,6 +31,9 @@ struct DesignDocument {
 // same arithmetic leads to, which may lie outside the screen's part of the memory.
 uint32_t PpuAddress(const Pos& place);
 
+// Puts the small cursor's default tile to the left of the first item.
+void ResetSmallCursor(DesignDocument& document);
+
 // Gives a large cursor of fewer than 4 sprites its default tiles and its place beside the first
 // item, its sprites side by side. A longer one stays as it is.
 void RebuildShortLargeCursor(DesignDocument& document);
