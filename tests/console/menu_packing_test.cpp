@@ -90,6 +90,7 @@ struct PackingCase {
 void ExpectWritten(const std::vector<PackingCase>& cases, BoardType board,
                    const std::function<void(const std::filesystem::path&)>& edit) {
     std::vector<PlainRecord> records;
+    records.reserve(cases.size());
     for (const PackingCase& test : cases)
         records.push_back(test.record);
     const std::vector<std::string> written = WrittenFor(records, board, edit);
