@@ -49,6 +49,7 @@ class OwnMenus : public test::BuildFixture {
         settings_.CustomEnable = true;
         settings_.ShowNumberOrder = settings_.ShowNumberDot = settings_.ShowNumberFill = true;
         settings_.NameInsertRow = settings_.PageNumber = true;
+        settings_.Music = 5;
         std::vector<uint8_t> map(256);
         for (size_t i = 0; i < map.size(); ++i)
             map[i] = static_cast<uint8_t>(i ^ 0x11);
