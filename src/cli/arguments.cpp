@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "cli/design_render.h"
 #include "cli/inputs.h"
 #include "support/paths.h"
 #include "support/version.h"
@@ -35,6 +36,19 @@ void AddInputs(CLI::App& command, Arguments& arguments) {
         ->required();
 }
 
+// The options that concern the names on the screen.
+void AddListOptions(CLI::App& command, BuildSettings& settings) {
+    OneOf<uint32_t>(
+        command.add_option("--page-size", settings.PageSize, "Names on a page of the menu")
+            ->capture_default_str(),
+        {5, 10, 15, 20});
+    command.add_flag("--page-number", settings.PageNumber, "Show the number of the page");
+    command.add_flag("--insert-row", settings.NameInsertRow, "Leave a blank row between names");
+    command.add_flag("--number", settings.ShowNumberOrder, "Put ordinal numbers before the names");
+    command.add_flag("--dot", settings.ShowNumberDot, "Put a point behind the number");
+    command.add_flag("--fill", settings.ShowNumberFill, "Give all numbers the same length");
+}
+
 void AddMenuOptions(CLI::App& command, BuildSettings& settings, MenuOptions& options) {
     OneOf<std::string>(
         command.add_option("--board", options.board, "The cartridge board")->capture_default_str(),
@@ -45,10 +59,7 @@ void AddMenuOptions(CLI::App& command, BuildSettings& settings, MenuOptions& opt
                                     "unless --extern-menu is given")
                         ->capture_default_str(),
                     {128, 256, 512});
-    OneOf<uint32_t>(
-        command.add_option("--page-size", settings.PageSize, "Names on a page of the menu")
-            ->capture_default_str(),
-        {5, 10, 15, 20});
+    AddListOptions(command, settings);
     OneOf<std::string>(
         command.add_option("--style", options.style, "Look of the menu")->capture_default_str(),
         {"default", "white"});
@@ -58,16 +69,11 @@ void AddMenuOptions(CLI::App& command, BuildSettings& settings, MenuOptions& opt
                     "march, 5 calm")
         ->capture_default_str()
         ->check(CLI::Range(0, 5));
-    command.add_flag("--page-number", settings.PageNumber, "Show the number of the page");
-    command.add_flag("--insert-row", settings.NameInsertRow, "Leave a blank row between names");
     command
         .add_option("--turning-speed", settings.PageTurningSpeed,
                     "Names redrawn in a frame when the page turns")
         ->capture_default_str()
         ->check(CLI::Range(1, 4));
-    command.add_flag("--number", settings.ShowNumberOrder, "Put ordinal numbers before the names");
-    command.add_flag("--dot", settings.ShowNumberDot, "Put a point behind the number");
-    command.add_flag("--fill", settings.ShowNumberFill, "Give all numbers the same length");
     command
         .add_option("--design", options.design, "A screen of your own (.fcm), instead of a style")
         ->check([](const std::string& file) {
@@ -100,7 +106,31 @@ void ApplyMenuOptions(const MenuOptions& options, Arguments& arguments) {
 struct DesignCommands {
     CLI::App* pack;
     CLI::App* unpack;
+    CLI::App* render;
 };
+
+CLI::App* AddRenderCommand(CLI::App& design, Arguments& arguments) {
+    CLI::App* render = design.add_subcommand("render", "Draw a design as a picture");
+    render->add_option("FILE", arguments.design, "The design (.fcm)")->required();
+    render
+        ->add_option("INPUT", arguments.inputs,
+                     "Game images, list files or folders whose names the list shows")
+        ->expected(0, CLI::detail::expected_max_vector_size);
+    render->add_option("-o,--output", arguments.output, "The picture (.png) to write")->required();
+    render->add_option("--layers", arguments.layers, "What the screen shows, separated by commas")
+        ->delimiter(',')
+        ->check(CLI::IsMember(LayerNames()));
+    OneOf<std::string>(
+        render
+            ->add_option("--view", arguments.view, "The screen, or the tiles in all their colours")
+            ->capture_default_str(),
+        {"screen", "tiles"});
+    render->add_option("--scale", arguments.scale, "Pixels of the picture for one of the console")
+        ->capture_default_str()
+        ->check(CLI::Range(1, 8));
+    AddListOptions(*render, arguments.settings);
+    return render;
+}
 
 DesignCommands AddDesignCommands(CLI::App& app, Arguments& arguments) {
     CLI::App* design = app.add_subcommand("design", "Convert the design of a menu's screen");
@@ -113,7 +143,7 @@ DesignCommands AddDesignCommands(CLI::App& app, Arguments& arguments) {
         design->add_subcommand("unpack", "Take a design apart into text and pictures");
     unpack->add_option("FILE", arguments.design, "The design (.fcm)")->required();
     unpack->add_option("-d,--directory", arguments.folder, "The folder to write to")->required();
-    return {pack, unpack};
+    return {pack, unpack, AddRenderCommand(*design, arguments)};
 }
 
 RomFormat FormatOf(const std::string& name, const std::filesystem::path& output) {
@@ -189,6 +219,7 @@ ParseResult ParseArguments(int count, const char* const* values) {
                         : exporting->parsed()     ? Command::kExport
                         : design.pack->parsed()   ? Command::kDesignPack
                         : design.unpack->parsed() ? Command::kDesignUnpack
+                        : design.render->parsed() ? Command::kDesignRender
                                                   : Command::kList;
     ApplyMenuOptions(menu, arguments);
     arguments.format = FormatOf(format, arguments.output);

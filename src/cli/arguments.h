@@ -11,21 +11,26 @@
 
 namespace bw {
 
-enum class Command { kInfo, kBuild, kExport, kList, kDesignPack, kDesignUnpack };
+enum class Command { kInfo, kBuild, kExport, kList, kDesignPack, kDesignUnpack, kDesignRender };
 
 struct Arguments {
     Command command = Command::kInfo;
     std::vector<std::filesystem::path> inputs;  // images, list files, folders; in menu order
     bool json = false;                          // info, list
-    // build: the ROM; list: the list file, or empty; design pack: the design
+    // build: the ROM; list: the list file, or empty; design pack: the design; design
+    // render: the picture
     std::filesystem::path output;
     std::filesystem::path folder;  // export, design: the folder
-    std::filesystem::path design;  // build, export: the menu's screen, or empty; design unpack
+    std::filesystem::path design;  // build, export: the menu's screen, or empty; design
     BoardType board = BoardType::kCoolboy;
     BuildSettings settings;
     RomFormat format = RomFormat::kNes20;
     std::optional<std::filesystem::path> keepWork;
     std::filesystem::path report;  // empty: none; "-": standard output
+    // design render
+    std::vector<std::string> layers;  // empty: as the designer shows them
+    std::string view = "screen";      // or "tiles"
+    uint32_t scale = 2;               // pixels of the picture for one of the console
 };
 
 struct ParseResult {

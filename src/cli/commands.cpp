@@ -8,6 +8,7 @@
 #include "builder/resources.h"
 #include "builder/rom_writer.h"
 #include "cli/design_commands.h"
+#include "cli/design_render.h"
 #include "cli/inputs.h"
 #include "cli/report.h"
 #include "cli/terminal_user.h"
@@ -276,6 +277,7 @@ class CommandRun {
 int Execute(const Arguments& arguments) {
     if (arguments.command == Command::kDesignPack) return PackDesignFolder(arguments);
     if (arguments.command == Command::kDesignUnpack) return UnpackDesignFile(arguments);
+    if (arguments.command == Command::kDesignRender) return RenderDesign(arguments);
     return CommandRun(arguments).Run();
 }
 

@@ -208,9 +208,11 @@ void Composer::DrawLargeCursor() {
 
 void Composer::DrawMarks(const std::optional<RubberBand>& band) {
     if (copy_.DrawLine) DrawScreenGrid();
-    DrawCellFrame(picture_, PointOf(copy_.AttrBytePos), 4 * kNameCell, kRed);
-    DrawCellFrame(picture_, PointOf(copy_.AttrCellPos), 2 * kNameCell, kRed);
-    DrawCellFrame(picture_, PointOf(copy_.NameCellPos), kNameCell, kRed);
+    if (copy_.markPlaces) {
+        DrawCellFrame(picture_, PointOf(copy_.AttrBytePos), 4 * kNameCell, kRed);
+        DrawCellFrame(picture_, PointOf(copy_.AttrCellPos), 2 * kNameCell, kRed);
+        DrawCellFrame(picture_, PointOf(copy_.NameCellPos), kNameCell, kRed);
+    }
     MarkSelection();
     MarkSelectedCursor();
     if (band) DrawRubberBand(picture_, *band);

@@ -129,8 +129,8 @@ void DrawPaletteView(Surface& view, PatternTable table, const WorkingCopy& copy)
 }
 
 void DrawSystemPalette(Surface& view, const WorkingCopy& copy) {
-    for (int entry = 0; entry < static_cast<int>(kSystemPalette.size()); ++entry) {
-        FillCell(view, {0, 0}, LastPixel(view), kSystemPalette[static_cast<size_t>(entry)],
+    for (int entry = 0; entry < static_cast<int>(kConsoleColours.size()); ++entry) {
+        FillCell(view, {0, 0}, LastPixel(view), kConsoleColours[static_cast<size_t>(entry)],
                  kPaletteColumns, 4, {entry % kPaletteColumns, entry / kPaletteColumns});
     }
     DrawCellFrame(view, PointOf(copy.SystemPalettePos), kListCell, kYellow);

@@ -9,7 +9,7 @@ namespace bw {
 
 // Index: row * 16 + column, as palettes hold it. The console sends no RGB, so emulators differ
 // here.
-inline constexpr std::array<Colour, 64> kSystemPalette = {
+inline constexpr std::array<Colour, 64> kConsoleColours = {
     0x757575, 0x24188E, 0x0000AA, 0x45009E, 0x8E0075, 0xAA0010, 0xA60000, 0x7D0800,
     0x412C00, 0x004500, 0x005100, 0x003C14, 0x1B3C5D, 0x000000, 0x000000, 0x000000,
     0xBEBEBE, 0x0071EF, 0x2038EF, 0x8200F3, 0xBE00BE, 0xE70059, 0xDB2800, 0xCB4D0C,
@@ -22,7 +22,7 @@ inline constexpr std::array<Colour, 64> kSystemPalette = {
 
 // Palette bytes beyond 63 can come from files; the console ignores their two upper bits as well.
 inline Colour SystemColour(uint8_t entry) {
-    return kSystemPalette[entry % kSystemPalette.size()];
+    return kConsoleColours[entry % kConsoleColours.size()];
 }
 
 }  // namespace bw

@@ -1,0 +1,128 @@
+#include "cli/design_render.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "builder/resources.h"
+#include "cli/inputs.h"
+#include "cli/terminal_user.h"
+#include "designer/document/design_file.h"
+#include "designer/document/name_table_picture.h"
+#include "designer/document/small_views.h"
+#include "designer/document/surface_png.h"
+#include "designer/document/text_tools.h"
+#include "rom/game_list.h"
+#include "support/files.h"
+#include "support/paths.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+constexpr int kErrorTitle = 147;
+
+// The layers by the names that users give them.
+struct Layer {
+    std::string_view name;
+    bool WorkingCopy::*shown;
+};
+constexpr std::array<Layer, 9> kLayers = {{{"background", &WorkingCopy::Show_Bg_Tile},
+                                           {"sprites", &WorkingCopy::Show_Sp_Tile},
+                                           {"texts", &WorkingCopy::Show_Custom_Text},
+                                           {"list", &WorkingCopy::Show_List},
+                                           {"page-number", &WorkingCopy::ShowPageNumber},
+                                           {"caption", &WorkingCopy::Show_Caption},
+                                           {"cursor", &WorkingCopy::Show_Cursor},
+                                           {"colours", &WorkingCopy::FillColor},
+                                           {"grid", &WorkingCopy::DrawLine}}};
+
+class Renderer {
+  public:
+    explicit Renderer(const Arguments& arguments) : arguments_(arguments) {}
+
+    int Run() {
+        const std::optional<std::u16string> problem = Render();
+        if (!problem) return 0;
+        TerminalUser user(language_, {}, {});
+        user.Message(*problem, LoadText(kErrorTitle, language_), MessageKind::kError);
+        return 1;
+    }
+
+  private:
+    std::optional<std::u16string> Render() {
+        if (const auto problem = Load()) return problem;
+        const std::vector<uint8_t> png = SurfacePng(Picture());
+        std::filesystem::path file = FromCurrentFolder(arguments_.output);
+        if (!HasExtension(file, "png")) file += ".png";
+        if (!png.empty() && WriteFile(file, png)) return std::nullopt;
+        const FileProblem problem = LastFileProblem(file);
+        return PathText(problem.file) + u": " + ToWide(problem.reason);
+    }
+
+    // The design as a designer that has just been opened shows it.
+    std::optional<std::u16string> Load() {
+        const GatheredGames gathered = GatherGames(arguments_.inputs, {}, language_);
+        if (!gathered.problems.empty()) return gathered.problems.front();
+        const BuildSettings& settings = arguments_.settings;
+        const auto names =
+            DisplayNames(gathered.games, settings.Numbers(), NameRules::kDesignerAndExport);
+        LoadDesignData(copy_.Store(), *MakeMemoryStore(), DefaultTileSet());
+        copy_.Store().CaptionText = MulticartTitle(names.size());
+        SetItems(copy_, names, static_cast<int32_t>(settings.PageSize), settings.NameInsertRow);
+        for (const Layer& layer : kLayers) {
+            const bool named =
+                std::ranges::find(arguments_.layers, layer.name) != arguments_.layers.end();
+            copy_.*layer.shown = arguments_.layers.empty() ? copy_.*layer.shown : named;
+        }
+        copy_.ShowPageNumber |= arguments_.layers.empty() && settings.PageNumber;
+        copy_.markPlaces = false;
+        auto problem = LoadDesign(FromCurrentFolder(arguments_.design), copy_.document, language_);
+        if (!problem) RebuildShortLargeCursor(copy_.document);
+        return problem;
+    }
+
+    Surface Picture() const {
+        const DesignStore& store = copy_.Store();
+        TileImage tiles;
+        tiles.Redraw(store.ChrData, store.BkgPalette, store.SpritePalette, {}, {});
+        if (arguments_.view == "tiles") return Scaled(tiles.Picture(), 1);
+        NameTablePicture screen;
+        screen.Compose(copy_, tiles, {});
+        return Scaled(screen.Picture(), kScreenScale);
+    }
+
+    // The picture at the wanted scale, from one that is drawn at `drawn`.
+    Surface Scaled(const Surface& picture, int drawn) const {
+        const int width = picture.Width() / drawn;
+        const int height = picture.Height() / drawn;
+        const int scale = static_cast<int>(arguments_.scale);
+        if (scale == drawn) return picture;
+        Surface single(width, height);
+        for (int y = 0; y < height; ++y)
+            for (int x = 0; x < width; ++x)
+                single.At({x, y}) = picture.At({x * drawn, y * drawn});
+        Surface scaled(width * scale, height * scale);
+        Copy(scaled, {0, 0}, {single, {0, 0}, width, height}, {.scale = scale});
+        return scaled;
+    }
+
+    const Arguments& arguments_;
+    Language language_ = SystemLanguage();
+    WorkingCopy copy_;
+};
+
+}  // namespace
+
+std::vector<std::string> LayerNames() {
+    std::vector<std::string> names;
+    for (const Layer& layer : kLayers)
+        names.emplace_back(layer.name);
+    return names;
+}
+
+int RenderDesign(const Arguments& arguments) {
+    return Renderer(arguments).Run();
+}
+
+}  // namespace bw
