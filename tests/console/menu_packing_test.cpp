@@ -165,5 +165,33 @@ TEST(MenuPacking, KnowsEveryMapperOfCoolgirl) {
     }
 }
 
+TEST(MenuPacking, ReadsRecordsBeyondTheFirstBank) {
+    CartPlan plan{.board = BoardType::kMindkids};
+    plan.settings.MenuSize = 16;
+    plan.names = CountedNames(830);  // 819 records fill a bank
+    const TemporaryFolder folder;
+    GameList games = WriteGames(plan, folder.Path(), "banks");
+    const GameImage last{.name = "last", .number = 2, .mapper = 4, .prg = 8, .chr = 0};
+    WriteWholeFile(folder / "last.nes", last.File());
+    games.back().path = PathText(folder / "last.nes");
+    ASSERT_EQ(MakeMenuByHand(plan, games, folder.Path(), "banks", UsePlainRecords), "");
+    const Cart cart = BuildCart(plan, games, folder.Path(), "banks");
+    ASSERT_EQ(cart.problem, "");
+    const ConsoleResult result = RunOnConsole({.rom = cart.rom,
+                                               .script = MenuScript(R"lua(
+        boot()
+        move("up")
+        put("selected", selected())
+        press("start", 2, 0)
+        assert(wait_until(function() return memory.getregister("pc") >= 0xFFC0
+            and memory.getregister("pc") < 0xFFC4 end, 200), "the game doesn't run")
+        put("prg", hex(bytes(0x8000, 8)))
+    )lua"),
+                                               .label = "banks"});
+    ASSERT_TRUE(result.Ok()) << result.problem;
+    EXPECT_EQ(result.At("selected"), "829");
+    EXPECT_EQ(FromHex(result.At("prg")), last.Prg().substr(0, 8));
+}
+
 }  // namespace
 }  // namespace bw::console
