@@ -12,6 +12,36 @@
 namespace bw {
 namespace {
 
+using enum ChunkType;
+
+// In the order of writing.
+std::span<const ChunkType> WrittenTypes(DesignScope scope) {
+    static constexpr std::array kWhole{kBkgTile,       kSpriteTile,    kCharMapData, kAttributes,
+                                       kBkgPalette,    kSpritePalette, kCaptionPos,  kCaptionText,
+                                       kPageNumberPos, kItemPos,       kArrowTile,   kArrowTileItem,
+                                       kChrData,       kCustomText,    kBigCursor,   kBigSprite};
+    static constexpr std::array kScreen{kBkgTile,       kAttributes, kCaptionPos, kCaptionText,
+                                        kPageNumberPos, kItemPos,    kArrowTile,  kCustomText};
+    static constexpr std::array kTexts{kCaptionPos, kCaptionText, kCustomText};
+    switch (scope) {
+        case DesignScope::kWhole:
+            return kWhole;
+        case DesignScope::kScreen:
+            return kScreen;
+        default:
+            return kTexts;
+    }
+}
+
+// A screen is read with palettes, which it is written without: they are the user's to choose.
+std::span<const ChunkType> ReadTypes(DesignScope scope) {
+    static constexpr std::array kScreen{kAttributes, kBkgPalette,    kSpritePalette, kCaptionText,
+                                        kCaptionPos, kPageNumberPos, kItemPos,       kArrowTile,
+                                        kCustomText, kBkgTile};
+    return scope == DesignScope::kScreen ? std::span<const ChunkType>(kScreen)
+                                         : WrittenTypes(scope);
+}
+
 std::u16string Named(const std::filesystem::path& file, const std::u16string& reason) {
     return PathText(file) + u": " + reason;
 }
@@ -25,38 +55,39 @@ std::u16string LastReason(Language language) {
 }  // namespace
 
 DesignProblem ReadDesign(std::span<const uint8_t> bytes, DesignDocument& document,
-                         Language language) {
+                         Language language, DesignScope scope) {
+    const auto takes = [&](ChunkType type) {
+        return std::ranges::find(ReadTypes(scope), type) != ReadTypes(scope).end();
+    };
     const ChunkList list = ReadChunks(bytes);
     DesignDocument read = document;
-    read.store.CustomText.clear();
-    read.store.BkgTileList.clear();
-    read.store.SpriteTileList.clear();
-    read.store.ArrowTileList.clear();
+    if (takes(kCustomText)) read.store.CustomText.clear();
+    if (takes(kBkgTile)) read.store.BkgTileList.clear();
+    if (takes(kSpriteTile)) read.store.SpriteTileList.clear();
+    if (takes(kArrowTileItem)) read.store.ArrowTileList.clear();
+    bool isDesign = false;
     for (const ChunkView& chunk : list.chunks) {
+        if (!takes(static_cast<ChunkType>(chunk.type))) continue;
+        isDesign = true;
         if (const auto fault = ApplyChunk(chunk, read)) return FaultText(*fault, language);
     }
     if (list.fault) return FaultText(*list.fault, language);
-    const bool isDesign = std::ranges::any_of(
-        list.chunks, [](const ChunkView& chunk) { return IsDesignChunk(chunk.type); });
     if (!isDesign) {
         return bytes.empty() ? OwnText(language, u"文件是空的", u"the file is empty")
                              : OwnText(language, u"不是设计文件：没有任何设计数据",
                                        u"no design file: nothing in it belongs to a design");
     }
-    read.store.BkgTileSelected.fill(0);
-    read.store.SpriteTileSelected.fill(0);
+    if (scope == DesignScope::kWhole) {
+        read.store.BkgTileSelected.fill(0);
+        read.store.SpriteTileSelected.fill(0);
+    }
     document = std::move(read);
     return std::nullopt;
 }
 
-std::vector<uint8_t> WriteDesign(const DesignDocument& document) {
-    using enum ChunkType;
-    static constexpr std::array kOrder{kBkgTile,       kSpriteTile,    kCharMapData, kAttributes,
-                                       kBkgPalette,    kSpritePalette, kCaptionPos,  kCaptionText,
-                                       kPageNumberPos, kItemPos,       kArrowTile,   kArrowTileItem,
-                                       kChrData,       kCustomText,    kBigCursor,   kBigSprite};
+std::vector<uint8_t> WriteDesign(const DesignDocument& document, DesignScope scope) {
     std::vector<uint8_t> bytes;
-    for (const ChunkType type : kOrder) {
+    for (const ChunkType type : WrittenTypes(scope)) {
         AppendDesignChunk(bytes, type, document);
     }
     return bytes;

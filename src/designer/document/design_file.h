@@ -19,15 +19,21 @@ inline constexpr uint64_t kLargestDesignFile = uint64_t{1} << 24;
 // What is wrong with a design, for people. Empty: nothing.
 using DesignProblem = std::optional<std::u16string>;
 
-// Reads a design into the document. CustomText and the three tile lists are emptied first, so that
-// the file's are the only ones; the large cursor stays empty where the file has none. What else the
-// file doesn't hold stays as it is. The marks on tiles are cleared. A file that is damaged, empty
-// or without a chunk of a design is refused, and the document stays as it was.
+// How much of a design a file holds: everything (.fcm); the screen's tiles and colours with the
+// caption and the texts on them (.fcc); or the caption and the texts alone (.fct).
+enum class DesignScope { kWhole, kScreen, kTexts };
+
+// Reads a design into the document. Those of CustomText and the three tile lists that the scope
+// has are emptied first, so that the file's are the only ones; the large cursor stays empty where
+// a whole design has none. What else the file doesn't hold stays as it is, and so does what the
+// scope doesn't take. A whole design clears the marks on tiles. A file that is damaged, empty or
+// without a chunk of its scope is refused, and the document stays as it was.
 DesignProblem ReadDesign(std::span<const uint8_t> bytes, DesignDocument& document,
-                         Language language);
+                         Language language, DesignScope scope = DesignScope::kWhole);
 
 // The texts are cut to the 260 units that a reader takes.
-std::vector<uint8_t> WriteDesign(const DesignDocument& document);
+std::vector<uint8_t> WriteDesign(const DesignDocument& document,
+                                 DesignScope scope = DesignScope::kWhole);
 
 // The same with a file. A problem names it.
 DesignProblem LoadDesign(const std::filesystem::path& file, DesignDocument& document,
