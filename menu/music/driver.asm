@@ -30,6 +30,7 @@ BANK_NUMBER             = $BFFF ; the last byte of each bank at $A000 says which
 
 EFFECT                  = 4     ; an effect's channel number less that of its sound channel
 CHANNELS                = 8
+EFFECT_READS            = 2     ; channels of an effect that may read events in one frame
 TRIANGLE                = 2
 NOISE                   = 3
 
@@ -68,6 +69,7 @@ Instrument              .RS 2   ; the instrument of the channel in work
 Control                 .RS 1   ; what the sound channel in work is to get
 Period                  .RS 2
 Scratch                 .RS 1
+ReadsLeft               .RS 1   ; of EFFECT_READS
 
     .RSSET $20                  ; where each envelope stands: offset in the instrument; 0: it stays
 VolumeAt                .RS 8
@@ -113,6 +115,8 @@ SoundPlay:
     LDA BANK_NUMBER
     PHA
     .ENDIF
+    LDA #EFFECT_READS
+    STA <ReadsLeft
     LDX #NOISE
 .Channel:
     LDA #CONTROL_SILENT
@@ -355,8 +359,31 @@ Release:
 ; Events
 ; ---------------------------------------------------------------------------------------------
 
-; ReadEvents: the part of RunChannel that reads the stream up to the next event that takes time.
+; AdvanceStream: moves the stream of channel X behind the Y bytes that were read and begins to count
+; the event's frames. Clobbers A.
+AdvanceStream .MACRO
+    CLC
+    TYA
+    ADC <Stream
+    STA StreamLow,X
+    LDA #0
+    ADC <Stream + 1
+    STA StreamHigh,X
+    LDA Length,X
+    STA Left,X
+    .ENDM
+
+; ReadEvents: the part of RunChannel that reads the stream up to the next event that takes time. A
+; tune is always on time. Of an effect's channels only two read in a frame, the others in the next
+; one, so that a big effect on a busy beat doesn't take too long.
 ReadEvents:
+    CPX #EFFECT
+    BCC .Read
+    DEC <ReadsLeft
+    BPL .Read
+    INC Left,X
+    JMP RunInstrument
+.Read:
     .IF LOW_STREAM_BANK != 1
     LDA #7
     STA BANK_CTRL
@@ -393,7 +420,7 @@ ReadEvents:
 
 .Note:
     STA Note,X
-    JSR .Advance
+    AdvanceStream
     LoadInstrument
     LDA #CONTROL_SQUARE         ; for an instrument without these envelopes
     STA DutyValue,X
@@ -466,22 +493,8 @@ ReadEvents:
 .Rest:
     JSR Release
 .Hold:
-    JSR .Advance
+    AdvanceStream
     JMP RunInstrument
-
-; .Advance: moves the stream of channel X behind the Y bytes that were read and begins to count the
-; event's frames. Clobbers A.
-.Advance:
-    CLC
-    TYA
-    ADC <Stream
-    STA StreamLow,X
-    LDA #0
-    ADC <Stream + 1
-    STA StreamHigh,X
-    LDA Length,X
-    STA Left,X
-    RTS
 
 ; ---------------------------------------------------------------------------------------------
 ; Last file

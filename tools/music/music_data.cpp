@@ -9,15 +9,15 @@ namespace bw {
 namespace {
 
 // The driver's numbers for the same things; it says what they do.
-constexpr unsigned kRest = 0x60;
-constexpr unsigned kHold = 0x61;
-constexpr unsigned kGate = 0x62;
-constexpr unsigned kLength = 0x63;
-constexpr unsigned kJump = 0x64;
-constexpr unsigned kEnd = 0x65;
-constexpr unsigned kVolume = 0x70;
-constexpr unsigned kShortLength = 0x80;
-constexpr unsigned kInstrument = 0xC0;
+constexpr size_t kRest = 0x60;
+constexpr size_t kHold = 0x61;
+constexpr size_t kGate = 0x62;
+constexpr size_t kLength = 0x63;
+constexpr size_t kJump = 0x64;
+constexpr size_t kEnd = 0x65;
+constexpr size_t kVolume = 0x70;
+constexpr size_t kShortLength = 0x80;
+constexpr size_t kInstrument = 0xC0;
 constexpr unsigned kGoTo = 0x80;
 constexpr unsigned kEffect = 4;
 constexpr int kSilent = 0x30;
@@ -44,33 +44,52 @@ std::string Bytes(const std::vector<uint8_t>& bytes) {
 // A channel's events as the driver reads them.
 class StreamWriter {
   public:
-    std::string Write(const std::string& label, const MusicLine& line, bool loops) {
-        std::string text = label + ":\n";
-        for (size_t i = 0; i < line.events.size(); ++i) {
-            if (loops && i == line.loop) {
-                text += TakeBytes() + label + "_Loop:\n";
-                known_ = {};
-            }
-            AddEvent(line.events[i]);
-        }
-        if (!loops) {
-            bytes_.push_back(kEnd);
-            return text + TakeBytes();
-        }
-        bytes_.push_back(kJump);
-        size_ += 2;
-        return text + TakeBytes() + "    .DW " + label + "_Loop\n";
+    StreamWriter(std::string label, const MusicLine& line, bool loops)
+        : label_(std::move(label)), line_(line), loops_(loops) {}
+
+    // The first round finds out what the driver knows when it comes back to the loop.
+    std::string Write() {
+        if (loops_) WriteRound();
+        size_ = 0;
+        return WriteRound();
     }
     size_t Size() const { return size_; }
 
   private:
-    // What the driver has been told on every way that leads here; -1 if that differs.
-    struct Known {
-        int length = -1;
-        int gate = -1;
-        int volume = -1;
-        int instrument = -1;
-    };
+    // What the driver has been told; nothing where that differs between two ways to a place.
+    enum Field { kFieldLength, kFieldGate, kFieldVolume, kFieldInstrument, kFields };
+    using Known = std::array<std::optional<size_t>, kFields>;
+
+    std::string WriteRound() {
+        known_ = {};
+        std::string text = label_ + ":\n";
+        for (size_t i = 0; i < line_.events.size(); ++i) {
+            if (loops_ && i == line_.loop) {
+                text += TakeBytes() + label_ + "_Loop:\n";
+                Meet(atEnd_);
+            }
+            AddEvent(line_.events[i]);
+        }
+        atEnd_ = known_;
+        Put(loops_ ? kJump : kEnd);
+        text += TakeBytes();
+        if (!loops_) return text;
+        size_ += 2;
+        return text + "    .DW " + label_ + "_Loop\n";
+    }
+
+    void Meet(const Known& other) {
+        for (size_t field = 0; field < kFields; ++field) {
+            if (known_[field] != other[field]) known_[field].reset();
+        }
+    }
+
+    // Whether the driver must be told.
+    bool IsNews(Field field, size_t value) {
+        if (known_[field] == value) return false;
+        known_[field] = value;
+        return true;
+    }
 
     std::string TakeBytes() {
         size_ += bytes_.size();
@@ -79,7 +98,7 @@ class StreamWriter {
         return text;
     }
 
-    void Put(unsigned byte) { bytes_.push_back(static_cast<uint8_t>(byte)); }
+    void Put(size_t byte) { bytes_.push_back(static_cast<uint8_t>(byte)); }
 
     void AddEvent(const MusicEvent& event) {
         if (event.rest) return AddWait(kRest, event.frames);
@@ -88,24 +107,18 @@ class StreamWriter {
         const bool fits = event.frames <= kMostFrames;
         // The driver counts a gate back from the event's end, which a long note's first part isn't.
         SetGate(fits ? event.frames - sounds : 0);
-        if (const int volume = event.volume; volume != known_.volume) {
-            known_.volume = volume;
-            Put(kVolume + static_cast<unsigned>(volume));
-        }
-        if (const int instrument = static_cast<int>(event.instrument);
-            instrument != known_.instrument) {
-            known_.instrument = instrument;
-            Put(kInstrument + static_cast<unsigned>(instrument));
-        }
+        const auto volume = static_cast<size_t>(event.volume);
+        if (IsNews(kFieldVolume, volume)) Put(kVolume + volume);
+        if (IsNews(kFieldInstrument, event.instrument)) Put(kInstrument + event.instrument);
         const size_t first = fits ? event.frames : std::min(sounds, kMostFrames);
         SetLength(first);
-        Put(static_cast<unsigned>(event.note));
+        Put(static_cast<size_t>(event.note));
         if (fits) return;
         AddWait(kHold, sounds - first);
         AddWait(kRest, event.frames - sounds);
     }
 
-    void AddWait(unsigned kind, size_t frames) {
+    void AddWait(size_t kind, size_t frames) {
         while (frames > 0) {
             const size_t part = std::min(frames, kMostFrames);
             SetLength(part);
@@ -115,21 +128,23 @@ class StreamWriter {
     }
 
     void SetLength(size_t frames) {
-        if (known_.length == static_cast<int>(frames)) return;
-        known_.length = static_cast<int>(frames);
-        if (frames <= kMostShortFrames) return Put(kShortLength + static_cast<unsigned>(frames));
+        if (!IsNews(kFieldLength, frames)) return;
+        if (frames <= kMostShortFrames) return Put(kShortLength + frames);
         Put(kLength);
-        Put(static_cast<unsigned>(frames));
+        Put(frames);
     }
 
     void SetGate(size_t frames) {
-        if (known_.gate == static_cast<int>(frames)) return;
-        known_.gate = static_cast<int>(frames);
+        if (!IsNews(kFieldGate, frames)) return;
         Put(kGate);
-        Put(static_cast<unsigned>(frames));
+        Put(frames);
     }
 
+    const std::string label_;
+    const MusicLine& line_;
+    const bool loops_;
     Known known_;
+    Known atEnd_;
     std::vector<uint8_t> bytes_;
     size_t size_ = 0;
 };
@@ -228,8 +243,8 @@ class DataWriter {
             first_ += "    .DB " + Hex(static_cast<unsigned>(i) + (isTune ? 0 : kEffect)) +
                       ",LOW(" + stream + "),HIGH(" + stream + ")," +
                       (isLow ? "LOW_STREAM_BANK" : "1") + "\n";
-            StreamWriter writer;
-            const std::string text = writer.Write(stream, *song.lines[i], isTune);
+            StreamWriter writer(stream, *song.lines[i], isTune);
+            const std::string text = writer.Write();
             (isLow ? low_ : isTune ? pulses_ : effects_) += text;
             (isLow    ? data_.lowBytes
              : isTune ? data_.pulseBytes
