@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <sstream>
 
 #include "music/periods.h"
 
@@ -104,6 +105,41 @@ std::string MusicModel::Frame() {
         }
     }
     return shown[0] + " " + shown[1] + " " + shown[2] + " " + shown[3];
+}
+
+MusicComparison CompareMusic(const ConsoleResult& result, const MusicSet& set,
+                             const std::array<unsigned, 4>& numbers) {
+    std::string all;
+    for (const auto& [key, value] : result.values) {
+        if (key.starts_with("shown ")) all += value + ",";
+    }
+    std::istringstream shown(all);
+    std::istringstream songs(result.At("songs"));  // FRAME:NUMBER, numbers from 0
+    constexpr size_t kNever = static_cast<size_t>(-1);
+    size_t at = 0;
+    unsigned number = 0;
+    const auto readSong = [&] {
+        char colon = 0;
+        if (!(songs >> at >> colon >> number)) at = kNever;
+    };
+    readSong();
+    MusicModel model(set);
+    MusicComparison comparison;
+    for (std::string found; std::getline(shown, found, ','); ++comparison.frames) {
+        for (; at == comparison.frames; readSong()) {
+            const auto song = std::find(numbers.begin(), numbers.end(), number + 1);
+            if (song == numbers.end()) continue;
+            const auto index = static_cast<size_t>(song - numbers.begin());
+            model.Start(index);
+            comparison.started.insert(index);
+        }
+        const std::string expected = model.Frame();
+        if (found == expected) continue;
+        comparison.difference = "in frame " + std::to_string(comparison.frames) + " \"" + found +
+                                "\", expected \"" + expected + "\"; songs " + result.At("songs");
+        break;
+    }
+    return comparison;
 }
 
 }  // namespace bw::console

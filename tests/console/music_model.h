@@ -3,9 +3,11 @@
 
 #include <array>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
+#include "fceux_runner.h"
 #include "music/music_set.h"
 
 namespace bw::console {
@@ -57,5 +59,16 @@ class MusicModel {
     Lines tune_;
     Lines effect_;
 };
+
+struct MusicComparison {
+    std::string difference;    // where a console's frame first differs; empty if none does
+    size_t frames = 0;         // that were compared
+    std::set<size_t> started;  // which of the set's songs
+};
+
+// What music.lua recorded beside what the model makes of the songs that were started. `numbers` has
+// the song numbers of kSongNames, from 1; others must change nothing.
+MusicComparison CompareMusic(const ConsoleResult& result, const MusicSet& set,
+                             const std::array<unsigned, 4>& numbers);
 
 }  // namespace bw::console
