@@ -171,6 +171,7 @@ TEST(MenuMusic, PlaysAsWrittenOnEveryMenu) {
         EXPECT_EQ(found.difference, "");
         EXPECT_GE(found.frames, plans[i].frames + kEnterPause);
         EXPECT_THAT(found.started, testing::ElementsAre(0, 1, 2, 3)) << "not all was heard";
+        EXPECT_LT(found.silence, 60u) << "frames";
         EXPECT_EQ(result.Number("needless highs"), 0);
         EXPECT_LT(result.Number("average"), 1500);
         EXPECT_LT(result.Number("worst"), 4000);

@@ -125,6 +125,7 @@ MusicComparison CompareMusic(const ConsoleResult& result, const MusicSet& set,
     readSong();
     MusicModel model(set);
     MusicComparison comparison;
+    size_t silence = 0;
     for (std::string found; std::getline(shown, found, ','); ++comparison.frames) {
         for (; at == comparison.frames; readSong()) {
             const auto song = std::find(numbers.begin(), numbers.end(), number + 1);
@@ -133,6 +134,8 @@ MusicComparison CompareMusic(const ConsoleResult& result, const MusicSet& set,
             model.Start(index);
             comparison.started.insert(index);
         }
+        silence = found == "- - - -" ? silence + 1 : 0;
+        comparison.silence = std::max(comparison.silence, silence);
         const std::string expected = model.Frame();
         if (found == expected) continue;
         comparison.difference = "in frame " + std::to_string(comparison.frames) + " \"" + found +

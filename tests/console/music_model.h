@@ -63,6 +63,7 @@ class MusicModel {
 struct MusicComparison {
     std::string difference;    // where a console's frame first differs; empty if none does
     size_t frames = 0;         // that were compared
+    size_t silence = 0;        // most of them one after another in which nothing sounded
     std::set<size_t> started;  // which of the set's songs
 };
 

@@ -314,7 +314,7 @@ class LineReader {
         const std::string name(Text().substr(place_.at, end - place_.at));
         const auto found = context_.names.phrases.find(name);
         if (isPhrase) {
-            GiveUp("a phrase can't call another one: {" + name + "}");
+            GiveUp("a phrase can't call another one: " + Quoted(name));
         } else if (found == context_.names.phrases.end()) {
             Fault("unknown phrase " + Quoted(name));
         } else {

@@ -220,11 +220,12 @@ class SetReader {
     void CheckInstruments() {
         for (const MusicInstrument& instrument : set_.instruments) {
             if (instrument.envelopes[0].values.empty()) {
-                faults_.Add(instrument.line, "instrument " + instrument.name + " has no volume");
+                faults_.Add(instrument.line,
+                            "instrument " + Quoted(instrument.name) + " has no volume");
             }
             const size_t bytes = InstrumentBytes(instrument);
             if (bytes > kMaxInstrumentBytes) {
-                faults_.Add(instrument.line, "instrument " + instrument.name + " takes " +
+                faults_.Add(instrument.line, "instrument " + Quoted(instrument.name) + " takes " +
                                                  std::to_string(bytes) + " bytes, at most " +
                                                  std::to_string(kMaxInstrumentBytes) +
                                                  ": shorten its envelopes");
@@ -257,7 +258,7 @@ class SetReader {
         for (const int step : set_.instruments[found->second].envelopes[3].values) {
             const int moved = period % kNoiseMode + step;
             if (moved < 0 || moved >= kNoiseMode) {
-                return Fault("the arpeggio of " + instrument + " leads from period " +
+                return Fault("the arpeggio of " + Quoted(instrument) + " leads from period " +
                              std::to_string(period) + " to " + std::to_string(period + step) +
                              ", which is another half of the 32");
             }
