@@ -6,7 +6,7 @@
 ; word; CHR size in 8 KB; flags; mapper.
 ;
 ; What the registers take (A13 and up are bits of the flash address):
-;   Reg0  7: the game has less than 256 KB of CHR; 6: mask of A17; 5-4: A24, A23; 2-0: A19 to A17
+;   Reg0  7: bit 5 of the CHR size, inverted; 6: mask of A17; 5-4: A24, A23; 2-0: A19 to A17
 ;   Reg1  7: mask of A18; 6: mask of A19; 5: mask of A20; 4: A20; 3: A22; 2: A21
 ;   Reg2  0
 ;   Reg3  7: lock; 4: NROM; 3-1: A16 to A14; 0: A13, for CHR only
