@@ -1,0 +1,116 @@
+// The designer on a full screen: drawing it, and the cost of a step of its history. The bare sides
+// are the plain copy of the same pixels or bytes.
+#include <cstdlib>
+#include <cstring>
+#include <random>
+
+#include "designer/document/edit_session.h"
+#include "designer/document/name_table_picture.h"
+#include "designer/document/text_tools.h"
+#include "designer/document/tile_tools.h"
+#include "designer/document/work_state.h"
+#include "measure.h"
+
+namespace {
+
+constexpr int kRounds = 201;
+constexpr int kSteps = 10'000;
+
+// 960 tiles, 64 sprites, a page of 20 names, texts, grids.
+bw::WorkingCopy FullScreen() {
+    std::mt19937 random(44);
+    const auto byte = [&] { return static_cast<uint8_t>(random()); };
+    bw::WorkingCopy copy;
+    bw::DesignStore& store = copy.Store();
+    for (uint8_t& value : store.ChrData)
+        value = byte();
+    for (uint8_t& value : store.Attributes)
+        value = byte();
+    for (uint8_t& value : store.CharMapData)
+        value = byte();
+    for (int32_t cell = 0; cell < bw::kScreenColumns * bw::kScreenRows; ++cell)
+        store.BkgTileList.push_back({.X = cell % 32, .Y = cell / 32, .Tile = byte()});
+    for (int i = 0; i < 64; ++i) {
+        store.SpriteTileList.push_back({.X = byte(),
+                                        .Y = 1 + byte() % 230,
+                                        .Tile = byte(),
+                                        .Palette = static_cast<uint8_t>(i % 4),
+                                        .Flags = static_cast<uint8_t>(i % 8)});
+    }
+    store.ArrowTileList.resize(4);
+    store.CaptionText = u"64 IN 1";
+    store.CustomText = {{.X = 2, .Y = 28, .Text = u"A SELECT  START PLAYS"}};
+    bw::SetItems(copy, std::vector<std::u16string>(64, u"A NAME OF TWENTY CHARS"), 20, false);
+    copy.ShowPageNumber = copy.DrawLine = true;
+    return copy;
+}
+
+void Report(const char* what, const bench::Pair& times) {
+    std::printf("%s\n    median  ours %.3f ms  bare %.3f ms   least %.3f and %.3f ms\n", what,
+                bench::Median(times.ours), bench::Median(times.bare), bench::Least(times.ours),
+                bench::Least(times.bare));
+}
+
+template <typename Pixels>
+auto BareCopy(const Pixels& pixels, std::vector<uint32_t>& target) {
+    return [&] {
+        target.resize(pixels.size());
+        std::memcpy(target.data(), pixels.data(), pixels.size_bytes());
+        if (target.back() == 0x12345678) std::abort();  // keeps the copy
+    };
+}
+
+void MeasureDrawing(const bw::WorkingCopy& copy) {
+    const auto nothing = [] {};
+    const bw::DesignStore& store = copy.Store();
+    bw::TileImage tiles;
+    bw::NameTablePicture screen;
+    std::vector<uint32_t> target;
+    const auto image = tiles.Picture().Pixels();
+    Report("tile image, 512 by 256",
+           bench::InTurn(
+               kRounds,
+               [&] { tiles.Redraw(store.ChrData, store.BkgPalette, store.SpritePalette, {}, {}); },
+               BareCopy(image, target), nothing));
+    const auto picture = screen.Picture().Pixels();
+    Report(
+        "picture of a full screen, 512 by 480",
+        bench::InTurn(
+            kRounds, [&] { screen.Compose(copy, tiles, {}); }, BareCopy(picture, target), nothing));
+}
+
+void MeasureHistory(const bw::WorkingCopy& copy) {
+    bw::EditSession session(copy);
+    const bw::WorkState state = bw::BuildWorkState(copy);
+    std::vector<double> steps;
+    std::vector<double> bare;
+    bw::WorkState target;
+    for (int step = 0; step < kSteps; ++step) {
+        steps.push_back(bench::Time([&] {
+            session.Run([&](bw::WorkingCopy& edited) {
+                edited.BkgTilePos = {step % 16, step / 16 % 16};
+                edited.BkgPalettePos.X = 1 + (step / 256 + step) % 3;
+                return bw::PaintPixel(edited, bw::PatternTable::kBackground,
+                                      {step / 4096 % 8, step / 512 % 8});
+            });
+        }));
+        bare.push_back(bench::Time([&] { target = state; }));
+    }
+    Report("a step that paints a pixel", {steps, bare});
+    const double count = static_cast<double>(session.Steps().Count());
+    std::printf(
+        "history of %.0f such steps\n    ours %.2f MB, %.0f bytes a step; whole states "
+        "would take %.0f MB\n",
+        count, static_cast<double>(session.Steps().MemoryUse()) / 1e6,
+        static_cast<double>(session.Steps().MemoryUse()) / count,
+        count * static_cast<double>(state.size()) / 1e6);
+}
+
+}  // namespace
+
+int main() {
+    const bw::WorkingCopy copy = FullScreen();
+    MeasureDrawing(copy);
+    MeasureHistory(copy);
+    return 0;
+}
