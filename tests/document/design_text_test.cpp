@@ -316,12 +316,17 @@ TEST_F(DesignFolder, RefusedFilesWriteNothing) {
     EXPECT_THAT(Unpack(), HasSubstr("unpacked: "));
     std::filesystem::remove(folder_ / "deep");
     ASSERT_EQ(Unpack(), "");
-    const std::string before = ReadText(unpacked_ / "design.txt");
+    // The pictures still fit, the text doesn't.
+    WriteText(unpacked_ / "sprites.png", "old");
+    WriteText(unpacked_ / "design.txt", "old");
     {
-        const FileSizeLimit limit(2048);
-        EXPECT_NE(Unpack(), "");
+        const FileSizeLimit limit(8192);
+        EXPECT_THAT(Unpack(), HasSubstr("design.txt: File too large"));
     }
-    EXPECT_EQ(ReadText(unpacked_ / "design.txt"), before);
+    EXPECT_EQ(ReadText(unpacked_ / "design.txt"), "old");
+    EXPECT_EQ(ReadText(unpacked_ / "sprites.png"), "old");
+    const auto files = std::filesystem::directory_iterator(unpacked_);
+    EXPECT_EQ(std::distance(begin(files), end(files)), 3);
 }
 
 }  // namespace

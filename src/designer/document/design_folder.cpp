@@ -1,6 +1,7 @@
 #include "designer/document/design_folder.h"
 
 #include <string_view>
+#include <utility>
 
 #include "designer/document/chunk_file.h"
 #include "designer/document/design_text.h"
@@ -34,6 +35,29 @@ std::optional<std::string> ReadPicture(const std::filesystem::path& file,
     return problem ? std::optional(name + ": " + *problem) : std::nullopt;
 }
 
+struct NewFile {
+    std::string_view name;
+    std::vector<uint8_t> bytes;
+};
+
+// All are written before the first takes its name, so that a full disk leaves the old ones.
+DesignProblem ReplaceFiles(const std::filesystem::path& folder, std::span<const NewFile> files) {
+    std::vector<ReplacementFile> written;
+    for (const NewFile& file : files) {
+        auto replacement = ReplacementFile::Begin(folder / file.name);
+        if (!replacement || !replacement->Contents().WriteAt(0, file.bytes)) {
+            return Problem(folder / file.name, "", ReasonOfLastFailure());
+        }
+        written.push_back(std::move(*replacement));
+    }
+    for (size_t i = 0; i < files.size(); ++i) {
+        if (!written[i].Commit()) {
+            return Problem(folder / files[i].name, "", ReasonOfLastFailure());
+        }
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 DesignProblem PackDesign(const std::filesystem::path& folder, std::vector<uint8_t>& bytes) {
@@ -58,17 +82,13 @@ DesignProblem UnpackDesign(const std::filesystem::path& file, const std::filesys
     const ChunkList list = ReadChunks(bytes);
     const DesignText design = DescribeDesign(list.chunks);
     if (!MakeFolders(folder)) return Problem(folder, "", ReasonOfLastFailure());
-    const auto write = [&](std::string_view name, const auto& contents) -> DesignProblem {
-        if (WriteFile(folder / name, contents)) return std::nullopt;
-        return Problem(folder / name, "", ReasonOfLastFailure());
-    };
+    std::vector<NewFile> files;
     if (!design.tiles.empty()) {
-        const auto background = design.tiles.first(kPatternTableSize);
-        const auto sprites = design.tiles.last(kPatternTableSize);
-        if (auto problem = write(kBackgroundPicture, TilePicture(background))) return problem;
-        if (auto problem = write(kSpritesPicture, TilePicture(sprites))) return problem;
+        files.push_back({kBackgroundPicture, TilePicture(design.tiles.first(kPatternTableSize))});
+        files.push_back({kSpritesPicture, TilePicture(design.tiles.last(kPatternTableSize))});
     }
-    return write(kTextName, design.text);
+    files.push_back({kTextName, {design.text.begin(), design.text.end()}});
+    return ReplaceFiles(folder, files);
 }
 
 }  // namespace bw

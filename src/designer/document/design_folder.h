@@ -15,7 +15,7 @@ namespace bw {
 DesignProblem PackDesign(const std::filesystem::path& folder, std::vector<uint8_t>& bytes);
 
 // The opposite: takes a design's file apart. Makes the folder if it isn't there and replaces the
-// files in it, each in one safe step, design.txt last.
+// files in it, none before all are written.
 DesignProblem UnpackDesign(const std::filesystem::path& file, const std::filesystem::path& folder,
                            Language language);
 
