@@ -1,9 +1,11 @@
 #include "cli/arguments.h"
 
+#include <algorithm>
 #include <map>
 
 #include <CLI/CLI.hpp>
 
+#include "cli/design_convert.h"
 #include "cli/design_render.h"
 #include "cli/inputs.h"
 #include "support/paths.h"
@@ -107,7 +109,48 @@ struct DesignCommands {
     CLI::App* pack;
     CLI::App* unpack;
     CLI::App* render;
+    CLI::App* info;
+    CLI::App* convert;
 };
+
+// An option that takes PART=FILE, any number of times.
+void AddPartOption(CLI::App& command, const std::string& option, std::vector<PartFile>& parts,
+                   const std::vector<std::string>& names, const std::string& help) {
+    std::string known;
+    for (const std::string& name : names)
+        known.append(known.empty() ? "" : ", ").append(name);
+    command
+        .add_option_function<std::vector<std::string>>(
+            option,
+            [&parts](const std::vector<std::string>& values) {
+                for (const std::string& value : values) {
+                    const size_t sign = value.find('=');
+                    parts.push_back({value.substr(0, sign), value.substr(sign + 1)});
+                }
+            },
+            help + ": " + known)
+        ->type_name("PART=FILE")
+        ->expected(1)
+        ->take_all()
+        ->check([names](const std::string& value) -> std::string {
+            const size_t sign = value.find('=');
+            const bool named = std::ranges::find(names, value.substr(0, sign)) != names.end();
+            return named && sign + 1 < value.size() && sign != std::string::npos
+                       ? ""
+                       : value + " is no known part, = and a file";
+        });
+}
+
+CLI::App* AddConvertCommand(CLI::App& design, Arguments& arguments) {
+    CLI::App* convert =
+        design.add_subcommand("convert", "Put parts into a design, or take parts out of it");
+    convert->add_option("FILE", arguments.design,
+                        "The design (.fcm) to begin with; without one the default screen");
+    AddPartOption(*convert, "--load", arguments.loads, LoadedPartNames(), "Replace a part by");
+    AddPartOption(*convert, "--save", arguments.saves, SavedPartNames(), "Write a part to");
+    convert->get_option("--save")->required();
+    return convert;
+}
 
 CLI::App* AddRenderCommand(CLI::App& design, Arguments& arguments) {
     CLI::App* render = design.add_subcommand("render", "Draw a design as a picture");
@@ -143,7 +186,11 @@ DesignCommands AddDesignCommands(CLI::App& app, Arguments& arguments) {
         design->add_subcommand("unpack", "Take a design apart into text and pictures");
     unpack->add_option("FILE", arguments.design, "The design (.fcm)")->required();
     unpack->add_option("-d,--directory", arguments.folder, "The folder to write to")->required();
-    return {pack, unpack, AddRenderCommand(*design, arguments)};
+    CLI::App* info = design->add_subcommand("info", "Tell what a design holds");
+    info->add_flag("--json", arguments.json, "Print JSON instead of a table");
+    info->add_option("FILE", arguments.design, "The design (.fcm)")->required();
+    return {pack, unpack, AddRenderCommand(*design, arguments), info,
+            AddConvertCommand(*design, arguments)};
 }
 
 RomFormat FormatOf(const std::string& name, const std::filesystem::path& output) {
@@ -214,13 +261,15 @@ ParseResult ParseArguments(int count, const char* const* values) {
         result.exitCode = kWrongUsage;
         return result;
     }
-    arguments.command = info->parsed()            ? Command::kInfo
-                        : build->parsed()         ? Command::kBuild
-                        : exporting->parsed()     ? Command::kExport
-                        : design.pack->parsed()   ? Command::kDesignPack
-                        : design.unpack->parsed() ? Command::kDesignUnpack
-                        : design.render->parsed() ? Command::kDesignRender
-                                                  : Command::kList;
+    arguments.command = info->parsed()             ? Command::kInfo
+                        : build->parsed()          ? Command::kBuild
+                        : exporting->parsed()      ? Command::kExport
+                        : design.pack->parsed()    ? Command::kDesignPack
+                        : design.unpack->parsed()  ? Command::kDesignUnpack
+                        : design.render->parsed()  ? Command::kDesignRender
+                        : design.info->parsed()    ? Command::kDesignInfo
+                        : design.convert->parsed() ? Command::kDesignConvert
+                                                   : Command::kList;
     ApplyMenuOptions(menu, arguments);
     arguments.format = FormatOf(format, arguments.output);
     if (!keepWork.empty()) {

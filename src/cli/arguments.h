@@ -11,12 +11,28 @@
 
 namespace bw {
 
-enum class Command { kInfo, kBuild, kExport, kList, kDesignPack, kDesignUnpack, kDesignRender };
+enum class Command {
+    kInfo,
+    kBuild,
+    kExport,
+    kList,
+    kDesignPack,
+    kDesignUnpack,
+    kDesignRender,
+    kDesignInfo,
+    kDesignConvert
+};
+
+// A part of a design and the file that it comes from or goes to.
+struct PartFile {
+    std::string part;
+    std::filesystem::path file;
+};
 
 struct Arguments {
     Command command = Command::kInfo;
     std::vector<std::filesystem::path> inputs;  // images, list files, folders; in menu order
-    bool json = false;                          // info, list
+    bool json = false;                          // info, list, design info
     // build: the ROM; list: the list file, or empty; design pack: the design; design
     // render: the picture
     std::filesystem::path output;
@@ -27,6 +43,8 @@ struct Arguments {
     RomFormat format = RomFormat::kNes20;
     std::optional<std::filesystem::path> keepWork;
     std::filesystem::path report;  // empty: none; "-": standard output
+    std::vector<PartFile> loads;   // design convert, in this order; then the saves
+    std::vector<PartFile> saves;
     // design render
     std::vector<std::string> layers;  // empty: as the designer shows them
     std::string view = "screen";      // or "tiles"

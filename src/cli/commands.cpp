@@ -8,11 +8,11 @@
 #include "builder/resources.h"
 #include "builder/rom_writer.h"
 #include "cli/design_commands.h"
+#include "cli/design_convert.h"
 #include "cli/design_render.h"
 #include "cli/inputs.h"
 #include "cli/report.h"
 #include "cli/terminal_user.h"
-#include "designer/document/design_chunks.h"
 #include "designer/document/design_file.h"
 #include "rom/list_file.h"
 #include "support/files.h"
@@ -66,14 +66,10 @@ class CommandRun {
             user_.Message(line, LoadText(147, language_), MessageKind::kError);
         }
     }
-    static bool Print(const std::string& text) {
-        return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() &&
-               std::fflush(stdout) == 0;
-    }
 
     int Info() {
         const bool printed =
-            Print(arguments_.json ? InfoJson(Games()) : InfoTable(Games(), language_));
+            PrintOut(arguments_.json ? InfoJson(Games()) : InfoTable(Games(), language_));
         return printed && gathered_.problems.empty() ? kDone : kFailed;
     }
 
@@ -82,8 +78,8 @@ class CommandRun {
             return kFailed;
         }
         if (arguments_.output.empty()) {
-            return Print(arguments_.json ? ListJson(Games()) : ListTable(Games())) ? kDone
-                                                                                   : kFailed;
+            return PrintOut(arguments_.json ? ListJson(Games()) : ListTable(Games())) ? kDone
+                                                                                      : kFailed;
         }
         std::filesystem::path file = FromCurrentFolder(arguments_.output);
         if (!HasExtension(file, "fcl")) {
@@ -95,7 +91,7 @@ class CommandRun {
                                PathText(file))});
             return kFailed;
         }
-        return !arguments_.json || Print(ListJson(Games())) ? kDone : kFailed;
+        return !arguments_.json || PrintOut(ListJson(Games())) ? kDone : kFailed;
     }
 
     // What would go wrong on the console without a word from the build.
@@ -112,18 +108,12 @@ class CommandRun {
         }
         DesignDocument document;
         LoadDesignData(document.store, *store_, DefaultTileSet());
-        document.store.CaptionText = ToWide(std::to_string(CountChecked(Games())) + " IN 1");
+        document.store.CaptionText = MulticartTitle(CountChecked(Games()));
         const std::filesystem::path file = FromCurrentFolder(arguments_.design);
-        std::vector<uint8_t> bytes;
-        if (const DesignProblem problem = LoadDesign(file, document, bytes, language_)) {
+        if (const DesignProblem problem = OpenDesign(file, document, language_)) {
             Errors({*problem});
             return false;
         }
-        // A cursor that the file leaves out stands beside the list.
-        if (!HoldsChunk(bytes, ChunkType::kArrowTile)) {
-            ResetSmallCursor(document);
-        }
-        RebuildShortLargeCursor(document);
         StoreDesign(document, *store_);
         design_ = document.store;
         const CheckText misplaced =
@@ -256,7 +246,7 @@ class CommandRun {
             return true;
         }
         const std::string report = BuildReportJson(outcome);
-        if (arguments_.report == "-" ? Print(report) : WriteFile(arguments_.report, report)) {
+        if (arguments_.report == "-" ? PrintOut(report) : WriteFile(arguments_.report, report)) {
             return true;
         }
         Errors({FormatText(Own(u"无法写入报告 %s。", u"The report %s can't be written."),
@@ -278,6 +268,8 @@ int Execute(const Arguments& arguments) {
     if (arguments.command == Command::kDesignPack) return PackDesignFolder(arguments);
     if (arguments.command == Command::kDesignUnpack) return UnpackDesignFile(arguments);
     if (arguments.command == Command::kDesignRender) return RenderDesign(arguments);
+    if (arguments.command == Command::kDesignInfo) return DesignInfo(arguments);
+    if (arguments.command == Command::kDesignConvert) return ConvertDesign(arguments);
     return CommandRun(arguments).Run();
 }
 

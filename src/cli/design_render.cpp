@@ -77,9 +77,7 @@ class Renderer {
         }
         copy_.ShowPageNumber |= arguments_.layers.empty() && settings.PageNumber;
         copy_.markPlaces = false;
-        auto problem = LoadDesign(FromCurrentFolder(arguments_.design), copy_.document, language_);
-        if (!problem) RebuildShortLargeCursor(copy_.document);
-        return problem;
+        return OpenDesign(FromCurrentFolder(arguments_.design), copy_.document, language_);
     }
 
     Surface Picture() const {

@@ -1,6 +1,7 @@
 #include "cli/report.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <vector>
 
 #include <rapidjson/prettywriter.h>
@@ -28,6 +29,11 @@ class Json {
         writer_.Key(key);
         writer_.Uint64(value);
     }
+    void Signed(const char* key, int64_t value) {
+        writer_.Key(key);
+        writer_.Int64(value);
+    }
+    void Key(const char* key) { writer_.Key(key); }
     void Bool(const char* key, bool value) {
         writer_.Key(key);
         writer_.Bool(value);
@@ -231,6 +237,69 @@ std::string BuildReportJson(const BuildOutcome& outcome) {
     json.EndArray();
     json.EndObject();
     return json.Take();
+}
+
+std::string DesignTable(const DesignDocument& design, Language language) {
+    const DesignStore& store = design.store;
+    const auto own = [&](std::u16string_view chinese, std::u16string_view english) {
+        return OwnText(language, chinese, english);
+    };
+    const auto cell = [&](const Pos& place) {
+        return FormatText(own(u"列 %d，行 %d", u"column %d, row %d"), place.X, place.Y);
+    };
+    const auto count = [](size_t number) { return FormatText(u"%d", number); };
+    Table table;
+    table.Row({own(u"标题", u"caption"), cell(design.CaptionPos), store.CaptionText});
+    table.Row({own(u"游戏列表", u"list"), cell(design.ItemPos)});
+    table.Row({own(u"页码", u"page number"), cell(design.PageNumberPos)});
+    for (const TextItem& text : store.CustomText) {
+        table.Row({own(u"文字", u"text"), cell({text.X, text.Y}), text.Text});
+    }
+    table.Row({own(u"背景图块", u"tiles"), count(store.BkgTileList.size())});
+    table.Row({own(u"精灵", u"sprites"), count(store.SpriteTileList.size()),
+               store.BigSprite != 0 ? u"8x16" : u"8x8"});
+    table.Row({own(u"光标", u"cursor"),
+               design.BigCursor != 0 ? own(u"大", u"large") : own(u"小", u"small")});
+    return table.Text();
+}
+
+std::string DesignJson(const DesignDocument& design) {
+    const DesignStore& store = design.store;
+    Json json;
+    const auto place = [&](const char* key, const Pos& cell) {
+        json.Key(key);
+        json.BeginObject();
+        json.Signed("column", cell.X);
+        json.Signed("row", cell.Y);
+        json.EndObject();
+    };
+    json.BeginObject();
+    json.String("caption", store.CaptionText);
+    place("captionPosition", design.CaptionPos);
+    place("itemsPosition", design.ItemPos);
+    place("pageNumberPosition", design.PageNumberPos);
+    json.BeginArray("texts");
+    for (const TextItem& text : store.CustomText) {
+        json.BeginObject();
+        json.String("text", text.Text);
+        json.Signed("column", text.X);
+        json.Signed("row", text.Y);
+        json.EndObject();
+    }
+    json.EndArray();
+    json.Number("tiles", store.BkgTileList.size());
+    json.Number("sprites", store.SpriteTileList.size());
+    json.Bool("largeCursor", design.BigCursor != 0);
+    json.Bool("tallSprites", store.BigSprite != 0);
+    json.Bytes("backgroundPalette", store.BkgPalette);
+    json.Bytes("spritePalette", store.SpritePalette);
+    json.EndObject();
+    return json.Take();
+}
+
+bool PrintOut(const std::string& text) {
+    return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() &&
+           std::fflush(stdout) == 0;
 }
 
 }  // namespace bw

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "builder/build_driver.h"
+#include "designer/document/design_document.h"
 #include "rom/game_list.h"
 #include "support/language.h"
 
@@ -20,5 +21,12 @@ std::string ListJson(const GameList& games);
 // The report of a finished build: ROM size, board, and for each game its place, span, CRC and
 // registers.
 std::string BuildReportJson(const BuildOutcome& outcome);
+
+// What a design holds: its texts and where they stand, how many tiles and sprites, which cursor.
+std::string DesignTable(const DesignDocument& design, Language language);
+std::string DesignJson(const DesignDocument& design);
+
+// To standard output. False if not all of it arrived.
+bool PrintOut(const std::string& text);
 
 }  // namespace bw

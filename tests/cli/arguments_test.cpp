@@ -116,6 +116,13 @@ TEST(Arguments, WrongUsageIsRefused) {
         {"design", "unpack", "x.fcm"},
         {"design", "unpack", "x.fcm", "-o", "y"},
         {"design", "pack", "a", "b", "-o", "x.fcm"},
+        {"design", "info"},
+        {"design", "convert", "x.fcm"},
+        {"design", "convert", "--save", "tiles=x"},
+        {"design", "convert", "--save", "sprites"},
+        {"design", "convert", "--save", "sprites="},
+        {"design", "convert", "--save", "video-memory-2000=x"},
+        {"design", "convert", "--save", "sprites=x", "--load", "characters=x"},
     };
     for (const auto& values : wrong) {
         const auto parsed = Parse(values);

@@ -210,6 +210,44 @@ TEST_F(Commands, DesignsAreUnpackedAndPacked) {
     EXPECT_EQ(ReadText(folder_ / "two.FCM"), ReadText(folder_ / "one.fcm"));
 }
 
+TEST_F(Commands, PartsGoIntoDesignsAndOut) {
+    std::filesystem::create_directory(folder_ / "mine");
+    WriteText(folder_ / "mine/design.txt", kDesignText);
+    ASSERT_EQ(Run("design pack mine -o one").exitCode, 0);
+    WriteText(folder_ / "p.pal", std::string(16, '\x21'));
+    WriteText(folder_ / "n.bin", "\x07\x08");
+    const RunResult run =
+        Run("design convert one.fcm --load background-palette=p.pal "
+            "--load name-table=n.bin --save design=two --save sprites=s.spl "
+            "--save background-palette=q.bin --save texts=t --save name-table=n");
+    ASSERT_EQ(run.exitCode, 0) << run.err;
+    EXPECT_EQ(ReadText(folder_ / "s.spl").substr(0, 5), "\x14\x41\x42\x0A\xF8");
+    EXPECT_EQ(ReadText(folder_ / "q.bin"), ReadText(folder_ / "p.pal"));
+    EXPECT_EQ(ReadText(folder_ / "n.nam").substr(96, 2), "HI");
+    EXPECT_EQ(ReadText(folder_ / "n.nam").substr(0, 3), "\x07\x08\0"s);
+    ASSERT_EQ(Run("design convert --load texts=t.fct --save attributes=a").exitCode, 0);
+    EXPECT_EQ(std::filesystem::file_size(folder_ / "a.attr"), 64u);
+
+    EXPECT_THAT(Run("design info two.fcm").out,
+                AllOf(HasSubstr("caption      column 1, row 1    MY SCREEN\n"),
+                      HasSubstr("text         column 0, row 3    HI\n"),
+                      HasSubstr("tiles        2\nsprites      1                  8x16\n"
+                                "cursor       large\n")));
+    rapidjson::Document info;
+    info.Parse(Run("design info --json two.fcm").out.c_str());
+    ASSERT_FALSE(info.HasParseError());
+    EXPECT_EQ(info["itemsPosition"]["row"].GetInt(), 20);
+    EXPECT_EQ(info["backgroundPalette"][15].GetInt(), 0x21);
+    EXPECT_STREQ(info["texts"][0]["text"].GetString(), "HI");
+
+    WriteText(folder_ / "bad.fct", "bad");
+    ExpectRefused("design convert --load texts=bad.fct --save design=new", "bad.fct: chunk at");
+    ExpectRefused("design convert --load texts=no.fct --save design=new", "no.fct: No such file");
+    ExpectRefused("design convert bad.fct --save design=new", "bad.fct: chunk at");
+    ExpectRefused("design convert one.fcm --save design=no/folder/x", "x.fcm: No such file");
+    ExpectRefused("design info bad.fct", "bad.fct: chunk at");
+}
+
 TEST_F(Commands, DesignsReachTheBuild) {
     Image("good.nes", {1, 1, 0}, 1);
     std::filesystem::create_directory(folder_ / "mine");

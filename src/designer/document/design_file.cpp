@@ -118,6 +118,15 @@ DesignProblem LoadDesign(const std::filesystem::path& file, DesignDocument& docu
     return LoadDesign(file, document, unused, language);
 }
 
+DesignProblem OpenDesign(const std::filesystem::path& file, DesignDocument& document,
+                         Language language) {
+    std::vector<uint8_t> bytes;
+    if (auto problem = LoadDesign(file, document, bytes, language)) return problem;
+    if (!HoldsChunk(bytes, kArrowTile)) ResetSmallCursor(document);
+    RebuildShortLargeCursor(document);
+    return std::nullopt;
+}
+
 DesignProblem SaveDesign(const std::filesystem::path& file, std::span<const uint8_t> bytes,
                          Language language) {
     if (WriteFile(file, bytes)) return std::nullopt;

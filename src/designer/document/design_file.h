@@ -41,6 +41,9 @@ DesignProblem LoadDesign(const std::filesystem::path& file, DesignDocument& docu
 // Gives the file's bytes as well.
 DesignProblem LoadDesign(const std::filesystem::path& file, DesignDocument& document,
                          std::vector<uint8_t>& bytes, Language language);
+// Loads a design that is to be shown: a cursor that the file leaves out stands beside its list.
+DesignProblem OpenDesign(const std::filesystem::path& file, DesignDocument& document,
+                         Language language);
 // Replaces the file in one safe step.
 DesignProblem SaveDesign(const std::filesystem::path& file, const DesignDocument& document,
                          Language language);

@@ -112,11 +112,7 @@ Views ResetTexts(WorkingCopy& copy) {
     document.CaptionPos = {CentredColumn(document.store.CaptionText.size()), 2};
     document.PageNumberPos = {CentredColumn(copy.PageNumberText.size()), 27};
     document.ItemPos = {CentredColumn(LongestItem(copy)), 5};
-    TileItem& cursor = document.store.ArrowTile;
-    cursor.X = std::clamp(document.ItemPos.X * 8 - 10, 0, 255);
-    cursor.Y = document.ItemPos.Y * 8;
-    cursor.Tile = kSmallCursorTile;
-    cursor.Flags = 0;
+    ResetSmallCursor(document);
     document.store.ArrowTileList.clear();
     RebuildShortLargeCursor(document);
     return ClearTexts(copy) | ClearItems(copy, PatternTable::kBackground) | ResetAttributes(copy) |

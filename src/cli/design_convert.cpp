@@ -1,0 +1,123 @@
+#include "cli/design_convert.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "builder/resources.h"
+#include "cli/inputs.h"
+#include "cli/report.h"
+#include "cli/terminal_user.h"
+#include "designer/document/design_parts.h"
+#include "support/files.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+constexpr int kErrorTitle = 147;
+
+enum class Ways { kBoth, kLoad, kSave };
+
+struct NamedPart {
+    std::string_view name;
+    DesignPart part;
+    Ways ways = Ways::kBoth;
+};
+constexpr std::array<NamedPart, 14> kParts = {{
+    {"design", DesignPart::kDesign},
+    {"screen", DesignPart::kScreen},
+    {"texts", DesignPart::kTexts},
+    {"background-tiles", DesignPart::kBkgTiles},
+    {"sprite-tiles", DesignPart::kSpriteTiles},
+    {"name-table", DesignPart::kNameTable},
+    {"attributes", DesignPart::kAttributes},
+    {"mmc5-attributes", DesignPart::kMmc5Attributes, Ways::kSave},
+    {"sprites", DesignPart::kSprites},
+    {"background-palette", DesignPart::kBkgPalette},
+    {"sprite-palette", DesignPart::kSpritePalette},
+    {"characters", DesignPart::kCharMap, Ways::kSave},
+    {"video-memory-2000", DesignPart::kVideoMemory2000, Ways::kLoad},
+    {"video-memory-2c00", DesignPart::kVideoMemory2C00, Ways::kLoad},
+}};
+
+std::vector<std::string> NamesBut(Ways left) {
+    std::vector<std::string> names;
+    for (const NamedPart& part : kParts) {
+        if (part.ways != left) names.emplace_back(part.name);
+    }
+    return names;
+}
+
+// The names are those that the command line was checked against.
+DesignPart PartOf(std::string_view name) {
+    return std::ranges::find(kParts, name, &NamedPart::name)->part;
+}
+
+int Tell(const DesignProblem& problem, Language language) {
+    if (!problem) return 0;
+    TerminalUser user(language, {}, {});
+    user.Message(*problem, LoadText(kErrorTitle, language), MessageKind::kError);
+    return 1;
+}
+
+DesignProblem Load(const PartFile& loaded, WorkingCopy& copy, Language language) {
+    const std::filesystem::path file = FromCurrentFolder(loaded.file);
+    const auto bytes = ReadFile(file, kLargestDesignFile);
+    if (!bytes) return PathText(file) + u": " + ToWide(LastFileProblem(file).reason);
+    const auto result = LoadPart(PartOf(loaded.part), *bytes, Shift::kUp, copy, language);
+    if (const auto* problem = std::get_if<std::u16string>(&result)) {
+        return PathText(file) + u": " + *problem;
+    }
+    return std::nullopt;
+}
+
+DesignProblem Save(const PartFile& saved, const WorkingCopy& copy, Language language) {
+    const DesignPart part = PartOf(saved.part);
+    std::filesystem::path file = FromCurrentFolder(saved.file);
+    if (WithPartExtension(file, "bin") != file) {
+        file = WithPartExtension(file, PartExtension(part));
+    }
+    return SavePart(file, part, Shift::kUp, copy, language);
+}
+
+// A design with the built-in defaults for what its file leaves out.
+DesignProblem Open(const std::filesystem::path& file, WorkingCopy& copy, Language language) {
+    LoadDesignData(copy.Store(), *MakeMemoryStore(), DefaultTileSet());
+    return OpenDesign(FromCurrentFolder(file), copy.document, language);
+}
+
+}  // namespace
+
+std::vector<std::string> LoadedPartNames() {
+    return NamesBut(Ways::kSave);
+}
+std::vector<std::string> SavedPartNames() {
+    return NamesBut(Ways::kLoad);
+}
+
+int DesignInfo(const Arguments& arguments) {
+    const Language language = SystemLanguage();
+    WorkingCopy copy;
+    if (const auto problem = Open(arguments.design, copy, language)) return Tell(problem, language);
+    const std::string text =
+        arguments.json ? DesignJson(copy.document) : DesignTable(copy.document, language);
+    return PrintOut(text) ? 0 : 1;
+}
+
+int ConvertDesign(const Arguments& arguments) {
+    const Language language = SystemLanguage();
+    WorkingCopy copy;
+    LoadDesignData(copy.Store(), *MakeMemoryStore(), DefaultTileSet());
+    DesignProblem problem;
+    if (!arguments.design.empty()) problem = Open(arguments.design, copy, language);
+    for (const PartFile& loaded : arguments.loads) {
+        if (!problem) problem = Load(loaded, copy, language);
+    }
+    for (const PartFile& saved : arguments.saves) {
+        if (!problem) problem = Save(saved, copy, language);
+    }
+    return Tell(problem, language);
+}
+
+}  // namespace bw
