@@ -1,4 +1,6 @@
 // The text form of music sets: what its signs mean, and which faults are named.
+#include <fstream>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -154,6 +156,18 @@ TEST(MusicText, NamesLineAndFault) {
         instrument += " 1";
     EXPECT_THAT(ReadMusicSet(instrument, "f").faults,
                 Contains(HasSubstr("f:1: instrument \"a\" takes 257 bytes, at most 256")));
+}
+
+TEST(MusicText, ThePagesExampleIsWhole) {
+    std::ifstream page(BANKWEAVER_MUSIC_PAGE);
+    std::string text;
+    bool inside = false;
+    for (std::string line; std::getline(page, line);) {
+        if (line.starts_with("## ")) inside = line == "## A first tune";
+        if (inside && line.starts_with("    ")) text += line + "\n";
+    }
+    EXPECT_NE(text, "");
+    EXPECT_THAT(ReadMusicSet(text, "page").faults, ElementsAre());
 }
 
 // What is known on both ways into a loop isn't told again; a phrase's notes are one byte each.
