@@ -36,6 +36,7 @@ NOISE                   = 3
 
 CONTROL_SILENT          = $30   ; constant volume 0, length counter halted
 CONTROL_SQUARE          = $B0   ; the same with 50 % duty
+FRAME_NOW               = $C0   ; no interrupt; the linear counter takes its value at once
 TRIANGLE_SILENT         = $80   ; linear counter held at 0
 TRIANGLE_ON             = $FF
 
@@ -161,6 +162,8 @@ SoundPlay:
     STA APU_CONTROL,Y
     DEX
     BPL .Channel
+    LDA #FRAME_NOW              ; else the triangle would start and stop up to half a frame late
+    STA APU_FRAME
     .IF LOW_STREAM_BANK != 1
     ; falls through
 
@@ -206,7 +209,7 @@ StartSong:
     STA APU_SWEEP_2
     LDA #$0F
     STA APU_STATUS
-    LDA #$C0                    ; no interrupt from the frame counter
+    LDA #FRAME_NOW
     STA APU_FRAME
     LDX #0
 .Stop:

@@ -75,7 +75,7 @@ std::string LineModel::Tone(int volume) const {
     if (sound_ == Sound::kNoise) {
         return Hex(1, volume) + Hex(2, note < 16 ? note : note - 16 + 0x80);
     }
-    const std::string period = Hex(3, PeriodOf(note) + Value(EnvelopeKind::kPitch, age_, 0));
+    std::string period = Hex(3, PeriodOf(note) + Value(EnvelopeKind::kPitch, age_, 0));
     if (sound_ == Sound::kTriangle) return period;
     return Hex(2, Value(EnvelopeKind::kDuty, age_, 2) << 6 | 0x30 | volume) + period;
 }
@@ -138,8 +138,10 @@ MusicComparison CompareMusic(const ConsoleResult& result, const MusicSet& set,
         comparison.silence = std::max(comparison.silence, silence);
         const std::string expected = model.Frame();
         if (found == expected) continue;
-        comparison.difference = "in frame " + std::to_string(comparison.frames) + " \"" + found +
-                                "\", expected \"" + expected + "\"; songs " + result.At("songs");
+        comparison.difference = "in frame " + std::to_string(comparison.frames);
+        comparison.difference += " \"" + found;
+        comparison.difference += "\", expected \"" + expected;
+        comparison.difference += "\"; songs " + result.At("songs");
         break;
     }
     return comparison;

@@ -11,8 +11,8 @@ namespace {
 constexpr size_t kDeepestLoop = 2;
 constexpr unsigned kMostRounds = 255;
 // Loops can ask for more than any console holds; these bound what a text of a few bytes may cost.
-constexpr size_t kMostEvents = 16384;
-constexpr size_t kMostSteps = 1000000;
+constexpr size_t kMostEvents = 8192;  // a bank can't hold more
+constexpr size_t kMostSteps = 200000;
 constexpr size_t kMostFrames = 1u << 20;
 constexpr unsigned kMostNumber = 100000;
 constexpr int kEighths = 8;

@@ -240,9 +240,10 @@ class DataWriter {
             if (!song.lines[i]) continue;
             const std::string stream = label + "_" + std::string(kSoundNames[i]);
             const bool isLow = isTune && i >= static_cast<size_t>(Sound::kTriangle);
-            first_ += "    .DB " + Hex(static_cast<unsigned>(i) + (isTune ? 0 : kEffect)) +
-                      ",LOW(" + stream + "),HIGH(" + stream + ")," +
-                      (isLow ? "LOW_STREAM_BANK" : "1") + "\n";
+            first_ += "    .DB " + Hex(static_cast<unsigned>(i) + (isTune ? 0 : kEffect));
+            first_ += ",LOW(" + stream + ")";
+            first_ += ",HIGH(" + stream + ")";
+            first_ += isLow ? ",LOW_STREAM_BANK\n" : ",1\n";
             StreamWriter writer(stream, *song.lines[i], isTune);
             const std::string text = writer.Write();
             (isLow ? low_ : isTune ? pulses_ : effects_) += text;
