@@ -126,6 +126,7 @@ TEST(DesignFile, AnyOrderUnknownTypesAndOldNumbers) {
     const DesignStore& store = document.store;
     const auto numbers = [](const std::vector<TileItem>& items) {
         std::vector<uint32_t> indices;
+        indices.reserve(items.size());
         for (const TileItem& item : items)
             indices.push_back(item.Index);
         return indices;

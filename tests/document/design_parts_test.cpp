@@ -129,8 +129,6 @@ TEST(DesignParts, TilesStayInTheirTable) {
     EXPECT_EQ(copy.Store().ChrData[4079], 0);
     EXPECT_EQ(copy.Store().ChrData[4080], 0xCC);
     EXPECT_EQ(copy.Store().ChrData[4096], 0xAA);
-    copy.BkgTilePos = {0x7FFFFFFF, 0x7FFFFFFF};
-    EXPECT_EQ(Load(DesignPart::kBkgTiles, Bytes(16), copy, Shift::kDown), "");
 
     EXPECT_THAT(Store(DesignPart::kBkgTiles, copy, Shift::kDown), SizeIs(4096));
     copy.Store().SpriteTileSelected[3] = copy.Store().SpriteTileSelected[200] = 1;
@@ -238,7 +236,7 @@ TEST(DesignParts, SpritesAreThoseOfTheConsole) {
     std::fill_n(expected.begin() + 4, 4, uint8_t{0xF8});
     EXPECT_EQ(Store(DesignPart::kSprites, copy, Shift::kDown), expected);
 
-    ASSERT_EQ(Load(DesignPart::kSprites, Bytes(4 * 300, 1), copy), "");
+    ASSERT_EQ(Load(DesignPart::kSprites, Bytes(1200, 1), copy), "");
     EXPECT_THAT(copy.Store().SpriteTileList, SizeIs(255));
     EXPECT_THAT(Store(DesignPart::kSprites, copy), IsEmpty()) << "no file holds so many";
     copy.Store().SpriteTileList.resize(64);

@@ -211,19 +211,22 @@ TEST(DesignText, ProblemsNameTheirLine) {
     }
 }
 
+constexpr size_t kPicturePixels = 16384;
+
 // A picture whose pixel at column 9, row 8 (tile 17, its second pixel in the first row) is `value`.
 std::vector<uint8_t> OnePixel(size_t value) {
-    std::vector<uint8_t> indices(128 * 128);
-    indices[8 * 128 + 9] = static_cast<uint8_t>(value);
+    std::vector<uint8_t> indices(kPicturePixels);
+    indices[1033] = static_cast<uint8_t>(value);
     return EncodePng(128, 128, kTileGreys, indices);
 }
 
 TEST(TilePicture, PixelsArePlanesOfTiles) {
+    constexpr size_t kRow = 272;  // tile 17
     for (const size_t value : {0, 1, 2, 3}) {
         Bytes table(kPatternTableSize, 0xEE);
         ASSERT_EQ(ReadTilePicture(OnePixel(value), table), std::nullopt);
-        EXPECT_EQ(table[17 * 16], (value & 1) != 0 ? 0x40 : 0);
-        EXPECT_EQ(table[17 * 16 + 8], (value & 2) != 0 ? 0x40 : 0);
+        EXPECT_EQ(table[kRow], (value & 1) != 0 ? 0x40 : 0);
+        EXPECT_EQ(table[kRow + 8], (value & 2) != 0 ? 0x40 : 0);
         EXPECT_EQ(std::ranges::count(table, 0), 4096 - (value == 3 ? 2 : value == 0 ? 0 : 1));
         EXPECT_EQ(TilePicture(table), OnePixel(value));
     }
@@ -236,7 +239,7 @@ TEST(TilePicture, OtherPicturesAreRefused) {
         EXPECT_EQ(std::ranges::count(table, 0xEE), 4096);
         return text.value_or("");
     };
-    const std::vector<uint8_t> black(128 * 128);
+    const std::vector<uint8_t> black(kPicturePixels);
     const std::array<uint32_t, 1> almost{0x010000};
     const auto good = OnePixel(1);
     EXPECT_THAT(problem(EncodePng(128, 128, almost, black)),

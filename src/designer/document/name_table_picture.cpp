@@ -30,7 +30,7 @@ class Composer {
     void FillAttributes();
     void DrawBackground();
     void DrawTile(Surface& target, uint8_t tile, int column, int row);
-    void DrawText(std::u16string_view text, int32_t column, int32_t row);
+    void DrawText(std::u16string_view text, int32_t column, int64_t row);
     void DrawTexts();
     void DrawList();
     void DrawSprites(bool behindBackground);
@@ -110,11 +110,12 @@ void Composer::DrawTile(Surface& target, uint8_t tile, int column, int row) {
 
 // A space leaves what lies below; any other character covers its whole cell. Characters that the
 // map has no entry for, 256 and above, can't be in a menu and are left out.
-void Composer::DrawText(std::u16string_view text, int32_t column, int32_t row) {
+void Composer::DrawText(std::u16string_view text, int32_t column, int64_t row) {
     for (size_t i = 0; i < text.size(); ++i) {
         const int64_t place = int64_t{column} + static_cast<int64_t>(i);
         if (text[i] == u' ' || text[i] >= kCharMapSize || !OnScreen(place, row)) continue;
-        DrawTile(picture_, copy_.Store().CharMapData[text[i]], static_cast<int>(place), row);
+        DrawTile(picture_, copy_.Store().CharMapData[text[i]], static_cast<int>(place),
+                 static_cast<int>(row));
     }
 }
 
@@ -128,7 +129,7 @@ void Composer::DrawTexts() {
 void Composer::DrawList() {
     for (size_t line = 0; line < copy_.ItemTextList.size() && line < kScreenRows; ++line)
         DrawText(copy_.ItemTextList[line], copy_.document.ItemPos.X,
-                 copy_.document.ItemPos.Y + static_cast<int32_t>(line));
+                 int64_t{copy_.document.ItemPos.Y} + static_cast<int64_t>(line));
 }
 
 void Composer::DrawSprites(bool behindBackground) {

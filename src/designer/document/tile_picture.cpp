@@ -9,6 +9,7 @@ namespace bw {
 namespace {
 
 constexpr uint32_t kSide = 128;  // pixels
+constexpr size_t kPixels = size_t{kSide} * kSide;
 constexpr size_t kTileBytes = 16;
 constexpr size_t kTilePixels = 8;  // each way
 
@@ -35,7 +36,7 @@ std::string Colour(uint32_t colour) {
 }  // namespace
 
 std::vector<uint8_t> TilePicture(std::span<const uint8_t> table) {
-    std::vector<uint8_t> values(kSide * kSide);
+    std::vector<uint8_t> values(kPixels);
     for (size_t pixel = 0; pixel < values.size(); ++pixel) {
         const auto [byte, bit] = PlaceOf(pixel);
         values[pixel] = static_cast<uint8_t>(((table[byte] & bit) != 0 ? 1 : 0) +

@@ -77,7 +77,8 @@ struct WorkingCopy {
 // row 0 to 29.
 inline int AttributePalette(const std::array<uint8_t, kAttributeSize>& attributes, int column,
                             int row) {
-    const unsigned byte = attributes[static_cast<size_t>(row / 4 * 8 + column / 4)];
+    const unsigned byte =
+        attributes[static_cast<size_t>(row) / 4 * 8 + static_cast<size_t>(column) / 4];
     const int shift = (row & 2) * 2 + (column & 2);
     return static_cast<int>(byte >> shift & 3);
 }
