@@ -129,7 +129,8 @@ int FirstBlankTile(const DesignStore& store, PatternTable table, int first) {
 
 int TileInUse(const WorkingCopy& copy, PatternTable table) {
     const Pos& place = table == PatternTable::kBackground ? copy.BkgTilePos : copy.SpTilePos;
-    return std::clamp(place.Y * 16 + place.X, 0, kTileCount - 1);
+    const int64_t number = int64_t{place.Y} * 16 + place.X;
+    return static_cast<int>(std::clamp<int64_t>(number, 0, kTileCount - 1));
 }
 
 Views ApplyTileTool(WorkingCopy& copy, TileTool tool) {

@@ -70,7 +70,8 @@ void KeepOnFields(WorkingCopy& copy) {
         place.Y = std::clamp(place.Y, 0, rows - 1);
     };
     keep(copy.AttrBytePos, 8, 8);
-    keep(copy.AttrCellPos, 16, 15);
+    // Two rows more than the screen has: placing tiles one after the other leads there.
+    keep(copy.AttrCellPos, 16, 16);
     keep(copy.AttrQuadrantPos, 2, 2);
     keep(copy.BkgTilePos, 16, 16);
     keep(copy.SpTilePos, 16, 16);
@@ -81,7 +82,7 @@ void KeepOnFields(WorkingCopy& copy) {
     keep(copy.SystemPalettePos, 16, 4);
     keep(copy.MapSourcePos, 64, 1);
     keep(copy.MapTargetPos, 64, 1);
-    keep(copy.NameCellPos, kScreenColumns, kScreenRows);
+    keep(copy.NameCellPos, kScreenColumns, kScreenRows + 2);
 }
 
 void EmptyLists(WorkingCopy& copy) {
