@@ -121,7 +121,9 @@ TEST(GestureClicks, QuickReplacementsWalkOn) {
     copy.QuickReplaceToSprites = copy.SpritePaletteActive = true;
     bench.Click(bench.In(kSpriteTileList, 15, 15));
     EXPECT_FALSE(copy.SpritePaletteActive) << "the background's side, even here";
+    copy.SpritePaletteActive = true;
     bench.Click(bench.In(kTargetStrip, 63));
+    EXPECT_FALSE(copy.SpritePaletteActive);
     EXPECT_EQ(copy.SpTilePos, (Pos{15, 15})) << "there is no next tile";
     EXPECT_EQ(TileAt(copy.Store(), kSp, 255)[3], 95);
 }
@@ -137,6 +139,9 @@ TEST(GestureClicks, QuickActionPlacesTilesAndWalksOn) {
     EXPECT_EQ(copy.AttrBytePos, (Pos{7, 1}));
     EXPECT_EQ(copy.AttrCellPos, (Pos{15, 3}));
     EXPECT_EQ(copy.BkgPalettePos.X, 13);
+    copy.QuickAction = false;
+    bench.Move(bench.In(kNameTable, 2, 2));
+    copy.QuickAction = true;
     bench.Release(bench.In(kNameTable, 1, 1));
     EXPECT_EQ(copy.NameCellPos, (Pos{30, 6}));
     bench.Click(bench.In(kBkgTileList, 4, 1));
@@ -147,6 +152,8 @@ TEST(GestureClicks, QuickActionPlacesTilesAndWalksOn) {
     EXPECT_EQ(copy.NameCellPos, (Pos{1, 7}));
     EXPECT_EQ(copy.AttrCellPos, (Pos{0, 3}));
     EXPECT_EQ(copy.BkgPalettePos.X, 9);
+    bench.DoubleClick(bench.In(kSourceStrip, 9));
+    EXPECT_EQ(copy.MapSourcePos.X, 0) << "nothing else is double clicked in this mode";
 
     // The end comes two rows below the screen, by the product that the walk is bounded with.
     for (const auto& [from, then] : {std::pair{Pos{31, 29}, Pos{0, 30}},
@@ -240,9 +247,9 @@ TEST(GestureClicks, AttributeViewAndPalettesActOnWhatIsInUse) {
     store.Attributes[1] = 0;
     bench.Click(bench.In(kBkgPalette, 15));
     EXPECT_EQ(store.Attributes[1], 0);
-    bench.Click(bench.In(kNameTable, 4, 2), kCtrl);
+    bench.Click(bench.In(kNameTable, 6, 2), kCtrl);
     bench.Click(bench.In(kBkgPalette, 15));
-    EXPECT_EQ(store.Attributes[1], 0x30) << "painting isn't enough";
+    EXPECT_EQ(store.Attributes[1], 0xC0) << "painting isn't enough";
     store.Attributes[1] = 0;
     bench.Click(bench.In(kNameTable, 4, 0));
     bench.Click(bench.In(kBkgPalette, 15));
@@ -297,10 +304,9 @@ TEST(GestureClicks, TheRubberBandSelectsWhatItTouches) {
     store.SpriteTileList = {
         {.X = 20, .Y = 24}, {.X = 8, .Y = 8}, {.X = 200, .Y = 8, .Selected = 1}};
     store.BkgTileSelected[7] = store.SpriteTileSelected[9] = 1;
-    const auto selected = [&](const std::vector<TileItem>& list) {
-        std::vector<uint32_t> flags;
-        for (const TileItem& item : list)
-            flags.push_back(item.Selected);
+    const auto selected = [](const std::vector<TileItem>& list) {
+        std::vector<uint32_t> flags(list.size());
+        std::ranges::transform(list, flags.begin(), &TileItem::Selected);
         return flags;
     };
     bench.mouse.ShiftKeyDown();
@@ -314,7 +320,7 @@ TEST(GestureClicks, TheRubberBandSelectsWhatItTouches) {
     EXPECT_THAT(selected(store.BkgTileList), ElementsAre(1, 1, 1)) << "Ctrl adds";
     EXPECT_THAT(selected(store.SpriteTileList), ElementsAre(1, 0, 1));
     EXPECT_EQ(store.BkgTileSelected[7], 1);
-    bench.Move(bench.Screen(48, 48));
+    bench.Move(bench.Screen(48, 47));
     EXPECT_THAT(selected(store.BkgTileList), ElementsAre(0, 1, 0));
     EXPECT_THAT(selected(store.SpriteTileList), ElementsAre(1, 0, 0));
     EXPECT_EQ(store.BkgTileSelected[7] + store.SpriteTileSelected[9], 0);

@@ -306,8 +306,13 @@ TEST(Gestures, CursorAndArrowsTakeEachOtherAlong) {
     bench.Click(bench.In(kSpritePalette, 8));
     EXPECT_EQ(bench.Store().ArrowTile.Selected, 1u);
     EXPECT_EQ(bench.Store().ArrowTile.Palette, 2);
-    bench.Press(bench.Screen(19, 20));
-    EXPECT_EQ(bench.Store().ArrowTile.Selected, 0u);
+    for (const bool big : {false, true}) {
+        bench.Copy().document.BigCursor = big ? 1 : 0;
+        bench.Store().ArrowTile.Selected = bench.Store().SpriteTileList[0].Selected = 1;
+        bench.Click(bench.In(kNameTable, 1));
+        EXPECT_EQ(bench.Store().ArrowTile.Selected, 0u) << "though the caption takes the press";
+        EXPECT_EQ(bench.Store().SpriteTileList[0].Selected, 1u);
+    }
 }
 
 TEST(Gestures, BackgroundItemsMoveOrAreCopiedOrLost) {
@@ -448,7 +453,10 @@ TEST(Gestures, TallSpritesMoveInPairs) {
 
     bench.Drag(bench.In(kSpriteTileList, 1, 4), bench.In(kBkgTileList, 9, 9));
     EXPECT_EQ(ByteOf(bench, kBkg, 0x99), 0x40 ^ 0xFF) << "the upper one of the pair";
-    bench.Drag(bench.In(kSpriteTileList, 4, 3, {0, 0}), bench.In(kNameTable, 2, 2, {0, 0}));
+    bench.Press(bench.In(kSpriteTileList, 4, 3, {6, 7}));
+    bench.Move(bench.In(kNameTable, 2, 2, {6, 7}));
+    EXPECT_EQ(bench.mouse.DraggedPicture().at, bench.In(kNameTable, 2, 2, {-1, -2}));
+    bench.Release(bench.In(kNameTable, 2, 2, {6, 7}));
     EXPECT_THAT(bench.Store().SpriteTileList.back(), Item(16, 15, 0x35));
 }
 
@@ -489,6 +497,8 @@ TEST(Gestures, SpritesAreDroppedToTheConsolesPixel) {
         bench.Release(at, c.keys);
         ASSERT_EQ(bench.Store().SpriteTileList.size(), c.then ? 2u : 1u) << c.to.x << "," << c.to.y;
         EXPECT_EQ(bench.mouse.ShownFlags(), 6);
+        bench.Press(bench.In(kSpriteTileList, 0));
+        EXPECT_EQ(bench.mouse.ShownFlags(), 0);
         if (!c.then) continue;
         const TileItem& dropped = bench.Store().SpriteTileList.back();
         EXPECT_THAT(dropped, Item(c.then->X, c.then->Y, 2));

@@ -34,7 +34,10 @@ Views GestureMachine::DoubleClick(PointerEvent event) {
     event = Start(event);
     captured_ = true;
     BeginStep();
-    if (PressQuickAction(event)) return before | Done();
+    if (copy_.QuickAction && !shiftDown_) {
+        PressQuickAction(event);
+        return before | Done();
+    }
     if (const auto source = layout_.CellAt(Control::kSourceStrip, event.at)) {
         copy_.MapSourcePos = source->cell;
         Refresh(View::kSourceStrip);

@@ -120,7 +120,7 @@ class GestureMachine {
     void FollowStrip(Point at);
     void Paint(PatternTable table, Point at);
     void PlaceNameCell(const PointerEvent& event);
-    void ActOnView(const PointerEvent& event);  // modes 6 to 10
+    void ActOnView(const PointerEvent& event);  // modes 7 to 10
 
     void ClickScreen(const PointerEvent& event);
     void ClickBkgPalette(Point at);

@@ -43,8 +43,6 @@ Views GestureMachine::Move(PointerEvent event) {
     event = Start(event);
     if (bandActive_) MoveBand(event);
     switch (mode_) {
-        case MouseMode::kIdle:
-            break;
         case MouseMode::kDragCaption:
         case MouseMode::kDragPageNumber:
         case MouseMode::kDragItemList:
@@ -63,12 +61,6 @@ Views GestureMachine::Move(PointerEvent event) {
                 copy_.NameCellPos = hit->cell;
             }
             ClickScreen(event);
-            break;
-        case MouseMode::kAttribute:
-        case MouseMode::kBkgPalette:
-        case MouseMode::kSpritePalette:
-        case MouseMode::kSystemPalette:
-            ActOnView(event);
             break;
         case MouseMode::kDragBkgTile:
             MoveBkgGhost(event.at);
@@ -89,6 +81,8 @@ Views GestureMachine::Move(PointerEvent event) {
         case MouseMode::kPlaceNameCell:
             if (copy_.QuickAction) PlaceNameCell(event);
             break;
+        default:
+            ActOnView(event);
     }
     return Done();
 }

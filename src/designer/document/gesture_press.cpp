@@ -172,7 +172,7 @@ bool GestureMachine::PressArrows(Point inScreen) {
 }
 
 bool GestureMachine::PressQuickAction(const PointerEvent& event) {
-    if (!copy_.QuickAction || shiftDown_) return false;
+    if (!copy_.QuickAction) return false;
     for (const PatternTable table : {kBkg, kSprites}) {
         const auto hit = layout_.CellAt(TileListOf(table), event.at);
         if (!hit) continue;

@@ -49,12 +49,6 @@ Views GestureMachine::Release(PointerEvent event) {
             ClickScreen(event);
             Refresh(ActivatePalette(copy_, kBkg));
             break;
-        case MouseMode::kAttribute:
-        case MouseMode::kBkgPalette:
-        case MouseMode::kSpritePalette:
-        case MouseMode::kSystemPalette:
-            ActOnView(event);
-            break;
         case MouseMode::kDragBkgTile:
             DropBkg(event);
             break;
@@ -65,7 +59,7 @@ Views GestureMachine::Release(PointerEvent event) {
             DropText();
             break;
         default:
-            break;
+            ActOnView(event);
     }
     mode_ = MouseMode::kIdle;
     CommitStep();
@@ -89,8 +83,11 @@ void GestureMachine::ActOnView(const PointerEvent& event) {
             ClickSpritePalette(event.at);
             Refresh(ActivatePalette(copy_, kSprites));
             break;
-        default:
+        case MouseMode::kSystemPalette:
             ClickSystemPalette(event);
+            break;
+        default:
+            break;
     }
 }
 
@@ -185,7 +182,6 @@ void GestureMachine::DropSpriteOnScreen(const PointerEvent& event) {
         const Pos cell = NearestScreenCell(corner);
         place = {cell.X * kTilePixels, cell.Y * kTilePixels};
     }
-    dragHotSpot_ = {};
     // The topmost line counts as the one below it, since a sprite shows a line below its Y byte.
     if (place.Y == 0) place.Y = 1;
     shownFlags_ = dragEntry_.Flags;
@@ -213,8 +209,7 @@ void GestureMachine::DropOnList(PatternTable table, const PointerEvent& event) {
 
 void GestureMachine::EndDrag() {
     ghost_.shown = false;
-    dragEntry_.Index = kNoIndex;
-    dragEntry_.Selected = 0;
+    dragEntry_ = {};
     Refresh(View::kNameTable);
 }
 

@@ -29,7 +29,7 @@ bool IsStripCell(int32_t cell) {
 }
 
 size_t CodeOf(int cell) {
-    return static_cast<size_t>(cell + kFirstStripCode);
+    return static_cast<size_t>(cell) + size_t{kFirstStripCode};
 }
 
 // The attribute byte in use; nullptr for a place beside the table.
