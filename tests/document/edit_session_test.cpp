@@ -1,7 +1,6 @@
 #include "designer/document/edit_session.h"
 
 #include <array>
-#include <functional>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -14,6 +13,7 @@
 #include "designer/document/text_tools.h"
 #include "designer/document/tile_tools.h"
 #include "designer/document/work_state.h"
+#include "document/commands.h"
 
 namespace bw {
 namespace {
@@ -123,49 +123,8 @@ TEST(WorkState, PlacesStayOnTheirFieldsAndTheCursorIsRebuilt) {
     EXPECT_EQ(copy.Store().ArrowTileList.size(), 4u);
 }
 
-using Command = std::function<Views(WorkingCopy&)>;
-
-// Every command, some of them in several forms.
-std::vector<Command> Commands() {
-    std::vector<Command> commands;
-    for (int tool = 0; tool <= static_cast<int>(TileTool::kPixelsDown); ++tool)
-        commands.push_back(
-            [tool](WorkingCopy& c) { return ApplyTileTool(c, static_cast<TileTool>(tool)); });
-    for (const PatternTable table : {kBkg, kSp}) {
-        const auto with = [&](auto command) {
-            commands.push_back([=](WorkingCopy& c) { return command(c, table); });
-        };
-        with(CopySelectedTiles);
-        with(ResetPatternTable);
-        with(SelectAllItems);
-        with(InvertItemSelection);
-        with(ClearItems);
-        with(CopyFont);
-        with(ResetPalette);
-        with([](WorkingCopy& c, PatternTable t) { return MoveItems(c, t, 1, -8); });
-        with([](WorkingCopy& c, PatternTable t) { return PaintPixel(c, t, {3, 5}); });
-    }
-    for (const Direction direction :
-         {Direction::kLeft, Direction::kRight, Direction::kUp, Direction::kDown}) {
-        commands.push_back([=](WorkingCopy& c) { return ShiftAttributes(c, direction); });
-    }
-    for (Views (*command)(WorkingCopy&) :
-         {SwapPatternTables, BlankSelectedTiles, RemoveSelectedItems, SwapSpriteTables,
-          SwapAllSpriteTables, SplitTallSprites, MakeSpritesOfTiles, MapAllCharacters,
-          MapUsedCharacters, ClearUnusedBkgTiles, ClearUnusedSpriteTiles, OrganiseBkgTiles,
-          OrganiseSpriteTiles, ResetCharMap, ClearTexts, ResetTexts, ResetAttributes,
-          ResetDesign}) {
-        commands.emplace_back(command);
-    }
-    commands.push_back([](WorkingCopy& c) { return AddText(c, u"MORE"); });
-    commands.push_back([](WorkingCopy& c) { return SetBigSprite(c, c.Store().BigSprite == 0); });
-    commands.push_back([](WorkingCopy& c) { return SetBigCursor(c, c.document.BigCursor == 0); });
-    commands.push_back([](WorkingCopy& c) { return SetSpriteFlag(c, 1, true); });
-    return commands;
-}
-
 TEST(EditSession, EveryCommandGoesBackAndForwardToTheSameBytes) {
-    const std::vector<Command> commands = Commands();
+    const std::vector<Command> commands = EveryCommand();
     for (size_t i = 0; i < commands.size(); ++i) {
         EditSession session(FullCopy());
         const WorkState before = BuildWorkState(session.Copy());
@@ -182,7 +141,7 @@ TEST(EditSession, EveryCommandGoesBackAndForwardToTheSameBytes) {
 }
 
 TEST(EditSession, RandomWalkLeadsBackToItsStart) {
-    const std::vector<Command> commands = Commands();
+    const std::vector<Command> commands = EveryCommand();
     EditSession session(FullCopy());
     const WorkState start = BuildWorkState(session.Copy());
     std::mt19937 random(11);

@@ -6,69 +6,21 @@
 
 #include <gtest/gtest.h>
 
-#include "designer/document/name_table_picture.h"
-#include "designer/document/small_views.h"
+#include "designer/document/designer_views.h"
+#include "document/commands.h"
 #include "gesture_bench.h"
 
 namespace bw {
 namespace {
 
-// All that a window shows, redrawn as the views' names say.
-struct Screens {
-    TileImage tiles;
-    NameTablePicture nameTable;
-    std::vector<Surface> views = {MakePatternView(), MakePatternView(),   MakeTileEditor(),
-                                  MakeTileEditor(),  MakeAttributeView(), MakePaletteView(),
-                                  MakePaletteView(), MakeSystemPalette(), MakeStrip(),
-                                  MakeStrip()};
-    Surface font{kTablePixels, kTablePixels};
-
-    void Redraw(GestureBench& bench, Views stale) {
-        const WorkingCopy& copy = bench.Copy();
-        const DesignStore& store = copy.Store();
-        const auto bands = bench.mouse.Bands();
-        const auto band = [&](RubberBand RubberBands::*which) {
-            return bands ? std::optional((*bands).*which) : std::nullopt;
-        };
-        const auto all = [&](View view) {
-            return SubPalettes{0, stale.Has(view) ? kSubPaletteCount : 0};
-        };
-        tiles.Redraw(store.ChrData, store.BkgPalette, store.SpritePalette, all(View::kBkgTiles),
-                     all(View::kSpriteTiles));
-        using enum PatternTable;
-        if (stale.Has(View::kNameTable)) {
-            nameTable.Compose(copy, tiles, band(&RubberBands::nameTable));
-        }
-        if (stale.Has(View::kBkgTileList)) {
-            DrawPatternView(views[0], kBackground, copy, tiles, band(&RubberBands::bkgTiles));
-        }
-        if (stale.Has(View::kSpriteTileList)) {
-            DrawPatternView(views[1], kSprites, copy, tiles, band(&RubberBands::spriteTiles));
-        }
-        if (stale.Has(View::kBkgTileEditor)) DrawTileEditor(views[2], kBackground, copy, tiles);
-        if (stale.Has(View::kSpriteTileEditor)) DrawTileEditor(views[3], kSprites, copy, tiles);
-        if (stale.Has(View::kAttribute)) DrawAttributeView(views[4], copy);
-        if (stale.Has(View::kBkgPalette)) DrawPaletteView(views[5], kBackground, copy);
-        if (stale.Has(View::kSpritePalette)) DrawPaletteView(views[6], kSprites, copy);
-        if (stale.Has(View::kSystemPalette)) DrawSystemPalette(views[7], copy);
-        if (stale.Has(View::kTargetStrip)) DrawTargetStrip(views[8], copy, font);
-        // The strip goes with the screen: both show characters through the map.
-        if (stale.Has(View::kSourceStrip) || stale.Has(View::kNameTable)) {
-            DrawSourceStrip(views[9], copy, tiles);
-        }
+// The first view that differs, or nothing.
+std::optional<View> Difference(const DesignerViews& a, const DesignerViews& b) {
+    for (uint32_t bit = 1; bit < static_cast<uint32_t>(View::kCheckBoxes); bit <<= 1) {
+        const auto view = static_cast<View>(bit);
+        if (!std::ranges::equal(a.Of(view).Pixels(), b.Of(view).Pixels())) return view;
     }
-
-    // The first view that differs, or -1.
-    int Difference(const Screens& other) const {
-        const auto same = [](const Surface& a, const Surface& b) {
-            return std::ranges::equal(a.Pixels(), b.Pixels());
-        };
-        for (size_t i = 0; i < views.size(); ++i)
-            if (!same(views[i], other.views[i])) return static_cast<int>(i);
-        if (!same(nameTable.Picture(), other.nameTable.Picture())) return 10;
-        return same(tiles.Picture(), other.tiles.Picture()) ? -1 : 11;
-    }
-};
+    return std::nullopt;
+}
 
 class Walk {
   public:
@@ -93,7 +45,9 @@ class Walk {
         ApplyWorkState(bench_.State(), copy);
     }
 
-    int Below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
+    int Below(std::ptrdiff_t limit) {
+        return static_cast<int>(random_() % static_cast<unsigned>(limit));
+    }
 
     Point AnyPoint() {
         switch (Below(8)) {
@@ -124,7 +78,7 @@ class Walk {
             case 2:
                 return Below(3) == 0 ? bench_.mouse.ShiftKeyDown() : bench_.mouse.ShiftKeyUp();
             case 3:
-                return Switch();
+                return Below(2) == 0 ? Switch() : RunCommand();
             case 4:
             case 5:
             case 6:
@@ -138,6 +92,20 @@ class Walk {
             default:
                 return bench_.Move(last_, keys);
         }
+    }
+
+    Views RunCommand() {
+        if (bench_.mouse.Captured()) return {};
+        const Command& command = commands_[static_cast<size_t>(Below(std::ssize(commands_)))];
+        return bench_.session.Run([&](WorkingCopy& copy) {
+            DesignStore& store = copy.Store();
+            Views stale = command(copy);
+            // Some make two items of each.
+            if (store.SpriteTileList.size() > 100)
+                stale |= ClearItems(copy, PatternTable::kSprites);
+            if (store.CustomText.size() > 100) stale |= ClearTexts(copy);
+            return stale;
+        });
     }
 
     // What the check boxes beside the views switch.
@@ -188,6 +156,7 @@ class Walk {
 
   private:
     std::mt19937 random_;
+    const std::vector<Command> commands_ = EveryCommand();
     Point last_;
     WorkState lastState_;
     std::pair<size_t, size_t> lastPlace_;
@@ -221,13 +190,16 @@ TEST(GestureWalk, KeepsItsBoundsAndLeadsBackToItsStart) {
 
 TEST(GestureWalk, NamesEveryViewThatHasChanged) {
     Walk walk(4);
-    Screens shown;
-    shown.Redraw(walk.bench_, Views::All());
-    for (int i = 0; i < 700; ++i) {
-        shown.Redraw(walk.bench_, walk.Event());
-        Screens fresh;
-        fresh.Redraw(walk.bench_, Views::All());
-        ASSERT_EQ(shown.Difference(fresh), -1) << "event " << i;
+    const auto redraw = [&](DesignerViews& views, Views stale) {
+        views.Update(walk.bench_.Copy(), stale, walk.bench_.mouse.Bands());
+    };
+    DesignerViews shown;
+    redraw(shown, Views::All());
+    for (int i = 0; i < 1500; ++i) {
+        redraw(shown, walk.Event());
+        DesignerViews fresh;
+        redraw(fresh, Views::All());
+        ASSERT_EQ(Difference(shown, fresh), std::nullopt) << "event " << i;
     }
 }
 
