@@ -54,8 +54,7 @@ void LineModel::Release() {
 }
 
 int LineModel::Value(EnvelopeKind kind, size_t frame, int otherwise) const {
-    const Envelope& envelope =
-        set_->instruments[note_->instrument].envelopes[static_cast<size_t>(kind)];
+    const Envelope& envelope = set_->instruments[note_->instrument].Of(kind);
     if (frame < envelope.values.size()) return envelope.values[frame];
     if (kind == EnvelopeKind::kRelease || envelope.values.empty()) return otherwise;
     const size_t loop = envelope.loop.value_or(envelope.values.size() - 1);

@@ -1,7 +1,9 @@
 #include "music/line_reader.h"
 
-#include <charconv>
+#include <algorithm>
+#include <optional>
 #include <string_view>
+#include <utility>
 
 #include "music/periods.h"
 
@@ -242,9 +244,9 @@ class LineReader {
     // What arpeggio and pitch make of the note must be in the table, and a period of the channel.
     void CheckRange(const std::string& name, int note) {
         if (*instrument_ >= context_.set.instruments.size()) return;
-        const auto& envelopes = context_.set.instruments[*instrument_].envelopes;
+        const MusicInstrument& instrument = context_.set.instruments[*instrument_];
         const auto range = [&](EnvelopeKind kind) {
-            const std::vector<int>& values = envelopes[static_cast<size_t>(kind)].values;
+            const std::vector<int>& values = instrument.Of(kind).values;
             if (values.empty()) return std::pair{0, 0};
             const auto [least, most] = std::minmax_element(values.begin(), values.end());
             return std::pair{*least, *most};

@@ -1,7 +1,10 @@
 #include "music/music_data.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
+#include <optional>
+#include <vector>
 
 #include "music/periods.h"
 

@@ -31,6 +31,8 @@ struct MusicInstrument {
     std::string name;
     std::array<Envelope, kEnvelopes> envelopes;  // by EnvelopeKind; no values: it has none
     size_t line = 0;                             // where the text defines it
+
+    const Envelope& Of(EnvelopeKind kind) const { return envelopes[static_cast<size_t>(kind)]; }
 };
 
 // A note, or a rest, with what is tied to it.

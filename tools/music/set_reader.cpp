@@ -1,6 +1,8 @@
 #include "music/set_reader.h"
 
+#include <array>
 #include <charconv>
+#include <optional>
 #include <sstream>
 
 #include "music/line_reader.h"
@@ -219,7 +221,7 @@ class SetReader {
 
     void CheckInstruments() {
         for (const MusicInstrument& instrument : set_.instruments) {
-            if (instrument.envelopes[0].values.empty()) {
+            if (instrument.Of(EnvelopeKind::kVolume).values.empty()) {
                 faults_.Add(instrument.line,
                             "instrument " + Quoted(instrument.name) + " has no volume");
             }
@@ -255,7 +257,7 @@ class SetReader {
         if (found == names_.instruments.end()) {
             return Fault("unknown instrument " + Quoted(instrument));
         }
-        for (const int step : set_.instruments[found->second].envelopes[3].values) {
+        for (const int step : set_.instruments[found->second].Of(EnvelopeKind::kArpeggio).values) {
             const int moved = period % kNoiseMode + step;
             if (moved < 0 || moved >= kNoiseMode) {
                 return Fault("the arpeggio of " + Quoted(instrument) + " leads from period " +
@@ -330,7 +332,7 @@ size_t InstrumentBytes(const MusicInstrument& instrument) {
         if (!envelope.values.empty()) bytes += envelope.values.size() + 2;
     }
     // Without a release, or with one that doesn't end in silence, a 0 is added.
-    const Envelope& release = instrument.envelopes[static_cast<size_t>(EnvelopeKind::kRelease)];
+    const Envelope& release = instrument.Of(EnvelopeKind::kRelease);
     if (release.values.empty()) return bytes + 3;
     return release.values.back() != 0 ? bytes + 1 : bytes;
 }
