@@ -56,9 +56,15 @@ class Walk {
             case 1:
                 return {static_cast<int>(random_()), static_cast<int>(random_())};
             case 2:
-                return last_;
+            case 3:
+                return {static_cast<int16_t>(last_.x) + Below(40) - 20,
+                        static_cast<int16_t>(last_.y) + Below(40) - 20};
             default: {
-                const auto control = static_cast<Control>(Below(kControlCount));
+                // Most often where things can be dragged from and to.
+                constexpr std::array<Control, 3> kBusy = {
+                    Control::kNameTable, Control::kBkgTileList, Control::kSpriteTileList};
+                const auto control = Below(2) == 0 ? static_cast<Control>(Below(kControlCount))
+                                                   : kBusy[static_cast<size_t>(Below(3))];
                 const Grid cells = CellsOf(control);
                 return bench_.In(control, Below(cells.columns), Below(cells.rows),
                                  {Below(16), Below(16)});
@@ -96,6 +102,7 @@ class Walk {
 
     Views RunCommand() {
         if (bench_.mouse.Captured()) return {};
+        if (Below(8) == 0) return Below(2) == 0 ? bench_.session.Undo() : bench_.session.Redo();
         const Command& command = commands_[static_cast<size_t>(Below(std::ssize(commands_)))];
         return bench_.session.Run([&](WorkingCopy& copy) {
             DesignStore& store = copy.Store();

@@ -46,7 +46,7 @@ uint8_t WithQuadrantPalette(uint8_t attribute, Pos quadrant, int palette) {
     return static_cast<uint8_t>((attribute & ~(3 << shift)) | (palette & 3) << shift);
 }
 
-void SynchroniseCursors(WorkingCopy& copy) {
+Views SynchroniseCursors(WorkingCopy& copy) {
     const int64_t place = copy.AttrBytePos.X + int64_t{copy.AttrBytePos.Y} * 8;
     if (place >= 0 && place < static_cast<int64_t>(kAttributeSize)) {
         copy.CurrentAttribute = copy.Store().Attributes[static_cast<size_t>(place)];
@@ -55,6 +55,9 @@ void SynchroniseCursors(WorkingCopy& copy) {
     copy.BkgPalettePos.X = 4 * QuadrantPalette(copy.CurrentAttribute, copy.AttrQuadrantPos) + 1;
     const uint8_t colour = copy.Store().BkgPalette[static_cast<size_t>(copy.BkgPalettePos.X)];
     copy.SystemPalettePos = {colour & 15, colour >> 4};
+    // The background's tiles are shown in the sub-palette in use.
+    return View::kAttribute | View::kBkgPalette | View::kSystemPalette | View::kBkgTileList |
+           View::kBkgTileEditor | View::kSourceStrip;
 }
 
 Views ShiftAttributes(WorkingCopy& copy, Direction direction) {
@@ -84,8 +87,7 @@ Views ShiftAttributes(WorkingCopy& copy, Direction direction) {
             grid.front().fill(0);
     }
     copy.Store().Attributes = Pack(grid);
-    SynchroniseCursors(copy);
-    return View::kNameTable | View::kAttribute | View::kBkgPalette | View::kSystemPalette;
+    return View::kNameTable | SynchroniseCursors(copy);
 }
 
 }  // namespace bw

@@ -16,7 +16,7 @@ uint8_t WithQuadrantPalette(uint8_t attribute, Pos quadrant, int palette);
 
 // After the document was replaced: brings the attribute byte, the quadrant, the entry of the
 // background palette and the colour in the system palette in line with the places in use.
-void SynchroniseCursors(WorkingCopy& copy);
+Views SynchroniseCursors(WorkingCopy& copy);
 
 enum class Direction { kLeft, kRight, kUp, kDown };
 

@@ -90,10 +90,8 @@ Views LoadColours(DesignPart part, std::span<const uint8_t> bytes, WorkingCopy& 
     DesignStore& store = copy.Store();
     const bool background = part == DesignPart::kBkgPalette;
     OverwriteTable(background ? store.BkgPalette : store.SpritePalette, bytes);
-    SynchroniseCursors(copy);
     return TableViews(background ? PatternTable::kBackground : PatternTable::kSprites) |
-           View::kNameTable | View::kAttribute | View::kSystemPalette |
-           (background ? View::kBkgPalette : View::kSpritePalette);
+           View::kNameTable | View::kSpritePalette | SynchroniseCursors(copy);
 }
 
 std::u16string NotThisWay(Language language) {
@@ -169,8 +167,7 @@ std::variant<Views, std::u16string> LoadPart(DesignPart part, std::span<const ui
             return LoadNameTable(bytes, shift, copy);
         case DesignPart::kAttributes:
             OverwriteTable(copy.Store().Attributes, bytes);
-            SynchroniseCursors(copy);
-            return View::kNameTable | View::kAttribute | View::kBkgPalette | View::kSystemPalette;
+            return View::kNameTable | SynchroniseCursors(copy);
         case DesignPart::kSprites:
             ReadSprites(bytes, copy);
             return View::kNameTable;

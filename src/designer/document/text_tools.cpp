@@ -121,17 +121,14 @@ Views ResetTexts(WorkingCopy& copy) {
 
 Views ResetAttributes(WorkingCopy& copy) {
     copy.Store().Attributes = kDefaultAttributes;
-    SynchroniseCursors(copy);
-    return View::kNameTable | View::kAttribute | View::kBkgPalette | View::kSystemPalette;
+    return View::kNameTable | SynchroniseCursors(copy);
 }
 
 Views ResetPalette(WorkingCopy& copy, PatternTable table) {
     const bool background = table == PatternTable::kBackground;
     (background ? copy.Store().BkgPalette : copy.Store().SpritePalette) =
         background ? kDefaultBkgPalette : kDefaultSpritePalette;
-    SynchroniseCursors(copy);
-    return TableViews(table) | View::kAttribute | View::kSystemPalette |
-           (background ? View::kBkgPalette : View::kSpritePalette);
+    return TableViews(table) | View::kSpritePalette | SynchroniseCursors(copy);
 }
 
 Views ResetDesign(WorkingCopy& copy) {
