@@ -192,11 +192,13 @@ TEST(GestureClicks, TheScreenSelectsOrPaintsAttributes) {
     EXPECT_EQ(copy.NameCellPos, (Pos{6, 7}));
     EXPECT_EQ(copy.AttrCellPos, Pos()) << "follows with the next event";
     bench.Move(bench.In(kNameTable, 8, 10));
-    EXPECT_EQ(copy.NameCellPos, (Pos{8, 10}));
+    EXPECT_TRUE(bench.Move(bench.In(kNameTable, 9, 10)).Has(View::kNameTable));
+    EXPECT_TRUE(bench.Move(bench.In(kNameTable, 9, 10)).Empty()) << "nothing new";
+    EXPECT_EQ(copy.NameCellPos, (Pos{9, 10}));
     EXPECT_EQ(copy.BkgPalettePos.X, 9);
     EXPECT_TRUE(copy.SpritePaletteActive);
     bench.Release(bench.In(kNameTable, 11, 10));
-    EXPECT_EQ(copy.NameCellPos, (Pos{8, 10})) << "only moved by movements";
+    EXPECT_EQ(copy.NameCellPos, (Pos{9, 10})) << "only moved by movements";
     EXPECT_EQ(copy.AttrCellPos, (Pos{5, 5}));
     EXPECT_EQ(copy.AttrBytePos, (Pos{2, 2}));
     EXPECT_EQ(copy.AttrQuadrantPos, (Pos{1, 1}));
@@ -238,7 +240,9 @@ TEST(GestureClicks, AttributeViewAndPalettesActOnWhatIsInUse) {
     EXPECT_FALSE(copy.SpritePaletteActive);
 
     copy.SpritePaletteActive = true;
-    bench.Drag(bench.In(kBkgPalette, 1), bench.In(kBkgPalette, 15));
+    bench.Press(bench.In(kBkgPalette, 1));
+    EXPECT_TRUE(bench.Move(bench.In(kBkgPalette, 15)).Has(View::kAttribute));
+    bench.Release(bench.In(kBkgPalette, 15));
     EXPECT_EQ(copy.BkgPalettePos.X, 15);
     EXPECT_EQ(copy.SystemPalettePos, (Pos{15, 1}));
     EXPECT_EQ(store.Attributes[1], 0xF4);
