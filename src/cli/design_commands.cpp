@@ -6,18 +6,6 @@
 #include "support/paths.h"
 
 namespace bw {
-namespace {
-
-constexpr int kErrorTitle = 147;
-
-int Tell(const DesignProblem& problem, Language language) {
-    if (!problem) return 0;
-    TerminalUser user(language, {}, {});
-    user.Message(*problem, LoadText(kErrorTitle, language), MessageKind::kError);
-    return 1;
-}
-
-}  // namespace
 
 int PackDesignFolder(const Arguments& arguments) {
     const Language language = SystemLanguage();
@@ -26,14 +14,14 @@ int PackDesignFolder(const Arguments& arguments) {
     std::vector<uint8_t> bytes;
     DesignProblem problem = PackDesign(FromCurrentFolder(arguments.folder), bytes);
     if (!problem) problem = SaveDesign(file, bytes, language);
-    return Tell(problem, language);
+    return TellProblem(problem, language);
 }
 
 int UnpackDesignFile(const Arguments& arguments) {
     const Language language = SystemLanguage();
-    return Tell(UnpackDesign(FromCurrentFolder(arguments.design),
-                             FromCurrentFolder(arguments.folder), language),
-                language);
+    return TellProblem(UnpackDesign(FromCurrentFolder(arguments.design),
+                                    FromCurrentFolder(arguments.folder), language),
+                       language);
 }
 
 }  // namespace bw

@@ -15,8 +15,6 @@
 namespace bw {
 namespace {
 
-constexpr int kErrorTitle = 147;
-
 enum class Ways { kBoth, kLoad, kSave };
 
 struct NamedPart {
@@ -52,13 +50,6 @@ std::vector<std::string> NamesBut(Ways left) {
 // The names are those that the command line was checked against.
 DesignPart PartOf(std::string_view name) {
     return std::ranges::find(kParts, name, &NamedPart::name)->part;
-}
-
-int Tell(const DesignProblem& problem, Language language) {
-    if (!problem) return 0;
-    TerminalUser user(language, {}, {});
-    user.Message(*problem, LoadText(kErrorTitle, language), MessageKind::kError);
-    return 1;
 }
 
 DesignProblem Load(const PartFile& loaded, WorkingCopy& copy, Language language) {
@@ -99,7 +90,8 @@ std::vector<std::string> SavedPartNames() {
 int DesignInfo(const Arguments& arguments) {
     const Language language = SystemLanguage();
     WorkingCopy copy;
-    if (const auto problem = Open(arguments.design, copy, language)) return Tell(problem, language);
+    if (const auto problem = Open(arguments.design, copy, language))
+        return TellProblem(problem, language);
     const std::string text =
         arguments.json ? DesignJson(copy.document) : DesignTable(copy.document, language);
     return PrintOut(text) ? 0 : 1;
@@ -117,7 +109,7 @@ int ConvertDesign(const Arguments& arguments) {
     for (const PartFile& saved : arguments.saves) {
         if (!problem) problem = Save(saved, copy, language);
     }
-    return Tell(problem, language);
+    return TellProblem(problem, language);
 }
 
 }  // namespace bw

@@ -20,8 +20,6 @@
 namespace bw {
 namespace {
 
-constexpr int kErrorTitle = 147;
-
 // The layers by the names that users give them.
 struct Layer {
     std::string_view name;
@@ -41,13 +39,7 @@ class Renderer {
   public:
     explicit Renderer(const Arguments& arguments) : arguments_(arguments) {}
 
-    int Run() {
-        const std::optional<std::u16string> problem = Render();
-        if (!problem) return 0;
-        TerminalUser user(language_, {}, {});
-        user.Message(*problem, LoadText(kErrorTitle, language_), MessageKind::kError);
-        return 1;
-    }
+    int Run() { return TellProblem(Render(), language_); }
 
   private:
     std::optional<std::u16string> Render() {

@@ -110,6 +110,14 @@ void TerminalUser::ClearProgress() {
     }
 }
 
+int TellProblem(const std::optional<std::u16string>& problem, Language language) {
+    constexpr int kErrorTitle = 147;
+    if (!problem) return 0;
+    TerminalUser(language, {}, {})
+        .Message(*problem, LoadText(kErrorTitle, language), MessageKind::kError);
+    return 1;
+}
+
 void CancelOnInterrupt() {
     Interrupted();  // constructed before a signal can come
     const auto handler = [](int) { Interrupted() = true; };

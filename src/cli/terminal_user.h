@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "builder/build_user.h"
@@ -42,6 +43,9 @@ class TerminalUser : public BuildUser {
     bool progressShown_ = false;
     Clock::time_point nextProgress_;
 };
+
+// Tells what is wrong, if anything is. The exit code that goes with it.
+int TellProblem(const std::optional<std::u16string>& problem, Language language);
 
 // Asks a running build to stop when the user interrupts the program.
 void CancelOnInterrupt();
