@@ -1,4 +1,5 @@
 // The program as a script runs it: exit codes, streams, files.
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 
@@ -9,6 +10,8 @@
 
 #include "common/game_image.h"
 #include "common/temporary_folder.h"
+#include "designer/document/png_file.h"
+#include "support/files.h"
 #include "support/generated_text.h"
 
 namespace bw {
@@ -246,6 +249,48 @@ TEST_F(Commands, PartsGoIntoDesignsAndOut) {
     ExpectRefused("design convert bad.fct --save design=new", "bad.fct: chunk at");
     ExpectRefused("design convert one.fcm --save design=no/folder/x", "x.fcm: No such file");
     ExpectRefused("design info bad.fct", "bad.fct: chunk at");
+}
+
+TEST_F(Commands, DesignsAreDrawn) {
+    std::filesystem::create_directory(folder_ / "mine");
+    WriteText(folder_ / "mine/design.txt",
+              std::string(kDesignText) +
+                  "background-palette 0F 16 16 16 0F 16 16 16 0F 16 16 16 0F 16 16 16\n"
+                  "sprite-palette 02 2A 2A 2A 02 2A 2A 2A 02 2A 2A 2A 02 2A 2A 2A\n");
+    Image("a game.nes", {1, 1, 0});
+    ASSERT_EQ(Run("design pack mine -o one").exitCode, 0);
+    // How many pixels of an area of 8 by 8 have the texts' colour.
+    const auto ink = [&](const std::string& options, uint32_t column, uint32_t row) {
+        const RunResult run = Run("design render one.fcm 'a game.nes' --scale 1 -o p " + options);
+        EXPECT_EQ(run.exitCode, 0) << run.err;
+        Picture picture;
+        const auto png = ReadFile(folder_ / "p.png");
+        EXPECT_EQ(DecodePng(*png, 256, 240, picture), std::nullopt);
+        long count = 0;
+        for (size_t y = row * 8; y < row * 8 + 8; ++y) {
+            const auto line = picture.pixels.begin() + static_cast<long>(y * 256 + column * 8);
+            count += std::count(line, line + 8, 0xDB2800u);
+        }
+        return count;
+    };
+    EXPECT_GT(ink("", 4, 20), 0) << "the list's A";
+    EXPECT_EQ(ink("", 5, 20), 0) << "the blank behind it";
+    EXPECT_GT(ink("", 0, 3), 0) << "the text's H";
+    EXPECT_EQ(ink("", 31, 28), 0) << "no page number";
+    EXPECT_GT(ink("--page-number", 31, 28), 0);
+    EXPECT_GT(ink("--number", 5, 20), 0) << "the A behind 1";
+    EXPECT_EQ(ink("--layers list,cursor", 0, 3), 0);
+    EXPECT_GT(ink("--layers list,cursor", 4, 20), 0);
+
+    ASSERT_EQ(Run("design render one.fcm --view tiles --scale 3 -o t.png").exitCode, 0);
+    Picture tiles;
+    EXPECT_EQ(DecodePng(*ReadFile(folder_ / "t.png"), 1536, 768, tiles), std::nullopt);
+    WriteText(folder_ / "bad.fcm", "bad");
+    ExpectRefused("design render bad.fcm -o new", "bad.fcm: chunk at");
+    ExpectRefused("design render one.fcm none.nes -o new", "none.nes doesn't exist");
+    ExpectRefused("design render one.fcm -o no/folder/x", "x.png: No such file");
+    EXPECT_EQ(Run("design render one.fcm --layers paint -o new").exitCode, 2);
+    EXPECT_EQ(Run("design render one.fcm --scale 9 -o new").exitCode, 2);
 }
 
 TEST_F(Commands, DesignsReachTheBuild) {
