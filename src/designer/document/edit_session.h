@@ -11,7 +11,8 @@ namespace bw {
 
 class EditSession {
   public:
-    explicit EditSession(WorkingCopy copy = {}) : copy_(std::move(copy)) {}
+    EditSession() = default;
+    explicit EditSession(WorkingCopy copy) : copy_(std::move(copy)) {}
 
     WorkingCopy& Copy() { return copy_; }
     const WorkingCopy& Copy() const { return copy_; }
