@@ -43,7 +43,7 @@ class Renderer {
 
   private:
     std::optional<std::u16string> Render() {
-        if (const auto problem = Load()) return problem;
+        if (auto problem = Load()) return problem;
         const std::vector<uint8_t> png = SurfacePng(Picture());
         std::filesystem::path file = FromCurrentFolder(arguments_.output);
         if (!HasExtension(file, "png")) file += ".png";
@@ -106,6 +106,7 @@ class Renderer {
 
 std::vector<std::string> LayerNames() {
     std::vector<std::string> names;
+    names.reserve(kLayers.size());
     for (const Layer& layer : kLayers)
         names.emplace_back(layer.name);
     return names;

@@ -83,12 +83,12 @@ TEST(History, StoredFormAndItsDamages) {
     EXPECT_EQ(load({}, 7).Count(), 0u);
 
     std::vector<uint8_t> damaged = stored;
-    damaged[17 * 2] = 17;  // the third header
+    damaged[34] = 17;  // the third header
     EXPECT_EQ(load(damaged, 0).Count(), 2u);
     damaged = stored;
-    damaged[17 * 3 + 15] = 0xFF;  // 4 GB
+    damaged[66] = 0xFF;  // 4 GB
     EXPECT_EQ(load(damaged, 0).Count(), 3u);
-    damaged.resize(17 * 3 + 8);
+    damaged.resize(59);
     EXPECT_EQ(load(damaged, 0).Count(), 3u);
 }
 

@@ -151,7 +151,8 @@ TEST(Attributes, ShiftByQuadrants) {
         copy.Store().Attributes[i] = static_cast<uint8_t>(i * 37 + 11);
     const auto first = copy.Store().Attributes;
     const auto quadrant = [](const auto& table, int x, int y) {
-        return QuadrantPalette(table[static_cast<size_t>(y / 2 * 8 + x / 2)], {x % 2, y % 2});
+        return QuadrantPalette(table[static_cast<size_t>(y / 2) * 8 + static_cast<size_t>(x / 2)],
+                               {x % 2, y % 2});
     };
     const struct {
         Direction direction;

@@ -16,7 +16,8 @@ class MapTools : public testing::Test {
   protected:
     MapTools() {
         for (int tile = 0; tile < kTileCount; ++tile)
-            std::fill_n(store_.DefaultChrData.begin() + tile * 16, 16, static_cast<uint8_t>(tile));
+            std::fill_n(store_.DefaultChrData.begin() + std::ptrdiff_t{tile} * 16, 16,
+                        static_cast<uint8_t>(tile));
     }
     void Fill(PatternTable table, int tile, uint8_t byte = 0xEE) {
         std::ranges::fill(TileAt(store_, table, tile), byte);

@@ -44,22 +44,22 @@ bool Holds(const WorkingCopy& copy, PatternTable table, int tile, uint8_t byte) 
 
 TEST(TileTools, RecodeEveryPixel) {
     const struct {
+        const char* to;  // what becomes of 0, 1, 2 and 3
         TileTool tool;
-        const char* to;   // what becomes of 0, 1, 2 and 3
         int repetitions;  // that give the first tile back; 0: none
     } cases[] = {
-        {TileTool::kColoursLeft, "3012", 4},
-        {TileTool::kColoursRight, "1230", 4},
-        {TileTool::kColoursLeftButEmpty, "0312", 3},
-        {TileTool::kColoursRightButEmpty, "0231", 3},
-        {TileTool::kRemove1, "0023", 0},
-        {TileTool::kRemove2, "0103", 0},
-        {TileTool::kRemove3, "0120", 0},
-        {TileTool::kSwap1And2, "0213", 2},
-        {TileTool::kSwap1And3, "0321", 2},
-        {TileTool::kSwap2And3, "0132", 2},
+        {"3012", TileTool::kColoursLeft, 4},
+        {"1230", TileTool::kColoursRight, 4},
+        {"0312", TileTool::kColoursLeftButEmpty, 3},
+        {"0231", TileTool::kColoursRightButEmpty, 3},
+        {"0023", TileTool::kRemove1, 0},
+        {"0103", TileTool::kRemove2, 0},
+        {"0120", TileTool::kRemove3, 0},
+        {"0213", TileTool::kSwap1And2, 2},
+        {"0321", TileTool::kSwap1And3, 2},
+        {"0132", TileTool::kSwap2And3, 2},
     };
-    for (const auto& [tool, to, repetitions] : cases) {
+    for (const auto& [to, tool, repetitions] : cases) {
         WorkingCopy copy;
         copy.Store().BkgTileSelected[3] = copy.Store().SpriteTileSelected[255] = 1;
         for (const int tile : {3, 4})
@@ -100,7 +100,9 @@ TEST(TileTools, MovesLoseWhatLeavesTheTile) {
                 const int fromRow = row + y, fromColumn = column + x;
                 const bool inside =
                     fromRow >= 0 && fromRow < 8 && fromColumn >= 0 && fromColumn < 8;
-                const auto at = [](int r, int c) { return static_cast<size_t>(r * 9 + c); };
+                const auto at = [](int r, int c) {
+                    return static_cast<size_t>(r) * 9 + static_cast<size_t>(c);
+                };
                 EXPECT_EQ(after[at(row, column)], inside ? before[at(fromRow, fromColumn)] : '0');
             }
         for (int i = 0; i < 7; ++i)

@@ -40,7 +40,7 @@ ByteSet PrintedCharacters(const WorkingCopy& copy) {
     if (copy.ShowPageNumber) {
         AddCharacters(set, copy.PageNumberText);
         for (int digit = 0; digit <= LastDigit(copy); ++digit)
-            set.set(static_cast<size_t>('0' + digit));
+            set.set(size_t{'0'} + static_cast<size_t>(digit));
     }
     return set;
 }

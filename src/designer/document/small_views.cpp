@@ -148,7 +148,7 @@ void DrawTargetStrip(Surface& view, const WorkingCopy& copy, const Surface& font
 void DrawSourceStrip(Surface& view, const WorkingCopy& copy, const TileImage& tiles) {
     const int palette = Side(PatternTable::kBackground, copy).SubPalette();
     for (int cell = 0; cell < kStripCells; ++cell) {
-        const uint8_t tile = copy.Store().CharMapData[static_cast<size_t>(kFirstStripCode + cell)];
+        const uint8_t tile = copy.Store().CharMapData[kFirstStripCode + static_cast<size_t>(cell)];
         Copy(view, {cell * kListCell, 0}, tiles.BkgTile(tile, palette), {.scale = 2});
     }
     MarkStripCell(view, copy.MapSourcePos);

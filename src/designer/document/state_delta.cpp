@@ -20,7 +20,7 @@ struct Section {
 // Bytes that are no work state come out as one section.
 std::vector<Section> Split(Bytes state) {
     constexpr uint32_t kContainer = 16;
-    const std::vector<Section> whole = {{0, 0, state.size()}};
+    std::vector<Section> whole = {{0, 0, state.size()}};
     if (state.size() < kChunkHeaderSize) return whole;
     std::vector<Section> sections = {{kContainer, 0, kChunkHeaderSize}};
     for (size_t at = kChunkHeaderSize; at < state.size();) {

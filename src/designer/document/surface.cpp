@@ -1,6 +1,7 @@
 #include "designer/document/surface.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace bw {
 namespace {
@@ -24,7 +25,7 @@ Span VisiblePart(int at, int length, int scale, int limit) {
 struct Row {
     Colour* line;
     const Colour* from;
-    int step;
+    std::ptrdiff_t step;
 };
 
 // The whole row at a scale known beforehand, which compilers turn into a few wide moves.
