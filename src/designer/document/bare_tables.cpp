@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
+#include "designer/document/stored_numbers.h"
 #include "designer/document/tile_tools.h"
 
 namespace bw {
 namespace {
 
-constexpr size_t kTableBytes = kTileCount * kTileBytes;
 constexpr size_t kSpriteRecord = 4;
 constexpr size_t kMostSpritesRead = 255;
 constexpr uint8_t kNoSprite = 0xF8;
@@ -16,15 +16,7 @@ constexpr size_t kColumns = kScreenColumns;
 
 std::span<uint8_t> TableOf(DesignStore& store, PatternTable table) {
     return std::span(store.ChrData)
-        .subspan(table == PatternTable::kBackground ? 0 : kTableBytes, kTableBytes);
-}
-
-const std::array<uint8_t, 256>& MarksOf(const DesignStore& store, PatternTable table) {
-    return table == PatternTable::kBackground ? store.BkgTileSelected : store.SpriteTileSelected;
-}
-
-bool IsSelected(const TileItem& item) {
-    return (item.Selected & 1) != 0;
+        .subspan(table == PatternTable::kBackground ? 0 : kPatternTableSize, kPatternTableSize);
 }
 
 bool IsOnScreen(const TileItem& item) {
@@ -79,17 +71,13 @@ TileItem SpriteOf(std::span<const uint8_t> record, uint32_t index) {
 
 }  // namespace
 
-void OverwriteTable(std::span<uint8_t> table, std::span<const uint8_t> bytes) {
-    std::copy_n(bytes.begin(), std::min(table.size(), bytes.size()), table.begin());
-}
-
 void ReadTiles(std::span<const uint8_t> bytes, PatternTable table, size_t first,
                DesignStore& store) {
-    OverwriteTable(TableOf(store, table).subspan(first * kTileBytes), bytes);
+    Overwrite(TableOf(store, table).subspan(first * kTileBytes), bytes);
 }
 
 std::vector<uint8_t> StoredTiles(PatternTable table, bool marked, const DesignStore& store) {
-    const std::array<uint8_t, 256>& marks = MarksOf(store, table);
+    const std::array<uint8_t, 256>& marks = TileMarks(store, table);
     const bool all = !marked || std::ranges::count(marks, 0) == kTileCount;
     std::vector<uint8_t> bytes;
     for (int number = 0; number < kTileCount; ++number) {
@@ -112,10 +100,10 @@ void ReadNameTable(std::span<const uint8_t> bytes, WorkingCopy& copy) {
 
 std::vector<uint8_t> StoredNameTable(bool selected, const WorkingCopy& copy) {
     const std::vector<TileItem>& items = copy.Store().BkgTileList;
-    const bool some = selected && std::ranges::any_of(items, IsSelected);
+    const bool some = selected && std::ranges::any_of(items, &TileItem::IsSelected);
     std::vector<uint8_t> cells(kNameTableSize);
     for (const TileItem& item : items) {
-        if (!IsOnScreen(item) || (some && !IsSelected(item))) continue;
+        if (!IsOnScreen(item) || (some && !item.IsSelected())) continue;
         cells[static_cast<size_t>(item.Y) * kColumns + static_cast<size_t>(item.X)] = item.Tile;
     }
     PutTexts(copy, cells);
@@ -146,7 +134,7 @@ void ReadSprites(std::span<const uint8_t> bytes, WorkingCopy& copy) {
 
 std::optional<std::vector<uint8_t>> StoredSprites(bool odd, const DesignStore& store) {
     const std::vector<TileItem>& items = store.SpriteTileList;
-    const bool onlyOdd = odd && std::ranges::any_of(items, IsSelected);
+    const bool onlyOdd = odd && std::ranges::any_of(items, &TileItem::IsSelected);
     std::vector<uint8_t> bytes;
     for (const TileItem& item : items) {
         const bool placed =
@@ -169,11 +157,11 @@ void ReadVideoMemory(std::span<const uint8_t, kVideoMemorySize> image, size_t sc
     store.BkgTileList.clear();
     store.SpriteTileList.clear();
     copy.nextTextIndex = copy.nextBkgIndex = copy.nextSpriteIndex = 0;
-    OverwriteTable(store.ChrData, image);
+    Overwrite(store.ChrData, image);
     ReadNameTable(image.subspan(screen, kNameTableSize), copy);
-    OverwriteTable(store.Attributes, image.subspan(screen + kNameTableSize));
-    OverwriteTable(store.BkgPalette, image.subspan(kPalettes));
-    OverwriteTable(store.SpritePalette, image.subspan(kPalettes + kPaletteSize));
+    Overwrite(store.Attributes, image.subspan(screen + kNameTableSize));
+    Overwrite(store.BkgPalette, image.subspan(kPalettes));
+    Overwrite(store.SpritePalette, image.subspan(kPalettes + kPaletteSize));
 }
 
 }  // namespace bw

@@ -14,9 +14,6 @@ inline constexpr size_t kNameTableSize = 960;
 inline constexpr size_t kVideoMemorySize = 16384;
 inline constexpr size_t kSpritesInMemory = 64;
 
-// As much of the bytes as the table takes, over its start.
-void OverwriteTable(std::span<uint8_t> table, std::span<const uint8_t> bytes);
-
 // Tiles from the number `first` on, 0 to 255. None leave their pattern table.
 void ReadTiles(std::span<const uint8_t> bytes, PatternTable table, size_t first,
                DesignStore& store);

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "designer/document/design_records.h"
+#include "designer/document/stored_numbers.h"
 
 namespace bw {
 namespace {
@@ -19,11 +20,6 @@ Fault CheckSize(const ChunkView& chunk, size_t room) {
                       .type = chunk.type,
                       .found = chunk.payload.size(),
                       .expected = room};
-}
-
-// As much as there is and as there is room for.
-void Overwrite(std::span<uint8_t> field, Payload payload) {
-    std::copy_n(payload.begin(), std::min(field.size(), payload.size()), field.begin());
 }
 
 Fault ReadTable(const ChunkView& chunk, std::span<uint8_t> table) {

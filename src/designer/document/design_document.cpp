@@ -27,13 +27,6 @@ bool WriteList(SettingsStore& settings, std::string_view name, const std::vector
            settings.RegDeleteValue(kDesignKey, name);
 }
 
-template <typename Item>
-void Renumber(std::vector<Item>& items) {
-    for (size_t i = 0; i < items.size(); ++i) {
-        items[i].Index = static_cast<uint32_t>(i);
-    }
-}
-
 std::vector<uint8_t> StoredNumber(uint32_t value) {
     std::vector<uint8_t> bytes;
     Append32(bytes, value);

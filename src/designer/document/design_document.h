@@ -27,6 +27,15 @@ struct DesignDocument {
     uint8_t BigCursor = 0;  // non-zero: the large cursor ArrowTileList, not ArrowTile
 };
 
+// Numbers the items from 0 on and gives their count.
+template <typename Item>
+uint32_t Renumber(std::vector<Item>& items) {
+    uint32_t next = 0;
+    for (Item& item : items)
+        item.Index = next++;
+    return next;
+}
+
 // The video memory address of a place on the screen. A place outside gives the address that the
 // same arithmetic leads to, which may lie outside the screen's part of the memory.
 uint32_t PpuAddress(const Pos& place);

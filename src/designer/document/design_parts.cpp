@@ -7,6 +7,7 @@
 
 #include "designer/document/bare_tables.h"
 #include "designer/document/cursors.h"
+#include "designer/document/stored_numbers.h"
 #include "designer/document/tile_tools.h"
 #include "support/files.h"
 #include "support/paths.h"
@@ -89,7 +90,7 @@ Views LoadNameTable(std::span<const uint8_t> bytes, Shift shift, WorkingCopy& co
 Views LoadColours(DesignPart part, std::span<const uint8_t> bytes, WorkingCopy& copy) {
     DesignStore& store = copy.Store();
     const bool background = part == DesignPart::kBkgPalette;
-    OverwriteTable(background ? store.BkgPalette : store.SpritePalette, bytes);
+    Overwrite(background ? store.BkgPalette : store.SpritePalette, bytes);
     return TableViews(background ? PatternTable::kBackground : PatternTable::kSprites) |
            View::kNameTable | View::kSpritePalette | SynchroniseCursors(copy);
 }
@@ -166,7 +167,7 @@ std::variant<Views, std::u16string> LoadPart(DesignPart part, std::span<const ui
         case DesignPart::kNameTable:
             return LoadNameTable(bytes, shift, copy);
         case DesignPart::kAttributes:
-            OverwriteTable(copy.Store().Attributes, bytes);
+            Overwrite(copy.Store().Attributes, bytes);
             return View::kNameTable | SynchroniseCursors(copy);
         case DesignPart::kSprites:
             ReadSprites(bytes, copy);

@@ -13,7 +13,12 @@
 
 namespace bw {
 
-inline constexpr size_t kChrDataSize = 8192;  // both pattern tables
+inline constexpr int kTileCount = 256;  // of a pattern table
+inline constexpr int kTilesInRow = 16;
+inline constexpr int kTilePixels = 8;  // width and height of a tile
+inline constexpr size_t kTileBytes = 16;
+inline constexpr size_t kPatternTableSize = kTileCount * kTileBytes;
+inline constexpr size_t kChrDataSize = 2 * kPatternTableSize;
 inline constexpr size_t kAttributeSize = 64;
 inline constexpr size_t kPaletteSize = 16;
 inline constexpr size_t kCharMapSize = 256;
@@ -38,10 +43,12 @@ struct TileItem {
     uint8_t Flags = 0;            // kFlipVertically and so on
     uint8_t Reserved = 0;         // carried along
 
+    static constexpr uint32_t kSelected = 1;
     static constexpr uint8_t kFlipVertically = 1;
     static constexpr uint8_t kFlipHorizontally = 2;
     static constexpr uint8_t kBehindBackground = 4;
 
+    bool IsSelected() const { return (Selected & kSelected) != 0; }
     bool operator==(const TileItem&) const = default;
 };
 

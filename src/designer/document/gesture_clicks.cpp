@@ -9,20 +9,18 @@
 namespace bw {
 namespace {
 
-constexpr uint32_t kSelectedBit = 1;
-
 // Toggles the first item that `hit` holds for.
 template <typename Hits>
 bool ToggleFirst(std::vector<TileItem>& items, Hits hits) {
     const auto found = std::ranges::find_if(items, hits);
     if (found == items.end()) return false;
-    found->Selected ^= kSelectedBit;
+    found->Selected ^= TileItem::kSelected;
     return true;
 }
 
 void SetTileOfSelected(std::vector<TileItem>& items, uint8_t tile) {
     for (TileItem& item : items)
-        if ((item.Selected & kSelectedBit) != 0) item.Tile = tile;
+        if (item.IsSelected()) item.Tile = tile;
 }
 
 }  // namespace
@@ -60,7 +58,7 @@ bool GestureMachine::ToggleCursor(Point inScreen) {
     };
     if (copy_.document.BigCursor != 0) return ToggleFirst(store.ArrowTileList, hits);
     if (!hits(store.ArrowTile)) return false;
-    store.ArrowTile.Selected ^= kSelectedBit;
+    store.ArrowTile.Selected ^= TileItem::kSelected;
     return true;
 }
 
@@ -92,7 +90,7 @@ void GestureMachine::ExchangeTiles(const PointerEvent& event) {
     SetTileOfSelected(store.SpriteTileList, static_cast<uint8_t>(tile));
     if (copy_.document.BigCursor != 0) {
         SetTileOfSelected(store.ArrowTileList, static_cast<uint8_t>(tile));
-    } else if ((store.ArrowTile.Selected & kSelectedBit) != 0) {
+    } else if (store.ArrowTile.IsSelected()) {
         store.ArrowTile.Tile = static_cast<uint8_t>(tile);
     }
     Refresh(View::kNameTable);
@@ -103,8 +101,8 @@ Views GestureMachine::MiddlePress() {
     const bool ownStep = !stepOpen_;
     if (ownStep) BeginStep();
     for (TileItem& arrow : copy_.Store().ArrowTileList)
-        arrow.Selected |= kSelectedBit;
-    copy_.Store().ArrowTile.Selected |= kSelectedBit;
+        arrow.Selected |= TileItem::kSelected;
+    copy_.Store().ArrowTile.Selected |= TileItem::kSelected;
     if (ownStep) CommitStep();
     return View::kNameTable | View::kCheckBoxes;
 }

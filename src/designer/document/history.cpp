@@ -3,15 +3,10 @@
 #include <algorithm>
 #include <limits>
 
+#include "designer/document/chunk_file.h"
 #include "designer/document/stored_numbers.h"
 
 namespace bw {
-namespace {
-
-constexpr uint32_t kContainer = 16;
-constexpr size_t kHeaderSize = 16;
-
-}  // namespace
 
 bool History::CommitEditStep(const WorkState& state) {
     if (pending_.empty() || pending_ == state) return false;
@@ -62,7 +57,7 @@ std::vector<uint8_t> History::Store() const {
     for (size_t i = index_; i > 0; --i)
         state = deltas_[i - 1].Backward(state);
     for (size_t i = 0;; ++i) {
-        for (const uint32_t word : {kContainer, std::numeric_limits<uint32_t>::max(), 1u,
+        for (const uint32_t word : {kStateContainer, std::numeric_limits<uint32_t>::max(), 1u,
                                     static_cast<uint32_t>(state.size())}) {
             Append32(stored, word);
         }
@@ -74,12 +69,12 @@ std::vector<uint8_t> History::Store() const {
 
 void History::Load(std::span<const uint8_t> stored, uint64_t index) {
     *this = History();
-    while (stored.size() >= kHeaderSize && Read32(stored, 0) == kContainer) {
+    while (stored.size() >= kChunkHeaderSize && Read32(stored, 0) == kStateContainer) {
         const size_t size = Read32(stored, 12);
-        if (size > stored.size() - kHeaderSize) break;
-        const auto state = stored.subspan(kHeaderSize, size);
+        if (size > stored.size() - kChunkHeaderSize) break;
+        const auto state = stored.subspan(kChunkHeaderSize, size);
         Append({state.begin(), state.end()});
-        stored = stored.subspan(kHeaderSize + size);
+        stored = stored.subspan(kChunkHeaderSize + size);
     }
     MoveTo(static_cast<size_t>(std::min<uint64_t>(index, deltas_.size())));
 }

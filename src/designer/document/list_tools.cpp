@@ -10,8 +10,6 @@
 namespace bw {
 namespace {
 
-constexpr uint32_t kSelectedBit = 1;
-
 std::vector<TileItem>& ListOf(WorkingCopy& copy, PatternTable table) {
     return table == PatternTable::kBackground ? copy.Store().BkgTileList
                                               : copy.Store().SpriteTileList;
@@ -70,24 +68,17 @@ uint8_t PaletteAt(const DesignStore& store, Pos cell) {
 
 }  // namespace
 
-uint32_t Renumber(std::vector<TileItem>& items) {
-    uint32_t next = 0;
-    for (TileItem& item : items)
-        item.Index = next++;
-    return next;
-}
-
 Views SelectAllItems(WorkingCopy& copy, PatternTable table) {
     if (!IsShown(copy, table)) return {};
     for (TileItem& item : ListOf(copy, table))
-        item.Selected |= kSelectedBit;
+        item.Selected |= TileItem::kSelected;
     return View::kNameTable | View::kCheckBoxes;
 }
 
 Views InvertItemSelection(WorkingCopy& copy, PatternTable table) {
     if (!IsShown(copy, table)) return {};
     for (TileItem& item : ListOf(copy, table))
-        item.Selected ^= kSelectedBit;
+        item.Selected ^= TileItem::kSelected;
     return View::kNameTable | View::kCheckBoxes;
 }
 
@@ -103,8 +94,7 @@ Views ClearItems(WorkingCopy& copy, PatternTable table) {
 
 Views RemoveSelectedItems(WorkingCopy& copy) {
     for (const PatternTable table : {PatternTable::kBackground, PatternTable::kSprites}) {
-        std::erase_if(ListOf(copy, table),
-                      [](const TileItem& item) { return (item.Selected & kSelectedBit) != 0; });
+        std::erase_if(ListOf(copy, table), [](const TileItem& item) { return item.IsSelected(); });
     }
     return View::kNameTable | View::kCheckBoxes;
 }
@@ -119,7 +109,7 @@ Views MoveItems(WorkingCopy& copy, PatternTable table, int32_t x, int32_t y) {
 
 Views SetSpriteFlag(WorkingCopy& copy, uint8_t flag, bool on) {
     const auto set = [&](TileItem& item) {
-        if ((item.Selected & kSelectedBit) != 0) SetFlag(item, flag, on);
+        if (item.IsSelected()) SetFlag(item, flag, on);
     };
     DesignStore& store = copy.Store();
     std::ranges::for_each(store.SpriteTileList, set);
@@ -171,7 +161,7 @@ Views MakeSpritesOfTiles(WorkingCopy& copy) {
     if (store.BigSprite != 0) return {};
     std::vector<TileItem> staying;
     for (const TileItem& item : store.BkgTileList) {
-        if ((item.Selected & kSelectedBit) == 0) {
+        if (!item.IsSelected()) {
             staying.push_back(item);
             continue;
         }

@@ -42,7 +42,4 @@ Views MakeSpritesOfTiles(WorkingCopy& copy);
 Views SetBigCursor(WorkingCopy& copy, bool on);
 Views SetBigSprite(WorkingCopy& copy, bool on);
 
-// Numbers the items from 0 on and gives their count.
-uint32_t Renumber(std::vector<TileItem>& items);
-
 }  // namespace bw

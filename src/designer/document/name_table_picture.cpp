@@ -235,11 +235,11 @@ void Composer::DrawScreenGrid() {
 void Composer::MarkSelection() {
     const int spriteHeight = copy_.Store().BigSprite ? 32 : 17;
     for (const TileItem& sprite : copy_.Store().SpriteTileList) {
-        if ((sprite.Selected & 1) == 0) continue;
+        if (!sprite.IsSelected()) continue;
         Frame(int64_t{sprite.X} * 2, int64_t{sprite.Y} * 2 + 1, 16, spriteHeight, kCyan);
     }
     for (const TileItem& tile : copy_.Store().BkgTileList) {
-        if ((tile.Selected & 1) == 0) continue;
+        if (!tile.IsSelected()) continue;
         Frame(int64_t{tile.X} * kNameCell, int64_t{tile.Y} * kNameCell, kNameCell, kNameCell,
               kYellow);
     }
@@ -247,12 +247,12 @@ void Composer::MarkSelection() {
 
 void Composer::MarkSelectedCursor() {
     const TileItem& cursor = copy_.Store().ArrowTile;
-    if ((cursor.Selected & 1) != 0 && cursor.Y > 0) {
+    if (cursor.IsSelected() && cursor.Y > 0) {
         Frame(int64_t{cursor.X} * 2 - 1, int64_t{cursor.Y} * 2 - 1, 17,
               copy_.Store().BigSprite ? 33 : 16, kSelectedCursor);
     }
     for (const TileItem& part : copy_.Store().ArrowTileList) {
-        if ((part.Selected & 1) == 0) continue;
+        if (!part.IsSelected()) continue;
         Frame(int64_t{part.X} * 2, int64_t{part.Y} * 2, 16, copy_.Store().BigSprite ? 32 : 16,
               kSelectedCursor);
     }

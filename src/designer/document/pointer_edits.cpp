@@ -73,7 +73,7 @@ bool IsNameCell(Pos cell) {
 }
 
 Views SetSelectedPalette(TileItem& item, uint8_t palette) {
-    if ((item.Selected & 1) == 0) return {};
+    if (!item.IsSelected()) return {};
     return Set(item.Palette, palette, View::kNameTable);
 }
 

@@ -8,8 +8,6 @@
 namespace bw {
 namespace {
 
-constexpr uint32_t kSelectedBit = 1;
-
 // Positions come from files and may be any number, so the arithmetic is wider than they are.
 bool Touches(const RubberBand& band, int64_t left, int64_t top) {
     const auto [leftmost, rightmost] = std::minmax(band.press.x, band.current.x);
@@ -22,9 +20,9 @@ bool Touches(const RubberBand& band, int64_t left, int64_t top) {
 void SelectItems(std::vector<TileItem>& items, const RubberBand& band, int scale, bool add) {
     for (TileItem& item : items) {
         if (Touches(band, int64_t{item.X} * scale, int64_t{item.Y} * scale)) {
-            item.Selected |= kSelectedBit;
+            item.Selected |= TileItem::kSelected;
         } else if (!add) {
-            item.Selected &= ~kSelectedBit;
+            item.Selected &= ~TileItem::kSelected;
         }
     }
 }

@@ -19,10 +19,9 @@ struct Section {
 
 // Bytes that are no work state come out as one section.
 std::vector<Section> Split(Bytes state) {
-    constexpr uint32_t kContainer = 16;
     std::vector<Section> whole = {{0, 0, state.size()}};
     if (state.size() < kChunkHeaderSize) return whole;
-    std::vector<Section> sections = {{kContainer, 0, kChunkHeaderSize}};
+    std::vector<Section> sections = {{kStateContainer, 0, kChunkHeaderSize}};
     for (size_t at = kChunkHeaderSize; at < state.size();) {
         if (state.size() - at < kChunkHeaderSize) return whole;
         const uint32_t type = Read32(state, at);

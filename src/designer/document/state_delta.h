@@ -10,6 +10,9 @@ namespace bw {
 
 using WorkState = std::vector<uint8_t>;
 
+// The type of the chunk that a work state is, and of the header in front of each in the history.
+inline constexpr uint32_t kStateContainer = 16;
+
 class StateDelta {
   public:
     StateDelta(std::span<const uint8_t> before, std::span<const uint8_t> after);

@@ -1,6 +1,7 @@
-// Numbers as the design's files and settings hold them: little-endian.
+// Numbers and tables as the design's files and settings hold them; numbers little-endian.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -18,6 +19,11 @@ inline void Append32(std::vector<uint8_t>& bytes, uint32_t value) {
     for (int shift = 0; shift < 32; shift += 8) {
         bytes.push_back(static_cast<uint8_t>(value >> shift));
     }
+}
+
+// As much of the bytes as the table takes, over its start.
+inline void Overwrite(std::span<uint8_t> table, std::span<const uint8_t> bytes) {
+    std::copy_n(bytes.begin(), std::min(table.size(), bytes.size()), table.begin());
 }
 
 }  // namespace bw

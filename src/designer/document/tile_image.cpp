@@ -7,9 +7,6 @@
 namespace bw {
 namespace {
 
-constexpr size_t kTileBytes = 16;
-constexpr size_t kTileCount = 256;
-constexpr size_t kTableBytes = kTileCount * kTileBytes;
 constexpr Colour kBlack = 0x000000;
 constexpr Colour kWhite = 0xFFFFFF;
 // A black that a black transparency key doesn't match.
@@ -33,7 +30,7 @@ TileRow DecodeRow(std::span<const uint8_t> tile, size_t row) {
 // Draws a table once for each of the palettes, side by side with the first at `corner`.
 void DrawTable(Surface& picture, Point corner, std::span<const uint8_t> table,
                std::span<const SubPalette> palettes) {
-    for (int tile = 0; tile < static_cast<int>(kTileCount); ++tile) {
+    for (int tile = 0; tile < kTileCount; ++tile) {
         const auto bytes = table.subspan(static_cast<size_t>(tile) * kTileBytes, kTileBytes);
         const Point place{corner.x + tile % kTilesInRow * kTilePixels,
                           corner.y + tile / kTilesInRow * kTilePixels};
@@ -75,14 +72,14 @@ void TileImage::Redraw(std::span<const uint8_t, kChrDataSize> chrData,
     };
     for (int i = 0; i < background.count; ++i)
         colours[static_cast<size_t>(i)] = ColoursOf(bkgPalette, background.first + i);
-    draw(background, 0, chrData.first<kTableBytes>());
+    draw(background, 0, chrData.first<kPatternTableSize>());
     for (int i = 0; i < sprites.count; ++i) {
         SubPalette& palette = colours[static_cast<size_t>(i)];
         palette = ColoursOf(spritePalette, sprites.first + i);
         for (size_t index = 1; index < palette.size(); ++index)
             if (palette[index] == kBlack) palette[index] = kOpaqueBlack;
     }
-    draw(sprites, kTablePixels, chrData.last<kTableBytes>());
+    draw(sprites, kTablePixels, chrData.last<kPatternTableSize>());
 }
 
 SourceRect TileImage::BkgTile(uint8_t tile, int palette) const {
@@ -96,7 +93,7 @@ SourceRect TileImage::SpriteTile(uint8_t tile, int palette) const {
 Surface MakeFontImage(std::span<const uint8_t, kChrDataSize> chrData) {
     Surface font(kTablePixels, kTablePixels);
     constexpr SubPalette kInk = {kBlack, kWhite, kBlack, kBlack};
-    DrawTable(font, {0, 0}, chrData.first<kTableBytes>(), std::span(&kInk, 1));
+    DrawTable(font, {0, 0}, chrData.first<kPatternTableSize>(), std::span(&kInk, 1));
     return font;
 }
 

@@ -9,8 +9,6 @@
 
 namespace bw {
 
-inline constexpr int kTilePixels = 8;       // width and height of a tile
-inline constexpr int kTilesInRow = 16;      // of a pattern table
 inline constexpr int kTablePixels = 128;    // width and height of a pattern table
 inline constexpr int kSubPaletteCount = 4;  // of each of the two palettes
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "designer/document/design_store.h"
 #include "designer/document/png_file.h"
 #include "support/generated_text.h"
 
@@ -10,8 +11,7 @@ namespace {
 
 constexpr uint32_t kSide = 128;  // pixels
 constexpr size_t kPixels = size_t{kSide} * kSide;
-constexpr size_t kTileBytes = 16;
-constexpr size_t kTilePixels = 8;  // each way
+constexpr size_t kTileSide = kTilePixels;
 
 // Where a pixel lies in its table: the byte of the low plane, and the bit. The high plane's byte
 // lies 8 further.
@@ -23,8 +23,8 @@ struct Place {
 Place PlaceOf(size_t pixel) {
     const size_t x = pixel % kSide;
     const size_t y = pixel / kSide;
-    const size_t tile = y / kTilePixels * 16 + x / kTilePixels;
-    return {tile * kTileBytes + y % kTilePixels, static_cast<uint8_t>(0x80u >> (x % kTilePixels))};
+    const size_t tile = y / kTileSide * 16 + x / kTileSide;
+    return {tile * kTileBytes + y % kTileSide, static_cast<uint8_t>(0x80u >> (x % kTileSide))};
 }
 
 std::string Colour(uint32_t colour) {
@@ -40,7 +40,7 @@ std::vector<uint8_t> TilePicture(std::span<const uint8_t> table) {
     for (size_t pixel = 0; pixel < values.size(); ++pixel) {
         const auto [byte, bit] = PlaceOf(pixel);
         values[pixel] = static_cast<uint8_t>(((table[byte] & bit) != 0 ? 1 : 0) +
-                                             ((table[byte + kTilePixels] & bit) != 0 ? 2 : 0));
+                                             ((table[byte + kTileSide] & bit) != 0 ? 2 : 0));
     }
     return EncodePng(kSide, kSide, kTileGreys, values);
 }
@@ -60,7 +60,7 @@ std::optional<std::string> ReadTilePicture(std::span<const uint8_t> png, std::sp
         const auto value = grey - kTileGreys.begin();
         const auto [byte, bit] = PlaceOf(pixel);
         if ((value & 1) != 0) read[byte] |= bit;
-        if ((value & 2) != 0) read[byte + kTilePixels] |= bit;
+        if ((value & 2) != 0) read[byte + kTileSide] |= bit;
     }
     std::ranges::copy(read, table.begin());
     return std::nullopt;

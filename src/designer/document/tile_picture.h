@@ -11,7 +11,6 @@
 
 namespace bw {
 
-inline constexpr size_t kPatternTableSize = 4096;  // 256 tiles of 16 bytes
 inline constexpr std::array<uint32_t, 4> kTileGreys{0x000000, 0x555555, 0xAAAAAA, 0xFFFFFF};
 
 // The picture as a PNG file.

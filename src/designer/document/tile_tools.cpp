@@ -6,7 +6,6 @@
 namespace bw {
 namespace {
 
-constexpr size_t kTableBytes = kTileCount * kTileBytes;
 constexpr size_t kRows = 8;
 
 using Recoding = std::array<uint8_t, 4>;  // what becomes of each colour index
@@ -79,15 +78,11 @@ void Apply(Tile tile, TileTool tool) {
     }
 }
 
-std::array<uint8_t, 256>& SelectedIn(DesignStore& store, PatternTable table) {
-    return table == PatternTable::kBackground ? store.BkgTileSelected : store.SpriteTileSelected;
-}
-
-std::span<uint8_t, kTableBytes> TableIn(std::array<uint8_t, kChrDataSize>& data,
-                                        PatternTable table) {
+std::span<uint8_t, kPatternTableSize> TableIn(std::array<uint8_t, kChrDataSize>& data,
+                                              PatternTable table) {
     const std::span<uint8_t, kChrDataSize> both(data);
-    if (table == PatternTable::kBackground) return both.first<kTableBytes>();
-    return both.last<kTableBytes>();
+    if (table == PatternTable::kBackground) return both.first<kPatternTableSize>();
+    return both.last<kPatternTableSize>();
 }
 
 // The tile behind the last one of a table is the first one of what follows it: the sprite table, or
@@ -106,7 +101,7 @@ Tile TileAt(DesignStore& store, PatternTable table, int number) {
 }
 
 ConstTile TileAt(const DesignStore& store, PatternTable table, int number) {
-    const size_t start = table == PatternTable::kBackground ? 0 : kTableBytes;
+    const size_t start = table == PatternTable::kBackground ? 0 : kPatternTableSize;
     return ConstTile(std::span(store.ChrData)
                          .subspan(start + static_cast<size_t>(number) * kTileBytes, kTileBytes));
 }
@@ -118,6 +113,14 @@ ConstTile FontTile(const DesignStore& store, int number) {
 
 bool IsBlank(ConstTile tile) {
     return std::ranges::all_of(tile, [](uint8_t byte) { return byte == 0; });
+}
+
+std::array<uint8_t, 256>& TileMarks(DesignStore& store, PatternTable table) {
+    return table == PatternTable::kBackground ? store.BkgTileSelected : store.SpriteTileSelected;
+}
+
+const std::array<uint8_t, 256>& TileMarks(const DesignStore& store, PatternTable table) {
+    return table == PatternTable::kBackground ? store.BkgTileSelected : store.SpriteTileSelected;
 }
 
 int FirstBlankTile(const DesignStore& store, PatternTable table, int first) {
@@ -135,7 +138,7 @@ int TileInUse(const WorkingCopy& copy, PatternTable table) {
 
 Views ApplyTileTool(WorkingCopy& copy, TileTool tool) {
     for (const PatternTable table : {PatternTable::kBackground, PatternTable::kSprites}) {
-        const auto& selected = SelectedIn(copy.Store(), table);
+        const auto& selected = TileMarks(copy.Store(), table);
         for (int tile = 0; tile < kTileCount; ++tile)
             if (selected[static_cast<size_t>(tile)] != 0) {
                 Apply(TileAt(copy.Store(), table, tile), tool);
@@ -151,7 +154,7 @@ Views CopySelectedTiles(WorkingCopy& copy, PatternTable from) {
     constexpr int kLastReached = kTileCount;  // one beyond the table, see DestinationTile
     int next = TileInUse(copy, to);
     for (int tile = 0; tile < kTileCount && next <= kLastReached; ++tile) {
-        if (SelectedIn(store, from)[static_cast<size_t>(tile)] == 0) continue;
+        if (TileMarks(store, from)[static_cast<size_t>(tile)] == 0) continue;
         std::ranges::copy(TileAt(store, from, tile), DestinationTile(store, to, next).begin());
         ++next;
     }
@@ -188,7 +191,7 @@ Views PaintPixel(WorkingCopy& copy, PatternTable table, Pos pixel) {
 
 Views BlankSelectedTiles(WorkingCopy& copy) {
     for (const PatternTable table : {PatternTable::kBackground, PatternTable::kSprites}) {
-        auto& selected = SelectedIn(copy.Store(), table);
+        auto& selected = TileMarks(copy.Store(), table);
         for (int tile = 0; tile < kTileCount; ++tile)
             if (selected[static_cast<size_t>(tile)] != 0) {
                 std::ranges::fill(TileAt(copy.Store(), table, tile), uint8_t{0});

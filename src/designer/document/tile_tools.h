@@ -2,6 +2,7 @@
 // caller opens and closes it. The result names the views that are out of date.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <span>
 
@@ -9,9 +10,6 @@
 #include "designer/document/working_copy.h"
 
 namespace bw {
-
-inline constexpr int kTileCount = 256;  // of a pattern table
-inline constexpr size_t kTileBytes = 16;
 
 using Tile = std::span<uint8_t, kTileBytes>;
 using ConstTile = std::span<const uint8_t, kTileBytes>;
@@ -22,6 +20,10 @@ ConstTile TileAt(const DesignStore& store, PatternTable table, int number);
 // A character of the default font: a tile of the default background table.
 ConstTile FontTile(const DesignStore& store, int number);
 bool IsBlank(ConstTile tile);
+
+// The marks on a table's tiles: non-zero, selected.
+std::array<uint8_t, 256>& TileMarks(DesignStore& store, PatternTable table);
+const std::array<uint8_t, 256>& TileMarks(const DesignStore& store, PatternTable table);
 
 // The first blank tile from `first` on; kTileCount if there is none.
 int FirstBlankTile(const DesignStore& store, PatternTable table, int first);

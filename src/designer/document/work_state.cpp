@@ -12,7 +12,6 @@
 namespace bw {
 namespace {
 
-constexpr uint32_t kContainer = 16;
 constexpr uint32_t kContainerReserved = 2;
 constexpr uint32_t kBkgTileSelected = 33;
 constexpr uint32_t kSpriteTileSelected = 34;
@@ -133,13 +132,13 @@ WorkState BuildWorkState(const WorkingCopy& copy) {
     AppendChunk(chunks, kBkgTileSelected, store.BkgTileSelected);
     AppendChunk(chunks, kSpriteTileSelected, store.SpriteTileSelected);
     WorkState state;
-    AppendChunk(state, kContainer, chunks, kContainerReserved);
+    AppendChunk(state, kStateContainer, chunks, kContainerReserved);
     return state;
 }
 
 bool ApplyWorkState(std::span<const uint8_t> state, WorkingCopy& copy) {
     const ChunkList outer = ReadChunks(state);
-    if (state.size() < sizeof(uint32_t) || Read32(state, 0) != kContainer) {
+    if (state.size() < sizeof(uint32_t) || Read32(state, 0) != kStateContainer) {
         EmptyLists(copy);
         return false;
     }
