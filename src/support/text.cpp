@@ -161,6 +161,12 @@ bool EqualIgnoringAsciiCase(std::u16string_view a, std::u16string_view b) {
                       [](char16_t x, char16_t y) { return AsciiUpper(x) == AsciiUpper(y); });
 }
 
+std::strong_ordering CompareAsUtf8(std::u16string_view a, std::u16string_view b) {
+    return std::lexicographical_compare_three_way(
+        a.begin(), a.end(), b.begin(), b.end(),
+        [](char16_t x, char16_t y) { return Utf8Rank(x) <=> Utf8Rank(y); });
+}
+
 namespace detail {
 
 std::u16string FormatUtf8(std::string_view format, fmt::printf_args arguments) {

@@ -2,6 +2,7 @@
 // place where it is converted to and from the UTF-8 of files, terminals and databases.
 #pragma once
 
+#include <compare>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -33,6 +34,27 @@ std::string ToSingleByte(std::u16string_view wide);
 // Capital letters for a to z only; every other unit stays.
 char16_t AsciiUpper(char16_t unit);
 bool EqualIgnoringAsciiCase(std::u16string_view a, std::u16string_view b);
+
+namespace detail {
+char16_t FoldBeyondAscii(char16_t unit);
+}  // namespace detail
+
+// Letters that differ in case alone get the same unit, in any script and any locale. Letters beyond
+// the first 65,536 points stay, as do those that would become two ("\u00DF" isn't "ss").
+inline char16_t FoldCase(char16_t unit) {
+    if (unit >= 0x80) return detail::FoldBeyondAscii(unit);
+    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
+}
+std::u16string FoldCase(std::u16string_view text);
+
+// Ranks of units order texts as the bytes of their UTF-8 do: surrogates, which stand for the
+// points from 10000 on, come behind E000 to FFFF.
+constexpr char16_t Utf8Rank(char16_t unit) {
+    if (unit < 0xD800) return unit;
+    return static_cast<char16_t>(unit < 0xE000 ? unit + 0x2000 : unit - 0x0800);
+}
+// Compares as the bytes of the texts' UTF-8 would.
+std::strong_ordering CompareAsUtf8(std::u16string_view a, std::u16string_view b);
 
 namespace detail {
 inline const auto& PrintfArgument(const auto& value) {

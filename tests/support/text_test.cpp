@@ -69,6 +69,29 @@ TEST(Text, CapitalsAndComparisonKnowAsciiOnly) {
     EXPECT_FALSE(EqualIgnoringAsciiCase(u"[`{", u"{@["));
 }
 
+TEST(Text, FoldingJoinsLettersOfAllScripts) {
+    EXPECT_EQ(FoldCase(u"Game \u00C9\u0130\u0410\u03A3\u03C2\uFF21\u1E9E \u6E38[@"),
+              u"game \u00E9\u0130\u0430\u03C3\u03C3\uFF41\u00DF \u6E38[@");
+    // Folding twice changes nothing more, and nothing leaves or enters the surrogates.
+    for (uint32_t i = 0; i < 0x10000; ++i) {
+        const auto unit = static_cast<char16_t>(i);
+        const char16_t folded = FoldCase(unit);
+        ASSERT_EQ(FoldCase(folded), folded) << i;
+        ASSERT_TRUE(folded == unit || (folded & 0xF800) != 0xD800) << i;
+    }
+}
+
+TEST(Text, OrderIsThatOfTheUtf8Bytes) {
+    const std::u16string_view inOrder[] = {u"",       u"A",          u"AB",         u"a",
+                                           u"\u00E9", u"\uD7FF",     u"\uE000",     u"\uFF21",
+                                           u"\uFFFD", u"\U00010000", u"\U0001F3AE", u"\U0010FFFF"};
+    for (const auto a : inOrder) {
+        for (const auto b : inOrder) {
+            EXPECT_EQ(CompareAsUtf8(a, b), ToUtf8(a).compare(ToUtf8(b)) <=> 0) << ToUtf8(a);
+        }
+    }
+}
+
 TEST(Text, FormatsAsThePlaceholdersOfTheMessagesAsk) {
     EXPECT_EQ(FormatText(u"%d.%s Mapper%d", 7, u"\u9B42"s, 74), u"7.\u9B42 Mapper74");
     EXPECT_EQ(FormatText(u"%0.3f%% %0.3lfMB", 12.5, 1.0625), u"12.500% 1.062MB");
