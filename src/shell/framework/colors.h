@@ -1,0 +1,19 @@
+// The program's own colours, as a light theme shows them, and their likeness for a dark one.
+#pragma once
+
+#include <QColor>
+
+namespace bw {
+
+// Of the main window and the dialogs that tell or ask something.
+inline constexpr QRgb kPaleBlue = 0xFFC8E1FF;
+// Of the dialogs with settings.
+inline constexpr QRgb kWhite = 0xFFFFFFFF;
+
+// True if the desktop's theme is dark: its text is lighter than its background.
+bool DarkTheme();
+
+// The colour itself, or with a dark theme one of the same hue that light text can be read on.
+QColor ThemedColor(const QColor& light);
+
+}  // namespace bw

@@ -1,0 +1,73 @@
+// The ids of the main window's commands. Buttons, menu entries, keys, stored settings and tests all
+// reach a command by its id.
+#pragma once
+
+namespace bw {
+
+enum Command : int {
+    // Buttons. The eight of the list have ids below the menu's.
+    kCommandMoveUp = 1002,
+    kCommandMoveDown = 1003,
+    kCommandMoveTop = 1004,
+    kCommandMoveBottom = 1005,
+    kCommandRemove = 1006,
+    kCommandClear = 1007,
+    kCommandSelectAll = 1010,
+    kCommandSelectInverse = 1011,
+
+    kCommandExit = 40001,
+    kCommandOpen = 40002,
+    kCommandAbout = 40005,
+    kCommandLoad = 40007,
+    kCommandSave = 40008,
+    kCommandTopmost = 40013,
+    kCommandChinese = 40022,
+    kCommandEnglish = 40023,
+    kCommandBuildCoolboy = 40025,
+    kCommandCheckUpdate = 40027,
+    kCommandShowNumberFill = 40035,
+    kCommandShowNumberOrder = 40036,
+    kCommandFindReplace = 40037,
+    kCommandStyleDefault = 40057,
+    kCommandStyleWhite = 40058,
+    kCommandPageNumber = 40059,
+    kCommandPageSize10 = 40060,
+    kCommandPageSize20 = 40061,
+    kCommandMenuDesign = 40065,
+    kCommandCustomEnable = 40066,
+    kCommandCoolboy = 40069,
+    kCommandMindkids = 40070,
+    kCommandMenuSize8 = 40072,
+    kCommandMenuSize16 = 40073,
+    kCommandMenuSize32 = 40074,
+    kCommandMusicOff = 40076,
+    kCommandMusicDefault = 40077,
+    kCommandMusic2 = 40080,
+    kCommandMusic3 = 40083,
+    kCommandMusic4 = 40084,
+    kCommandMusic5 = 40090,
+    kCommandBuildCoolgirl = 40093,
+    kCommandRomInfo = 40096,
+    kCommandExportInfo = 40098,
+    kCommandExportSettings = 40100,
+    kCommandExternMenuEnable = 40103,
+    kCommandExternMenuConfig = 40105,
+    kCommandNameInsertRow = 40108,
+    kCommandPageSize5 = 40111,
+    kCommandPageSize15 = 40112,
+    kCommandSpeed1 = 40158,
+    kCommandSpeed2 = 40159,
+    kCommandSpeed3 = 40160,
+    kCommandSpeed4 = 40161,
+    kCommandShowNumberDot = 40163,
+    kCommandMenuSize64 = 40215,
+    kCommandMenuSize128 = 40216,
+
+    // Of our own, above all others.
+    kCommandUndo = 41001,
+    kCommandRedo = 41002,
+    kCommandStopTask = 41003,
+    kCommandFilter = 41004,  // puts the cursor into the filter box
+};
+
+}  // namespace bw

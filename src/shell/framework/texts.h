@@ -1,0 +1,23 @@
+// Between the program's wide text and Qt's.
+#pragma once
+
+#include <QString>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "support/language.h"
+
+namespace bw {
+
+QString ToQt(std::u16string_view text);
+std::u16string FromQt(const QString& text);
+// Paths keep their bytes, whatever the encoding of their names.
+QString PathToQt(const std::filesystem::path& path);
+std::filesystem::path PathFromQt(const QString& text);
+
+// A text of the language table, and one of our own.
+QString QtText(int id, Language language);
+QString QtOwnText(Language language, std::u16string_view chinese, std::u16string_view english);
+
+}  // namespace bw

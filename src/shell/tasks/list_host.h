@@ -1,0 +1,37 @@
+// What the commands on the list need of the window that owns it.
+#pragma once
+
+#include <filesystem>
+
+#include "rom/list_editor.h"
+#include "rom/list_history.h"
+#include "shell/tasks/background_tasks.h"
+#include "shell/tasks/user_dialogs.h"
+#include "support/language.h"
+#include "support/settings_store.h"
+
+namespace bw {
+
+class ListHost {
+  public:
+    virtual ~ListHost() = default;
+
+    virtual ListEditor& Editor() = 0;
+    virtual SettingsStore& Store() = 0;
+    virtual UserDialogs& Dialogs() = 0;
+    virtual BackgroundTasks& Tasks() = 0;
+    virtual Language CurrentLanguage() const = 0;
+    // The folder that relative paths of the list count from: the program's.
+    virtual const std::filesystem::path& Base() const = 0;
+
+    // Brings list and status line up to date after an operation of the editor.
+    virtual void Apply(const ListResult& result) = 0;
+    // The row that a search has found is FindRow now; or nothing was found and FindRow loses its
+    // mark.
+    virtual void ShowFound(bool found) = 0;
+    virtual void SetColumnWidths(const ColumnWidths& widths) = 0;
+    // A line for the status bar that stays until the next one: how a task ended.
+    virtual void Tell(std::u16string_view line) = 0;
+};
+
+}  // namespace bw
