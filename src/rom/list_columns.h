@@ -36,7 +36,11 @@ struct ListColumnTraits {
 };
 const ListColumnTraits& TraitsOf(ListColumn column);
 
-// The cell's text. Everything about the image is read out of the header here, nothing is stored.
+// 16-bit units of a cell that are shown and edited.
+inline constexpr size_t kCellTextLimit = 260;
+
+// The cell's text, at most kCellTextLimit units; `row` counts from 0. Everything about the image is
+// read out of the header here, nothing is stored.
 std::u16string CellText(const GameEntry& entry, size_t row, ListColumn column, Language language);
 
 }  // namespace bw

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <optional>
 #include <span>
@@ -31,6 +30,12 @@ struct RowName {
     std::u16string name;
 };
 
+// The last sort. No column before the first one.
+struct SortOrder {
+    int column = -1;
+    bool descending = false;
+};
+
 // How a row was clicked.
 struct RowClick {
     bool shift = false;
@@ -54,6 +59,9 @@ class ListEditor {
     size_t FindNextRow() const { return findNextRow_; }
     void SetFindNextRow(size_t row) { findNextRow_ = row; }
 
+    // The list that the program starts with: replaces what is there, and is no step.
+    ListResult Restore(GameList games);
+
     // At the end; what exceeds kListLimit is dropped only if `limited`. Reveals the last row.
     ListResult Append(std::vector<GameEntry> entries, bool limited);
 
@@ -74,8 +82,8 @@ class ListEditor {
     ListResult SelectInverse(ShownRows shown = {});
     ListResult SetChecked(size_t row, bool checked);
     // With Shift all (shown) rows between FindRow and the clicked one get checked and FindRow
-    // stays; with Ctrl the row gets checked; with neither, a click in the check square flips the
-    // check, and FindRow becomes the row.
+    // stays; with Ctrl alone the row gets checked; with neither, a click in the check square flips
+    // the check, and FindRow becomes the row.
     ListResult Click(size_t row, const RowClick& click, ShownRows shown = {});
 
     // A click on a column's title. The first column does nothing, and neither number of the board
@@ -83,8 +91,8 @@ class ListEditor {
     // direction's state alone. That is meant; users know it.
     ListResult Sort(ListColumn column);
     // -1 before the first sort.
-    int SortColumn() const { return sortColumn_; }
-    bool SortDescending() const { return sortDescending_; }
+    int SortColumn() const { return sort_.column; }
+    bool SortDescending() const { return sort_.descending; }
 
     // At most kCellTextLimit 16-bit units are kept.
     ListResult SetName(size_t row, std::u16string_view name);
@@ -97,7 +105,8 @@ class ListEditor {
     // The rows whose name, remark or path holds `text`, letter case aside; for a filtered view.
     std::vector<uint32_t> RowsWith(std::u16string_view text) const;
 
-    // Undoes appending, removal, clearing, moves, sorts and texts; checks are no steps.
+    // Undoes appending, removal, clearing, moves, sorts and texts, up to a hundred of them. Checks
+    // are no steps. Rows that come back have the checks that they had.
     bool CanUndo() const;
     bool CanRedo() const;
     ListResult Undo();
@@ -105,14 +114,15 @@ class ListEditor {
 
   private:
     class History;
+    ListResult SetText(std::u16string GameEntry::*field, size_t row, std::u16string_view text);
+    // Checks the rows from `first` to `last`; true if that changed any.
+    bool CheckBetween(size_t first, size_t last, ShownRows shown);
+
     GameList games_;
     size_t findRow_ = 0;
     size_t findNextRow_ = 0;
-    int sortColumn_ = -1;
-    bool sortDescending_ = false;
+    SortOrder sort_;
     std::unique_ptr<History> history_;
 };
-
-inline constexpr size_t kCellTextLimit = 260;  // 16-bit units that the in-place editor takes
 
 }  // namespace bw

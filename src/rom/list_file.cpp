@@ -32,21 +32,6 @@ bool NamesFile(const std::filesystem::path& path) {
     return std::filesystem::is_regular_file(path, error);
 }
 
-bool IsSeparator(char16_t unit) {
-    return unit == u'/' || unit == u'\\';
-}
-
-// An absolute path of the other kind of platform, which must not be joined to a folder of this
-// one: a drive or a share here, a path from the root on Windows.
-bool IsAbsoluteElsewhere(std::u16string_view path) {
-    if constexpr (std::filesystem::path::preferred_separator == '/') {
-        return path.starts_with(u"\\\\") ||
-               (path.size() > 2 && path[1] == u':' && IsSeparator(path[2]));
-    } else {
-        return path.starts_with(u"/") && !path.starts_with(u"//");
-    }
-}
-
 // The path below `base` as written, or where that names no file, with the separators of a list
 // that was written on Windows turned round.
 std::filesystem::path Locate(const std::u16string& path, const std::filesystem::path& base) {

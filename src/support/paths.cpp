@@ -17,6 +17,10 @@ std::u16string_view FileName(std::u16string_view path) {
     return separator == path.npos ? path : path.substr(separator + 1);
 }
 
+bool IsSeparator(char16_t unit) {
+    return unit == u'/' || unit == u'\\';
+}
+
 }  // namespace
 
 fs::path ExecutableFolder() {
@@ -30,6 +34,15 @@ std::u16string NameWithoutExtension(std::u16string_view path) {
 
 fs::path AbsolutePath(const fs::path& path, const fs::path& base) {
     return (base / path).lexically_normal();
+}
+
+bool IsAbsoluteElsewhere(std::u16string_view path) {
+    if constexpr (fs::path::preferred_separator == '/') {
+        return path.starts_with(u"\\\\") ||
+               (path.size() > 2 && path[1] == u':' && IsSeparator(path[2]));
+    } else {
+        return path.starts_with(u"/") && !path.starts_with(u"//");
+    }
 }
 
 fs::path RelativePath(const fs::path& path, const fs::path& base) {

@@ -20,6 +20,10 @@ std::u16string NameWithoutExtension(std::u16string_view path);
 std::filesystem::path AbsolutePath(const std::filesystem::path& path,
                                    const std::filesystem::path& base);
 
+// True for a path from the root of the other kind of platform, which must not be joined to a folder
+// of this one: with a drive or a share here, with a leading / on Windows.
+bool IsAbsoluteElsewhere(std::u16string_view path);
+
 // `path` as seen from the folder `base`; `path` as given where no such form exists.
 std::filesystem::path RelativePath(const std::filesystem::path& path,
                                    const std::filesystem::path& base);
