@@ -10,13 +10,34 @@
 #include <stdexcept>
 #include <thread>
 
-#include "child_process.h"
-#include "display.h"
+#include "common/child_process.h"
+#include "common/virtual_display.h"
 
 namespace bw::console {
 namespace {
 
+using test::ChildProcess;
+using test::FindProgram;
+
 constexpr size_t kLogTail = 2000;
+
+struct DisplayName {
+    std::string name;     // such as ":99"; empty if there is none
+    std::string problem;  // why there is none
+};
+
+// The display of this test program, made by the first call. The thread of that call must live as
+// long as the display is used. Safe from several threads after that.
+const DisplayName& SharedDisplay() {
+    static const auto shared = [] {
+        static std::optional<test::VirtualDisplay> own;
+        if (const char* given = std::getenv("BANKWEAVER_TEST_DISPLAY"))
+            return DisplayName{given, {}};
+        own.emplace("800x600");
+        return DisplayName{own->Name(), own->Problem()};
+    }();
+    return shared;
+}
 
 std::string LuaQuoted(const std::string& text) {
     std::string quoted = "\"";

@@ -1,5 +1,5 @@
-// A child process that doesn't outlive the test program. For the emulator and the X server, which
-// need a descriptor of their own, an environment of their own and a time limit.
+// A child process that doesn't outlive the test program. For programs that need a descriptor of
+// their own, an environment of their own and a time limit, such as the X server.
 #pragma once
 
 #include <chrono>
@@ -10,7 +10,7 @@
 
 #include <sys/types.h>
 
-namespace bw::console {
+namespace bw::test {
 
 struct ChildCommand {
     std::vector<std::string> words;
@@ -34,13 +34,19 @@ class ChildProcess {
 
     // True if the child has ended within the time.
     bool WaitFor(std::chrono::milliseconds patience);
+    // Of a child that has ended: its exit status, or 128 and the signal that ended it.
+    int Status() const { return status_; }
+    // Of one that hasn't: false if it is gone.
+    bool Signal(int number) const;
+    pid_t Id() const { return id_; }
 
   private:
     explicit ChildProcess(pid_t id) : id_(id) {}
     pid_t id_ = -1;
+    int status_ = -1;
 };
 
 // The first file of this name in PATH or in /usr/games, where distributions keep emulators.
 std::optional<std::filesystem::path> FindProgram(const std::string& name);
 
-}  // namespace bw::console
+}  // namespace bw::test

@@ -1,4 +1,4 @@
-#include "child_process.h"
+#include "common/child_process.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -13,11 +13,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace bw::console {
+namespace bw::test {
 namespace {
 
 constexpr int kPassedDescriptor = 3;
 constexpr int kNoSuchProgram = 127;
+constexpr int kSignalStatus = 128;
 
 std::vector<std::string> MergedEnvironment(const std::vector<std::string>& changes) {
     std::vector<std::string> merged;
@@ -77,7 +78,8 @@ std::optional<ChildProcess> ChildProcess::Start(const ChildCommand& command) {
     return ChildProcess(id);
 }
 
-ChildProcess::ChildProcess(ChildProcess&& other) noexcept : id_(std::exchange(other.id_, -1)) {}
+ChildProcess::ChildProcess(ChildProcess&& other) noexcept
+    : id_(std::exchange(other.id_, -1)), status_(other.status_) {}
 
 ChildProcess::~ChildProcess() {
     if (id_ < 0) return;
@@ -93,9 +95,15 @@ bool ChildProcess::WaitFor(std::chrono::milliseconds patience) {
     const bool done = poll(&ended, 1, static_cast<int>(patience.count())) == 1;
     close(descriptor);
     if (!done) return false;
-    waitpid(id_, nullptr, 0);
+    int status = 0;
+    waitpid(id_, &status, 0);
+    status_ = WIFEXITED(status) ? WEXITSTATUS(status) : kSignalStatus + WTERMSIG(status);
     id_ = -1;
     return true;
+}
+
+bool ChildProcess::Signal(int number) const {
+    return id_ >= 0 && kill(id_, number) == 0;
 }
 
 std::optional<std::filesystem::path> FindProgram(const std::string& name) {
@@ -109,4 +117,4 @@ std::optional<std::filesystem::path> FindProgram(const std::string& name) {
     return std::nullopt;
 }
 
-}  // namespace bw::console
+}  // namespace bw::test
