@@ -1,0 +1,81 @@
+// Answers what the window asks from a script, and keeps what it was asked and told.
+#pragma once
+
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "shell/framework/messages.h"
+#include "shell/tasks/user_dialogs.h"
+
+namespace bw {
+
+// The window's thread alone uses it, as it does the real dialogs.
+class ScriptedDialogs : public UserDialogs {
+  public:
+    struct Told {
+        std::u16string text;
+        std::u16string caption;
+        MessageButtons buttons;
+    };
+
+    // What was told, and the folders that questions for files started at, both in order.
+    std::vector<Told> told;
+    std::vector<std::filesystem::path> starts;
+    std::vector<std::filesystem::path> shown;  // in the file manager
+
+    // The answers to messages in order; without one, OK or No.
+    std::deque<int> answers;
+    std::vector<std::filesystem::path> images;
+    std::optional<std::filesystem::path> listToLoad;
+    std::optional<std::filesystem::path> listToSave;
+    std::optional<std::filesystem::path> menuFile;
+    std::optional<OutputChoice> output;
+    std::optional<std::filesystem::path> folder;
+    // Runs while any of the questions is open.
+    std::function<void()> meanwhile;
+
+    int Message(std::u16string_view text, std::u16string_view caption,
+                MessageButtons buttons) override {
+        told.push_back({std::u16string(text), std::u16string(caption), buttons});
+        if (meanwhile) meanwhile();
+        if (answers.empty()) return buttons == MessageButtons::kYesNo ? kEndNo : kEndOk;
+        const int answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+    std::vector<std::filesystem::path> AskImages(const std::filesystem::path& start) override {
+        return Asked(start, images);
+    }
+    std::optional<std::filesystem::path> AskListToLoad(
+        const std::filesystem::path& start) override {
+        return Asked(start, listToLoad);
+    }
+    std::optional<std::filesystem::path> AskListToSave(
+        const std::filesystem::path& start) override {
+        return Asked(start, listToSave);
+    }
+    std::optional<std::filesystem::path> AskMenuFile(const std::filesystem::path& start) override {
+        return Asked(start, menuFile);
+    }
+    std::optional<OutputChoice> AskOutput(const std::filesystem::path& start) override {
+        return Asked(start, output);
+    }
+    std::optional<std::filesystem::path> AskFolder(const std::filesystem::path& start) override {
+        return Asked(start, folder);
+    }
+    void ShowInFileManager(const std::filesystem::path& path) override { shown.push_back(path); }
+
+  private:
+    template <typename Answer>
+    Answer Asked(const std::filesystem::path& start, const Answer& answer) {
+        starts.push_back(start);
+        if (meanwhile) meanwhile();
+        return answer;
+    }
+};
+
+}  // namespace bw
