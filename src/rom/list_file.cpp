@@ -1,7 +1,7 @@
 #include "rom/list_file.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 #include <string_view>
 
 #include "rom/parallel.h"
@@ -25,6 +25,21 @@ std::u16string Key(size_t number, std::u16string_view field) {
         key[i - 1] = static_cast<char16_t>(u'0' + number % 10);
     }
     return key.append(field);
+}
+
+constexpr std::u16string_view kFields[] = {u"path", u"path_relative", u"name", u"remark", u"check"};
+
+// Whether Key makes it for a number below kListLimit.
+bool IsEntryKey(std::u16string_view key) {
+    constexpr size_t kDigits = 5;
+    if (key.size() <= kDigits || key[kDigits] != u'_') return false;
+    size_t number = 0;
+    for (const char16_t digit : key.substr(0, kDigits)) {
+        if (digit < u'0' || digit > u'9') return false;
+        number = number * 10 + static_cast<size_t>(digit - u'0');
+    }
+    return number < kListLimit &&
+           std::ranges::find(kFields, key.substr(kDigits + 1)) != std::end(kFields);
 }
 
 bool NamesFile(const std::filesystem::path& path) {
@@ -98,6 +113,11 @@ std::u16string OneLine(std::u16string_view value) {
 
 }  // namespace
 
+bool IsListKey(std::u16string_view section, std::u16string_view key) {
+    if (section == kSection) return key == kCount || IsEntryKey(key);
+    return section == u"list_view" && key.starts_with(u"list_view_col_000");
+}
+
 ListLoadResult AppendListEntries(const IniFile& text, const std::filesystem::path& base,
                                  GameList& list, const std::filesystem::path& otherBase) {
     ListLoadResult result;
@@ -139,7 +159,8 @@ std::optional<ListLoadResult> LoadListFile(const std::filesystem::path& file,
                                            const std::filesystem::path& base, GameList& list,
                                            const std::filesystem::path& otherBase) {
     IniFile text;
-    if (!text.Load(file) || text.GetString(kSection, kCount).empty()) return std::nullopt;
+    if (!text.Load(file, IsListKey) || text.GetString(kSection, kCount).empty())
+        return std::nullopt;
     return AppendListEntries(text, base, list, otherBase);
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <string_view>
 
 #include "rom/game_list.h"
 #include "support/ini_file.h"
@@ -15,6 +16,10 @@ struct ListLoadResult {
     uint32_t announced = 0;  // the number of entries that the text says it has
     bool overLimit = false;  // the list and the announced entries exceed kListLimit
 };
+
+// True for the keys that a list text has, the widths of the list history's columns among them: what
+// IniFile is to keep of any text, however long.
+bool IsListKey(std::u16string_view section, std::u16string_view key);
 
 // Appends the entries of a list text, up to kListLimit in all. An entry whose file is gone is kept;
 // a relative path wins over the absolute one if it names a file below `base`, the folder that

@@ -29,7 +29,7 @@ std::string StoreListHistory(const GameList& games, const ColumnWidths& widths,
 
 ListHistory LoadListHistory(std::span<const uint8_t> text, const std::filesystem::path& base) {
     IniFile stored;
-    stored.LoadFromMemory(text);
+    stored.LoadFromMemory(text, IsListKey);
     ListHistory history;
     history.load = AppendListEntries(stored, base, history.games);
     for (size_t column = 0; column < history.widths.size(); ++column) {

@@ -9,8 +9,9 @@
 namespace bw {
 namespace {
 
-constexpr std::u16string_view kBreak = u"\r\n";
+constexpr std::u16string_view kWideBreak = u"\r\n";
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+constexpr std::string_view kUtf16Mark = "\xFF\xFE";
 
 bool StartsWith(std::span<const uint8_t> bytes, std::string_view mark) {
     return bytes.size() >= mark.size() &&
@@ -18,52 +19,60 @@ bool StartsWith(std::span<const uint8_t> bytes, std::string_view mark) {
                       [](char a, uint8_t b) { return static_cast<uint8_t>(a) == b; });
 }
 
-std::u16string Decode(std::span<const uint8_t> bytes) {
-    if (StartsWith(bytes, "\xFF\xFE")) {
-        std::u16string text;
-        text.reserve(bytes.size() / 2);
-        for (size_t i = 2; i + 1 < bytes.size(); i += 2) {
-            text += static_cast<char16_t>(bytes[i] | (bytes[i + 1] << 8));
-        }
-        return text;
+constexpr std::string_view kBreak = "\r\n";
+
+std::u16string DecodeUtf16(std::span<const uint8_t> bytes) {
+    std::u16string text;
+    text.reserve(bytes.size() / 2);
+    for (size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        text += static_cast<char16_t>(bytes[i] | (bytes[i + 1] << 8));
     }
-    if (StartsWith(bytes, kUtf8Mark)) bytes = bytes.subspan(kUtf8Mark.size());
-    return ToWide({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+    return text;
 }
 
-// The text in front of the next line break; `rest` continues behind it.
-std::u16string_view TakeLine(std::u16string_view& rest) {
-    const size_t end = rest.find(kBreak);
-    const std::u16string_view line = rest.substr(0, end);
-    rest = end == rest.npos ? std::u16string_view{} : rest.substr(end + kBreak.size());
-    return line;
+// Calls visit(line) for each line.
+template <typename Text, typename Visit>
+void ForLines(Text rest, Text lineBreak, Visit visit) {
+    while (!rest.empty()) {
+        const size_t end = rest.find(lineBreak);
+        visit(rest.substr(0, end));
+        rest = end == rest.npos ? Text{} : rest.substr(end + lineBreak.size());
+    }
 }
 
 }  // namespace
 
-bool IniFile::Load(const std::filesystem::path& path) {
+bool IniFile::Load(const std::filesystem::path& path, KeyFilter wanted) {
     const auto bytes = ReadFile(path);
-    if (bytes) LoadFromMemory(*bytes);
+    if (bytes) LoadFromMemory(*bytes, wanted);
     return bytes.has_value();
 }
 
-void IniFile::LoadFromMemory(std::span<const uint8_t> bytes) {
-    const std::u16string text = Decode(bytes);
-    Section* section = nullptr;
-    for (std::u16string_view rest = text; !rest.empty();) {
-        const std::u16string_view line = TakeLine(rest);
-        if (line.empty()) continue;
+void IniFile::LoadFromMemory(std::span<const uint8_t> bytes, KeyFilter wanted) {
+    std::u16string section;
+    const auto addLine = [&](std::u16string_view line) {
+        if (line.empty()) return;
         if (line.front() == u'[' && line.back() == u']') {
-            const std::u16string name(line.substr(1, line.size() - 2));
-            section = name.empty() ? nullptr : &sections_[name];
-            continue;
+            section = line.substr(1, line.size() - 2);
+            if (!section.empty() && wanted == nullptr) sections_[section];
+            return;
         }
         const size_t equal = line.find(u'=');
         const std::u16string_view key = line.substr(0, equal);
-        if (section == nullptr || key.starts_with(u'#')) continue;
+        if (section.empty() || key.starts_with(u'#')) return;
+        if (wanted != nullptr && !wanted(section, key)) return;
         const std::u16string_view value =
             equal == line.npos ? std::u16string_view{} : line.substr(equal + 1);
-        section->try_emplace(std::u16string(key), value);
+        sections_[section].try_emplace(std::u16string(key), value);
+    };
+    if (StartsWith(bytes, kUtf16Mark)) {
+        const std::u16string text = DecodeUtf16(bytes.subspan(kUtf16Mark.size()));
+        ForLines<std::u16string_view>(text, kWideBreak, addLine);
+    } else {
+        // Line by line, since the whole text in wide units may be large.
+        if (StartsWith(bytes, kUtf8Mark)) bytes = bytes.subspan(kUtf8Mark.size());
+        ForLines<std::string_view>({reinterpret_cast<const char*>(bytes.data()), bytes.size()},
+                                   kBreak, [&](std::string_view line) { addLine(ToWide(line)); });
     }
 }
 
@@ -124,7 +133,7 @@ bool IniFile::Remove(std::u16string_view section, std::u16string_view key) {
 std::string IniFile::ToText() const {
     std::u16string text;
     const auto startLine = [&] {
-        if (!text.empty()) text += kBreak;
+        if (!text.empty()) text += kWideBreak;
     };
     for (const auto& [name, entries] : sections_) {
         startLine();

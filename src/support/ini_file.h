@@ -15,14 +15,18 @@ namespace bw {
 
 class IniFile {
   public:
+    // Says of a key whether it is wanted.
+    using KeyFilter = bool (*)(std::u16string_view section, std::u16string_view key);
+
     // A file that can't be read leaves the contents as they are.
-    bool Load(const std::filesystem::path& path);
+    bool Load(const std::filesystem::path& path, KeyFilter wanted = nullptr);
 
     // FF FE starts UTF-16 little-endian, EF BB BF starts UTF-8; anything else is UTF-8. An equal
     // key later in a section doesn't replace an earlier one, nor one that was there before the
-    // call. Entries before the first section and
-    // keys that start with "#" are dropped. Bytes that are no UTF-8 become U+FFFD.
-    void LoadFromMemory(std::span<const uint8_t> bytes);
+    // call. Entries before the first section and keys that start with "#" are dropped, as are those
+    // that `wanted` doesn't want: a text that may be longer than anybody needs then takes no memory
+    // for the rest. Bytes that are no UTF-8 become U+FFFD.
+    void LoadFromMemory(std::span<const uint8_t> bytes, KeyFilter wanted = nullptr);
 
     std::u16string GetString(std::u16string_view section, std::u16string_view key,
                              std::u16string_view fallback = {}) const;
