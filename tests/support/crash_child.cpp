@@ -1,0 +1,56 @@
+// A program that dies as its argument says, for the test of the crash file.
+#include <csignal>
+#include <cstdint>
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <thread>
+
+#include "support/crash_file.h"
+
+namespace {
+
+// Uses its stack up; the volatile room keeps the calls from becoming a loop.
+int Deeper(int depth) {
+    volatile char room[4096];
+    room[0] = static_cast<char>(depth);
+    return depth < 0 ? 0 : Deeper(depth + 1) + room[0];
+}
+
+// The compiler mustn't see that nothing is there.
+void WriteWhereNothingIs() {
+    const volatile uintptr_t address = 64;
+    *reinterpret_cast<volatile int*>(address) = 1;
+}
+
+void Die(const std::string& how) {
+    const std::map<std::string, std::function<void()>> ways{
+        {"access", WriteWhereNothingIs},
+        {"stack", [] { Deeper(1); }},
+        {"exception", [] { throw std::runtime_error("words of the exception"); }},
+        {"abort", [] { std::abort(); }},
+        {"bus", [] { std::raise(SIGBUS); }},
+        {"number", [] { std::raise(SIGFPE); }},
+        {"instruction", [] { std::raise(SIGILL); }},
+    };
+    ways.at(how)();
+}
+
+}  // namespace
+
+int main(int count, char** values) {
+    bw::InstallCrashHandler();
+    const std::string how = count > 1 ? values[1] : "";
+    if (how != "thread-stack") {
+        Die(how);
+        return 0;
+    }
+    std::thread thread([] {
+        const bw::CrashStack stack;
+        Die("stack");
+    });
+    thread.join();
+    return 0;
+}
