@@ -2,31 +2,16 @@
 #include <algorithm>
 #include <map>
 #include <mutex>
-#include <utility>
 #include <variant>
 
+#include "support/setting_place.h"
 #include "support/settings_store.h"
-#include "support/text.h"
 
 namespace bw {
 namespace {
 
 using Binary = std::vector<uint8_t>;
 using Value = std::variant<uint32_t, std::u16string, Binary>;
-using Place = std::pair<std::string, std::string>;
-
-std::string Folded(std::string_view name) {
-    std::string folded(name);
-    std::ranges::transform(folded, folded.begin(), [](char byte) {
-        return static_cast<char>(AsciiUpper(static_cast<uint8_t>(byte)));
-    });
-    return folded;
-}
-
-Place PlaceOf(std::string_view key, std::string_view name) {
-    return {Folded(key), Folded(name)};
-}
-
 size_t SizeOf(uint32_t) {
     return sizeof(uint32_t);
 }
@@ -95,7 +80,7 @@ class MemoryStore final : public SettingsStore {
     }
 
     mutable std::mutex lock_;
-    std::map<Place, Value> values_;
+    std::map<SettingPlace, Value> values_;
 };
 
 }  // namespace

@@ -18,6 +18,16 @@ inline constexpr std::string_view kBoardKey = "Software\\Bankweaver\\Coolboy";
 inline constexpr std::string_view kHistoryKey = "Software\\Bankweaver\\History";
 inline constexpr std::string_view kDesignKey = "Software\\Bankweaver\\MenuV2";
 
+// Why a store can't do what it was asked for.
+enum class StoreProblem {
+    kNone,  // nothing wrong; what gave false is a value that is missing
+    kLocked,
+    kNoDatabase,  // the file holds something else, or is damaged
+    kDiskFull,
+    kNoPermission,
+    kOther
+};
+
 // Names are those of the platform registry that this interface stands for. Key and value names
 // ignore ASCII case, as they do there. All calls give true on success.
 class SettingsStore {
@@ -42,6 +52,10 @@ class SettingsStore {
     virtual bool RegValueSize(std::string_view key, std::string_view name, size_t& out) const = 0;
     virtual bool RegCreateKey(std::string_view key) = 0;
     virtual bool RegDeleteValue(std::string_view key, std::string_view name) = 0;
+
+    // Why the last call gave false, for a caller that keeps other threads out meanwhile. A store
+    // that can't tell says that nothing is wrong.
+    virtual StoreProblem LastProblem() const { return StoreProblem::kNone; }
 };
 
 // A whole binary value; empty if it is missing or of another form.
@@ -57,7 +71,8 @@ std::unique_ptr<SettingsStore> MakeMemoryStore();
 std::unique_ptr<SettingsStore> MakeSqliteStore(const std::filesystem::path& file);
 
 // The store of this platform for the current user: SQLite below UserConfigFolder(), or the
-// registry on Windows.
+// registry on Windows. The place is what to call it before the user.
 std::unique_ptr<SettingsStore> MakeUserStore();
+std::u16string UserStorePlace();
 
 }  // namespace bw

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <limits>
 #include <mutex>
+#include <system_error>
 #include <thread>
 
 #include <sqlite3.h>
@@ -44,7 +45,8 @@ std::string_view View(const void* bytes, int size) {
 class Statement {
   public:
     Statement(sqlite3* database, const char* words, std::string_view key, std::string_view name) {
-        if (sqlite3_prepare_v2(database, words, -1, &statement_, nullptr) != SQLITE_OK) return;
+        prepared_ = sqlite3_prepare_v2(database, words, -1, &statement_, nullptr);
+        if (prepared_ != SQLITE_OK) return;
         BindText(1, key);
         BindText(2, name);
     }
@@ -63,8 +65,8 @@ class Statement {
         sqlite3_bind_blob64(statement_, place, start, bytes.size(), SQLITE_STATIC);
     }
 
-    // SQLITE_ROW, SQLITE_DONE or an error. A statement that couldn't be prepared gives an error.
-    int Step() { return statement_ == nullptr ? SQLITE_ERROR : sqlite3_step(statement_); }
+    // SQLITE_ROW, SQLITE_DONE or an error, which a statement that couldn't be prepared gives too.
+    int Step() { return statement_ == nullptr ? prepared_ : sqlite3_step(statement_); }
 
     int Form() const { return sqlite3_column_type(statement_, 0); }
     int64_t Number() const { return sqlite3_column_int64(statement_, 0); }
@@ -75,7 +77,44 @@ class Statement {
 
   private:
     sqlite3_stmt* statement_ = nullptr;
+    int prepared_ = SQLITE_ERROR;
 };
+
+// What a result of SQLite's means; `database` may be one that couldn't be opened.
+StoreProblem ProblemOf(sqlite3* database, int result) {
+    switch (result & 0xFF) {  // the rest tells details
+        case SQLITE_OK:
+        case SQLITE_ROW:
+        case SQLITE_DONE:
+            return StoreProblem::kNone;
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            return StoreProblem::kLocked;
+        case SQLITE_ERROR:  // the columns are another program's
+        case SQLITE_NOTADB:
+        case SQLITE_CORRUPT:
+            return StoreProblem::kNoDatabase;
+        case SQLITE_FULL:
+            return StoreProblem::kDiskFull;
+        case SQLITE_READONLY:
+        case SQLITE_PERM:
+            return StoreProblem::kNoPermission;
+        default:
+            break;
+    }
+    switch (sqlite3_extended_errcode(database)) {
+        case SQLITE_IOERR_WRITE:  // a limit or a quota
+        case SQLITE_IOERR_SHMSIZE:
+            return StoreProblem::kDiskFull;
+        default:
+            break;
+    }
+    const std::error_code reason(sqlite3_system_errno(database), std::system_category());
+    if (reason == std::errc::no_space_on_device) return StoreProblem::kDiskFull;
+    return reason == std::errc::permission_denied || reason == std::errc::read_only_file_system
+               ? StoreProblem::kNoPermission
+               : StoreProblem::kOther;
+}
 
 // The connection, opened when it is first needed. One call at a time.
 class Database {
@@ -88,29 +127,48 @@ class Database {
     // Null if there is no file yet, or none that can be opened.
     sqlite3* ForReading() {
         deadline_ = Clock::now() + kPatience;
-        return handle_ != nullptr || Open(SQLITE_OPEN_READWRITE) ? handle_ : nullptr;
+        problem_ = StoreProblem::kNone;
+        if (handle_ != nullptr || Open(SQLITE_OPEN_READWRITE)) return handle_;
+        std::error_code error;
+        if (std::filesystem::status(file_, error).type() == std::filesystem::file_type::not_found) {
+            problem_ = StoreProblem::kNone;
+        }
+        return nullptr;
     }
     // Makes file, folder and table as needed.
     sqlite3* ForWriting() {
-        if (ForReading() == nullptr && !(MakeFolders(file_.parent_path()) &&
-                                         Open(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE))) {
-            return nullptr;
+        if (ForReading() == nullptr) {
+            problem_ = StoreProblem::kOther;
+            if (!MakeFolders(file_.parent_path()) ||
+                !Open(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE)) {
+                return nullptr;
+            }
         }
         if (!ready_) {
             // A copy that is reading just now can keep the file from becoming sharable. It works
             // all the same, and a later start tries again.
             Run(kBecomeSharable);
-            ready_ = Run(kMakeTable);
+            ready_ = Note(Run(kMakeTable)) == SQLITE_OK;
         }
         return ready_ ? handle_ : nullptr;
     }
+
+    // Keeps what a result means as the problem of the call; gives it back.
+    int Note(int result) {
+        problem_ = ProblemOf(handle_, result);
+        return result;
+    }
+    // The same for what looks for a value: a file that holds nothing yet has no table, and no
+    // fault.
+    int NoteSearch(int result) { return result == SQLITE_ERROR ? result : Note(result); }
+    StoreProblem Problem() const { return problem_; }
 
   private:
     bool Open(int flags) {
         const std::u8string name = file_.u8string();
         const int result = sqlite3_open_v2(reinterpret_cast<const char*>(name.c_str()), &handle_,
                                            flags | SQLITE_OPEN_NOMUTEX, nullptr);
-        if (result != SQLITE_OK) {
+        if (Note(result) != SQLITE_OK) {
             sqlite3_close(handle_);
             handle_ = nullptr;
             return false;
@@ -119,9 +177,7 @@ class Database {
         return true;
     }
 
-    bool Run(const char* words) {
-        return sqlite3_exec(handle_, words, nullptr, nullptr, nullptr) == SQLITE_OK;
-    }
+    int Run(const char* words) { return sqlite3_exec(handle_, words, nullptr, nullptr, nullptr); }
 
     static int WaitForOthers(void* self, int) {
         if (Clock::now() >= static_cast<Database*>(self)->deadline_) return 0;
@@ -132,6 +188,7 @@ class Database {
     std::filesystem::path file_;
     sqlite3* handle_ = nullptr;
     bool ready_ = false;
+    StoreProblem problem_ = StoreProblem::kNone;
     Clock::time_point deadline_;
 };
 
@@ -208,7 +265,12 @@ class SqliteStore final : public SettingsStore {
         sqlite3* database = database_.ForReading();
         if (database == nullptr) return false;
         Statement deletion(database, kDelete, key, name);
-        return deletion.Step() == SQLITE_DONE && sqlite3_changes(database) > 0;
+        return database_.NoteSearch(deletion.Step()) == SQLITE_DONE &&
+               sqlite3_changes(database) > 0;
+    }
+    StoreProblem LastProblem() const override {
+        const std::lock_guard guard(lock_);
+        return database_.Problem();
     }
 
   private:
@@ -218,14 +280,14 @@ class SqliteStore final : public SettingsStore {
         if (database == nullptr) return false;
         Statement change(database, kWrite, key, name);
         bind(change);
-        return change.Step() == SQLITE_DONE;
+        return database_.Note(change.Step()) == SQLITE_DONE;
     }
     bool Read(std::string_view key, std::string_view name, auto&& take) const {
         const std::lock_guard guard(lock_);
         sqlite3* database = database_.ForReading();
         if (database == nullptr) return false;
         Statement query(database, kRead, key, name);
-        return query.Step() == SQLITE_ROW && take(query);
+        return database_.NoteSearch(query.Step()) == SQLITE_ROW && take(query);
     }
 
     mutable std::mutex lock_;

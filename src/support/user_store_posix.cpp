@@ -1,10 +1,22 @@
 #include "support/paths.h"
 #include "support/settings_store.h"
+#include "support/text.h"
 
 namespace bw {
+namespace {
+
+std::filesystem::path SettingsFile() {
+    return UserConfigFolder() / "settings.sqlite3";
+}
+
+}  // namespace
 
 std::unique_ptr<SettingsStore> MakeUserStore() {
-    return MakeSqliteStore(UserConfigFolder() / "settings.sqlite3");
+    return MakeSqliteStore(SettingsFile());
+}
+
+std::u16string UserStorePlace() {
+    return PathText(SettingsFile());
 }
 
 }  // namespace bw

@@ -90,4 +90,8 @@ std::unique_ptr<SettingsStore> MakeUserStore() {
     return std::make_unique<RegistryStore>();
 }
 
+std::u16string UserStorePlace() {
+    return ToWide("HKEY_CURRENT_USER\\" + std::string(kMainKey));
+}
+
 }  // namespace bw

@@ -22,7 +22,7 @@ int Deeper(int depth) {
 // The compiler mustn't see that nothing is there.
 void WriteWhereNothingIs() {
     const volatile uintptr_t address = 64;
-    *reinterpret_cast<volatile int*>(address) = 1;
+    *reinterpret_cast<volatile int*>(address) = 1;  // NOLINT(performance-no-int-to-ptr)
 }
 
 void Die(const std::string& how) {

@@ -5,12 +5,13 @@
 #include <thread>
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include "common/environment_variable.h"
 #include "common/file_size_limit.h"
+#include "common/sqlite_stranger.h"
 #include "common/temporary_folder.h"
 #include "support/files.h"
+#include "support/guarded_store.h"
 
 namespace bw {
 namespace {
@@ -54,12 +55,17 @@ std::optional<size_t> SizeOf(const SettingsStore& store, std::string_view name) 
 
 class AnyStore : public testing::TestWithParam<const char*> {
   protected:
+    std::unique_ptr<SettingsStore> Make(std::string_view kind) const {
+        if (kind == "memory") return MakeMemoryStore();
+        auto sqlite = MakeSqliteStore(folder_ / "config/settings");
+        if (kind == "sqlite") return sqlite;
+        return std::make_unique<GuardedStore>(std::move(sqlite), u"");
+    }
+
     TemporaryFolder folder_;
-    std::unique_ptr<SettingsStore> store_ = GetParam() == std::string_view("memory")
-                                                ? MakeMemoryStore()
-                                                : MakeSqliteStore(folder_ / "config/settings");
+    std::unique_ptr<SettingsStore> store_ = Make(GetParam());
 };
-INSTANTIATE_TEST_SUITE_P(Stores, AnyStore, testing::Values("memory", "sqlite"),
+INSTANTIATE_TEST_SUITE_P(Stores, AnyStore, testing::Values("memory", "sqlite", "guarded"),
                          [](const auto& which) { return std::string(which.param); });
 
 TEST_P(AnyStore, GivesBackWhatWasStored) {
@@ -166,23 +172,6 @@ class SqliteStore : public testing::Test {
     std::filesystem::path file_ = folder_ / "settings.sqlite3";
 };
 
-// A connection of somebody else.
-class Stranger {
-  public:
-    explicit Stranger(const std::filesystem::path& file) {
-        EXPECT_EQ(sqlite3_open(file.c_str(), &database_), SQLITE_OK);
-    }
-    Stranger(const Stranger&) = delete;
-    Stranger& operator=(const Stranger&) = delete;
-    ~Stranger() { sqlite3_close(database_); }
-    void Run(const char* words) {
-        EXPECT_EQ(sqlite3_exec(database_, words, nullptr, nullptr, nullptr), SQLITE_OK) << words;
-    }
-
-  private:
-    sqlite3* database_ = nullptr;
-};
-
 TEST_F(SqliteStore, ReadingMakesNoFile) {
     const auto store = MakeSqliteStore(file_);
     EXPECT_FALSE(Number(*store, "v"));
@@ -243,7 +232,7 @@ TEST_F(SqliteStore, DamagedFileGivesNoWrongValues) {
 TEST_F(SqliteStore, LockedFileIsGivenUp) {
     const auto store = MakeSqliteStore(file_);
     ASSERT_TRUE(store->RegWriteDword(kMainKey, "v", 1));
-    Stranger stranger(file_);
+    SqliteStranger stranger(file_);
     stranger.Run("BEGIN EXCLUSIVE");
     EXPECT_FALSE(store->RegWriteDword(kMainKey, "v", 2));
     EXPECT_EQ(Number(*store, "v"), 1u) << "readers needn't wait";
@@ -267,7 +256,7 @@ TEST_F(SqliteStore, FullDiskKeepsTheOldValue) {
 TEST_F(SqliteStore, NumbersNobodyStoresCountAsMissing) {
     const auto store = MakeSqliteStore(file_);
     store->RegWriteDword(kMainKey, "v", 1);
-    Stranger stranger(file_);
+    SqliteStranger stranger(file_);
     for (const char* change : {"UPDATE settings SET value = -1", "UPDATE settings SET value = 1.5",
                                "UPDATE settings SET value = 4294967296"}) {
         stranger.Run(change);
