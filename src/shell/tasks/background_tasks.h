@@ -1,12 +1,12 @@
 // Work beside the window: one task on the list at a time, and others that don't touch it.
 #pragma once
 
+#include <QTimer>
 #include <atomic>
 #include <functional>
-#include <list>
 #include <memory>
 #include <string>
-#include <thread>
+#include <vector>
 
 #include "shell/framework/ui_queue.h"
 
@@ -33,14 +33,21 @@ class TaskControl {
 
 class BackgroundTasks {
   public:
-    // `changed` is told on the window's thread that Busy(), Progress() or AnyRunning() differ.
-    BackgroundTasks(UiQueue& queue, std::function<void()> changed);
-    // Stops and joins all; the queue is closed first, so that nobody waits for an answer.
+    // `changed` is told on the window's thread that TaskBusy(), Progress() or AnyRunning() differ;
+    // news of progress a few times a second. `failed` is told what an exception said that ended a
+    // task's work, before the task's `finish`.
+    explicit BackgroundTasks(UiQueue& queue, std::function<void()> changed = {},
+                             std::function<void(std::u16string_view)> failed = {});
+    BackgroundTasks(const BackgroundTasks&) = delete;
+    BackgroundTasks& operator=(const BackgroundTasks&) = delete;
+    // Stops and joins all; the queue is closed first, so that nobody waits for an answer. No
+    // `finish` is called any more.
     ~BackgroundTasks();
 
     // The one flag that keeps list tasks apart. Commands that would change the list read it first.
     std::atomic<bool>& TaskBusy() { return taskBusy_; }
-    bool AnyRunning() const;
+    const std::atomic<bool>& TaskBusy() const { return taskBusy_; }
+    bool AnyRunning() const { return !tasks_.empty(); }
 
     // Starts `work` on a thread of its own and then calls `finish` on the window's thread, when
     // TaskBusy is clear again (on every path). The caller has set TaskBusy, by TryBegin().
@@ -53,8 +60,11 @@ class BackgroundTasks {
     bool TryBegin() { return !taskBusy_.exchange(true); }
     // Clears TaskBusy of a TryBegin() that no task followed.
     void GiveUp();
+    // Calls `work` on the window's thread as soon as TaskBusy is clear: now or after the task at
+    // hand. Another task may have begun by then if several wait.
+    void WhenFree(std::function<void()> work);
 
-    // The newest news of the list task, or of the free task that began last.
+    // The newest news of the list task, or of the free task that began last; empty if none runs.
     TaskProgress Progress() const;
     // Asks all tasks to stop; returns at once.
     void StopAll();
@@ -62,11 +72,17 @@ class BackgroundTasks {
   private:
     class Task;
     void Start(Work work, std::function<void()> finish, bool ownsBusy);
+    void End(Task& task, const std::function<void()>& finish);
+    void ClearBusy();
+    void Changed() const;
 
     UiQueue& queue_;
     std::function<void()> changed_;
+    std::function<void(std::u16string_view)> failed_;
     std::atomic<bool> taskBusy_ = false;
-    std::list<std::unique_ptr<Task>> tasks_;
+    std::vector<std::unique_ptr<Task>> tasks_;
+    std::vector<std::function<void()>> waiting_;
+    QTimer newsTimer_;  // runs while a task does
 };
 
 }  // namespace bw
