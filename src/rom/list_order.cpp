@@ -1,6 +1,7 @@
 #include "rom/list_order.h"
 
 #include <algorithm>
+#include <span>
 #include <string_view>
 
 #include "support/text.h"
@@ -8,48 +9,99 @@
 namespace bw {
 namespace {
 
-constexpr size_t kHeadUnits = 4;
-
-// The whole key of a number; the first units of a text, so that most comparisons needn't go to the
-// text itself.
+// A number, or some units of a text, so that comparing needn't go to the text itself.
 struct SortKey {
     uint64_t head;
     uint32_t row;
 };
 
-uint64_t HeadOf(std::u16string_view text) {
+constexpr size_t kHeadUnits = 3;
+constexpr unsigned kUnitBits = 17;  // a rank, or 0 behind the text's end
+constexpr size_t kDeepest = 1000;   // units; equal beginnings are seldom longer
+
+uint64_t HeadOf(std::u16string_view text, size_t from) {
     uint64_t head = 0;
-    for (size_t i = 0; i < kHeadUnits; ++i) {
-        head = head << 16 | (i < text.size() ? Utf8Rank(text[i]) : 0u);
+    for (size_t i = from; i < from + kHeadUnits; ++i) {
+        head = head << kUnitBits | (i < text.size() ? Utf8Rank(text[i]) + 1u : 0u);
     }
     return head;
 }
 
-template <typename Head>
-std::vector<SortKey> Keys(const GameList& games, Head head) {
-    std::vector<SortKey> keys;
-    keys.reserve(games.size());
-    for (const GameEntry& entry : games) {
-        keys.push_back({head(entry), static_cast<uint32_t>(keys.size())});
-    }
+bool HasEnded(uint64_t head) {
+    return (head & ((1u << kUnitBits) - 1)) == 0;
+}
+
+std::vector<SortKey> Unsorted(const GameList& games) {
+    std::vector<SortKey> keys(games.size());
+    for (uint32_t row = 0; row < keys.size(); ++row)
+        keys[row].row = row;
     return keys;
 }
 
 template <typename Number>
 std::vector<SortKey> ByNumber(const GameList& games, Number number) {
-    std::vector<SortKey> keys =
-        Keys(games, [&](const GameEntry& entry) { return uint64_t{number(entry.header)}; });
+    std::vector<SortKey> keys = Unsorted(games);
+    for (SortKey& key : keys)
+        key.head = number(games[key.row].header);
     std::ranges::stable_sort(keys, {}, &SortKey::head);
     return keys;
 }
 
-std::vector<SortKey> ByText(const GameList& games, std::u16string GameEntry::*text) {
-    std::vector<SortKey> keys =
-        Keys(games, [&](const GameEntry& entry) { return HeadOf(entry.*text); });
-    std::ranges::stable_sort(keys, [&](const SortKey& a, const SortKey& b) {
-        if (a.head != b.head) return a.head < b.head;
-        return CompareAsUtf8(games[a.row].*text, games[b.row].*text) < 0;
-    });
+using TextField = std::u16string GameEntry::*;
+
+// Sorts keys whose texts are equal up to a place: by the next few units that differ, then each run
+// of equal ones by those behind.
+class TextSorter {
+  public:
+    TextSorter(const GameList& games, TextField field) : games_(games), field_(field) {}
+
+    void Sort(std::span<SortKey> keys, size_t from) const {
+        if (from >= kDeepest) {
+            std::ranges::stable_sort(keys, [&](const SortKey& a, const SortKey& b) {
+                return CompareAsUtf8(TextOf(a), TextOf(b)) < 0;
+            });
+            return;
+        }
+        from = EndOfEqual(keys, from);
+        for (SortKey& key : keys)
+            key.head = HeadOf(TextOf(key), from);
+        std::ranges::sort(keys, [](const SortKey& a, const SortKey& b) {
+            return a.head != b.head ? a.head < b.head : a.row < b.row;
+        });
+        for (size_t begin = 0, end = 0; begin < keys.size(); begin = end) {
+            while (end < keys.size() && keys[end].head == keys[begin].head)
+                ++end;
+            if (end - begin > 1 && !HasEnded(keys[begin].head)) {
+                Sort(keys.subspan(begin, end - begin), from + kHeadUnits);
+            }
+        }
+    }
+
+  private:
+    const std::u16string& TextOf(const SortKey& key) const { return games_[key.row].*field_; }
+
+    size_t EndOfEqual(std::span<const SortKey> keys, size_t from) const {
+        if (keys.empty()) return from;
+        const std::u16string& first = TextOf(keys.front());
+        size_t end = first.size();
+        for (const SortKey& key : keys) {
+            const std::u16string& text = TextOf(key);
+            end = std::min(end, text.size());
+            size_t equal = from;
+            while (equal < end && first[equal] == text[equal])
+                ++equal;
+            end = equal;
+        }
+        return end;
+    }
+
+    const GameList& games_;
+    TextField field_;
+};
+
+std::vector<SortKey> ByText(const GameList& games, TextField field) {
+    std::vector<SortKey> keys = Unsorted(games);
+    TextSorter(games, field).Sort(keys, 0);
     return keys;
 }
 

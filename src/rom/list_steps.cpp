@@ -51,7 +51,11 @@ AppliedStep ApplyTo(GameList& games, SortOrder& sort, ReorderRows step) {
         moved.push_back(std::move(games[step.first + step.from[i]]));
         inverse.from[step.from[i]] = static_cast<uint32_t>(i);
     }
-    std::ranges::move(moved, games.begin() + static_cast<ptrdiff_t>(step.first));
+    if (count == games.size()) {
+        games.swap(moved);
+    } else {
+        std::ranges::move(moved, games.begin() + static_cast<ptrdiff_t>(step.first));
+    }
     ListResult result{ListChange::kOrder};
     if (!step.sort) result.reveal = step.first;
     return {std::move(inverse), result};

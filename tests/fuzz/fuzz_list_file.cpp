@@ -1,8 +1,9 @@
-// Any bytes as a list file: what is loaded and stored again loads the same.
+// Any bytes as a list file or as the list history: what is loaded and stored again loads the same,
+// and leaving out of a text what no list has changes nothing.
 #include <cstdint>
 #include <cstdlib>
 
-#include "rom/list_file.h"
+#include "rom/list_history.h"
 
 namespace {
 
@@ -24,7 +25,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     text.LoadFromMemory({data, size});
     // The announced number alone can make a list of thousands of empty entries, which only costs
     // time here.
-    if (text.GetInt(u"history", u"count", 0) > 64) text.SetInt(u"history", u"count", 64);
+    const bool tooMany = text.GetInt(u"history", u"count", 0) > 64;
+    if (tooMany) text.SetInt(u"history", u"count", 64);
     bw::GameList list;
     const bw::ListLoadResult result = bw::AppendListEntries(text, kBase, list);
     Expect(list.size() == result.added && result.added == result.announced && !result.overLimit);
@@ -40,5 +42,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     bw::IniFile storedAgain;
     bw::StoreListEntries(copy, kBase, storedAgain);
     Expect(storedAgain.ToText() == first);
+    if (tooMany) return 0;
+
+    const bw::ListHistory history = bw::LoadListHistory({data, size}, kBase);
+    bw::IniFile storedHistory;
+    bw::StoreListEntries(history.games, kBase, storedHistory);
+    Expect(storedHistory.ToText() == first);
+    const std::string whole = bw::StoreListHistory(history.games, history.widths, kBase);
+    Expect(bw::LoadListHistory(Bytes(whole), kBase).widths == history.widths);
     return 0;
 }

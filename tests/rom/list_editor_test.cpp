@@ -1,13 +1,12 @@
 #include "rom/list_editor.h"
 
-#include <functional>
+#include <algorithm>
 #include <random>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "image_folder.h"
-#include "rom/added_games.h"
 #include "support/text.h"
 
 namespace bw {
@@ -176,6 +175,24 @@ TEST(ListEditor, SortsByTheColumnsThatUsersKnow) {
     EXPECT_TRUE(list.SortDescending());
 }
 
+TEST(ListEditor, SortsTextsAsTheirUtf8Bytes) {
+    std::mt19937 random(7);
+    const std::u16string_view parts[] = {u"a", u"ab", u"B", u"\uE000", u"\U0001F3AE", {u"\0", 1}};
+    GameList games(600);
+    for (GameEntry& entry : games) {
+        entry.name.assign(random() % 3 == 0 ? 1100 : 0, u'x');  // long equal beginnings too
+        for (size_t i = random() % 6; i > 0; --i)
+            entry.name += parts[random() % std::size(parts)];
+        entry.remark = ToWide(std::to_string(&entry - games.data()));  // shows the stability
+    }
+    ListEditor list;
+    list.Restore(games);
+    list.Sort(ListColumn::kName);
+    std::ranges::stable_sort(games, {}, [](const GameEntry& entry) { return ToUtf8(entry.name); });
+    for (size_t row = 0; row < games.size(); ++row)
+        ASSERT_EQ(list.Games()[row].remark, games[row].remark) << row;
+}
+
 struct ClickCase {
     size_t findRow;
     size_t row;
@@ -323,54 +340,6 @@ TEST(ListEditor, FindsLettersInAnyCase) {
     EXPECT_THAT(list.RowsWith(u"éToI"), ElementsAre(1, 2));
     EXPECT_THAT(list.RowsWith(u"roms"), ElementsAre(0));
     EXPECT_THAT(list.RowsWith(u""), ElementsAre(0, 1, 2, 3));
-}
-
-TEST(ListColumns, CellsAndTitles) {
-    GameEntry entry = Row(u"Name", u"Remark", u"/p.nes", {255, 8, 0x47, 0x08, 0, 0x21});
-    entry.coolgirlSupported = true;
-    std::string line;
-    std::string titles;
-    for (size_t i = 0; i < kListColumns; ++i) {
-        const auto column = static_cast<ListColumn>(i);
-        line += ToUtf8(CellText(entry, 41, column, Language::kEnglish)) + "|";
-        titles += ToUtf8(LoadText(TraitsOf(column).titleId, Language::kEnglish)) + "|";
-    }
-    EXPECT_EQ(line, "42|Name|511 (8176KB)|520 (4160KB)|4|V|Yes|Yes|NO|YES|Remark|/p.nes|");
-    EXPECT_EQ(titles,
-              "Number|File name|PRG ROM|CHR ROM|Mapper #|Mirroring|Battery-backed|Trained|COOLBOY|"
-              "COOLGIRL|Remark|File path|");
-    EXPECT_EQ(CellText({}, 0, ListColumn::kPrg, Language::kEnglish), u" 0 (000KB)");
-    entry.name.assign(300, u'x');
-    EXPECT_EQ(CellText(entry, 0, ListColumn::kName, Language::kEnglish).size(), 260u);
-}
-
-TEST(AddedGames, GamesOnlyWithPathsFromTheProgramsFolder) {
-    const test::ImageFolder folder;
-    const auto in = folder.Write("program/roms/In.side.nes", test::Header({1}));
-    const auto out = folder.Write("Out.NES", test::Header({2}));
-    const auto base = folder / "program";
-    const std::vector<std::filesystem::path> files{
-        out,
-        folder.Write("zero prg.nes", test::Header({0, 1})),
-        folder / "gone.nes",
-        base,
-        folder.Write("text.nes", "no game"),
-        in};
-    const GameList games = ReadAddedGames(files, base);
-    ASSERT_EQ(games.size(), 2u);
-    EXPECT_EQ(games[0].path, u"../Out.NES");
-    EXPECT_EQ(games[1].path, u"roms/In.side.nes");
-    EXPECT_EQ(games[1].name, u"In.side");
-    EXPECT_FALSE(games[1].checked);
-
-    GameList more = games;
-    more.resize(4);
-    more[3].path = u"D:\\roms\\Game.nes";
-    const GameList absolute = WithAbsolutePaths(more, base);
-    EXPECT_EQ(absolute[0].path, PathText(out));
-    EXPECT_EQ(absolute[1].path, PathText(in));
-    EXPECT_EQ(absolute[2].path, u"");
-    EXPECT_EQ(absolute[3].path, more[3].path);
 }
 
 }  // namespace
