@@ -32,6 +32,16 @@ class ListHost {
     virtual void SetColumnWidths(const ColumnWidths& widths) = 0;
     // A line for the status bar that stays until the next one: how a task ended.
     virtual void Tell(std::u16string_view line) = 0;
+    // What was wrong with a search or with its result, shown where the search is asked for; empty
+    // takes it back.
+    virtual void ShowSearchProblem(std::u16string_view text) { Tell(text); }
 };
+
+// Sets TaskBusy; false, after telling the user, if a task is running.
+bool BeginListTask(ListHost& host);
+// The same look at TaskBusy without setting it, for commands that end before they return.
+bool RefusesWhileBusy(ListHost& host);
+// A message with the title of warnings.
+void Warn(ListHost& host, std::u16string_view text);
 
 }  // namespace bw

@@ -1,0 +1,19 @@
+#include "shell/tasks/list_host.h"
+
+namespace bw {
+
+bool BeginListTask(ListHost& host) {
+    return !RefusesWhileBusy(host) && host.Tasks().TryBegin();
+}
+
+bool RefusesWhileBusy(ListHost& host) {
+    if (!host.Tasks().TaskBusy()) return false;
+    Warn(host, LoadText(194, host.CurrentLanguage()));
+    return true;
+}
+
+void Warn(ListHost& host, std::u16string_view text) {
+    host.Dialogs().Message(text, LoadText(169, host.CurrentLanguage()), MessageButtons::kConfirm);
+}
+
+}  // namespace bw
