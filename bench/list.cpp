@@ -1,14 +1,12 @@
 // The commands of a full list, 20,000 rows, against bare loops over the same data: for a sort
-// std::stable_sort of plain keys and moving the entries accordingly, for checks and searches one
-// plain loop (searches without regard to letter case only in ASCII). Ours records each sort, so
-// that it can be undone.
+// the bare one of full_list.h, for checks and searches one plain loop (searches without regard to
+// letter case only in ASCII). Ours records each sort, so that it can be undone.
 #include <algorithm>
 #include <cstdlib>
-#include <random>
 #include <span>
 #include <string>
-#include <utility>
 
+#include "full_list.h"
 #include "measure.h"
 #include "rom/list_editor.h"
 #include "rom/list_history.h"
@@ -18,7 +16,6 @@ namespace {
 
 using bw::GameEntry;
 using bw::GameList;
-using bw::ListColumn;
 
 constexpr int kRounds = 31;
 
@@ -26,42 +23,8 @@ std::string Number(size_t value) {
     return std::to_string(value);
 }
 
-GameList FullList() {
-    static constexpr std::u16string_view kBeginnings[] = {
-        u"Super ", u"Game of the year ", u"超级游戏 ", u"The legend of ", u"Étoile "};
-    std::mt19937 random(20);
-    GameList games(bw::kListLimit);
-    for (size_t i = 0; i < games.size(); ++i) {
-        GameEntry& entry = games[i];
-        entry.name = kBeginnings[random() % std::size(kBeginnings)];
-        entry.name += bw::ToWide(Number(random() % games.size()));
-        entry.path = u"/home/user/roms/Collection " + bw::ToWide(Number(i / 500)) + u"/" +
-                     entry.name + u".nes";
-        if (i % 4 == 0) entry.remark = bw::ToWide("remark " + Number(random() % 100));
-        for (size_t byte = 4; byte < 8; ++byte)
-            entry.header.bytes[byte] = static_cast<uint8_t>(random() % 64);
-    }
-    return games;
-}
-
-template <typename Key, typename KeyOf>
-void BareSort(GameList& games, const KeyOf& keyOf) {
-    std::vector<std::pair<Key, size_t>> keys;
-    keys.reserve(games.size());
-    for (size_t i = 0; i < games.size(); ++i)
-        keys.emplace_back(keyOf(games[i]), i);
-    std::stable_sort(keys.begin(), keys.end(),
-                     [](const auto& a, const auto& b) { return a.first < b.first; });
-    GameList sorted;
-    sorted.reserve(games.size());
-    for (const auto& [key, row] : keys)
-        sorted.push_back(std::move(games[row]));
-    games = std::move(sorted);
-}
-
 // Each round sorts the same list by the column for the first time.
-template <typename Key, typename KeyOf>
-void Sort(std::string_view what, const GameList& games, ListColumn column, const KeyOf& keyOf) {
+void Sort(const GameList& games, const bench::SortColumn& by) {
     GameList plain;
     std::optional<bw::ListEditor> list;
     const auto prepare = [&] {
@@ -69,13 +32,14 @@ void Sort(std::string_view what, const GameList& games, ListColumn column, const
         list.emplace();
         list->Restore(games);
     };
-    bench::Report(what, bench::InTurn(
-                            kRounds, [&] { list->Sort(column); },
-                            [&] { BareSort<Key>(plain, keyOf); }, prepare));
+    bench::Report(std::string("sort by ") + by.name,
+                  bench::InTurn(
+                      kRounds, [&] { list->Sort(by.column); },
+                      [&] { bench::BareSort(plain, by.column); }, prepare));
     const auto same = [](const GameEntry& a, const GameEntry& b) { return a.path == b.path; };
     prepare();
-    list->Sort(column);
-    BareSort<Key>(plain, keyOf);
+    list->Sort(by.column);
+    bench::BareSort(plain, by.column);
     if (!std::ranges::equal(list->Games(), plain, same)) std::abort();
 }
 
@@ -118,27 +82,6 @@ size_t BarePrefix(const GameList& games, std::u16string_view prefix) {
         }
     }
     return games.size();
-}
-
-void Sorts(const GameList& games) {
-    using View = std::u16string_view;
-    const auto text = [](std::u16string GameEntry::*field) {
-        return [field](const GameEntry& entry) { return View(entry.*field); };
-    };
-    const auto number = [](auto value) {
-        return [value](const GameEntry& entry) { return uint32_t{(entry.header.*value)()}; };
-    };
-    using bw::InesHeader;
-    Sort<View>("sort by name", games, ListColumn::kName, text(&GameEntry::name));
-    Sort<uint32_t>("sort by PRG", games, ListColumn::kPrg, number(&InesHeader::PrgCount));
-    Sort<uint32_t>("sort by CHR", games, ListColumn::kChr, number(&InesHeader::ChrCount));
-    Sort<uint32_t>("sort by mapper", games, ListColumn::kMapper, number(&InesHeader::Mapper));
-    Sort<uint32_t>("sort by mirroring", games, ListColumn::kMirroring,
-                   number(&InesHeader::Vertical));
-    Sort<uint32_t>("sort by battery", games, ListColumn::kBattery, number(&InesHeader::Battery));
-    Sort<uint32_t>("sort by trainer", games, ListColumn::kTrainer, number(&InesHeader::Trainer));
-    Sort<View>("sort by remark", games, ListColumn::kCoolboy, text(&GameEntry::remark));
-    Sort<View>("sort by path", games, ListColumn::kPath, text(&GameEntry::path));
 }
 
 void ChecksAndSearches(const GameList& games) {
@@ -194,8 +137,9 @@ void MillionEntries() {
 }  // namespace
 
 int main() {
-    const GameList games = FullList();
-    Sorts(games);
+    const GameList games = bench::FullList();
+    for (const bench::SortColumn& by : bench::kSortColumns)
+        Sort(games, by);
     ChecksAndSearches(games);
     MillionEntries();
     return 0;
