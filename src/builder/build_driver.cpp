@@ -230,18 +230,19 @@ class RomBuild : BuildBase {
 
 }  // namespace
 
+CheckText CheckBuildStart(const GameList& games, bool taskBusy, Language language) {
+    if (taskBusy) return LoadText(194, language);
+    if (CountChecked(games) > kCheckedLimit) {
+        return FormatText(LoadText(197, language), kCheckedLimit);
+    }
+    return std::nullopt;
+}
+
 bool MayStartBuild(const GameList& games, const std::atomic<bool>& taskBusy, BuildUser& user) {
     const Language language = user.UiLanguage();
-    std::u16string text;
-    if (taskBusy) {
-        text = LoadText(194, language);
-    } else if (CountChecked(games) > kCheckedLimit) {
-        text = FormatText(LoadText(197, language), kCheckedLimit);
-    } else {
-        return true;
-    }
-    user.Message(text, LoadText(kWarnTitle, language), MessageKind::kWarning);
-    return false;
+    const CheckText problem = CheckBuildStart(games, taskBusy, language);
+    if (problem) user.Message(*problem, LoadText(kWarnTitle, language), MessageKind::kWarning);
+    return !problem;
 }
 
 BuildOutcome BuildRom(const BuildContext& context, BoardType board, std::atomic<bool>& taskBusy) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "builder/bank_layout.h"
+#include "builder/build_checks.h"
 #include "builder/build_settings.h"
 #include "builder/build_user.h"
 #include "builder/final_data.h"
@@ -43,7 +44,9 @@ struct BuildOutcome {
 };
 
 // What a build command tests before it starts a build: that no task runs and that not too many
-// games are checked. Tells the user what is in the way.
+// games are checked. The words for what is in the way.
+CheckText CheckBuildStart(const GameList& games, bool taskBusy, Language language);
+// The same, told to the user; true if nothing is in the way.
 bool MayStartBuild(const GameList& games, const std::atomic<bool>& taskBusy, BuildUser& user);
 
 // Builds and writes the ROM. Sets `taskBusy` as its first act and clears it at its end. All

@@ -5,6 +5,7 @@
 
 #include "builder/build_checks.h"
 #include "builder/build_driver.h"
+#include "builder/build_words.h"
 #include "builder/resources.h"
 #include "builder/rom_writer.h"
 #include "cli/design_commands.h"
@@ -184,14 +185,11 @@ class CommandRun {
         const BuildOutcome outcome = BuildRom(Context(), arguments_.board, taskBusy);
         if (!outcome.done) {
             if (user_.Cancelled()) {
-                user_.Line(Own(u"已停止，没有写入任何文件。", u"Stopped; nothing was written."));
+                user_.Line(BuildStoppedText(language_));
             }
             return kFailed;
         }
-        user_.Line(FormatText(
-            Own(u"已写入 %s：%s，%d 个游戏，%0.3lfMB", u"Wrote %s: %s, %d game(s), %0.3lfMB"),
-            PathText(outcome.output), BoardName(outcome.board), outcome.names.size(),
-            outcome.layout.romSize / 1048576.0));
+        user_.Line(BuildSummary(outcome, language_));
         return WriteReport(outcome) ? kDone : kFailed;
     }
 

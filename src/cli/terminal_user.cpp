@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "builder/build_words.h"
 #include "cli/terminal.h"
 #include "support/text.h"
 
@@ -19,20 +20,6 @@ constexpr auto kProgressPause = 100ms;
 std::atomic<bool>& Interrupted() {
     static std::atomic<bool> interrupted = false;
     return interrupted;
-}
-
-std::u16string_view StageText(BuildStage stage, Language language) {
-    const bool chinese = language == Language::kChinese;
-    switch (stage) {
-        case BuildStage::kReadGames:
-            return chinese ? u"读取游戏" : u"Reading games";
-        case BuildStage::kWriteTables:
-            return chinese ? u"生成菜单数据" : u"Writing tables";
-        case BuildStage::kAssembleMenu:
-            return chinese ? u"汇编菜单" : u"Assembling the menu";
-        default:
-            return chinese ? u"写入 ROM" : u"Writing the ROM";
-    }
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <string_view>
 #include <vector>
 
 #include "shell/tasks/list_host.h"
@@ -13,22 +15,39 @@ class ListFiles {
   public:
     explicit ListFiles(ListHost& host) : host_(host) {}
 
-    // The three commands; each refuses while a task runs.
+    // The three commands; each refuses while a task runs. How they ended is told in the status
+    // bar, and so is a list that can't be written. One that is stopped leaves the list as it was.
     void Open();
     void Load();
     void Save();
-    // Files dropped on the window or named at the program's start: images and list files in any
-    // order. The flag isn't looked at; if a task is running, the files wait for its end.
+    // Files dropped on the window or named at the program's start (absolute paths): images and list
+    // files in any order. The flag isn't looked at; if a task is running, the files wait for its
+    // end.
     void Add(std::vector<std::filesystem::path> files);
 
     // At the start, on a background thread.
     void LoadHistory();
-    // At closing, on the window's thread. False if the store didn't take it.
+    // At closing, on the window's thread. False if the list isn't stored. A list that
+    // LoadHistory() couldn't bring in stays stored as it is, whatever the window has.
     bool SaveHistory(const ColumnWidths& widths);
 
   private:
+    struct Reading;
+    // `read` runs on the task's thread, `finish` on the window's unless the task was stopped.
+    void Read(std::function<void(Reading&)> read, std::function<void(Reading&)> finish);
+    bool RefusesFullList();
+    void AddWaiting();
+    // Appends what was read and tells how much it was.
+    void Publish(Reading& reading, bool limited, bool revealLast);
+    std::filesystem::path StoredFolder(std::string_view name) const;
+    void StoreFolderOf(std::string_view name, const std::filesystem::path& file);
+
     ListHost& host_;
     std::vector<std::filesystem::path> waiting_;
+    bool historyMissing_ = false;  // LoadHistory() has begun, and hasn't brought the list
 };
+
+// The path with ".fcl" appended, unless it ends in it already in any letter case.
+std::filesystem::path WithListExtension(std::filesystem::path file);
 
 }  // namespace bw

@@ -1,0 +1,101 @@
+#include "shell/tasks/build_commands.h"
+
+#include <memory>
+#include <utility>
+
+#include "builder/build_driver.h"
+#include "builder/build_words.h"
+#include "rom/added_games.h"
+#include "shell/tasks/window_build_user.h"
+#include "support/paths.h"
+
+namespace bw {
+namespace {
+
+// What a build or an export reads and makes. The task's thread alone uses it until it ends.
+struct Job {
+    explicit Job(ListHost& host)
+        : games(WithAbsolutePaths(host.Editor().Games(), host.Base())),
+          settings(LoadBuildSettings(host.Store())),
+          language(host.CurrentLanguage()),
+          store(host.Store()),
+          dialogs(host.Dialogs()) {
+        std::filesystem::path& menu = settings.ExternMenuPath;
+        if (!menu.empty()) menu = AbsolutePath(menu, host.Base());
+    }
+
+    BuildContext Context(BuildUser& user, std::filesystem::path workFolder) {
+        return {games, settings, store, design, user, std::move(workFolder), {}};
+    }
+
+    GameList games;
+    BuildSettings settings;
+    Language language;
+    SettingsStore& store;
+    UserDialogs& dialogs;
+    DesignStore design;
+    BuildOutcome outcome;
+    bool stopped = false;
+};
+
+std::u16string EndText(const Job& job) {
+    if (job.outcome.done) return BuildSummary(job.outcome, job.language);
+    if (job.stopped) return BuildStoppedText(job.language);
+    return OwnText(job.language, u"没有生成 ROM。", u"No ROM was written.");
+}
+
+std::u16string ExportEndText(const Job& job) {
+    return job.outcome.done
+               ? OwnText(job.language, u"信息已导出。", u"The information is exported.")
+               : OwnText(job.language, u"信息导出未完成。", u"The export was not completed.");
+}
+
+}  // namespace
+
+void BuildCommands::BuildCoolboy() {
+    Build(LoadBuildSettings(host_.Store()).CoolboyBoard());
+}
+
+void BuildCommands::BuildCoolgirl() {
+    Build(BoardType::kCoolgirl);
+}
+
+void BuildCommands::Build(BoardType board) {
+    BackgroundTasks& tasks = host_.Tasks();
+    if (const CheckText problem =
+            CheckBuildStart(host_.Editor().Games(), tasks.TaskBusy(), host_.CurrentLanguage())) {
+        Warn(host_, *problem);
+        return;
+    }
+    if (!tasks.TryBegin()) return;
+    host_.Tell({});
+    const bool sweep = !std::exchange(sweptFolders_, true);
+    const auto job = std::make_shared<Job>(host_);
+    tasks.StartListTask(
+        [job, board, sweep](TaskControl& control) {
+            if (sweep) RemoveAbandonedWorkFolders();
+            WindowBuildUser user(control, job->dialogs, job->language);
+            // The build would clear the window's flag before the window has heard of its end, and
+            // another task could slip in; the window's flag is the task's, this one the build's.
+            std::atomic<bool> buildBusy = false;
+            job->outcome = BuildRom(job->Context(user, WorkFolder()), board, buildBusy);
+            job->stopped = user.Cancelled();
+        },
+        [this, job] { host_.Tell(EndText(*job)); });
+}
+
+void BuildCommands::Export() {
+    host_.Tell({});
+    const auto job = std::make_shared<Job>(host_);
+    host_.Tasks().StartFreeTask(
+        [job](TaskControl& control) {
+            WindowBuildUser user(control, job->dialogs, job->language);
+            // A build that runs beside it removes its own folder at its end.
+            std::filesystem::path folder = WorkFolder();
+            folder += "-export";
+            job->outcome.done = RunExport(job->Context(user, folder));
+        },
+        [this, job] { host_.Tell(ExportEndText(*job)); });
+}
+
+}  // namespace bw

@@ -1,0 +1,154 @@
+#include "shell/tasks/find_commands.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+namespace bw {
+namespace {
+
+// One command on its way. The task's thread alone uses it until it ends.
+struct Search {
+    FindRecord record;
+    Language language;
+    std::vector<SearchRow> rows;
+    size_t findRow;
+    size_t findNextRow;
+
+    std::vector<RowName> names = {};         // the new ones
+    std::optional<size_t> found = {};        // the hit, if one was looked for
+    std::optional<std::u16string> end = {};  // why nothing was done
+    bool badPattern = false;
+};
+
+using SearchStep = void (*)(Search&, const NamePattern&, TaskControl&);
+using SearchFinish = void (*)(Search&, ListHost&);
+
+class RowProgress : public SearchProgress {
+  public:
+    RowProgress(TaskControl& control, const Search& search)
+        : control_(control), what_(Words(search)) {
+        Row(0, search.rows.size());
+    }
+    void Row(size_t done, size_t total) override { control_.Progress({what_, done, total}); }
+
+  private:
+    static std::u16string Words(const Search& search) {
+        return OwnText(search.language, u"查找名称", u"Searching the names");
+    }
+    TaskControl& control_;
+    std::u16string what_;
+};
+
+void FindHit(Search& search, const NamePattern& pattern, TaskControl& control) {
+    const RowProgress progress(control, search);
+    search.found = FindNext(search.rows, pattern, search.findNextRow, search.record.onlyChecked,
+                            control.Stop());
+}
+
+void ReplaceInFindRow(Search& search, const NamePattern& pattern, TaskControl& control) {
+    const RowProgress progress(control, search);
+    std::vector<SearchRow> rows = search.rows;
+    if (search.findRow < rows.size()) {
+        std::u16string& name = rows[search.findRow].name;
+        if (auto replaced = pattern.Replaced(name, control.Stop())) {
+            search.names.push_back({search.findRow, *replaced});
+            name = std::move(*replaced);  // what the next search looks at
+        }
+    }
+    search.found =
+        FindNext(rows, pattern, search.findNextRow, search.record.onlyChecked, control.Stop());
+}
+
+void ReplaceInAll(Search& search, const NamePattern& pattern, TaskControl& control) {
+    RowProgress progress(control, search);
+    search.names =
+        ReplaceAll(search.rows, pattern, search.record.onlyChecked, control.Stop(), progress);
+}
+
+void RunSearch(Search& search, SearchStep step, TaskControl& control) {
+    std::unique_ptr<NamePattern> pattern;
+    if (auto problem = NamePattern::Compile(search.record, search.language, pattern)) {
+        search.badPattern = true;
+        search.end = std::move(problem->text);
+        return;
+    }
+    try {
+        step(search, *pattern, control);
+    } catch (SearchStopped& stopped) {
+        search.end = std::move(stopped.reason);
+        if (!search.end->empty()) return;
+        search.end = OwnText(search.language, u"查找已停止，没有改变任何名称。",
+                             u"The search was stopped; no name was changed.");
+    }
+}
+
+// Not every command waits for the end of a search: rows may have been cleared, sorted, renamed.
+bool SameNames(const GameList& games, const std::vector<SearchRow>& rows) {
+    return std::ranges::equal(games, rows, {}, &GameEntry::name, &SearchRow::name);
+}
+
+void FinishReplacing(Search& search, ListHost& host) {
+    if (!search.names.empty()) host.Apply(host.Editor().Rename(std::move(search.names)));
+}
+
+void FinishFinding(Search& search, ListHost& host) {
+    FinishReplacing(search, host);
+    ListEditor& editor = host.Editor();
+    editor.SetFindNextRow(search.found ? *search.found + 1 : 0);
+    if (search.found) {
+        editor.SetFindRow(*search.found);
+    } else {
+        host.ShowSearchProblem(OwnText(search.language, u"没有找到。", u"Nothing was found."));
+    }
+    host.ShowFound(search.found.has_value());
+}
+
+void Finish(Search& search, SearchFinish finish, ListHost& host) {
+    if (search.badPattern) {
+        host.ShowSearchProblem(*search.end);
+    } else if (search.end) {
+        host.Tell(*search.end);
+    } else if (SameNames(host.Editor().Games(), search.rows)) {
+        finish(search, host);
+    } else {
+        host.Tell(OwnText(search.language, u"查找期间列表已改变，没有执行任何操作。",
+                          u"The list has changed during the search; nothing was done."));
+    }
+}
+
+// Nothing but `finish` touches the list, on the window's thread and at once.
+void Start(ListHost& host, const FindRecord& record, SearchStep step, SearchFinish finish) {
+    if (!BeginListTask(host)) return;
+    host.Tell({});
+    host.ShowSearchProblem({});
+    const ListEditor& editor = host.Editor();
+    const auto search =
+        std::make_shared<Search>(Search{record, host.CurrentLanguage(), SearchRows(editor.Games()),
+                                        editor.FindRow(), editor.FindNextRow()});
+    const auto done = std::make_shared<bool>(false);
+    host.Tasks().StartListTask(
+        [search, done, step](TaskControl& control) {
+            RunSearch(*search, step, control);
+            *done = true;
+        },
+        [search, done, finish, &host] {
+            if (*done) Finish(*search, finish, host);
+        });
+}
+
+}  // namespace
+
+void FindCommands::FindNext(const FindRecord& record) {
+    Start(host_, record, FindHit, FinishFinding);
+}
+
+void FindCommands::Replace(const FindRecord& record) {
+    Start(host_, record, ReplaceInFindRow, FinishFinding);
+}
+
+void FindCommands::ReplaceAll(const FindRecord& record) {
+    Start(host_, record, ReplaceInAll, FinishReplacing);
+}
+
+}  // namespace bw

@@ -1,0 +1,88 @@
+#include "shell/tasks/game_intake.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "rom/added_games.h"
+#include "rom/list_file.h"
+#include "support/paths.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+constexpr size_t kBatch = 256;  // images between two looks at the stop flag
+
+bool IsList(const std::filesystem::path& file) {
+    return HasExtension(file, "fcl");
+}
+
+}  // namespace
+
+GameIntake::GameIntake(TaskControl& control, std::filesystem::path base, size_t present,
+                       std::function<void()> overLimit)
+    : control_(control),
+      base_(std::move(base)),
+      present_(present),
+      overLimit_(std::move(overLimit)) {}
+
+void GameIntake::AddImages(std::span<const std::filesystem::path> files) {
+    filesInAll_ = std::max(filesInAll_, files.size());
+    while (!files.empty() && !control_.Stop()) {
+        const auto batch = files.first(std::min(kBatch, files.size()));
+        control_.Progress({PathText(batch.front().filename()), filesDone_, filesInAll_});
+        GameList read = ReadAddedGames(batch, base_);
+        leftOut += batch.size() - read.size();
+        games.insert(games.end(), std::make_move_iterator(read.begin()),
+                     std::make_move_iterator(read.end()));
+        filesDone_ += batch.size();
+        files = files.subspan(batch.size());
+    }
+}
+
+bool GameIntake::AddList(const std::filesystem::path& file) {
+    control_.Progress({PathText(file.filename()), filesDone_, filesInAll_});
+    ++filesDone_;
+    // A list travels with its games: paths that name nothing below the program's folder may do so
+    // beside the list.
+    GameList read;
+    const auto loaded = LoadListFile(file, base_, read, file.parent_path());
+    if (!loaded) {
+        ++leftOut;
+        return false;
+    }
+    if (loaded->announced > Room()) TellOverLimit();
+    games.insert(games.end(), std::make_move_iterator(read.begin()),
+                 std::make_move_iterator(read.end()));
+    CutToRoom();
+    return true;
+}
+
+void GameIntake::AddFiles(std::span<const std::filesystem::path> files) {
+    filesInAll_ = files.size();
+    if (files.size() > Room()) TellOverLimit();
+    while (!files.empty() && Room() > 0 && !control_.Stop()) {
+        const auto firstList = std::ranges::find_if(files, IsList);
+        const auto images = static_cast<size_t>(firstList - files.begin());
+        AddImages(files.first(images));
+        CutToRoom();
+        if (images < files.size() && Room() > 0) AddList(files[images]);
+        files = files.subspan(std::min(images + 1, files.size()));
+    }
+}
+
+size_t GameIntake::Room() const {
+    return kListLimit - std::min(present_ + games.size(), kListLimit);
+}
+
+void GameIntake::CutToRoom() {
+    const size_t room = kListLimit - std::min(present_, kListLimit);
+    games.resize(std::min(games.size(), room));
+}
+
+void GameIntake::TellOverLimit() {
+    if (const auto tell = std::exchange(overLimit_, {})) tell();
+}
+
+}  // namespace bw

@@ -1,0 +1,46 @@
+// Reading the games that come into the list, on a background thread.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <span>
+
+#include "rom/game_list.h"
+#include "shell/tasks/background_tasks.h"
+
+namespace bw {
+
+class GameIntake {
+  public:
+    // `base`: the folder that relative paths count from. `present`: the rows that the list has.
+    // `overLimit` is called on the task's thread, once at most, before something is left out for
+    // want of room.
+    GameIntake(TaskControl& control, std::filesystem::path base, size_t present,
+               std::function<void()> overLimit);
+
+    // Images, however many. Files that are none are left out.
+    void AddImages(std::span<const std::filesystem::path> files);
+    // A list file, as far as there is room. False if it is none or can't be read.
+    bool AddList(const std::filesystem::path& file);
+    // Images and list files, told apart by the extension, as far as there is room.
+    void AddFiles(std::span<const std::filesystem::path> files);
+
+    // What was read, in order.
+    GameList games;
+    // Files that are neither an image nor a list, or can't be read.
+    size_t leftOut = 0;
+
+  private:
+    size_t Room() const;
+    void CutToRoom();
+    void TellOverLimit();
+
+    TaskControl& control_;
+    std::filesystem::path base_;
+    size_t present_;
+    std::function<void()> overLimit_;
+    size_t filesDone_ = 0;
+    size_t filesInAll_ = 0;
+};
+
+}  // namespace bw

@@ -1,0 +1,221 @@
+#include "shell/tasks/list_files.h"
+
+#include <iterator>
+#include <memory>
+#include <utility>
+
+#include "rom/list_file.h"
+#include "shell/tasks/game_intake.h"
+#include "support/paths.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+constexpr std::string_view kOpenFolder = "LastOpenDir";
+constexpr std::string_view kListFolder = "LastLoadDir";
+constexpr std::string_view kHistoryValue = "Data";
+
+// Shows on the window's thread that not all will fit.
+void WarnOfLimit(TaskControl& control, ListHost& host) {
+    control.Queue().Call([&host] {
+        Warn(host, FormatText(LoadText(192, host.CurrentLanguage()), kListLimit));
+        return true;
+    });
+}
+
+void TellStopped(ListHost& host) {
+    host.Tell(OwnText(host.CurrentLanguage(), u"已停止，列表没有改变。",
+                      u"Stopped; the list is as it was."));
+}
+
+}  // namespace
+
+// What a task on its way into the list holds. The task's thread alone uses it until it ends.
+struct ListFiles::Reading {
+    Reading(TaskControl& control, ListHost& host, std::filesystem::path base, size_t present)
+        : intake(control, std::move(base), present,
+                 [&control, &host] { WarnOfLimit(control, host); }) {}
+
+    GameIntake intake;
+    bool readable = true;
+};
+
+void ListFiles::Read(std::function<void(Reading&)> read, std::function<void(Reading&)> finish) {
+    host_.Tell({});
+    struct Shared {
+        std::unique_ptr<Reading> reading;
+        bool stopped = false;
+    };
+    const auto shared = std::make_shared<Shared>();
+    host_.Tasks().StartListTask(
+        [shared, read = std::move(read), &host = host_, base = host_.Base(),
+         present = host_.Editor().Games().size()](TaskControl& control) {
+            auto reading = std::make_unique<Reading>(control, host, base, present);
+            read(*reading);
+            shared->stopped = control.Stop();
+            shared->reading = std::move(reading);
+        },
+        [this, shared, finish = std::move(finish)] {
+            if (shared->stopped) {
+                TellStopped(host_);
+            } else if (shared->reading) {
+                finish(*shared->reading);
+            }
+        });
+}
+
+void ListFiles::Publish(Reading& reading, bool limited, bool revealLast) {
+    ListEditor& editor = host_.Editor();
+    const size_t before = editor.Games().size();
+    ListResult result = editor.Append(std::move(reading.intake.games), limited);
+    if (!revealLast) result.reveal.reset();
+    host_.Apply(result);
+    const Language language = host_.CurrentLanguage();
+    const size_t added = editor.Games().size() - before;
+    std::u16string line =
+        FormatText(OwnText(language, u"已添加 %d 个游戏。", u"%d game(s) added."), added);
+    if (const size_t leftOut = reading.intake.leftOut; leftOut != 0) {
+        line += FormatText(OwnText(language, u"另有 %d 个文件不是游戏，未添加。",
+                                   u" %d file(s) left out, since they are no games."),
+                           leftOut);
+    }
+    host_.Tell(line);
+}
+
+bool ListFiles::RefusesFullList() {
+    const size_t rows = host_.Editor().Games().size();
+    if (rows < kListLimit) return false;
+    Warn(host_, FormatText(LoadText(193, host_.CurrentLanguage()), rows));
+    return true;
+}
+
+void ListFiles::Open() {
+    if (RefusesWhileBusy(host_) || RefusesFullList() || !BeginListTask(host_)) return;
+    std::vector<std::filesystem::path> files = host_.Dialogs().AskImages(StoredFolder(kOpenFolder));
+    if (files.empty()) {
+        host_.Tasks().GiveUp();
+        return;
+    }
+    StoreFolderOf(kOpenFolder, files.front());
+    Read([files = std::move(files)](Reading& reading) { reading.intake.AddImages(files); },
+         [this](Reading& reading) {
+             // More than the limit may come in by one choice of files; that is meant.
+             Publish(reading, false, true);
+         });
+}
+
+void ListFiles::Load() {
+    if (RefusesWhileBusy(host_) || RefusesFullList() || !BeginListTask(host_)) return;
+    const auto file = host_.Dialogs().AskListToLoad(StoredFolder(kListFolder));
+    if (!file) {
+        host_.Tasks().GiveUp();
+        return;
+    }
+    StoreFolderOf(kListFolder, *file);
+    Read([file = *file](Reading& reading) { reading.readable = reading.intake.AddList(file); },
+         [this, file = *file](Reading& reading) {
+             if (!reading.readable) {
+                 const auto format =
+                     OwnText(host_.CurrentLanguage(), u"%s 中没有游戏列表，或无法读取。",
+                             u"There is no list of games in %s, or it can't be read.");
+                 host_.Tell(FormatText(format, PathText(file)));
+                 return;
+             }
+             Publish(reading, true, false);
+         });
+}
+
+void ListFiles::Add(std::vector<std::filesystem::path> files) {
+    waiting_.insert(waiting_.end(), std::make_move_iterator(files.begin()),
+                    std::make_move_iterator(files.end()));
+    AddWaiting();
+}
+
+void ListFiles::AddWaiting() {
+    if (waiting_.empty()) return;
+    if (!host_.Tasks().TryBegin()) {
+        host_.Tasks().WhenFree([this] { AddWaiting(); });
+        return;
+    }
+    Read(
+        [files = std::exchange(waiting_, {})](Reading& reading) { reading.intake.AddFiles(files); },
+        [this](Reading& reading) { Publish(reading, true, true); });
+}
+
+void ListFiles::Save() {
+    if (!BeginListTask(host_)) return;
+    const auto chosen = host_.Dialogs().AskListToSave(StoredFolder(kListFolder));
+    if (!chosen) {
+        host_.Tasks().GiveUp();
+        return;
+    }
+    StoreFolderOf(kListFolder, *chosen);
+    host_.Tell({});
+    struct Saving {
+        std::filesystem::path file;
+        GameList games;
+        std::filesystem::path base;
+        bool done = false;
+    };
+    const auto saving = std::make_shared<Saving>(
+        Saving{WithListExtension(*chosen), host_.Editor().Games(), host_.Base()});
+    host_.Tasks().StartListTask(
+        [saving](TaskControl& control) {
+            control.Progress({PathText(saving->file.filename()), 0, 0});
+            saving->done = SaveListFile(saving->file, saving->games, saving->base);
+        },
+        [this, saving] {
+            const auto format =
+                saving->done
+                    ? OwnText(host_.CurrentLanguage(), u"列表已保存到 %s。",
+                              u"The list is saved to %s.")
+                    : OwnText(host_.CurrentLanguage(), u"无法写入 %s，请检查文件夹和磁盘空间。",
+                              u"%s can't be written. Check the folder and the free space.");
+            host_.Tell(FormatText(format, PathText(saving->file)));
+        });
+}
+
+void ListFiles::LoadHistory() {
+    if (!host_.Tasks().TryBegin()) return;
+    historyMissing_ = true;
+    const auto history = std::make_shared<std::optional<ListHistory>>();
+    host_.Tasks().StartListTask(
+        [history, &host = host_, &store = host_.Store(),
+         base = host_.Base()](TaskControl& control) {
+            const auto stored = ReadWholeBinary(store, kHistoryKey, kHistoryValue);
+            ListHistory loaded = LoadListHistory(stored, base);
+            if (loaded.load.overLimit) WarnOfLimit(control, host);
+            *history = std::move(loaded);
+        },
+        [this, history] {
+            if (!*history) return;
+            historyMissing_ = false;
+            host_.SetColumnWidths((*history)->widths);
+            host_.Apply(host_.Editor().Restore(std::move((*history)->games)));
+        });
+}
+
+bool ListFiles::SaveHistory(const ColumnWidths& widths) {
+    if (historyMissing_) return host_.Editor().Games().empty();
+    const std::string text = StoreListHistory(host_.Editor().Games(), widths, host_.Base());
+    return host_.Store().RegWriteBinary(
+        kHistoryKey, kHistoryValue, {reinterpret_cast<const uint8_t*>(text.data()), text.size()});
+}
+
+std::filesystem::path ListFiles::StoredFolder(std::string_view name) const {
+    std::u16string folder;
+    host_.Store().RegReadString(kMainKey, name, folder);
+    return TextPath(folder);
+}
+
+void ListFiles::StoreFolderOf(std::string_view name, const std::filesystem::path& file) {
+    host_.Store().RegWriteString(kMainKey, name, PathText(file.parent_path()));
+}
+
+std::filesystem::path WithListExtension(std::filesystem::path file) {
+    if (!HasExtension(file, "fcl")) file += ".fcl";
+    return file;
+}
+
+}  // namespace bw

@@ -1,0 +1,43 @@
+// The window as the user of a build: what the build asks on its own thread, the person answers on
+// the window's.
+#pragma once
+
+#include <string>
+
+#include "builder/build_user.h"
+#include "shell/tasks/background_tasks.h"
+#include "shell/tasks/user_dialogs.h"
+
+namespace bw {
+
+// For the task's thread. When the task is to stop, or the window has closed for good, nothing is
+// shown any more, all questions are answered with no, and the build counts as cancelled.
+class WindowBuildUser : public BuildUser {
+  public:
+    WindowBuildUser(TaskControl& control, UserDialogs& dialogs, Language language)
+        : control_(control), dialogs_(dialogs), language_(language) {}
+
+    Language UiLanguage() const override { return language_; }
+    void Message(std::u16string_view text, std::u16string_view title, MessageKind kind) override;
+    bool AskYesNo(std::u16string_view text, std::u16string_view title) override;
+    std::optional<OutputChoice> AskOutput(const std::filesystem::path& startFolder) override;
+    std::optional<std::filesystem::path> AskFolder(
+        const std::filesystem::path& startFolder) override;
+    void ShowInFileManager(const std::filesystem::path& path) override;
+    void Progress(BuildStage stage, size_t done, size_t total, std::u16string_view what) override;
+    bool Cancelled() const override { return closed_ || control_.Stop(); }
+    void Diagnostic(std::string_view line) override;
+
+  private:
+    int Show(std::u16string_view text, std::u16string_view title, MessageButtons buttons);
+    // The answer of `ask`, which runs on the window's thread; `otherwise` if nobody can be asked.
+    template <typename Question>
+    auto OnWindow(Question ask, decltype(ask()) otherwise) -> decltype(ask());
+
+    TaskControl& control_;
+    UserDialogs& dialogs_;
+    Language language_;
+    bool closed_ = false;
+};
+
+}  // namespace bw
