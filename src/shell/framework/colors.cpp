@@ -2,13 +2,15 @@
 
 #include <QGuiApplication>
 #include <QPalette>
+#include <algorithm>
 
 namespace bw {
 namespace {
 
-// The light colours lie between lightness 0.8 and 1; this maps them below 0.35.
+// What is lightest becomes darkest; light text can be read up to the limit.
 constexpr float kDarkest = 0.13F;
 constexpr float kSpread = 0.9F;
+constexpr float kLightest = 0.35F;
 constexpr float kDarkSaturation = 0.35F;
 
 }  // namespace
@@ -21,7 +23,7 @@ bool DarkTheme() {
 
 QColor ThemedColor(const QColor& light) {
     if (!DarkTheme()) return light;
-    const float lightness = kDarkest + (1.0F - light.lightnessF()) * kSpread;
+    const float lightness = std::min(kLightest, kDarkest + (1.0F - light.lightnessF()) * kSpread);
     return QColor::fromHslF(light.hslHueF(), light.hslSaturationF() * kDarkSaturation, lightness,
                             light.alphaF());
 }

@@ -10,7 +10,8 @@ inline constexpr QRgb kPaleBlue = 0xFFC8E1FF;
 // Of the dialogs with settings.
 inline constexpr QRgb kWhite = 0xFFFFFFFF;
 
-// True if the desktop's theme is dark: its text is lighter than its background.
+// True if the desktop's theme is dark: its text is lighter than its background. It may change while
+// the program runs: ask anew at each painting.
 bool DarkTheme();
 
 // The colour itself, or with a dark theme one of the same hue that light text can be read on.

@@ -3,11 +3,12 @@
 #include <QAbstractButton>
 #include <QCloseEvent>
 #include <QGroupBox>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QScreen>
 #include <algorithm>
 
@@ -16,7 +17,11 @@
 namespace bw {
 
 CDialogBase::CDialogBase(Language language, QWidget* parent)
-    : QDialog(parent), language_(language) {}
+    : QDialog(parent), language_(language) {
+    // The program ends by its command, not with the last window that shows: the main window may be
+    // in the tray.
+    setAttribute(Qt::WA_QuitOnClose, false);
+}
 
 const MessageTable& CDialogBase::BaseTable() {
     static const MessageEntry entries[] = {
@@ -28,34 +33,51 @@ const MessageTable& CDialogBase::BaseTable() {
 }
 
 void CDialogBase::Init() {
-    if (initialised_) return;
-    initialised_ = true;
+    open_ = true;
     ApplyTexts();
     Send(kMessageInitDialog);
-    Centre();
+    Place();
 }
 
 int CDialogBase::DoModal() {
+    if (open_) return 0;
     Init();
-    return exec();
+    const QPointer<CDialogBase> self(this);
+    const int code = exec();
+    if (self) open_ = false;
+    return code;
 }
 
 void CDialogBase::ShowModeless() {
-    Init();
-    if (isMinimized()) showNormal();
+    if (!open_) Init();
+    setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
     activateWindow();
 }
 
 bool CDialogBase::End(int code) {
-    if (!IsOpen()) return false;
+    if (!open_) return false;
+    open_ = false;
+    ++ends_;
     done(code);
     return true;
 }
 
 void CDialogBase::Post(int message, MessageParam wParam, MessageParam lParam) {
-    queue_.Post([=, this] { Send(message, wParam, lParam); });
+    queue_.Post([=, this, ends = ends_.load()] {
+        if (ends == ends_) Send(message, wParam, lParam);
+    });
+}
+
+void CDialogBase::PostLanguage(Language language) {
+    const auto wParam = static_cast<MessageParam>(language);
+    Post(kMessageLanguage, wParam);
+    for (QDialog* child : findChildren<QDialog*>()) {
+        if (auto* dialog = dynamic_cast<CDialogBase*>(child)) {
+            dialog->Post(kMessageLanguage, wParam);
+        }
+    }
 }
 
 MessageResult CDialogBase::OnClose(MessageParam wParam, MessageParam) {
@@ -79,19 +101,25 @@ void CDialogBase::AddControl(int id, QAbstractButton& button) {
     connect(&button, &QAbstractButton::clicked, this, [this, id] { Send(kMessageCommand, id); });
 }
 
+QWidget* CDialogBase::Control(int id) const {
+    const auto found = controls_.find(id);
+    return found != controls_.end() ? found->second : nullptr;
+}
+
 std::u16string CDialogBase::GetText(int id) const {
-    QWidget* control = controls_.at(id);
+    QWidget* control = Control(id);
     if (const auto* edit = qobject_cast<QLineEdit*>(control)) return FromQt(edit->text());
     if (const auto* edit = qobject_cast<QPlainTextEdit*>(control)) {
         return FromQt(edit->toPlainText());
     }
     if (const auto* label = qobject_cast<QLabel*>(control)) return FromQt(label->text());
     if (const auto* button = qobject_cast<QAbstractButton*>(control)) return FromQt(button->text());
+    if (const auto* group = qobject_cast<QGroupBox*>(control)) return FromQt(group->title());
     return {};
 }
 
 void CDialogBase::SetText(int id, const QString& text) {
-    QWidget* control = controls_.at(id);
+    QWidget* control = Control(id);
     if (auto* edit = qobject_cast<QLineEdit*>(control)) {
         edit->setText(text);
     } else if (auto* longEdit = qobject_cast<QPlainTextEdit*>(control)) {
@@ -109,24 +137,34 @@ void CDialogBase::SetTextId(int id, int textId) {
     SetText(id, QtText(textId, language_));
 }
 
+QSize CDialogBase::FromDialogUnits(int width, int height) const {
+    const QFontMetrics metrics = fontMetrics();
+    return {width * metrics.averageCharWidth() / 4, height * metrics.height() / 8};
+}
+
+void CDialogBase::SetStartSize(int width, int height) {
+    startSize_ = QSize(width, height);
+}
+
+void CDialogBase::Place() {
+    const QSize least = FromDialogUnits(startSize_.width(), startSize_.height());
+    resize(sizeHint().expandedTo(least));
+    Centre();
+}
+
 void CDialogBase::Centre() {
-    adjustSize();
-    const QScreen* screen = parentWidget() ? parentWidget()->screen() : this->screen();
-    const QRect work = screen->availableGeometry();
-    const QRect around = parentWidget() ? parentWidget()->window()->frameGeometry() : work;
+    const QWidget* parent = parentWidget() ? parentWidget()->window() : nullptr;
+    if (parent && !parent->isVisible()) parent = nullptr;
+    const QRect work = (parent ? parent : this)->screen()->availableGeometry();
+    const QRect around = parent ? parent->frameGeometry() : work;
+    // The window has no frame before it is shown; its parent's is most likely to be like it.
+    const QSize frame = parent ? parent->frameGeometry().size() - parent->size() : QSize(0, 0);
     const auto place = [](int start, int length, int own, int workStart, int workLength) {
         const int middle = start + (length - own) / 2;
         return std::max(workStart, std::min(middle, workStart + workLength - own));
     };
-    move(place(around.x(), around.width(), width(), work.x(), work.width()),
-         place(around.y(), around.height(), height(), work.y(), work.height()));
-}
-
-void CDialogBase::SetBackground(const QColor& light) {
-    background_ = light;
-    QPalette own;
-    own.setColor(QPalette::Window, ThemedColor(light));
-    setPalette(own);
+    move(place(around.x(), around.width(), width() + frame.width(), work.x(), work.width()),
+         place(around.y(), around.height(), height() + frame.height(), work.y(), work.height()));
 }
 
 void CDialogBase::keyPressEvent(QKeyEvent* event) {
@@ -138,13 +176,14 @@ void CDialogBase::keyPressEvent(QKeyEvent* event) {
 }
 
 void CDialogBase::closeEvent(QCloseEvent* event) {
-    event->ignore();
     Send(kMessageClose);
+    event->setAccepted(!IsOpen());
 }
 
-void CDialogBase::changeEvent(QEvent* event) {
-    QDialog::changeEvent(event);
-    if (event->type() == QEvent::ThemeChange && background_.isValid()) SetBackground(background_);
+void CDialogBase::paintEvent(QPaintEvent* event) {
+    QDialog::paintEvent(event);
+    // Painted, not put into the palette: the controls keep the theme's own colours.
+    if (background_.isValid()) QPainter(this).fillRect(event->rect(), ThemedColor(background_));
 }
 
 }  // namespace bw

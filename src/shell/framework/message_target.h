@@ -14,7 +14,8 @@ class MessageTarget;
 
 // The parameters of a message; large enough for a pointer.
 using MessageParam = intptr_t;
-// A handler's result 0 passes the message on: to later entries and to the base class.
+// A handler's result 0 passes the message on: to later entries and to the base class. A handler
+// that may have destroyed its own window gives something else.
 using MessageResult = intptr_t;
 using MessageHandler = MessageResult (MessageTarget::*)(MessageParam wParam, MessageParam lParam);
 

@@ -1,13 +1,12 @@
 #include "shell/framework/texts.h"
 
-#include <QFile>
-
 #include "support/text.h"
 
 namespace bw {
 
 QString ToQt(std::u16string_view text) {
-    return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
+    // Not QString::fromUtf16, which eats a byte order mark.
+    return QStringView(text.data(), static_cast<qsizetype>(text.size())).toString();
 }
 
 std::u16string FromQt(const QString& text) {
@@ -15,11 +14,11 @@ std::u16string FromQt(const QString& text) {
 }
 
 QString PathToQt(const std::filesystem::path& path) {
-    return QFile::decodeName(QByteArray::fromStdString(path.string()));
+    return ToQt(PathText(path));
 }
 
 std::filesystem::path PathFromQt(const QString& text) {
-    return QFile::encodeName(text).toStdString();
+    return TextPath(FromQt(text));
 }
 
 QString QtText(int id, Language language) {

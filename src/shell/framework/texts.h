@@ -10,9 +10,10 @@
 
 namespace bw {
 
+// Unit by unit, halves of surrogate pairs as well.
 QString ToQt(std::u16string_view text);
 std::u16string FromQt(const QString& text);
-// Paths keep their bytes, whatever the encoding of their names.
+// As PathText and TextPath: a path comes back byte for byte, whatever the encoding of its names.
 QString PathToQt(const std::filesystem::path& path);
 std::filesystem::path PathFromQt(const QString& text);
 

@@ -22,18 +22,21 @@ void UiQueue::Close() {
     std::deque<std::function<void()>> dropped;
     const std::lock_guard guard(lock_);
     closed_ = true;
+    // Destroyed outside the lock: that ends the waiting of Call().
     dropped.swap(waiting_);
 }
 
 bool UiQueue::event(QEvent* event) {
-    if (event->type() != QEvent::User) return QObject::event(event);
     std::function<void()> work;
     {
+        // Before the event is looked at, since another thread has made it.
         const std::lock_guard guard(lock_);
+        if (event->type() != QEvent::User) return QObject::event(event);
         if (waiting_.empty()) return true;
         work = std::move(waiting_.front());
         waiting_.pop_front();
     }
+    // It may run events of its own, and may end the queue: nothing here is touched after it.
     work();
     return true;
 }

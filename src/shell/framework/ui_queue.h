@@ -12,7 +12,8 @@
 namespace bw {
 
 // Runs functions on the thread that made the queue, in the order of posting, when that thread comes
-// round to its events. What is handed over passes through a mutex of ours, not through Qt.
+// round to its events. What is handed over passes through a mutex of ours, not through Qt. The
+// functions throw nothing. Whoever posts must have ended before the queue is destroyed.
 class UiQueue : public QObject {
   public:
     UiQueue() = default;
@@ -22,8 +23,8 @@ class UiQueue : public QObject {
     // From any thread. Dropped if the queue is closed.
     void Post(std::function<void()> work);
 
-    // From a background thread: runs `ask` on the window's thread and waits for its answer. Nothing
-    // if the queue is closed before the answer is there.
+    // From a background thread only (the queue's own would wait for itself): runs `ask` on the
+    // window's thread and waits for its answer. Nothing if the queue is closed before `ask` begins.
     template <typename Ask>
     auto Call(Ask ask) -> std::optional<decltype(ask())> {
         struct Exchange {
@@ -39,19 +40,18 @@ class UiQueue : public QObject {
             exchange->ended = true;
             exchange->changed.notify_all();
         });
-        std::function<void()> work = [ask = std::move(ask), exchange,
-                                      ending = std::move(ending)]() mutable {
+        Post([ask = std::move(ask), exchange, ending = std::move(ending)]() mutable {
             auto answer = ask();
             const std::lock_guard guard(exchange->lock);
             exchange->answer = std::move(answer);
-        };
-        Post(std::move(work));
+        });
         std::unique_lock guard(exchange->lock);
         exchange->changed.wait(guard, [&] { return exchange->ended; });
         return std::move(exchange->answer);
     }
 
-    // No more work is taken or run. On the window's thread.
+    // No more work is taken, and none that waits is run; work at hand ends as usual. On the
+    // window's thread.
     void Close();
 
   protected:
