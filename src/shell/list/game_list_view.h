@@ -26,7 +26,8 @@ class GameListView : public QWidget {
     // Brings the view up to date after an operation of the editor that somebody else has called.
     void Apply(const ListResult& result);
 
-    // Pixels of the screen; 0 keeps a column as it is.
+    // Qt's logical pixels, which are alike on screens of any density. 0 keeps a column as it is,
+    // and what makes no sense is cut to what does.
     ColumnWidths Widths() const;
     void SetWidths(const ColumnWidths& widths);
 
@@ -37,19 +38,24 @@ class GameListView : public QWidget {
     // What stands in the filter box is let go, and all rows show.
     void ClearFilter();
 
-    // Marks FindRow as the selected row and makes it visible, or no row at all.
+    // Marks FindRow as the selected row and makes it visible, or no row at all. A filter that hides
+    // it is let go.
     void ShowFindRow();
     void Deselect();
 
-    // The in-place editor. Ending it hides it and announces EditEnded; storing takes its text.
+    // The in-place editor. Ending it hides it and announces EditEnded; storing takes its text, and
+    // ends it if need be. For a command that moves rows under it, store before.
     bool EditActive() const;
     void StoreEdit();
+    // As a double click on the name or the remark of the selected row would.
+    void EditSelected(ListColumn column);
 
   signals:
     // Something was changed from within the view: a click, a sort, a text.
     void ListChanged();
     void EditEnded();
-    // A double click on a path: the folder, or (`select`) the file in it.
+    // A double click on a path: the file's folder is to be shown, or (`select`) the file in it.
+    // `file` is absolute.
     void FolderWanted(const QString& file, bool select);
     void FilesDropped(const QStringList& files);
     // Where the user asked for a context menu, in global coordinates.

@@ -1,0 +1,83 @@
+#include "shell/list/filter_bar.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+
+#include "shell/framework/texts.h"
+
+namespace bw {
+
+FilterBar::FilterBar(Language language, QWidget* parent) : QWidget(parent), language_(language) {
+    box_.setObjectName(QStringLiteral("filterText"));
+    box_.setClearButtonEnabled(true);
+    box_.setMaximumWidth(QFontMetrics(font()).averageCharWidth() * 50);
+    box_.installEventFilter(this);
+    note_.setObjectName(QStringLiteral("filterNote"));
+    // A narrow window shows as much of the note as there is room for.
+    note_.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(&box_, 1);
+    layout->addWidget(&note_, 1);
+    connect(&box_, &QLineEdit::textChanged, this, [this](const QString& text) {
+        emit Changed(text);
+        ShowNote();
+    });
+    SetLanguage(language);
+}
+
+void FilterBar::SetLanguage(Language language) {
+    language_ = language;
+    const QString name = QtOwnText(language, u"筛选列表", u"Filter the list");
+    box_.setPlaceholderText(name);
+    box_.setAccessibleName(name);
+    box_.setToolTip(QtOwnText(language, u"只显示名称、备注或路径中包含这些文字的游戏",
+                              u"Shows only the games whose name, remark or path holds this text"));
+    ShowNote();
+}
+
+void FilterBar::SetCounts(size_t shown, size_t all) {
+    shown_ = shown;
+    all_ = all;
+    ShowNote();
+}
+
+void FilterBar::FocusBox() {
+    box_.setFocus(Qt::ShortcutFocusReason);
+    box_.selectAll();
+}
+
+void FilterBar::Clear() {
+    box_.clear();
+}
+
+void FilterBar::ShowNote() {
+    const QString words = QtOwnText(language_, u"显示 %1 项，共 %2 项；生成时也包含隐藏的游戏",
+                                    u"%1 of %2 shown; a build takes hidden games too");
+    const QString note = box_.text().isEmpty() ? QString() : words.arg(shown_).arg(all_);
+    note_.setText(note);
+    note_.setToolTip(note);
+}
+
+bool FilterBar::eventFilter(QObject* watched, QEvent* event) {
+    const bool press = event->type() == QEvent::KeyPress;
+    if (!press && event->type() != QEvent::ShortcutOverride) {
+        return QWidget::eventFilter(watched, event);
+    }
+    switch (static_cast<QKeyEvent*>(event)->key()) {
+        case Qt::Key_Escape:
+            if (press) Clear();
+            break;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+        case Qt::Key_Down:
+            break;
+        default:
+            return QWidget::eventFilter(watched, event);
+    }
+    event->accept();
+    if (press) emit Left();
+    return true;
+}
+
+}  // namespace bw

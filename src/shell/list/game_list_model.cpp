@@ -1,0 +1,157 @@
+#include "shell/list/game_list_model.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "shell/framework/texts.h"
+
+namespace bw {
+namespace {
+
+Qt::Alignment QtAlignment(ColumnAlignment alignment) {
+    switch (alignment) {
+        case ColumnAlignment::kRight:
+            return Qt::AlignRight | Qt::AlignVCenter;
+        case ColumnAlignment::kCentre:
+            return Qt::AlignCenter;
+        case ColumnAlignment::kLeft:
+            break;
+    }
+    return Qt::AlignLeft | Qt::AlignVCenter;
+}
+
+}  // namespace
+
+GameListModel::GameListModel(ListEditor& editor, Language language)
+    : editor_(editor), language_(language), count_(static_cast<int>(editor.Games().size())) {}
+
+void GameListModel::SetLanguage(Language language) {
+    language_ = language;
+    TellChanged();
+    emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+}
+
+void GameListModel::SetFilter(std::u16string text) {
+    filter_ = std::move(text);
+    shown_.reset();
+    Refresh(ListChange::kSize);
+}
+
+ListEditor::ShownRows GameListModel::ShownRows() const {
+    if (!shown_) return std::nullopt;
+    return std::span<const uint32_t>(*shown_);
+}
+
+void GameListModel::Refresh(ListChange change) {
+    if (change == ListChange::kNothing) return;
+    if (!filter_.empty()) shown_ = editor_.RowsWith(filter_);
+    FitCount();
+    TellChanged();
+}
+
+void GameListModel::FitCount() {
+    const auto count = static_cast<int>(shown_ ? shown_->size() : editor_.Games().size());
+    if (count > count_) {
+        beginInsertRows({}, count_, count - 1);
+        count_ = count;
+        endInsertRows();
+    } else if (count < count_) {
+        beginRemoveRows({}, count, count_ - 1);
+        count_ = count;
+        endRemoveRows();
+    }
+}
+
+void GameListModel::TellChanged() {
+    if (count_ > 0) emit dataChanged(index(0, 0), index(count_ - 1, columnCount() - 1));
+}
+
+size_t GameListModel::ListRow(int viewRow) const {
+    const auto row = static_cast<size_t>(viewRow);
+    if (!shown_) return row;
+    return row < shown_->size() ? (*shown_)[row] : editor_.Games().size();
+}
+
+std::optional<int> GameListModel::ViewRow(size_t listRow) const {
+    if (!shown_) {
+        return listRow < editor_.Games().size() ? std::optional(static_cast<int>(listRow))
+                                                : std::nullopt;
+    }
+    const auto found = std::ranges::lower_bound(*shown_, listRow);
+    if (found == shown_->end() || *found != listRow) return std::nullopt;
+    return static_cast<int>(found - shown_->begin());
+}
+
+const GameEntry* GameListModel::EntryAt(int viewRow) const {
+    if (viewRow < 0) return nullptr;
+    const size_t row = ListRow(viewRow);
+    return row < editor_.Games().size() ? &editor_.Games()[row] : nullptr;
+}
+
+int GameListModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : count_;
+}
+
+int GameListModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(kListColumns);
+}
+
+QVariant GameListModel::data(const QModelIndex& index, int role) const {
+    const GameEntry* entry = EntryAt(index.row());
+    if (entry == nullptr) return {};
+    const auto column = static_cast<ListColumn>(index.column());
+    const auto text = [&] {
+        return ToQt(CellText(*entry, ListRow(index.row()), column, language_));
+    };
+    switch (role) {
+        case Qt::DisplayRole:
+            return text();
+        case Qt::AccessibleTextRole: {
+            // Several of the columns say yes or no: the title says to what.
+            const QString title = QtText(TraitsOf(column).titleId, language_);
+            const QString checked = QtOwnText(language_, u"，已选中", u", checked");
+            const bool tellCheck = column == ListColumn::kNumber && entry->checked;
+            return title + QStringLiteral(": ") + text() + (tellCheck ? checked : QString());
+        }
+        case Qt::TextAlignmentRole:
+            return static_cast<int>(QtAlignment(TraitsOf(column).cell));
+        case Qt::CheckStateRole:
+            if (column != ListColumn::kNumber) return {};
+            return entry->checked ? Qt::Checked : Qt::Unchecked;
+        default:
+            return {};
+    }
+}
+
+QVariant GameListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
+    const ListColumnTraits& traits = TraitsOf(static_cast<ListColumn>(section));
+    switch (role) {
+        case Qt::DisplayRole:
+        case Qt::ToolTipRole:  // some titles are wider than their columns
+            return QtText(traits.titleId, language_);
+        case Qt::TextAlignmentRole:
+            return static_cast<int>(QtAlignment(traits.header));
+        default:
+            return {};
+    }
+}
+
+Qt::ItemFlags GameListModel::flags(const QModelIndex& index) const {
+    Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+    if (index.column() == static_cast<int>(ListColumn::kNumber)) flags |= Qt::ItemIsUserCheckable;
+    return flags;
+}
+
+bool GameListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (role != Qt::CheckStateRole || !(flags(index) & Qt::ItemIsUserCheckable)) return false;
+    const bool checked = value.toInt() != Qt::Unchecked;
+    if (editor_.SetChecked(ListRow(index.row()), checked).change == ListChange::kNothing) {
+        return false;
+    }
+    TellChanged();
+    emit CheckedFromOutside();
+    return true;
+}
+
+}  // namespace bw

@@ -1,0 +1,64 @@
+// The rows of a ListEditor's list for Qt's views, without a copy: all of them, or those that a
+// filter leaves.
+#pragma once
+
+#include <QAbstractTableModel>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "rom/list_editor.h"
+#include "support/language.h"
+
+namespace bw {
+
+// A view's row is a place among the shown rows; a list's row is a place in the whole list, which is
+// what the first column says and what the editor's operations take.
+class GameListModel : public QAbstractTableModel {
+    Q_OBJECT
+  public:
+    // `editor` must live longer.
+    GameListModel(ListEditor& editor, Language language);
+
+    Language UiLanguage() const { return language_; }
+    void SetLanguage(Language language);
+
+    // An empty text shows all rows.
+    void SetFilter(std::u16string text);
+    const std::u16string& Filter() const { return filter_; }
+    ListEditor::ShownRows ShownRows() const;
+
+    // Brings the views up to date after a change of the list. They keep their place: rows come and
+    // go at the end alone, and the others are asked for anew as far as they are visible.
+    void Refresh(ListChange change);
+
+    size_t ListRow(int viewRow) const;
+    // Nothing for a row that the filter hides, or behind the end.
+    std::optional<int> ViewRow(size_t listRow) const;
+    // Null behind the list's end. Until the next change of the list.
+    const GameEntry* EntryAt(int viewRow) const;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    // The check of a row, for assistive programs; emits CheckedFromOutside.
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
+  signals:
+    void CheckedFromOutside();
+
+  private:
+    void FitCount();
+    void TellChanged();
+
+    ListEditor& editor_;
+    Language language_;
+    std::u16string filter_;
+    std::optional<std::vector<uint32_t>> shown_;
+    int count_ = 0;  // rows that the views know of
+};
+
+}  // namespace bw

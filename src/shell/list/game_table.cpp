@@ -1,0 +1,227 @@
+#include "shell/list/game_table.h"
+
+#include <QDragEnterEvent>
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QMimeData>
+#include <QPainter>
+#include <QScrollBar>
+#include <QToolTip>
+#include <QUrl>
+#include <algorithm>
+
+#include "shell/framework/texts.h"
+#include "shell/list/cell_tips.h"
+
+namespace bw {
+namespace {
+
+constexpr int kNarrowest = 16;  // of columns, in pixels
+constexpr int kWidest = 4096;
+constexpr int kDropFrame = 3;
+
+QStringList LocalFiles(const QMimeData* data) {
+    QStringList files;
+    for (const QUrl& url : data->urls()) {
+        if (url.isLocalFile()) files.append(url.toLocalFile());
+    }
+    return files;
+}
+
+}  // namespace
+
+GameTable::GameTable(GameListModel& model, QWidget* parent)
+    : QTableView(parent), model_(model), painter_(model) {
+    setObjectName(QStringLiteral("gameTable"));
+    setModel(&model_);
+    setItemDelegate(&painter_);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setTabKeyNavigation(false);
+    setAutoScroll(false);
+    setWordWrap(false);
+    setVerticalScrollMode(ScrollPerPixel);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setAcceptDrops(true);
+    setDragDropMode(DropOnly);
+    SetUpHeaders();
+    FitRows();
+    for (const QScrollBar* bar : {horizontalScrollBar(), verticalScrollBar()}) {
+        connect(bar, &QScrollBar::valueChanged, this, &GameTable::CellsMoved);
+    }
+}
+
+GameTable::~GameTable() = default;
+
+void GameTable::SetUpHeaders() {
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    QHeaderView& header = *horizontalHeader();
+    header.setMinimumSectionSize(kNarrowest);
+    header.setMaximumSectionSize(kWidest);
+    header.setHighlightSections(false);
+    header.setSectionsClickable(true);
+    header.setTextElideMode(Qt::ElideRight);
+    connect(&header, &QHeaderView::sectionResized, this, &GameTable::CellsMoved);
+    // The widths are those of a screen of 96 dots per inch. Qt's own scaling is in its pixels
+    // already; what is left are desktops that ask for larger fonts alone.
+    for (int column = 0; column < model_.columnCount(); ++column) {
+        const int width = TraitsOf(static_cast<ListColumn>(column)).width;
+        setColumnWidth(column, width * logicalDpiX() / 96);
+    }
+}
+
+void GameTable::FitRows() {
+    // The grid's line is part of a row.
+    const int height = RowPainter::RowHeight(*this) + 1;
+    verticalHeader()->setMinimumSectionSize(height);
+    verticalHeader()->setDefaultSectionSize(height);
+}
+
+std::optional<int> GameTable::SelectedRow() const {
+    const QModelIndex current = currentIndex();
+    return current.isValid() ? std::optional(current.row()) : std::nullopt;
+}
+
+ListColumn GameTable::FocusColumn() const {
+    return static_cast<ListColumn>(std::max(0, currentIndex().column()));
+}
+
+void GameTable::SelectRow(int viewRow) {
+    setCurrentIndex(model_.index(viewRow, static_cast<int>(FocusColumn())));
+}
+
+void GameTable::SetFocusColumn(ListColumn column) {
+    setCurrentIndex(model_.index(SelectedRow().value_or(0), static_cast<int>(column)));
+    RevealColumn(column);
+}
+
+void GameTable::Deselect() {
+    setCurrentIndex({});
+    clearSelection();
+}
+
+void GameTable::RevealRow(int viewRow) {
+    updateGeometries();
+    const int height = rowHeight(viewRow);
+    const int top = viewRow * height;
+    QScrollBar& bar = *verticalScrollBar();
+    const int highest = top + height - viewport()->height();
+    bar.setValue(std::min(top, std::max(highest, bar.value())));
+}
+
+void GameTable::RevealColumn(ListColumn column) {
+    const int number = static_cast<int>(column);
+    const int left = horizontalHeader()->sectionPosition(number);
+    QScrollBar& bar = *horizontalScrollBar();
+    const int highest = left + columnWidth(number) - viewport()->width();
+    bar.setValue(std::min(left, std::max(highest, bar.value())));
+}
+
+int GameTable::RowsPerPage() const {
+    return std::max(1, viewport()->height() / verticalHeader()->defaultSectionSize() - 1);
+}
+
+QRect GameTable::CellRect(std::optional<int> viewRow, ListColumn column) const {
+    if (!viewRow) return {};
+    return visualRect(model_.index(*viewRow, static_cast<int>(column)));
+}
+
+QString GameTable::TipAt(const QModelIndex& index) const {
+    const GameEntry* entry = model_.EntryAt(index.row());
+    if (!index.isValid() || entry == nullptr) return {};
+    const auto column = static_cast<ListColumn>(index.column());
+    QString tip = CellTip(*entry, column, model_.UiLanguage());
+    if (tip.isEmpty()) {
+        const QString text = model_.data(index, Qt::DisplayRole).toString();
+        const int room = RowPainter::TextPlace(visualRect(index), column).width();
+        if (fontMetrics().horizontalAdvance(text) > room) tip = text;
+    }
+    // Names may look like markup; and only markup is wrapped.
+    return tip.isEmpty()
+               ? tip
+               : QStringLiteral("<qt>%1</qt>")
+                     .arg(tip.toHtmlEscaped().replace(QLatin1Char('\n'), QStringLiteral("<br>")));
+}
+
+bool GameTable::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return QTableView::viewportEvent(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const QModelIndex index = indexAt(help->pos());
+    QToolTip::showText(help->globalPos(), TipAt(index), viewport(), visualRect(index));
+    return true;
+}
+
+void GameTable::PaintFocus(QPainter& painter) const {
+    const QRect cell = visualRect(currentIndex());
+    QRect row = cell;
+    row.setLeft(-horizontalHeader()->offset());
+    row.setWidth(horizontalHeader()->length() - 1);
+    const GameEntry* entry = model_.EntryAt(currentIndex().row());
+    painter.setPen(
+        painter_.Colors().Text({.checked = entry != nullptr && entry->checked, .selected = true}));
+    painter.drawRect(row.adjusted(0, 0, -1, -1));
+    painter.drawRect(cell.adjusted(1, 1, -2, -2));
+}
+
+void GameTable::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    QPainter painter(viewport());
+    if (hasFocus() && currentIndex().isValid()) PaintFocus(painter);
+    if (dropping_) {
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 2 * kDropFrame));
+        painter.drawRect(viewport()->rect());
+    }
+}
+
+void GameTable::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    emit CellsMoved();
+}
+
+void GameTable::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    switch (event->type()) {
+        case QEvent::FontChange:
+        case QEvent::StyleChange:
+            FitRows();
+            [[fallthrough]];
+        case QEvent::PaletteChange:
+        case QEvent::ThemeChange:
+            painter_.RenewColors();
+            viewport()->update();
+            break;
+        default:
+            break;
+    }
+}
+
+void GameTable::dragEnterEvent(QDragEnterEvent* event) {
+    dropping_ = !LocalFiles(event->mimeData()).isEmpty();
+    event->setAccepted(dropping_);
+    // Whatever the source would like best, the files stay where they are.
+    if (dropping_) event->setDropAction(Qt::CopyAction);
+    viewport()->update();
+}
+
+void GameTable::dragMoveEvent(QDragMoveEvent* event) {
+    event->setAccepted(dropping_);
+    if (dropping_) event->setDropAction(Qt::CopyAction);
+}
+
+void GameTable::dragLeaveEvent(QDragLeaveEvent*) {
+    dropping_ = false;
+    viewport()->update();
+}
+
+void GameTable::dropEvent(QDropEvent* event) {
+    const QStringList files = LocalFiles(event->mimeData());
+    event->setDropAction(Qt::CopyAction);
+    event->setAccepted(!files.isEmpty());
+    dropping_ = false;
+    viewport()->update();
+    if (!files.isEmpty()) emit FilesDropped(files);
+}
+
+}  // namespace bw

@@ -1,0 +1,238 @@
+#include "shell/list/list_input.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <algorithm>
+
+#include "shell/framework/texts.h"
+
+namespace bw {
+namespace {
+
+constexpr Qt::KeyboardModifiers kMeant = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
+
+}  // namespace
+
+ListInput::ListInput(GameTable& table, GameListModel& model, ListEditor& editor)
+    : table_(table), model_(model), editor_(editor) {
+    table_.installEventFilter(this);
+    table_.viewport()->installEventFilter(this);
+}
+
+bool ListInput::eventFilter(QObject* watched, QEvent* event) {
+    const bool onViewport = watched == table_.viewport();
+    switch (event->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+            return onViewport && OnMouse(*static_cast<QMouseEvent*>(event));
+        case QEvent::MouseButtonRelease:
+            return onViewport;
+        case QEvent::MouseMove:
+            // Pulling the mouse over rows selects nothing.
+            return onViewport && static_cast<QMouseEvent*>(event)->buttons() != Qt::NoButton;
+        case QEvent::KeyPress:
+            return !onViewport && OnKey(*static_cast<QKeyEvent*>(event));
+        case QEvent::ContextMenu: {
+            const auto* menu = static_cast<QContextMenuEvent*>(event);
+            OnContextMenu(menu->globalPos(), menu->reason() == QContextMenuEvent::Keyboard);
+            return true;
+        }
+        default:
+            return false;
+    }
+}
+
+bool ListInput::InCheckSquare(int viewRow, const QPoint& place) const {
+    const QRect cell = table_.CellRect(viewRow, ListColumn::kNumber);
+    return place.x() >= cell.left() && place.x() < cell.left() + table_.rowHeight(viewRow);
+}
+
+bool ListInput::OnMouse(const QMouseEvent& mouse) {
+    const QPoint place = mouse.position().toPoint();
+    const QModelIndex index = table_.indexAt(place);
+    if (!index.isValid()) return true;
+    const int row = index.row();
+    const bool ctrl = mouse.modifiers().testFlag(Qt::ControlModifier);
+    if (mouse.button() == Qt::RightButton) {
+        Click(row, {});
+    } else if (mouse.button() == Qt::LeftButton) {
+        if (mouse.type() == QEvent::MouseButtonDblClick) {
+            DoubleClick(row, place, ctrl);
+        } else {
+            Click(row, {.shift = mouse.modifiers().testFlag(Qt::ShiftModifier),
+                        .ctrl = ctrl,
+                        .inCheckSquare = InCheckSquare(row, place)});
+        }
+    }
+    return true;
+}
+
+void ListInput::Click(int viewRow, const RowClick& click) {
+    typed_.clear();
+    const ListResult result = editor_.Click(model_.ListRow(viewRow), click, model_.ShownRows());
+    table_.SelectRow(viewRow);
+    if (result.change == ListChange::kNothing) return;
+    table_.viewport()->update();
+    emit ChecksChanged();
+}
+
+void ListInput::DoubleClick(int viewRow, const QPoint& place, bool ctrl) {
+    const auto column = static_cast<ListColumn>(table_.columnAt(place.x()));
+    if (ctrl && column != ListColumn::kPath) return;
+    table_.SelectRow(viewRow);
+    editor_.SetFindRow(model_.ListRow(viewRow));
+    switch (column) {
+        case ListColumn::kName:
+        case ListColumn::kRemark:
+            emit EditWanted(viewRow, column);
+            break;
+        case ListColumn::kPath:
+            emit FolderWanted(viewRow, ctrl);
+            break;
+        case ListColumn::kNumber:
+            // In the square itself the first of the two clicks has flipped it; the second one of a
+            // quick pair is lost, which is meant.
+            if (!InCheckSquare(viewRow, place)) Click(viewRow, {.inCheckSquare = true});
+            break;
+        default:
+            break;
+    }
+}
+
+bool ListInput::OnKey(const QKeyEvent& key) {
+    const Qt::KeyboardModifiers modifiers = key.modifiers() & kMeant;
+    if (modifiers.testFlag(Qt::AltModifier)) return false;
+    if (key.matches(QKeySequence::Copy)) {
+        CopyRow();
+        return true;
+    }
+    if (OnMoveKey(key) || OnText(key)) return true;
+    const std::optional<int> row = table_.SelectedRow();
+    const bool plainOrShift = (modifiers & ~Qt::ShiftModifier) == 0;
+    if (key.key() == Qt::Key_Space) {
+        OnSpace(modifiers);
+    } else if (key.key() == Qt::Key_F2 && plainOrShift) {
+        if (row) emit EditWanted(*row, modifiers == 0 ? ListColumn::kName : ListColumn::kRemark);
+    } else if (key.key() == Qt::Key_F10 && modifiers == Qt::ShiftModifier) {
+        ShowMenuAtRow();
+    } else {
+        return false;
+    }
+    return true;
+}
+
+bool ListInput::OnMoveKey(const QKeyEvent& key) {
+    const int last = model_.rowCount() - 1;
+    const std::optional<int> selected = table_.SelectedRow();
+    // From nowhere the first step goes to an end of the list.
+    const auto step = [&](int rows) {
+        if (!selected) return rows > 0 ? 0 : last;
+        return std::clamp(*selected + rows, 0, last);
+    };
+    const int column = static_cast<int>(table_.FocusColumn());
+    switch (key.key()) {
+        case Qt::Key_Up:
+            MoveTo(step(-1), key.modifiers());
+            break;
+        case Qt::Key_Down:
+            MoveTo(step(1), key.modifiers());
+            break;
+        case Qt::Key_PageUp:
+            MoveTo(step(-table_.RowsPerPage()), key.modifiers());
+            break;
+        case Qt::Key_PageDown:
+            MoveTo(step(table_.RowsPerPage()), key.modifiers());
+            break;
+        case Qt::Key_Home:
+            MoveTo(0, key.modifiers());
+            break;
+        case Qt::Key_End:
+            MoveTo(last, key.modifiers());
+            break;
+        case Qt::Key_Left:
+            table_.SetFocusColumn(static_cast<ListColumn>(std::max(0, column - 1)));
+            break;
+        case Qt::Key_Right:
+            table_.SetFocusColumn(
+                static_cast<ListColumn>(std::min(model_.columnCount() - 1, column + 1)));
+            break;
+        default:
+            return false;
+    }
+    return true;
+}
+
+void ListInput::MoveTo(int viewRow, Qt::KeyboardModifiers modifiers) {
+    if (viewRow < 0 || viewRow >= model_.rowCount()) return;
+    if (modifiers.testFlag(Qt::ControlModifier)) {
+        table_.SelectRow(viewRow);
+    } else {
+        Click(viewRow, {.shift = modifiers.testFlag(Qt::ShiftModifier)});
+    }
+    table_.RevealRow(viewRow);
+}
+
+void ListInput::OnSpace(Qt::KeyboardModifiers modifiers) {
+    const std::optional<int> row = table_.SelectedRow();
+    if (modifiers.testFlag(Qt::ControlModifier)) {
+        emit SortWanted(table_.FocusColumn());
+    } else if (row) {
+        Click(*row, {.shift = modifiers.testFlag(Qt::ShiftModifier), .inCheckSquare = true});
+        table_.RevealRow(*row);
+    }
+}
+
+bool ListInput::OnText(const QKeyEvent& key) {
+    const bool plain = (key.modifiers() & Qt::ControlModifier) == 0;
+    const QString text = key.text();
+    if (!plain || text.isEmpty() || !text.front().isPrint()) return false;
+    const bool goesOn = !typed_.empty() && sinceTyped_.isValid() &&
+                        sinceTyped_.elapsed() < QApplication::keyboardInputInterval();
+    if (!goesOn && key.key() == Qt::Key_Space) return false;
+    if (!goesOn) typed_.clear();
+    typed_ += FromQt(text);
+    sinceTyped_.start();
+
+    // A new word is looked for behind the row, so that the same letter again goes to the next
+    // game; there is no way round from the end to the top.
+    const std::optional<int> selected = table_.SelectedRow();
+    size_t start = selected ? model_.ListRow(*selected) + (goesOn ? 0 : 1) : 0;
+    while (const std::optional<size_t> found = editor_.FindPrefix(typed_, start)) {
+        if (const std::optional<int> row = model_.ViewRow(*found)) {
+            table_.SelectRow(*row);
+            editor_.SetFindRow(*found);
+            table_.RevealRow(*row);
+            break;
+        }
+        start = *found + 1;
+    }
+    return true;
+}
+
+void ListInput::CopyRow() const {
+    const std::optional<int> row = table_.SelectedRow();
+    const GameEntry* entry = row ? model_.EntryAt(*row) : nullptr;
+    if (entry == nullptr) return;
+    // As spreadsheets take it.
+    QApplication::clipboard()->setText(ToQt(entry->name) + QLatin1Char('\t') + ToQt(entry->path));
+}
+
+void ListInput::OnContextMenu(const QPoint& place, bool byKeyboard) {
+    if (byKeyboard) {
+        ShowMenuAtRow();
+    } else {
+        emit ContextMenuWanted(place);
+    }
+}
+
+void ListInput::ShowMenuAtRow() {
+    const std::optional<int> row = table_.SelectedRow();
+    if (row) table_.RevealRow(*row);
+    const QRect view = table_.viewport()->rect();
+    const QRect cell = row ? table_.CellRect(row, ListColumn::kName) & view : view;
+    emit ContextMenuWanted(
+        table_.viewport()->mapToGlobal(cell.isEmpty() ? view.center() : cell.center()));
+}
+
+}  // namespace bw
