@@ -65,7 +65,7 @@ class SearchProgress {
 std::optional<size_t> FindNext(std::span<const SearchRow> rows, const NamePattern& pattern,
                                size_t start, bool onlyChecked, const StopFlag& stop);
 
-// The new names of all rows that match, in order.
+// The new names of all rows that get another one, in order.
 std::vector<RowName> ReplaceAll(std::span<const SearchRow> rows, const NamePattern& pattern,
                                 bool onlyChecked, const StopFlag& stop, SearchProgress& progress);
 
