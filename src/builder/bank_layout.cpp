@@ -226,7 +226,7 @@ struct Extent {
 
 }  // namespace
 
-void RoundChrUnits(std::vector<MulticartItem>& items) {
+void RoundChrUnits(std::span<MulticartItem> items) {
     for (MulticartItem& item : items) {
         for (const uint32_t size : {0u, 1u, 2u, 4u, 8u, 16u, 32u}) {
             if (size >= item.chrCount) {
@@ -237,7 +237,7 @@ void RoundChrUnits(std::vector<MulticartItem>& items) {
     }
 }
 
-void ApplyPrgMinimum(std::vector<MulticartItem>& items) {
+void ApplyPrgMinimum(std::span<MulticartItem> items) {
     for (MulticartItem& item : items) {
         if (item.mapper != 0 && item.prgCount >= 1 && item.prgCount <= 7) {
             item.SetPrgUnits(8);

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -30,11 +31,11 @@ struct LayoutResult {
 };
 
 // Enlarges chrUnits to the next of 1, 2, 4, 8, 16, 32. Counts above 32 stay as they are.
-void RoundChrUnits(std::vector<MulticartItem>& items);
+void RoundChrUnits(std::span<MulticartItem> items);
 
 // COOLBOY and MINDKIDS can't mask less than 128 KB but for NROM games: other games of 1 to 7 PRG
 // units get 8.
-void ApplyPrgMinimum(std::vector<MulticartItem>& items);
+void ApplyPrgMinimum(std::span<MulticartItem> items);
 
 // Lays out whatever it gets; the limits of the boards are the caller's to test. A menu without PRG
 // gives an empty result.

@@ -13,9 +13,11 @@
 namespace bw {
 
 struct BoardSpace {
-    uint64_t usedBytes = 0;   // ROM size with the menu
+    // ROM size with the menu. If more than kCheckedLimit games are checked, which no build takes,
+    // just the sum of what they and the menu take.
+    uint64_t usedBytes = 0;
     uint64_t limitBytes = 0;  // of the board
-    size_t games = 0;
+    size_t games = 0;         // checked
     size_t gameLimit = 0;
     size_t unfit = 0;  // checked games that the board can't run; not counted in usedBytes
 };

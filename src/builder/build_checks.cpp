@@ -18,22 +18,17 @@ std::u16string GameError(const MulticartItem& item, BoardType board, Language la
             item.name.empty() ? NameWithoutExtension(PathText(item.path)) : item.name;
         return FormatText(LoadText(id, language), item.index + 1, name, numbers...);
     };
-    if (item.valid == 0) {
-        return text(261);
-    }
-    const MapperCapability* row = FindMapperCapability(item.mapper);
-    if (!BoardTakesMapper(board, item.mapper)) {
-        return text(259, item.mapper);
-    }
-    if (item.trainer != 0) {
-        return text(262);
-    }
-    if (row == nullptr) {
-        return text(259, item.mapper);
-    }
-    // The count of the file for PRG, the rounded units for CHR.
-    if (!row->prgSizes.contains(item.prgCount) || !row->chrSizes.contains(item.chrUnits)) {
-        return text(260, item.prgCount * 16, item.chrCount * 8);
+    switch (FindGameFault(item, board)) {
+        case GameFault::kNone:
+            return {};
+        case GameFault::kNotValid:
+            return text(261);
+        case GameFault::kMapper:
+            return text(259, item.mapper);
+        case GameFault::kTrainer:
+            return text(262);
+        case GameFault::kSize:
+            return text(260, item.prgCount * 16, item.chrCount * 8);
     }
     return {};
 }
@@ -70,6 +65,22 @@ CheckText CheckTableBanks(const BankLimits& used, uint32_t menuPrgUnits, Languag
     }
     return FormatText(LoadText(280, language), used.names, limits.names, used.data, limits.data,
                       used.finalData, limits.finalData);
+}
+
+GameFault FindGameFault(const MulticartItem& item, BoardType board) {
+    if (item.valid == 0) {
+        return GameFault::kNotValid;
+    }
+    const MapperCapability* row = FindMapperCapability(item.mapper);
+    if (row == nullptr || !BoardTakesMapper(board, item.mapper)) {
+        return GameFault::kMapper;
+    }
+    if (item.trainer != 0) {
+        return GameFault::kTrainer;
+    }
+    const bool sizes =
+        row->prgSizes.contains(item.prgCount) && row->chrSizes.contains(item.chrUnits);
+    return sizes ? GameFault::kNone : GameFault::kSize;
 }
 
 CheckText CheckGames(std::span<const MulticartItem> items, BoardType board, Language language) {

@@ -33,6 +33,11 @@ using CheckText = std::optional<std::u16string>;
 // Tables that don't fit the menu.
 CheckText CheckTableBanks(const BankLimits& used, uint32_t menuPrgUnits, Language language);
 
+// Why a board can't run a game. The build's own rule, stricter than what the list's columns show.
+enum class GameFault : uint8_t { kNone, kNotValid, kMapper, kTrainer, kSize };
+// PRG by the count of the file, CHR by the rounded units.
+GameFault FindGameFault(const MulticartItem& item, BoardType board);
+
 // Games that the board can't run; a line for each, 20 at most.
 CheckText CheckGames(std::span<const MulticartItem> items, BoardType board, Language language);
 

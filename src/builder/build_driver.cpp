@@ -15,8 +15,6 @@
 namespace bw {
 namespace {
 
-constexpr uint32_t kCoolgirlMenuUnits = 8;  // the built-in menu is always 128 KB there
-
 class RomBuild : BuildBase {
   public:
     RomBuild(const BuildContext& context, BoardType board)
@@ -45,10 +43,7 @@ class RomBuild : BuildBase {
     }
 
     void MakeMenuItem() {
-        uint32_t units = context_.settings.MenuSize;
-        if (!ExternMenu() && board_ == BoardType::kCoolgirl) {
-            units = kCoolgirlMenuUnits;
-        }
+        const uint32_t units = context_.settings.MenuUnits(board_);
         menu_.SetPrgCount(units);
         menu_.SetPrgUnits(units);
     }

@@ -35,6 +35,10 @@ struct BuildSettings {
     BoardType CoolboyBoard() const {
         return CoolboyType != 0 ? BoardType::kMindkids : BoardType::kCoolboy;
     }
+    // PRG of the menu in a build, in 16 KB units: the built-in one is always 128 KB on COOLGIRL.
+    uint32_t MenuUnits(BoardType board) const {
+        return board == BoardType::kCoolgirl && !ExternMenuEnable ? 8u : MenuSize;
+    }
     uint32_t ExportMenuUnits() const {
         return ExportPrgSize == 1 ? 16u : ExportPrgSize == 2 ? 32u : 8u;
     }
