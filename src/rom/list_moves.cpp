@@ -63,7 +63,8 @@ ListResult ListEditor::MoveTop() {
     if (marked.count == 0 || marked.first == 0) return {};
     if (marked.count > kMoveLimit) return {.tooMany = true};
     ReorderRows step = Unmoved(0, marked.last + 1);
-    std::ranges::stable_partition(step.from, [&](uint32_t row) { return games_[row].checked; });
+    std::stable_partition(step.from.begin(), step.from.end(),
+                          [&](uint32_t row) { return games_[row].checked; });
     return history_->Do(std::move(step), games_, sort_);
 }
 
@@ -72,8 +73,8 @@ ListResult ListEditor::MoveBottom() {
     if (marked.count == 0 || marked.last + 1 == games_.size()) return {};
     if (marked.count > kMoveLimit) return {.tooMany = true};
     ReorderRows step = Unmoved(marked.first, games_.size());
-    std::ranges::stable_partition(step.from,
-                                  [&](uint32_t row) { return !games_[step.first + row].checked; });
+    std::stable_partition(step.from.begin(), step.from.end(),
+                          [&](uint32_t row) { return !games_[step.first + row].checked; });
     ListResult result = history_->Do(std::move(step), games_, sort_);
     result.reveal = games_.size() - 1;
     return result;

@@ -1,6 +1,7 @@
 #include "rom/list_order.h"
 
 #include <algorithm>
+#include <compare>
 #include <span>
 #include <string_view>
 
@@ -58,7 +59,7 @@ class TextSorter {
     void Sort(std::span<SortKey> keys, size_t from) const {
         if (from >= kDeepest) {
             std::ranges::stable_sort(keys, [&](const SortKey& a, const SortKey& b) {
-                return CompareAsUtf8(TextOf(a), TextOf(b)) < 0;
+                return std::is_lt(CompareAsUtf8(TextOf(a), TextOf(b)));
             });
             return;
         }

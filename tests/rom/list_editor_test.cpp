@@ -123,8 +123,8 @@ GameEntry Row(std::u16string name, std::u16string remark, std::u16string path,
 }
 
 struct SortCase {
-    ListColumn column;
     const char* after;
+    ListColumn column;
     bool descending;
 };
 
@@ -136,24 +136,23 @@ TEST(ListEditor, SortsByTheColumnsThatUsersKnow) {
          Row(u"\uFF21", u"1", u"x", {4, 0, 0x05}), Row(u"B", u"", u"w", {0, 1, 0, 8, 1, 1})});
     const std::string start = Names(list);
     const SortCase cases[] = {
-        {ListColumn::kNumber, "b 🎮 Ａ B ",
-         false},  // no sort, and the first click of the next starts
-        {ListColumn::kName, "B b Ａ 🎮 ", false},
-        {ListColumn::kName, "🎮 Ａ b B ", true},
-        {ListColumn::kName, "B b Ａ 🎮 ", false},
-        {ListColumn::kPrg, "🎮 b Ａ B ", false},
-        {ListColumn::kChr, "Ａ B b 🎮 ", false},
-        {ListColumn::kMapper, "Ａ b 🎮 B ", false},
-        {ListColumn::kMirroring, "b 🎮 B Ａ ", false},  // equal keys keep their order
-        {ListColumn::kMirroring, "Ａ B 🎮 b ", true},   // and are turned round with the rest
-        {ListColumn::kBattery, "Ａ B 🎮 b ", false},
-        {ListColumn::kTrainer, "B 🎮 b Ａ ", false},
-        {ListColumn::kCoolboy, "B Ａ 🎮 b ", false},  // by the remark
-        {ListColumn::kCoolgirl, "B Ａ 🎮 b ", false},
-        {ListColumn::kCoolgirl, "B Ａ 🎮 b ", true},  // changes its state only
-        {ListColumn::kRemark, "B Ａ 🎮 b ", false},
-        {ListColumn::kPath, "B Ａ 🎮 b ", false},
-        {ListColumn::kPath, "b 🎮 Ａ B ", true},
+        {"b 🎮 Ａ B ", ListColumn::kNumber, false},  // no sort
+        {"B b Ａ 🎮 ", ListColumn::kName, false},
+        {"🎮 Ａ b B ", ListColumn::kName, true},
+        {"B b Ａ 🎮 ", ListColumn::kName, false},
+        {"🎮 b Ａ B ", ListColumn::kPrg, false},
+        {"Ａ B b 🎮 ", ListColumn::kChr, false},
+        {"Ａ b 🎮 B ", ListColumn::kMapper, false},
+        {"b 🎮 B Ａ ", ListColumn::kMirroring, false},  // equal keys keep their order
+        {"Ａ B 🎮 b ", ListColumn::kMirroring, true},   // and are turned round with the rest
+        {"Ａ B 🎮 b ", ListColumn::kBattery, false},
+        {"B 🎮 b Ａ ", ListColumn::kTrainer, false},
+        {"B Ａ 🎮 b ", ListColumn::kCoolboy, false},  // by the remark
+        {"B Ａ 🎮 b ", ListColumn::kCoolgirl, false},
+        {"B Ａ 🎮 b ", ListColumn::kCoolgirl, true},  // changes its state only
+        {"B Ａ 🎮 b ", ListColumn::kRemark, false},
+        {"B Ａ 🎮 b ", ListColumn::kPath, false},
+        {"b 🎮 Ａ B ", ListColumn::kPath, true},
     };
     for (const SortCase& c : cases) {
         SCOPED_TRACE(static_cast<int>(c.column));
