@@ -1,0 +1,116 @@
+// A window's list without the window: tasks, a scripted person, and what was told.
+#pragma once
+
+#include <QDeadlineTimer>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "common/environment_variable.h"
+#include "common/game_image.h"
+#include "common/temporary_folder.h"
+#include "shell/qt_testing.h"
+#include "shell/scripted_dialogs.h"
+#include "shell/tasks/list_host.h"
+#include "support/text.h"
+
+namespace bw::test {
+
+class FakeHost : public ListHost {
+  public:
+    explicit FakeHost(std::filesystem::path base) : base_(std::move(base)) {}
+
+    ListEditor& Editor() override { return editor; }
+    SettingsStore& Store() override { return *store; }
+    ScriptedDialogs& Dialogs() override { return dialogs; }
+    BackgroundTasks& Tasks() override { return *tasks; }
+    Language CurrentLanguage() const override { return Language::kEnglish; }
+    const std::filesystem::path& Base() const override { return base_; }
+    void Apply(const ListResult& result) override { applied.push_back(result); }
+    void ShowFound(bool hit) override { found = hit; }
+    void SetColumnWidths(const ColumnWidths& given) override { widths = given; }
+    void Tell(std::u16string_view line) override { told = ToUtf8(line); }
+    void ShowSearchProblem(std::u16string_view text) override { problem = ToUtf8(text); }
+
+    ListEditor editor;
+    std::unique_ptr<SettingsStore> store = MakeMemoryStore();
+    ScriptedDialogs dialogs;
+    UiQueue queue;
+    std::vector<ListResult> applied;
+    std::optional<bool> found;
+    ColumnWidths widths{};
+    std::string told;
+    std::string problem;
+    std::string failure;
+    // Null once the window has gone.
+    std::unique_ptr<BackgroundTasks> tasks = std::make_unique<BackgroundTasks>(
+        queue, [] {}, [this](std::u16string_view what) { failure = ToUtf8(what); });
+
+  private:
+    std::filesystem::path base_;
+};
+
+// Runs events until this is true.
+inline testing::AssertionResult Until(const std::function<bool()>& done) {
+    const QDeadlineTimer deadline(60'000);
+    while (!done()) {
+        if (deadline.hasExpired()) return testing::AssertionFailure() << "nothing happened";
+        QTest::qWait(1);
+    }
+    return testing::AssertionSuccess();
+}
+
+class TasksFixture : public testing::Test {
+  protected:
+    std::filesystem::path Image(const std::string& name, ImageShape shape = {}, uint32_t seed = 1) {
+        std::filesystem::path file = folder_ / name;
+        WriteText(file, ImageBytes(shape, seed));
+        return file;
+    }
+    void AddNames(const std::vector<std::u16string>& names, bool checked = true) {
+        GameList games;
+        for (const std::u16string& name : names) {
+            games.emplace_back();
+            games.back().name = name;
+            games.back().checked = checked;
+        }
+        host_.editor.Append(std::move(games), false);
+    }
+    void AddMany(size_t count) { AddNames(std::vector<std::u16string>(count, u"game")); }
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (const GameEntry& entry : host_.editor.Games())
+            names.push_back(ToUtf8(entry.name));
+        return names;
+    }
+    // The texts of the messages since the last time.
+    std::vector<std::string> Messages() {
+        std::vector<std::string> texts;
+        for (const auto& message : std::exchange(host_.dialogs.told, {})) {
+            texts.push_back(ToUtf8(message.caption) + ": " + ToUtf8(message.text));
+        }
+        return texts;
+    }
+    void Finish() {
+        ASSERT_TRUE(Until([&] { return !host_.tasks->AnyRunning(); }));
+        EXPECT_FALSE(host_.tasks->TaskBusy());
+    }
+    std::filesystem::path StoredPath(std::string_view name) const {
+        std::u16string text;
+        host_.store->RegReadString(kMainKey, name, text);
+        return TextPath(text);
+    }
+
+    TemporaryFolder folder_;
+    EnvironmentVariable home_{"BANKWEAVER_HOME", (folder_ / "home").c_str()};
+    FakeHost host_{folder_.Path()};
+};
+
+inline constexpr const char* kBusy =
+    "Warn: The task is busy, please wait for the task to complete before trying again";
+
+}  // namespace bw::test

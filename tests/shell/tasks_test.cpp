@@ -1,0 +1,255 @@
+// Work beside the window: tasks, and the files that games come from and go to.
+#include "shell/tasks/list_files.h"
+#include "tasks_fixture.h"
+
+namespace bw {
+namespace {
+
+using test::kBusy;
+using test::Until;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+using Tasks = test::TasksFixture;
+
+constexpr const char* kOverLimit =
+    "Warn: The maximum processing limit of the current list is 20000 entries, and the excess will "
+    "be discarded";
+
+// A task that stays at work until it is let go.
+class Hold {
+  public:
+    explicit Hold(BackgroundTasks& tasks) {
+        EXPECT_TRUE(tasks.TryBegin());
+        tasks.StartListTask(
+            [this](TaskControl& control) {
+                while (!letGo_ && !control.Stop())
+                    std::this_thread::yield();
+            },
+            {});
+    }
+    void LetGo() { letGo_ = true; }
+
+  private:
+    std::atomic<bool> letGo_ = false;
+};
+
+TEST_F(Tasks, KeepListTasksApartAndLetOthersRunBeside) {
+    BackgroundTasks& tasks = *host_.tasks;
+    Hold hold(tasks);
+    EXPECT_FALSE(tasks.TryBegin());
+    std::vector<std::string> order;
+    tasks.WhenFree([&] { order.emplace_back(tasks.TaskBusy() ? "busy" : "free"); });
+    tasks.StartFreeTask([](TaskControl&) {}, [&] { order.emplace_back("beside"); });
+    ASSERT_TRUE(Until([&] { return order.size() == 1; }));
+    hold.LetGo();
+    Finish();
+    ASSERT_TRUE(Until([&] { return order.size() == 2; }));
+    EXPECT_THAT(order, ElementsAre("beside", "free"));
+}
+
+TEST_F(Tasks, TellTheNewestNewsNowAndThen) {
+    UiQueue queue;
+    int changes = 0;
+    BackgroundTasks tasks(queue, [&] { ++changes; });
+    std::atomic<bool> seen = false;
+    constexpr size_t kNews = 100'000;
+    tasks.StartFreeTask(
+        [&](TaskControl& control) {
+            for (size_t i = 0; i <= kNews; ++i)
+                control.Progress({u"rows", i, kNews});
+            while (!seen)
+                std::this_thread::yield();
+        },
+        {});
+    ASSERT_TRUE(Until([&] { return tasks.Progress().done == kNews && changes > 1; }));
+    EXPECT_EQ(tasks.Progress().what, u"rows");
+    EXPECT_LT(changes, 100);
+    seen = true;
+    ASSERT_TRUE(Until([&] { return !tasks.AnyRunning(); }));
+    EXPECT_EQ(tasks.Progress().what, u"");
+}
+
+TEST_F(Tasks, AnExceptionEndsTheTaskAlone) {
+    ASSERT_TRUE(host_.tasks->TryBegin());
+    bool finished = false;
+    host_.tasks->StartListTask([](TaskControl&) { throw std::runtime_error("no memory"); },
+                               [&] { finished = !host_.tasks->TaskBusy(); });
+    Finish();
+    EXPECT_TRUE(finished);
+    EXPECT_EQ(host_.failure, "no memory");
+}
+
+TEST_F(Tasks, TheEndOfTheWindowEndsQuestionsAndWork) {
+    std::atomic<bool> asked = false;
+    std::optional<int> answer = 1;
+    host_.tasks->StartFreeTask(
+        [&](TaskControl& control) {
+            answer = control.Queue().Call([&] {
+                asked = true;
+                return 2;
+            });
+        },
+        [] { FAIL() << "there is no window to finish in"; });
+    Hold hold(*host_.tasks);
+    host_.tasks.reset();
+    RunEvents();
+    EXPECT_FALSE(asked);
+    EXPECT_FALSE(answer);
+}
+
+TEST_F(Tasks, OpenTakesImagesOnlyAndKnowsTheFolder) {
+    ListFiles files(host_);
+    host_.dialogs.images = {Image("one.nes"), Image("two.NES"), folder_ / "gone.nes"};
+    test::WriteText(folder_ / "text.nes", "no image");
+    host_.dialogs.images.push_back(folder_ / "text.nes");
+    host_.dialogs.meanwhile = [&] { EXPECT_TRUE(host_.tasks->TaskBusy()); };
+    files.Open();
+    files.Open();
+    EXPECT_THAT(Messages(), ElementsAre(kBusy));
+    Finish();
+    EXPECT_THAT(Names(), ElementsAre("one", "two"));
+    EXPECT_EQ(host_.editor.Games()[0].path, u"one.nes") << "as seen from the program's folder";
+    EXPECT_EQ(host_.applied.back().reveal, 1u);
+    EXPECT_EQ(host_.told, "2 game(s) added. 2 file(s) left out, since they are no games.");
+    EXPECT_EQ(StoredPath("LastOpenDir"), folder_.Path());
+
+    host_.dialogs.images.clear();
+    files.Open();
+    EXPECT_EQ(host_.dialogs.starts.back(), folder_.Path());
+    EXPECT_FALSE(host_.tasks->TaskBusy()) << "the user gave up";
+}
+
+TEST_F(Tasks, OpenMayGoBeyondTheLimitOnce) {
+    ListFiles files(host_);
+    AddMany(kListLimit - 1);
+    host_.dialogs.images = {Image("one.nes"), Image("two.nes")};
+    files.Open();
+    Finish();
+    EXPECT_EQ(host_.editor.Games().size(), kListLimit + 1);
+    EXPECT_THAT(Messages(), IsEmpty());
+    files.Open();
+    files.Load();
+    EXPECT_THAT(Messages(), testing::Each(HasSubstr("Warn: The current list processing items have "
+                                                    "reached the upper limit (20001)")));
+    EXPECT_FALSE(host_.tasks->TaskBusy());
+}
+
+TEST_F(Tasks, SavedListsComeBackBehindTheList) {
+    ListFiles files(host_);
+    AddNames({u"a=b", u"\u6E38\u620F"});
+    host_.editor.SetChecked(1, false);
+    host_.dialogs.listToSave = folder_ / "my.list";
+    files.Save();
+    Finish();
+    EXPECT_THAT(host_.told, HasSubstr("my.list.fcl."));
+    EXPECT_EQ(StoredPath("LastLoadDir"), folder_.Path());
+
+    host_.dialogs.listToLoad = folder_ / "my.list.fcl";
+    files.Load();
+    Finish();
+    EXPECT_THAT(Names(), ElementsAre("a=b", "\u6E38\u620F", "a=b", "\u6E38\u620F"));
+    EXPECT_TRUE(host_.editor.Games()[2].checked);
+    EXPECT_FALSE(host_.editor.Games()[3].checked);
+    EXPECT_FALSE(host_.applied.back().reveal);
+    EXPECT_EQ(host_.told, "2 game(s) added.");
+
+    test::WriteText(folder_ / "other.fcl", "[playlist]\r\ncount=7");
+    host_.dialogs.listToLoad = folder_ / "other.fcl";
+    files.Load();
+    Finish();
+    EXPECT_EQ(Names().size(), 4u);
+    EXPECT_THAT(host_.told, HasSubstr("There is no list of games in"));
+
+    host_.dialogs.listToSave = folder_ / "no folder" / "x.fcl";
+    files.Save();
+    Finish();
+    EXPECT_THAT(host_.told, HasSubstr("can't be written"));
+    EXPECT_THAT(Messages(), IsEmpty());
+}
+
+TEST_F(Tasks, AListBeyondTheLimitIsTakenAsFarAsItGoes) {
+    ListFiles files(host_);
+    AddNames({u"first"});
+    test::WriteText(folder_ / "long.fcl", "[history]\r\ncount=4000000000\r\n00000_name=second");
+    host_.dialogs.listToLoad = folder_ / "long.fcl";
+    host_.dialogs.meanwhile = [&] { EXPECT_TRUE(host_.tasks->TaskBusy()); };
+    files.Load();
+    Finish();
+    EXPECT_THAT(Messages(), ElementsAre(kOverLimit));
+    EXPECT_EQ(host_.editor.Games().size(), kListLimit);
+    EXPECT_EQ(host_.editor.Games()[1].name, u"second");
+}
+
+TEST_F(Tasks, DroppedFilesKeepTheirOrderAndWaitForATask) {
+    ListFiles files(host_);
+    // Beside the list, not below the program's folder.
+    std::filesystem::create_directories(folder_ / "trip");
+    Image("trip/game.nes");
+    test::WriteText(folder_ / "trip" / "trip.FCL",
+                    "[history]\r\n00000_name=Travel\r\n00000_path_relative=game.nes\r\ncount=1");
+    Hold hold(*host_.tasks);
+    files.Add({Image("one.nes"), folder_ / "trip" / "trip.FCL", folder_ / "trip"});
+    files.Add({Image("two.nes")});
+    RunEvents();
+    EXPECT_THAT(Names(), IsEmpty());
+    hold.LetGo();
+    ASSERT_TRUE(Until([&] { return !Names().empty(); }));
+    EXPECT_THAT(Names(), ElementsAre("one", "Travel", "two"));
+    EXPECT_TRUE(host_.editor.Games()[1].HasValidHeader());
+    EXPECT_EQ(host_.told, "3 game(s) added. 1 file(s) left out, since they are no games.");
+}
+
+TEST_F(Tasks, DroppedFilesStopAtTheLimit) {
+    ListFiles files(host_);
+    AddMany(kListLimit - 1);
+    // A file that is none takes no room, though it counts for the warning.
+    files.Add({folder_ / "none.nes", Image("one.nes"), Image("two.nes")});
+    Finish();
+    EXPECT_THAT(Messages(), ElementsAre(kOverLimit));
+    EXPECT_EQ(host_.editor.Games().size(), kListLimit);
+    EXPECT_EQ(host_.editor.Games().back().name, u"one");
+}
+
+TEST_F(Tasks, AStoppedTaskLeavesTheListAlone) {
+    ListFiles files(host_);
+    files.Add({Image("one.nes")});
+    host_.tasks->StopAll();
+    Finish();
+    EXPECT_THAT(Names(), IsEmpty());
+    EXPECT_EQ(host_.told, "Stopped; the list is as it was.");
+}
+
+TEST_F(Tasks, TheListComesBackWithItsWidths) {
+    ColumnWidths widths{};
+    widths[1] = 300;
+    AddNames({u"one", u"two"});
+    ASSERT_TRUE(ListFiles(host_).SaveHistory(widths));
+
+    test::FakeHost next(folder_.Path());
+    next.store = std::move(host_.store);
+    ListFiles files(next);
+    files.LoadHistory();
+    files.Add({Image("named.nes")});
+    // An end before the list is there must not store that there is none.
+    EXPECT_TRUE(files.SaveHistory({}));
+    ASSERT_TRUE(Until([&] { return next.editor.Games().size() == 3; }));
+    EXPECT_EQ(next.editor.Games()[2].name, u"named");
+    EXPECT_EQ(next.widths, widths);
+}
+
+TEST_F(Tasks, AnyHistoryIsSurvived) {
+    const std::string text = "[history]\r\ncount=25000\r\n00000_name=first";
+    host_.store->RegWriteBinary(kHistoryKey, "Data",
+                                {reinterpret_cast<const uint8_t*>(text.data()), text.size()});
+    ListFiles files(host_);
+    files.LoadHistory();
+    Finish();
+    EXPECT_THAT(Messages(), ElementsAre(kOverLimit));
+    EXPECT_EQ(host_.editor.Games().size(), kListLimit);
+    EXPECT_FALSE(host_.editor.CanUndo());
+}
+
+}  // namespace
+}  // namespace bw
