@@ -1,7 +1,9 @@
-// Laying out 1,024 games of mixed sizes, which is done twice in each build.
+// Laying out 1,024 games of mixed sizes, which is done twice in each build; and estimating the room
+// that as many games as can be checked take, which the window does at each click.
 #include <cstdlib>
 
 #include "builder/bank_layout.h"
+#include "builder/board_space.h"
 #include "measure.h"
 
 namespace {
@@ -56,10 +58,38 @@ void Measure(const char* what, bw::BoardType board) {
                 bench::Median(times), bench::Least(times));
 }
 
+// The same sizes, as a list has them.
+bw::GameList MakeList() {
+    const std::vector<bw::MulticartItem> items = MakeGames();
+    bw::GameList list(bw::kCheckedLimit);
+    for (size_t i = 0; i < list.size(); ++i) {
+        const bw::MulticartItem& item = items[i % items.size()];
+        list[i].checked = true;
+        list[i].header.bytes[4] = static_cast<uint8_t>(item.prgCount);
+        list[i].header.bytes[5] = static_cast<uint8_t>(item.chrCount);
+        list[i].header.bytes[6] = item.mapper == 4 ? 0x40 : 0;
+    }
+    return list;
+}
+
+void MeasureEstimate(const char* what, bw::BoardType board) {
+    const bw::GameList list = MakeList();
+    std::vector<double> times(51);
+    for (double& time : times) {
+        time = bench::Time([&] {
+            if (bw::EstimateSpace(list, {}, board).usedBytes == 0) std::abort();
+        });
+    }
+    std::printf("space of %zu checked games, %s\n    median  ours %8.2f ms   least %.2f ms\n",
+                list.size(), what, bench::Median(times), bench::Least(times));
+}
+
 }  // namespace
 
 int main() {
     Measure("COOLBOY", bw::BoardType::kCoolboy);
     Measure("COOLGIRL", bw::BoardType::kCoolgirl);
+    MeasureEstimate("COOLBOY", bw::BoardType::kCoolboy);
+    MeasureEstimate("COOLGIRL", bw::BoardType::kCoolgirl);
     return 0;
 }

@@ -54,19 +54,18 @@ std::string SizeList(const std::set<uint32_t>& units, uint32_t kilobytes) {
     return list;
 }
 
-std::u16string SizeWords(const InesHeader& header, uint32_t prg, uint32_t chr, Language language) {
-    constexpr uint32_t kPrgKilobytes = kPrgUnit / 1024;
-    constexpr uint32_t kChrKilobytes = kChrUnit / 1024;
-    const MapperCapability* row = FindMapperCapability(header.Mapper());
-    if (!row->prgSizes.contains(prg)) {
-        return FormatText(OwnText(language, u"Mapper %d 的 PRG 不能是 %d KB（可用：%s KB）",
-                                  u"PRG of %d KB isn't possible with mapper %d (%s KB are)"),
-                          header.Mapper(), prg * kPrgKilobytes,
-                          SizeList(row->prgSizes, kPrgKilobytes));
-    }
-    return FormatText(OwnText(language, u"Mapper %d 的 CHR 不能是 %d KB（可用：%s KB）",
-                              u"CHR of %d KB isn't possible with mapper %d (%s KB are)"),
-                      header.Mapper(), chr * kChrKilobytes, SizeList(row->chrSizes, kChrKilobytes));
+// Counts in the units of the header.
+std::u16string SizeWords(uint32_t mapper, uint32_t prg, uint32_t chr, Language language) {
+    const auto words = [&](const char* what, uint32_t count, const std::set<uint32_t>& sizes,
+                           uint32_t unit) {
+        const uint32_t kilobytes = unit / 1024;
+        return FormatText(OwnText(language, u"Mapper %1$d 的 %2$s 不能是 %3$d KB（可用：%4$s KB）",
+                                  u"%2$s of %3$d KB isn't possible with mapper %1$d (%4$s KB are)"),
+                          mapper, what, count * kilobytes, SizeList(sizes, kilobytes));
+    };
+    const MapperCapability* row = FindMapperCapability(mapper);
+    return row->prgSizes.contains(prg) ? words("CHR", chr, row->chrSizes, kChrUnit)
+                                       : words("PRG", prg, row->prgSizes, kPrgUnit);
 }
 
 std::u16string MapperWords(uint32_t mapper, BoardType board, Language language) {
@@ -90,7 +89,7 @@ std::u16string FaultWords(const InesHeader& header, BoardType board, Language la
             return OwnText(language, u"不支持带 Trainer 的游戏",
                            u"games with a trainer aren't supported");
         case GameFault::kSize:
-            return SizeWords(header, item.prgCount, item.chrCount, language);
+            return SizeWords(header.Mapper(), item.prgCount, item.chrCount, language);
         case GameFault::kNotValid:
         case GameFault::kNone:
             break;
@@ -99,7 +98,7 @@ std::u16string FaultWords(const InesHeader& header, BoardType board, Language la
     const bool inColumn =
         board == BoardType::kCoolgirl ? CoolgirlSupported(header) : CoolboySupported(header);
     return inColumn ? std::u16string()
-                    : SizeWords(header, header.PrgCount(), header.ChrCount(), language);
+                    : SizeWords(header.Mapper(), header.PrgCount(), header.ChrCount(), language);
 }
 
 }  // namespace

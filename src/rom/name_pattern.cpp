@@ -31,11 +31,17 @@ class RunGuard {
     explicit RunGuard(const StopFlag& stop) : stop_(stop), lowest_(StackEnd() + kStackReserve) {}
 
     void Look() const {
-        if (stop_.load(std::memory_order_relaxed)) throw SearchStopped{};
-        if (StackPosition() < lowest_) throw Refusal::kTooDeep;
+        const bool tooDeep = StackPosition() < lowest_;
+        if (stop_.load(std::memory_order_relaxed) || tooDeep) End(tooDeep);
     }
 
   private:
+    // Apart, so that looking stays small.
+    [[noreturn, gnu::noinline]] static void End(bool tooDeep) {
+        if (tooDeep) throw Refusal::kTooDeep;
+        throw SearchStopped{};
+    }
+
     const StopFlag& stop_;
     uintptr_t lowest_;
 };
