@@ -154,10 +154,10 @@ std::optional<std::u16string> GuardedStore::TakeProblem(Language language) {
         OwnText(
             language,
             u"无法在以下位置读取或保存设置：\n%s\n\n%s\n\n程序会继续运行，所作的更改暂存在内存中。"
-            u"如果退出时仍然无法保存，更改过的设置将会丢失，列表则会另存为列表文件。",
+            u"如果退出时仍然无法保存，更改过的设置将会丢失，列表则可以保存到列表文件。",
             u"The settings can't be read or stored here:\n%s\n\n%s\n\nThe program goes on and "
             u"keeps what you change in memory. If it still can't be stored when you exit, "
-            u"changed settings are lost, and the list is saved as a list file."),
+            u"changed settings are lost; the list can then be saved to a list file."),
         place_, Reason(firstProblem_, language));
 }
 

@@ -16,6 +16,7 @@ namespace bw {
 inline constexpr std::string_view kMainKey = "Software\\Bankweaver";
 inline constexpr std::string_view kBoardKey = "Software\\Bankweaver\\Coolboy";
 inline constexpr std::string_view kHistoryKey = "Software\\Bankweaver\\History";
+inline constexpr std::string_view kHistoryValue = "Data";  // under the key above: the list
 inline constexpr std::string_view kDesignKey = "Software\\Bankweaver\\MenuV2";
 
 // Why a store can't do what it was asked for.

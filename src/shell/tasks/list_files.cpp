@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::string_view kOpenFolder = "LastOpenDir";
 constexpr std::string_view kListFolder = "LastLoadDir";
-constexpr std::string_view kHistoryValue = "Data";
 
 // Shows on the window's thread that not all will fit.
 void WarnOfLimit(TaskControl& control, ListHost& host) {

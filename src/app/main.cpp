@@ -1,0 +1,86 @@
+// The window program.
+#include <QApplication>
+#include <clocale>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/end_signals.h"
+#include "app/list_rescue.h"
+#include "app/lost_display.h"
+#include "app/program_icon.h"
+#include "app/window_arguments.h"
+#include "shell/framework/texts.h"
+#include "shell/main/main_dialog.h"
+#include "support/crash_file.h"
+#include "support/guarded_store.h"
+#include "support/paths.h"
+#include "support/text.h"
+#include "support/version.h"
+
+namespace bw {
+namespace {
+
+constexpr int kEndedBySignal = 128;  // plus its number, as shells have it
+
+void SetUpApplication() {
+    // Qt takes all of the user's locale; numbers in files have a point everywhere.
+    std::setlocale(LC_NUMERIC, "C");
+    QApplication::setApplicationName(QStringLiteral("bankweaver"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Bankweaver"));
+    QApplication::setApplicationVersion(ToQt(ToWide(ProgramVersion())));
+    QApplication::setDesktopFileName(QStringLiteral("bankweaver"));
+    QApplication::setWindowIcon(ProgramIcon());
+}
+
+void TellOfRescuedList(const std::filesystem::path& file) {
+    const std::string text = "The settings could not take the list; it was saved as ";
+    std::fputs((text + file.string() + "\n").c_str(), stderr);
+}
+
+int Run(int count, char** values, std::vector<std::filesystem::path> files) {
+    const QApplication application(count, values);
+    SetUpApplication();
+    const std::unique_ptr<GuardedStore> store = MakeGuardedUserStore();
+    CMainDialog window(
+        {.store = *store,
+         .base = ExecutableFolder(),
+         .takeProblem = [&](Language language) { return store->TakeProblem(language); },
+         .listKept =
+             [&] {
+                 store->Flush();
+                 return !store->InMemoryOnly(kHistoryKey, kHistoryValue);
+             }});
+    // Nobody can be asked for a list file at these ends.
+    const auto storeUnasked = [&] {
+        window.StoreAll();
+        if (const auto file = RescueList(*store)) TellOfRescuedList(*file);
+    };
+    const LostDisplay lostDisplay(storeUnasked);
+    const EndSignals endSignals([&](int signal) {
+        storeUnasked();
+        QApplication::exit(kEndedBySignal + signal);
+    });
+    QObject::connect(
+        &application, &QGuiApplication::commitDataRequest, &window, [&] { window.StoreAll(); },
+        Qt::DirectConnection);
+    QObject::connect(&window, &CMainDialog::Exited, &application, &QApplication::quit);
+    window.Start(std::move(files));
+    return QApplication::exec();
+}
+
+}  // namespace
+}  // namespace bw
+
+int main(int count, char** values) {
+    bw::InstallCrashHandler();
+    bw::WindowArguments arguments = bw::ParseWindowArguments(count, values);
+    if (!arguments.files) {
+        std::fputs(arguments.text.c_str(), arguments.exitCode == 0 ? stdout : stderr);
+        return arguments.exitCode;
+    }
+    return bw::Run(count, values, std::move(*arguments.files));
+}
