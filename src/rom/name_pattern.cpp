@@ -60,7 +60,7 @@ class Place {
     Place(const wchar_t* at, const RunGuard& guard) : at_(at), guard_(&guard) {}
     Place(const Place& other) = default;
     ~Place() = default;
-    Place& operator=(const Place& other) {
+    Place& operator=(Place other) {
         other.Look();
         at_ = other.at_;
         guard_ = other.guard_;
@@ -199,7 +199,7 @@ class RegexPattern final : public NamePattern {
 
   public:
     RegexPattern(const std::wstring& find, std::u16string_view replace, Language language)
-        : regex_(find, std::regex_constants::ECMAScript),
+        : regex_(WithWatchedReferences(find), std::regex_constants::ECMAScript),
           replace_(Characters(replace)),
           language_(language) {
         // Such an expression can match at the start alone; the library would try every place.

@@ -25,6 +25,7 @@ class Outline {
     size_t Depth() const { return depth_; }
     Fault WhatFault() const { return fault_; }
     size_t FaultAt() const { return faultAt_; }
+    const std::vector<size_t>& References() const { return references_; }
 
   private:
     struct Group {
@@ -36,6 +37,7 @@ class Outline {
         const size_t start = at_++;
         switch (pattern_[start]) {
             case L'\\':
+                if (Next() >= L'1' && Next() <= L'9') references_.push_back(start);
                 canRepeat_ = Next() != L'b' && Next() != L'B';
                 ++at_;
                 break;
@@ -109,6 +111,7 @@ class Outline {
     std::wstring_view pattern_;
     size_t at_ = 0;
     std::vector<Group> open_;
+    std::vector<size_t> references_;  // where a \1 or the like starts
     size_t depth_ = 0;
     bool canRepeat_ = false;
     Fault fault_ = Fault::kNone;
@@ -202,6 +205,23 @@ std::optional<std::u16string> PatternTooBig(std::wstring_view pattern, Language 
                           kNestLimit);
     }
     return std::nullopt;
+}
+
+std::wstring WithWatchedReferences(std::wstring_view pattern) {
+    const Outline outline(pattern);
+    std::wstring result;
+    size_t done = 0;
+    for (const size_t start : outline.References()) {
+        const size_t end =
+            std::min(pattern.find_first_not_of(L"0123456789", start + 1), pattern.size());
+        result += pattern.substr(done, start - done);
+        result += L"(?:(?:\\b|\\B)";
+        result += pattern.substr(start, end - start);
+        result += L')';
+        done = end;
+    }
+    result += pattern.substr(done);
+    return result;
 }
 
 std::u16string PatternProblem(std::wstring_view pattern, std::regex_constants::error_type code,

@@ -19,6 +19,10 @@ inline constexpr size_t kNestLimit = 100;      // parentheses inside each other
 // Words for an expression that must not be compiled, or nothing.
 std::optional<std::u16string> PatternTooBig(std::wstring_view pattern, Language language);
 
+// The same expression, in which the standard library looks at the name before each \1 or the like.
+// Else it doesn't where the group took no part, and 2^40 ways to get there can't be stopped.
+std::wstring WithWatchedReferences(std::wstring_view pattern);
+
 // Words for an expression that the standard library refuses with this code. It doesn't say where,
 // and calls a * at the start a mismatched parenthesis, so the expression is looked at again.
 std::u16string PatternProblem(std::wstring_view pattern, std::regex_constants::error_type code,
