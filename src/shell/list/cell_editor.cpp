@@ -34,7 +34,9 @@ CellEditor::CellEditor(QWidget* viewport) : QLineEdit(viewport) {
 
 void CellEditor::Begin(const QString& text) {
     setText(text);
-    selectAll();
+    // The whole text, from its end, so that a long one shows its beginning.
+    const auto length = static_cast<int>(this->text().size());
+    setSelection(length, -length);
     // Presses count wherever in the window they go.
     qApp->installEventFilter(this);
 }

@@ -12,6 +12,7 @@
 
 #include "shell/framework/texts.h"
 #include "shell/list/cell_tips.h"
+#include "shell/list/list_header.h"
 
 namespace bw {
 namespace {
@@ -57,12 +58,10 @@ GameTable::~GameTable() = default;
 void GameTable::SetUpHeaders() {
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    setHorizontalHeader(new ListHeader(this));
     QHeaderView& header = *horizontalHeader();
     header.setMinimumSectionSize(kNarrowest);
     header.setMaximumSectionSize(kWidest);
-    header.setHighlightSections(false);
-    header.setSectionsClickable(true);
-    header.setTextElideMode(Qt::ElideRight);
     connect(&header, &QHeaderView::sectionResized, this, &GameTable::CellsMoved);
     // The widths are those of a screen of 96 dots per inch. Qt's own scaling is in its pixels
     // already; what is left are desktops that ask for larger fonts alone.
@@ -80,8 +79,10 @@ void GameTable::FitRows() {
 }
 
 std::optional<int> GameTable::SelectedRow() const {
+    // With the focus alone Qt makes a row the current one, and doesn't select it.
     const QModelIndex current = currentIndex();
-    return current.isValid() ? std::optional(current.row()) : std::nullopt;
+    const bool selected = current.isValid() && selectionModel()->isSelected(current);
+    return selected ? std::optional(current.row()) : std::nullopt;
 }
 
 ListColumn GameTable::FocusColumn() const {

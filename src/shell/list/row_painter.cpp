@@ -9,8 +9,9 @@
 namespace bw {
 namespace {
 
-constexpr int kTextMargin = 4;  // at both sides of a cell's text, in pixels
-constexpr int kRowMargin = 3;   // above and below the line of text
+constexpr int kTextMargin = 4;         // at both sides of a cell's text, in pixels
+constexpr int kRowMargin = 3;          // above and below the line of text
+constexpr float kFrameOpacity = 0.6F;  // of the check square's frame
 
 // Light pinks and blues: selected, even and odd rows.
 constexpr std::array<QRgb, 3> kCheckedRows{0xFF90ACFF, 0xFF96F0FF, 0xFF96E1FF};
@@ -27,7 +28,8 @@ std::array<QColor, 3> Themed(const std::array<QRgb, 3>& colors) {
     return themed;
 }
 
-void PaintCheck(QPainter& painter, const QStyleOptionViewItem& option, bool checked) {
+void PaintCheck(QPainter& painter, const QStyleOptionViewItem& option, bool checked,
+                const QColor& frame) {
     const QStyle& style = *option.widget->style();
     const QSize size(style.pixelMetric(QStyle::PM_IndicatorWidth, &option, option.widget),
                      style.pixelMetric(QStyle::PM_IndicatorHeight, &option, option.widget));
@@ -38,6 +40,9 @@ void PaintCheck(QPainter& painter, const QStyleOptionViewItem& option, bool chec
     check.state &= ~(QStyle::State_HasFocus | QStyle::State_Selected);
     check.state |= checked ? QStyle::State_On : QStyle::State_Off;
     style.drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &check, &painter, option.widget);
+    // Styles frame it for a background of the theme's, which a row's isn't.
+    painter.setPen(frame);
+    painter.drawRect(check.rect.adjusted(0, 0, -1, -1));
 }
 
 }  // namespace
@@ -80,13 +85,18 @@ void RowPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          .selected = option.state.testFlag(QStyle::State_Selected),
                          .odd = index.row() % 2 != 0};
     painter->fillRect(option.rect, colors_.Background(state));
-    if (column == ListColumn::kNumber) PaintCheck(*painter, option, entry->checked);
+    const QColor ink = colors_.Text(state);
+    if (column == ListColumn::kNumber) {
+        QColor frame = ink;
+        frame.setAlphaF(kFrameOpacity);
+        PaintCheck(*painter, option, entry->checked, frame);
+    }
 
     const QRect place = TextPlace(option.rect, column);
     const QString text = option.fontMetrics.elidedText(
         model_.data(index, Qt::DisplayRole).toString(), Elision(column), place.width());
     painter->setFont(option.font);
-    painter->setPen(colors_.Text(state));
+    painter->setPen(ink);
     painter->drawText(place, model_.data(index, Qt::TextAlignmentRole).toInt() | Qt::TextSingleLine,
                       text);
 }

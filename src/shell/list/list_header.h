@@ -1,0 +1,28 @@
+// The titles of the list's columns. One that is wider than its column gets smaller letters, and if
+// they would be too small, two lines of them.
+#pragma once
+
+#include <QHeaderView>
+
+namespace bw {
+
+class ListHeader : public QHeaderView {
+    Q_OBJECT
+  public:
+    explicit ListHeader(QWidget* parent);
+
+  protected:
+    QSize sectionSizeFromContents(int section) const override;
+    void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override;
+    void paintSection(QPainter* painter, const QRect& rect, int section) const override;
+
+  private:
+    QString Title(int section) const;
+    int ArrowWidth(int section) const;
+    // The room for a title, less margins and the arrow of a sort, for each unit of its width.
+    qreal RoomFor(const QString& title, int section) const;
+    bool FitsInOneLine(int section) const { return RoomFor(Title(section), section) >= 1; }
+    QFont Scaled(qreal factor) const;
+};
+
+}  // namespace bw

@@ -1,0 +1,411 @@
+// The list of games under real mouse and key events.
+#include <QDragEnterEvent>
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QToolTip>
+#include <QUrl>
+#include <QVBoxLayout>
+#include <cmath>
+
+#include <gmock/gmock.h>
+
+#include "shell/framework/texts.h"
+#include "shell/list/game_list_view.h"
+#include "shell/list/game_table.h"
+#include "shell/qt_testing.h"
+
+namespace bw {
+namespace {
+
+using testing::ElementsAre;
+
+// In a window of its own, as in the program: beside the list there is something else to click on.
+struct ListWindow {
+    explicit ListWindow(int rows, Language language = Language::kEnglish)
+        : view(Filled(editor, rows), "/base", language) {
+        QObject::connect(&view, &GameListView::EditEnded, &view, [this] { view.StoreEdit(); });
+        QObject::connect(&view, &GameListView::ListChanged, &view, [this] { ++changes; });
+        layout.addWidget(&view);
+        layout.addWidget(&elsewhere);
+        window.resize(1300, 300);
+        window.show();
+        window.activateWindow();
+        table.setFocus();
+        RunEvents();
+    }
+
+    // Game 0, Game 1, ...; the mapper falls as the row rises.
+    static ListEditor& Filled(ListEditor& editor, int rows) {
+        GameList games(static_cast<size_t>(rows));
+        for (int row = 0; row < rows; ++row) {
+            GameEntry& entry = games[static_cast<size_t>(row)];
+            const std::u16string number = FromQt(QString::number(row));
+            entry.name = u"Game " + number;
+            entry.path = u"roms/" + number + u".nes";
+            entry.header.bytes[4] = 1;
+            entry.header.bytes[6] = static_cast<uint8_t>((15 - row % 16) << 4);
+        }
+        editor.Restore(std::move(games));
+        return editor;
+    }
+
+    QPoint Place(int row, ListColumn column) { return table.CellRect(row, column).center(); }
+    QPoint Square(int row) {
+        return table.CellRect(row, ListColumn::kNumber).topLeft() + QPoint(8, 8);
+    }
+    void Click(const QPoint& place, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::mouseClick(table.viewport(), Qt::LeftButton, modifiers, place);
+    }
+    void DoubleClick(const QPoint& place, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        Click(place, modifiers);
+        QTest::mouseDClick(table.viewport(), Qt::LeftButton, modifiers, place);
+    }
+    void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(&table, key, modifiers);
+    }
+    void Uncheck() {
+        for (size_t row = 0; row < editor.Games().size(); ++row)
+            editor.SetChecked(row, false);
+    }
+    std::vector<size_t> Checked() const {
+        std::vector<size_t> rows;
+        for (size_t row = 0; row < editor.Games().size(); ++row) {
+            if (editor.Games()[row].checked) rows.push_back(row);
+        }
+        return rows;
+    }
+    template <typename Child>
+    Child& Find(const char* name) {
+        return *view.findChild<Child*>(QLatin1String(name));
+    }
+
+    QWidget window;
+    QVBoxLayout layout{&window};
+    ListEditor editor;
+    GameListView view;
+    QLabel elsewhere;
+    GameTable& table = Find<GameTable>("gameTable");
+    QLineEdit& filter = Find<QLineEdit>("filterText");
+    QLineEdit& cell = Find<QLineEdit>("cellEditor");
+    int changes = 0;
+};
+
+TEST(ListView, ClicksCheckByTheirRules) {
+    ListWindow list(40);
+    list.Click(list.Place(4, ListColumn::kName));
+    EXPECT_EQ(list.editor.FindRow(), 4U);
+    EXPECT_EQ(list.table.SelectedRow(), 4);
+    EXPECT_EQ(list.changes, 0);
+    list.Click(list.Square(2));
+    EXPECT_EQ(list.editor.FindRow(), 2U);
+    EXPECT_THAT(list.Checked(), ElementsAre(2));
+    EXPECT_EQ(list.changes, 1);
+    list.Click(list.Place(6, ListColumn::kMapper), Qt::ControlModifier);
+    EXPECT_THAT(list.Checked(), ElementsAre(2, 6));
+    EXPECT_EQ(list.editor.FindRow(), 2U);
+    list.Click(list.Place(0, ListColumn::kMapper), Qt::ShiftModifier);
+    EXPECT_THAT(list.Checked(), ElementsAre(0, 1, 2, 6));
+    EXPECT_EQ(list.editor.FindRow(), 2U);
+
+    // Of rows that are hidden between the two none is checked.
+    list.Uncheck();
+    list.filter.setText(QStringLiteral("3"));
+    list.Click(list.Place(0, ListColumn::kName));
+    list.Click(list.Place(3, ListColumn::kName), Qt::ShiftModifier);
+    EXPECT_THAT(list.Checked(), ElementsAre(3, 13, 23, 30));
+}
+
+TEST(ListView, DoubleClicksGoByTheColumn) {
+    ListWindow list(10);
+    QSignalSpy folders(&list.view, &GameListView::FolderWanted);
+    const QPoint number = list.Place(1, ListColumn::kNumber);
+    list.DoubleClick(number);
+    EXPECT_THAT(list.Checked(), ElementsAre(1));
+    list.DoubleClick(list.Square(1));  // the second of the two clicks is lost
+    EXPECT_THAT(list.Checked(), ElementsAre());
+    list.DoubleClick(list.Place(2, ListColumn::kMapper));
+    EXPECT_FALSE(list.view.EditActive());
+
+    list.DoubleClick(list.Place(2, ListColumn::kName), Qt::ControlModifier);
+    EXPECT_FALSE(list.view.EditActive());
+    EXPECT_THAT(list.Checked(), ElementsAre(2));
+    list.table.RevealColumn(ListColumn::kPath);
+    list.DoubleClick(list.Place(3, ListColumn::kPath));
+    list.DoubleClick(list.Place(4, ListColumn::kPath), Qt::ControlModifier);
+    ASSERT_EQ(folders.size(), 2);
+    EXPECT_EQ(folders[0], (QVariantList{QStringLiteral("/base/roms/3.nes"), false}));
+    EXPECT_EQ(folders[1], (QVariantList{QStringLiteral("/base/roms/4.nes"), true}));
+}
+
+TEST(ListView, EveryWayOutOfTheEditorTakesTheText) {
+    ListWindow list(10);
+    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Escape, Qt::Key_Return}) {
+        list.DoubleClick(list.Place(1, ListColumn::kName));
+        ASSERT_TRUE(list.view.EditActive());
+        ASSERT_TRUE(list.cell.isVisible());
+        EXPECT_TRUE(list.cell.hasFocus());
+        EXPECT_EQ(list.cell.selectedText(), list.cell.text());
+        const QString text = QString::number(key);
+        QTest::keyClicks(&list.cell, text);
+        QTest::keyClick(&list.cell, key);
+        EXPECT_FALSE(list.view.EditActive());
+        EXPECT_FALSE(list.cell.isVisible());
+        EXPECT_TRUE(list.table.hasFocus());
+        EXPECT_EQ(list.editor.Games()[1].name, FromQt(text));
+    }
+    EXPECT_TRUE(list.window.isVisible());
+
+    list.Key(Qt::Key_F2, Qt::ShiftModifier);
+    QTest::keyClicks(&list.cell, QString(300, QLatin1Char('r')));
+    QTest::mouseClick(&list.elsewhere, Qt::LeftButton);
+    EXPECT_EQ(list.editor.Games()[1].remark, std::u16string(kCellTextLimit, u'r'));
+
+    // A press on a title sorts, after the text is in its row.
+    list.Key(Qt::Key_F2);
+    QTest::keyClicks(&list.cell, QStringLiteral("moved"));
+    QTest::mouseClick(list.table.horizontalHeader()->viewport(), Qt::LeftButton, {},
+                      {list.Place(0, ListColumn::kMapper).x(), 5});
+    EXPECT_EQ(list.editor.Games()[8].name, u"moved");
+}
+
+TEST(ListView, EditingFollowsItsRow) {
+    ListWindow list(200);
+    list.Click(list.Place(3, ListColumn::kName));
+    list.Key(Qt::Key_F2);
+    QScrollBar& bar = *list.table.verticalScrollBar();
+    bar.setValue(bar.maximum());
+    EXPECT_TRUE(list.view.EditActive());
+    EXPECT_FALSE(list.cell.isVisible());
+    bar.setValue(10);
+    EXPECT_TRUE(list.cell.isVisible());
+    EXPECT_TRUE(list.cell.hasFocus());
+    EXPECT_EQ(list.cell.geometry(), list.table.CellRect(3, ListColumn::kName));
+
+    // Rows that move under it end it.
+    list.cell.setText(QStringLiteral("new"));
+    list.editor.SetChecked(3, true);
+    list.view.Apply(list.editor.MoveTop());
+    EXPECT_FALSE(list.view.EditActive());
+    EXPECT_EQ(list.editor.Games()[0].name, u"new");
+    EXPECT_EQ(list.editor.Games()[3].name, u"Game 2");
+
+    list.view.EditSelected(ListColumn::kName);
+    list.view.Apply(list.editor.Clear());
+    EXPECT_FALSE(list.view.EditActive());
+    EXPECT_FALSE(list.cell.isVisible());
+}
+
+TEST(ListView, KeysMoveCheckAndFind) {
+    ListWindow list(100);
+    list.Key(Qt::Key_Down);
+    list.Key(Qt::Key_Down);
+    EXPECT_EQ(list.editor.FindRow(), 1U);
+    list.Key(Qt::Key_Space);
+    EXPECT_THAT(list.Checked(), ElementsAre(1));
+    list.Key(Qt::Key_Down, Qt::ShiftModifier);
+    list.Key(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_THAT(list.Checked(), ElementsAre(1, 2, 3));
+    list.Uncheck();
+    list.Key(Qt::Key_Down, Qt::ControlModifier);
+    list.Key(Qt::Key_Space, Qt::ShiftModifier);
+    EXPECT_THAT(list.Checked(), ElementsAre(1, 2, 3, 4));
+    list.Key(Qt::Key_End);
+    EXPECT_EQ(list.editor.FindRow(), 99U);
+    EXPECT_TRUE(list.table.viewport()->rect().contains(list.Place(99, ListColumn::kNumber)));
+
+    list.Key(Qt::Key_Home);
+    QTest::keyClicks(&list.table, QStringLiteral("game 7"));
+    EXPECT_EQ(list.editor.FindRow(), 7U);
+    QTest::keyClicks(&list.table, QStringLiteral("0"));
+    EXPECT_EQ(list.editor.FindRow(), 70U);
+    QTest::qWait(QApplication::keyboardInputInterval() + 50);
+    QTest::keyClicks(&list.table, QStringLiteral("game 3"));  // above only
+    EXPECT_EQ(list.table.SelectedRow(), 71);
+
+    list.Key(Qt::Key_Right);
+    list.Key(Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_EQ(list.editor.SortColumn(), static_cast<int>(ListColumn::kName));
+    QSignalSpy menus(&list.view, &GameListView::ContextMenuWanted);
+    list.Key(Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_EQ(menus.size(), 1);
+}
+
+TEST(ListView, FilterKeepsNumbersAndSelection) {
+    ListWindow list(120, Language::kChinese);
+    list.editor.SetFindRow(117);
+    list.view.ShowFindRow();
+    list.view.FocusFilter();
+    QTest::keyClicks(&list.filter, QStringLiteral("GAME 11"));
+    EXPECT_EQ(list.table.model()->rowCount(), 11);
+    EXPECT_EQ(list.table.SelectedRow(), 8);
+    EXPECT_EQ(list.table.currentIndex().data().toString(), QStringLiteral("118"));
+    EXPECT_EQ(list.Find<QLabel>("filterNote").text(),
+              QStringLiteral("显示 11 项，共 120 项；生成时也包含隐藏的游戏"));
+    EXPECT_EQ(list.view.ShownRows()->size(), 11U);
+    // What leaves the filter's words leaves the view.
+    list.view.Apply(list.editor.SetName(11, u"Other"));
+    EXPECT_EQ(list.table.model()->rowCount(), 10);
+    // A row that was found shows.
+    list.editor.SetFindRow(50);
+    list.view.ShowFindRow();
+    EXPECT_FALSE(list.view.ShownRows());
+    EXPECT_EQ(list.table.SelectedRow(), 50);
+    list.filter.setText(QStringLiteral("0"));
+    QTest::keyClick(&list.filter, Qt::Key_Escape);
+    EXPECT_TRUE(list.filter.text().isEmpty());
+    EXPECT_TRUE(list.table.hasFocus());
+    list.editor.SetFindRow(120);
+    list.view.ShowFindRow();
+    EXPECT_FALSE(list.table.SelectedRow());
+}
+
+TEST(ListView, LocalFilesCanBeDropped) {
+    ListWindow list(3);
+    QSignalSpy dropped(&list.view, &GameListView::FilesDropped);
+    const auto drop = [&](const QList<QUrl>& urls) {
+        QMimeData data;
+        data.setUrls(urls);
+        const QPoint place(5, 5);
+        QDragEnterEvent enter(place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(list.table.viewport(), &enter);
+        QDropEvent event(place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+        if (enter.isAccepted()) QApplication::sendEvent(list.table.viewport(), &event);
+        // Files that were moved by a drop would be lost.
+        return enter.isAccepted() && event.dropAction() == Qt::CopyAction;
+    };
+    const QUrl web(QStringLiteral("http://localhost/a.nes"));
+    EXPECT_FALSE(drop({web}));
+    EXPECT_TRUE(drop({QUrl::fromLocalFile(QStringLiteral("/a b.nes")), web}));
+    ASSERT_EQ(dropped.size(), 1);
+    EXPECT_EQ(dropped[0][0].toStringList(), QStringList(QStringLiteral("/a b.nes")));
+}
+
+TEST(ListView, CellsTellMoreThanTheyShow) {
+    ListWindow list(3);
+    const auto tip = [&](int row, ListColumn column) {
+        const QPoint place = list.Place(row, column);
+        QHelpEvent event(QEvent::ToolTip, place, list.table.viewport()->mapToGlobal(place));
+        QApplication::sendEvent(list.table.viewport(), &event);
+        return QToolTip::text();
+    };
+    list.editor.SetName(0, std::u16string(100, u'<'));
+    EXPECT_EQ(tip(1, ListColumn::kName), QString());
+    EXPECT_EQ(tip(1, ListColumn::kPrg), QString());
+    EXPECT_THAT(tip(0, ListColumn::kName).toStdString(), testing::HasSubstr("&lt;&lt;"));
+    list.Click(list.Square(1));
+    EXPECT_THAT(tip(1, ListColumn::kPrg).toStdString(), testing::HasSubstr("COOLGIRL: "));
+    // Such a mapper, without a file, runs nowhere.
+    EXPECT_NE(tip(1, ListColumn::kCoolboy), QString());
+
+    QAbstractItemModel& model = *list.table.model();
+    EXPECT_TRUE(model.setData(model.index(2, 0), Qt::Checked, Qt::CheckStateRole));
+    EXPECT_THAT(list.Checked(), ElementsAre(1, 2));
+    EXPECT_EQ(list.changes, 2);
+    EXPECT_EQ(model.index(2, 0).data(Qt::AccessibleTextRole), QStringLiteral("Number: 3, checked"));
+}
+
+double Luminance(const QColor& color) {
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+           0.0722 * linear(color.blueF());
+}
+
+TEST(ListView, RowsHaveTheirColoursInBothThemes) {
+    struct Row {
+        RowState state;
+        QRgb light;
+    };
+    const std::array<Row, 6> rows{{{{true, true, false}, 0xFF90ACFF},
+                                   {{true, false, false}, 0xFF96F0FF},
+                                   {{true, false, true}, 0xFF96E1FF},
+                                   {{false, true, true}, 0xFFACACFF},
+                                   {{false, false, false}, 0xFFC8F0FF},
+                                   {{false, false, true}, 0xFFC8E1FF}}};
+    ListWindow list(6);
+    list.editor.SetChecked(0, true);
+    list.editor.SetChecked(1, true);
+    list.Click(list.Place(2, ListColumn::kName));
+    list.elsewhere.setFocusPolicy(Qt::StrongFocus);
+    list.elsewhere.setFocus();  // the selection stays in sight
+    const auto pixel = [&](int row) {
+        const QRect cell = list.table.CellRect(row, ListColumn::kRemark);
+        return list.table.viewport()->grab().toImage().pixel(cell.center());
+    };
+    EXPECT_EQ(pixel(0), 0xFF96F0FF);
+    EXPECT_EQ(pixel(1), 0xFF96E1FF);
+    EXPECT_EQ(pixel(2), 0xFFACACFF);
+    EXPECT_EQ(pixel(3), 0xFFC8E1FF);
+    EXPECT_EQ(pixel(4), 0xFFC8F0FF);
+    list.Click(list.Place(0, ListColumn::kName));
+    list.elsewhere.setFocus();
+    EXPECT_EQ(pixel(0), 0xFF90ACFF);
+
+    const QPalette before = QApplication::palette();
+    for (const bool dark : {false, true}) {
+        if (dark) {
+            QPalette palette(QColor(40, 40, 44));
+            QApplication::setPalette(palette);
+        }
+        const RowColors colors;
+        for (const Row& row : rows) {
+            const QColor background = colors.Background(row.state);
+            const double a = Luminance(background) + 0.05;
+            const double b = Luminance(colors.Text(row.state)) + 0.05;
+            EXPECT_GE(std::max(a, b) / std::min(a, b), 4.5) << background.name().toStdString();
+            EXPECT_EQ(a > b, !dark);
+            EXPECT_TRUE(dark || background.rgb() == row.light);
+        }
+    }
+    RunEvents();
+    EXPECT_LT(qGray(pixel(4)), 128);  // a view that is open follows
+    QApplication::setPalette(before);
+}
+
+TEST(ListView, WidthsComeBackAndAreCut) {
+    ListWindow list(3);
+    EXPECT_THAT(list.view.Widths(), ElementsAre(64, 256, 96, 96, 72, 72, 90, 50, 32, 32, 256, 256));
+    ColumnWidths widths{};
+    widths[1] = 123;
+    widths[2] = 1'000'000;
+    widths[3] = 1;
+    list.view.SetWidths(widths);
+    const ColumnWidths after = list.view.Widths();
+    EXPECT_EQ(after[0], 64U);
+    EXPECT_EQ(after[1], 123U);
+    EXPECT_LE(after[2], 2000U);
+    EXPECT_GE(after[3], 8U);
+}
+
+TEST(ListView, FullListsKeepTheirPlace) {
+    ListWindow list(static_cast<int>(kListLimit));
+    QSignalSpy resets(list.table.model(), &QAbstractItemModel::modelReset);
+    QScrollBar& bar = *list.table.verticalScrollBar();
+    bar.setValue(54321);
+    list.view.Apply(list.editor.Sort(ListColumn::kMapper));
+    list.view.Apply(list.editor.SelectAll());
+    RunEvents();
+    EXPECT_EQ(bar.value(), 54321);
+    list.view.Apply(list.editor.Clear());
+    EXPECT_EQ(list.table.model()->rowCount(), 0);
+    list.view.Apply(list.editor.Undo());
+    list.view.Apply({ListChange::kNothing, kListLimit - 1});
+    EXPECT_EQ(bar.value(), bar.maximum());
+    EXPECT_EQ(resets.size(), 0);
+    // Shorter than a blink, on slow machines too.
+    QElapsedTimer clock;
+    clock.start();
+    list.Key(Qt::Key_Home);
+    list.Click(list.Square(0));
+    list.table.viewport()->repaint();
+    EXPECT_LT(clock.elapsed(), 500);
+}
+
+}  // namespace
+}  // namespace bw
