@@ -6,6 +6,7 @@
 #include <QScreen>
 #include <QVBoxLayout>
 #include <atomic>
+#include <future>
 #include <thread>
 #include <vector>
 
@@ -261,21 +262,25 @@ TEST(Queue, RunsTheWorkOfSeveralThreadsInTheOrderOfEach) {
 TEST(Queue, AnswersAThreadOrEndsItsWaiting) {
     UiQueue queue;
     const auto window = std::this_thread::get_id();
-    std::atomic<int> state = 0;
+    std::atomic<bool> answered = false;
+    bool ended = false;
+    std::promise<void> noMoreEvents;
     std::jthread asking([&] {
         const auto answer = queue.Call([&] { return std::this_thread::get_id() == window; });
         EXPECT_EQ(answer, true);
-        state = 1;
+        answered = true;
+        noMoreEvents.get_future().wait();
         // Waiting as the queue closes, and asking one that is closed.
         EXPECT_FALSE(queue.Call([] { return std::u16string(u"never"); }));
         EXPECT_FALSE(queue.Call([] { return 1; }));
-        state = 2;
+        ended = true;
     });
-    while (state == 0)
+    while (!answered)
         RunEvents();
+    noMoreEvents.set_value();
     queue.Close();
     asking.join();
-    EXPECT_EQ(state, 2);
+    EXPECT_TRUE(ended);
     RunEvents();
 }
 

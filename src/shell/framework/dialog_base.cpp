@@ -42,6 +42,7 @@ void CDialogBase::Init() {
 int CDialogBase::DoModal() {
     if (open_) return 0;
     Init();
+    if (!open_) return result();  // ended by its own init handler
     const QPointer<CDialogBase> self(this);
     const int code = exec();
     if (self) open_ = false;
@@ -50,6 +51,7 @@ int CDialogBase::DoModal() {
 
 void CDialogBase::ShowModeless() {
     if (!open_) Init();
+    if (!open_) return;
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
