@@ -13,7 +13,8 @@ FilterBar::FilterBar(Language language, QWidget* parent) : QWidget(parent), lang
     box_.setMaximumWidth(QFontMetrics(font()).averageCharWidth() * 50);
     box_.installEventFilter(this);
     note_.setObjectName(QStringLiteral("filterNote"));
-    // A narrow window shows as much of the note as there is room for.
+    // In a narrow window the note takes more lines, not more room beside the box.
+    note_.setWordWrap(true);
     note_.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -56,7 +57,6 @@ void FilterBar::ShowNote() {
                                     u"%1 of %2 shown; a build takes hidden games too");
     const QString note = box_.text().isEmpty() ? QString() : words.arg(shown_).arg(all_);
     note_.setText(note);
-    note_.setToolTip(note);
 }
 
 bool FilterBar::eventFilter(QObject* watched, QEvent* event) {
