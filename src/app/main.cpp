@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -41,8 +42,16 @@ void TellOfRescuedList(const std::filesystem::path& file) {
     std::fputs((text + file.string() + "\n").c_str(), stderr);
 }
 
+// A display that can't be reached is no crash.
+void EndIfFatal(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    std::fputs((text.toStdString() + "\n").c_str(), stderr);
+    if (type == QtFatalMsg) std::_Exit(EXIT_FAILURE);
+}
+
 int Run(int count, char** values, std::vector<std::filesystem::path> files) {
+    qInstallMessageHandler(&EndIfFatal);
     const QApplication application(count, values);
+    qInstallMessageHandler(nullptr);
     SetUpApplication();
     const std::unique_ptr<GuardedStore> store = MakeGuardedUserStore();
     CMainDialog window(

@@ -92,6 +92,13 @@ TEST_F(Program, ADisplayThatGoesAwayLeavesTheListStored) {
     EXPECT_EQ(RememberedGames(), 2u);
 }
 
+TEST_F(Program, NoDisplayIsNoCrash) {
+    auto program = Start({}, {"DISPLAY=:nowhere", "QT_QPA_PLATFORM=xcb"});
+    ASSERT_TRUE(program && program->WaitFor(kPatience));
+    EXPECT_EQ(program->Status(), 1);
+    EXPECT_THAT(Log(), testing::HasSubstr("display"));
+}
+
 TEST_F(Program, SettingsThatCannotBeUsedCostNoList) {
     std::filesystem::create_directories(home_ / "config");
     const std::string garbage(4096, 'x');
