@@ -2,7 +2,10 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "shell/framework/dialog_base.h"
@@ -18,6 +21,14 @@ struct MainDialogServices {
     std::filesystem::path base;
     // Null for dialogs on the screen.
     UserDialogs* dialogs = nullptr;
+    // What is wrong with the store, in words for the user, once it is known and only once; asked
+    // every few seconds. Null for a store that never tells.
+    std::function<std::optional<std::u16string>(Language)> takeProblem = nullptr;
+    // Whether the list, just written, has reached more than the memory of this run; null for a
+    // store that tells by its result.
+    std::function<bool()> listKept = nullptr;
+    // Whether the desktop has a tray; null asks it.
+    std::function<bool()> trayAvailable = nullptr;
 };
 
 class CMainDialog : public CDialogBase {
@@ -27,7 +38,8 @@ class CMainDialog : public CDialogBase {
     ~CMainDialog() override;
 
     // Applies the settings, shows the window at its place, starts loading the remembered list and
-    // then adds `files` (absolute paths: images and list files).
+    // then adds `files` (absolute paths: images and list files). The application no longer ends
+    // with its last window then, since this one can hide; it ends at Exited().
     void Start(std::vector<std::filesystem::path> files);
 
     // Stores list, placement and widths as at an exit, without asking or telling anything; for an
@@ -41,9 +53,30 @@ class CMainDialog : public CDialogBase {
   protected:
     const MessageTable& Table() const override;
     void ApplyTexts() override;
+    void Place() override;
+    // Escape ends the in-place editor and the filter, never the window.
+    bool EscapeCloses() const override { return false; }
 
   private:
     class Parts;
+
+    MessageResult OnInitDialog(MessageParam wParam, MessageParam lParam);
+    MessageResult OnClose(MessageParam wParam, MessageParam lParam);
+    MessageResult OnTray(MessageParam wParam, MessageParam lParam);
+    MessageResult OnFind(MessageParam wParam, MessageParam lParam);
+    MessageResult OnReplace(MessageParam wParam, MessageParam lParam);
+    MessageResult OnReplaceAll(MessageParam wParam, MessageParam lParam);
+    MessageResult OnEndEdit(MessageParam wParam, MessageParam lParam);
+    MessageResult OnListCommand(MessageParam wParam, MessageParam lParam);
+    MessageResult OnFileCommand(MessageParam wParam, MessageParam lParam);
+    MessageResult OnDialogCommand(MessageParam wParam, MessageParam lParam);
+    MessageResult OnLanguageCommand(MessageParam wParam, MessageParam lParam);
+    MessageResult OnToggle(MessageParam wParam, MessageParam lParam);
+    MessageResult OnRadio(MessageParam wParam, MessageParam lParam);
+    MessageResult OnExit(MessageParam wParam, MessageParam lParam);
+    MessageResult OnFilter(MessageParam wParam, MessageParam lParam);
+    MessageResult OnStopTask(MessageParam wParam, MessageParam lParam);
+
     std::unique_ptr<Parts> parts_;
 };
 

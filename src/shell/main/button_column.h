@@ -1,0 +1,41 @@
+// The ten buttons at the right of the list.
+#pragma once
+
+#include <QGroupBox>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+#include <array>
+
+#include "shell/main/main_menu.h"
+
+namespace bw {
+
+// One for each command of the list and, below a gap, one for each kind of ROM. On a small window
+// the column scrolls.
+class ButtonColumn : public QScrollArea {
+  public:
+    static constexpr size_t kButtons = 10;
+
+    ButtonColumn();
+
+    // For the owner, which makes clicks commands: a button and its command's id.
+    QPushButton& Button(size_t index) { return buttons_[index]; }
+    static int CommandOf(size_t index);
+    // The tooltips tell the keys and the full texts of `menu`, whose language is set already.
+    void SetLanguage(Language language, const MainMenu& menu);
+
+    QSize sizeHint() const override;
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void FitWidth();
+
+    QWidget panel_;
+    QGroupBox build_;
+    std::array<QPushButton, kButtons> buttons_;  // the last: the other two would delete them
+};
+
+}  // namespace bw

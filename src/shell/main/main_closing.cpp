@@ -1,0 +1,124 @@
+// How the main window goes away: to the tray, to an icon, for good.
+#include <QApplication>
+#include <QCursor>
+#include <QScopedValueRollback>
+#include <system_error>
+
+#include "rom/list_file.h"
+#include "shell/dialogs/close_dialog.h"
+#include "shell/main/main_parts.h"
+#include "shell/main/placement.h"
+#include "support/paths.h"
+
+namespace bw {
+namespace {
+
+constexpr int kTipsTitle = 146;
+constexpr int kErrorTitle = 147;
+constexpr int kFailed = 150;
+
+uint32_t StoredNumber(const SettingsStore& store, std::string_view name) {
+    uint32_t value = 0;
+    store.RegReadDword(kMainKey, name, value);
+    return value;
+}
+
+}  // namespace
+
+MessageResult CMainDialog::OnTray(MessageParam, MessageParam lParam) {
+    if (lParam == kTrayDoubleClick) parts_->BringUp();
+    if (lParam == kTrayMenu) parts_->tray.ShowMenu(QCursor::pos());
+    return 1;
+}
+
+MessageResult CMainDialog::OnClose(MessageParam wParam, MessageParam) {
+    if (parts_->asking) {
+        // The tray's menu works even while one of the questions below is open.
+        if (QWidget* question = QApplication::activeModalWidget()) question->activateWindow();
+        return 1;
+    }
+    const QScopedValueRollback<bool> asking(parts_->asking, true);
+    SettingsStore& store = parts_->services.store;
+    if (wParam != kCloseByExit && wParam != kCloseForUpdate) {
+        const bool ask = StoredNumber(store, "Remember") == 0;
+        if (ask && CCloseDialog(store, UiLanguage(), this).DoModal() == kEndCancel) return 1;
+        if (StoredNumber(store, "CloseState") != 1) {
+            parts_->PutAway();
+            return 1;
+        }
+    }
+    if (!parts_->TasksEnded(static_cast<int>(wParam))) return 1;
+    parts_->closing.reset();
+    if (parts_->view.EditActive()) Send(kMessageEndEdit);
+    parts_->CloseDialogs();
+    if (!parts_->KeepList()) return 1;
+    std::error_code ignored;  // whatever stays is removed by a later start
+    std::filesystem::remove_all(WorkFolder(), ignored);
+    parts_->watchTimer.stop();
+    parts_->tray.Hide();
+    StorePlacement(store, *this);
+    End(static_cast<int>(wParam));
+    emit Exited();
+    return 1;
+}
+
+void CMainDialog::Parts::CloseDialogs() {
+    for (QDialog* dialog : window.findChildren<QDialog*>()) {
+        if (!dialog->isVisible()) continue;
+        // The toolkit's file dialogs have no messages.
+        if (auto* own = dynamic_cast<CDialogBase*>(dialog)) {
+            own->Send(kMessageClose, kCloseByExit);
+        } else {
+            dialog->reject();
+        }
+    }
+}
+
+bool CMainDialog::Parts::TasksEnded(int closeCode) {
+    if (!tasks.AnyRunning()) return true;
+    // Nobody would miss the reading of the remembered list; it stays stored.
+    if (!historyPending && !closing) {
+        const std::u16string question =
+            OwnText(CurrentLanguage(), u"任务正在进行，要停止任务并退出吗？",
+                    u"A task is still running. Stop it and exit?");
+        const int answer = Dialogs().Message(question, LoadText(kTipsTitle, CurrentLanguage()),
+                                             MessageButtons::kYesNo);
+        if (answer != kEndYes) return false;
+    }
+    // It may have ended while the question was open.
+    if (!tasks.AnyRunning()) return true;
+    closing = closeCode;
+    Tell(OwnText(CurrentLanguage(), u"正在停止任务…", u"Stopping the task…"));
+    tasks.StopAll();
+    CloseDialogs();
+    return false;
+}
+
+bool CMainDialog::Parts::KeepList() {
+    const Language language = CurrentLanguage();
+    while (!files.SaveHistory(view.Widths()) || (services.listKept && !services.listKept())) {
+        const std::u16string question = OwnText(
+            language,
+            u"无法将列表保存到设置中。是否改为保存到列表文件？选择“否”则不保存列表直接退出。",
+            u"The list can't be stored with the settings. Save it to a list file instead? With No "
+            u"the program exits and the list is lost.");
+        const int answer =
+            Dialogs().Message(question, LoadText(kErrorTitle, language), MessageButtons::kYesNo);
+        if (answer == kEndNo) return true;
+        if (answer != kEndYes) return false;
+        const auto file = Dialogs().AskListToSave(Base());
+        if (!file) return false;
+        if (SaveListFile(WithListExtension(*file), editor.Games(), Base())) return true;
+        Dialogs().Message(LoadText(kFailed, language), LoadText(kErrorTitle, language),
+                          MessageButtons::kConfirm);
+    }
+    return true;
+}
+
+void CMainDialog::StoreAll() {
+    if (parts_->view.EditActive()) Send(kMessageEndEdit);
+    parts_->files.SaveHistory(parts_->view.Widths());
+    StorePlacement(parts_->services.store, *this);
+}
+
+}  // namespace bw

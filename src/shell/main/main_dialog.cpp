@@ -1,0 +1,123 @@
+#include "shell/main/main_dialog.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "shell/framework/colors.h"
+#include "shell/framework/commands.h"
+#include "shell/main/main_parts.h"
+#include "shell/main/placement.h"
+#include "shell/main/settings_start.h"
+
+namespace bw {
+namespace {
+
+constexpr int kProductName = 123;
+constexpr int kMargin = 4;
+constexpr QSize kLeastSize(400, 360);
+constexpr QSize kFirstSize(1120, 640);
+
+}  // namespace
+
+CMainDialog::CMainDialog(const MainDialogServices& services)
+    : CDialogBase(StartLanguage(services.store)), parts_(std::make_unique<Parts>(*this, services)) {
+    setWindowFlags(Qt::Window | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint);
+    SetBackground(QColor::fromRgb(kPaleBlue));
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->setMenuBar(&parts_->menu.Bar());
+    auto* middle = new QHBoxLayout;
+    middle->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    middle->setSpacing(2 * kMargin);
+    middle->addWidget(&parts_->view, 1);
+    middle->addWidget(&parts_->buttons);
+    rows->addLayout(middle, 1);
+    rows->addWidget(&parts_->status);
+    for (size_t i = 0; i < ButtonColumn::kButtons; ++i) {
+        AddControl(ButtonColumn::CommandOf(i), parts_->buttons.Button(i));
+    }
+    setMinimumSize(kLeastSize);
+    resize(kFirstSize);
+}
+
+CMainDialog::~CMainDialog() = default;
+
+void CMainDialog::Start(std::vector<std::filesystem::path> files) {
+    QApplication::setQuitOnLastWindowClosed(false);
+    ShowModeless();
+    parts_->tray.Show();
+    parts_->watchTimer.start();
+    parts_->historyPending = true;
+    parts_->files.LoadHistory();
+    if (!files.empty()) parts_->files.Add(std::move(files));
+}
+
+MessageResult CMainDialog::OnInitDialog(MessageParam, MessageParam) {
+    ApplyStoredSettings(
+        parts_->services.store, parts_->menu,
+        [this](int command) { Send(kMessageCommand, command); },
+        [this](int command) { Post(kMessageCommand, command); });
+    // What the settings have posted still belongs to the start: the first picture shows it.
+    QCoreApplication::sendPostedEvents(&Queue());
+    return 1;
+}
+
+void CMainDialog::Place() {
+    RestorePlacement(parts_->services.store, *this);
+}
+
+void CMainDialog::ApplyTexts() {
+    const Language language = UiLanguage();
+    setWindowTitle(QtText(kProductName, language));
+    parts_->qtTexts.SetLanguage(language);
+    parts_->menu.SetLanguage(language);
+    parts_->buttons.SetLanguage(language, parts_->menu);
+    parts_->view.SetLanguage(language);
+    parts_->status.SetLanguage(language);
+    parts_->tray.SetLanguage(language);
+    parts_->ListChanged();
+}
+
+const MessageTable& CMainDialog::Table() const {
+    static const std::vector<MessageEntry> entries = [] {
+        using Main = CMainDialog;
+        std::vector<MessageEntry> made{
+            OnMessage(kMessageInitDialog, &Main::OnInitDialog),
+            OnMessage(kMessageClose, &Main::OnClose),
+            OnMessage(kMessageTray, &Main::OnTray),
+            OnMessage(kMessageFindNext, &Main::OnFind),
+            OnMessage(kMessageReplace, &Main::OnReplace),
+            OnMessage(kMessageReplaceAll, &Main::OnReplaceAll),
+            OnMessage(kMessageEndEdit, &Main::OnEndEdit),
+            OnCommand(kCommandExit, &Main::OnExit),
+            OnCommand(kCommandFilter, &Main::OnFilter),
+            OnCommand(kCommandStopTask, &Main::OnStopTask),
+        };
+        using Handler = MessageResult (Main::*)(MessageParam, MessageParam);
+        const auto add = [&](Handler handler, std::initializer_list<int> ids) {
+            for (const int id : ids)
+                made.push_back(OnCommand(id, handler));
+        };
+        add(&Main::OnListCommand, {kCommandMoveUp, kCommandMoveDown, kCommandMoveTop,
+                                   kCommandMoveBottom, kCommandSelectAll, kCommandSelectInverse,
+                                   kCommandRemove, kCommandClear, kCommandUndo, kCommandRedo});
+        add(&Main::OnFileCommand, {kCommandOpen, kCommandLoad, kCommandSave, kCommandBuildCoolboy,
+                                   kCommandBuildCoolgirl, kCommandExportInfo});
+        add(&Main::OnDialogCommand, {kCommandFindReplace, kCommandExportSettings,
+                                     kCommandExternMenuConfig, kCommandRomInfo, kCommandAbout});
+        add(&Main::OnLanguageCommand, {kCommandChinese, kCommandEnglish});
+        for (const MenuToggle& toggle : MenuToggles())
+            add(&Main::OnToggle, {toggle.id});
+        for (const MenuRadioGroup& group : MenuRadioGroups()) {
+            for (const MenuRadio& entry : group.entries)
+                add(&Main::OnRadio, {entry.id});
+        }
+        return made;
+    }();
+    static const MessageTable table{entries, &BaseTable()};
+    return table;
+}
+
+}  // namespace bw

@@ -1,0 +1,92 @@
+#include "shell/main/main_menu.h"
+
+#include "shell/framework/texts.h"
+
+namespace bw {
+namespace {
+
+QString TextOf(const MenuText& text, Language language) {
+    return text.id != 0 ? QtText(text.id, language)
+                        : QtOwnText(language, text.chinese, text.english);
+}
+
+}  // namespace
+
+MainMenu::MainMenu(QWidget& window, std::function<void(int)> chosen)
+    : window_(window), chosen_(std::move(chosen)), bar_(&window) {
+    std::vector<QMenu*> open;
+    bool inRadios = false;
+    for (const MenuRow& row : MainMenuRows()) {
+        const bool radio = row.kind == MenuRowKind::kRadio;
+        if (radio && !inRadios) groups_.push_back(std::make_unique<QActionGroup>(&window));
+        inRadios = radio;
+        switch (row.kind) {
+            case MenuRowKind::kPopup:
+                popups_.push_back(std::make_unique<QMenu>());
+                popups_.back()->setToolTipsVisible(true);
+                if (open.empty()) {
+                    bar_.addMenu(popups_.back().get());
+                } else {
+                    open.back()->addMenu(popups_.back().get());
+                }
+                open.push_back(popups_.back().get());
+                break;
+            case MenuRowKind::kEnd:
+                open.pop_back();
+                break;
+            case MenuRowKind::kSeparator:
+                open.back()->addSeparator();
+                break;
+            default:
+                AddEntry(*open.back(), row);
+        }
+    }
+}
+
+void MainMenu::AddEntry(QMenu& popup, const MenuRow& row) {
+    std::unique_ptr<QAction>& entry = entries_[row.id];
+    entry = std::make_unique<QAction>(&window_);
+    entry->setObjectName(QStringLiteral("entry_%1").arg(row.id));
+    entry->setMenuRole(QAction::NoRole);
+    entry->setCheckable(row.kind == MenuRowKind::kToggle || row.kind == MenuRowKind::kRadio);
+    if (row.kind == MenuRowKind::kRadio) groups_.back()->addAction(entry.get());
+    entry->setEnabled(!row.greyed && row.kind != MenuRowKind::kLater);
+    QList<QKeySequence> keys;
+    for (const QString& key : QString::fromLatin1(row.keys).split(QStringLiteral("; "))) {
+        if (!key.isEmpty()) keys.append(QKeySequence(key, QKeySequence::PortableText));
+    }
+    entry->setShortcuts(keys);
+    QObject::connect(entry.get(), &QAction::triggered, &window_,
+                     [this, id = row.id] { Choose(id); });
+    popup.addAction(entry.get());
+    // Keys work even where the desktop shows the menu outside of the window.
+    window_.addAction(entry.get());
+}
+
+void MainMenu::Choose(int id) {
+    QAction& entry = Entry(id);
+    // Qt has flipped the mark already. Marks are the business of the command's handler alone, so
+    // that they come out the same whoever sends the command.
+    if (entry.isCheckable() && entry.actionGroup() == nullptr) entry.toggle();
+    chosen_(id);
+}
+
+void MainMenu::SetLanguage(Language language) {
+    size_t popup = 0;
+    for (const MenuRow& row : MainMenuRows()) {
+        if (row.kind == MenuRowKind::kEnd || row.kind == MenuRowKind::kSeparator) continue;
+        const QString text = TextOf(row.text, language);
+        if (row.kind == MenuRowKind::kPopup) {
+            popups_[popup++]->setTitle(text);
+            continue;
+        }
+        QAction& entry = Entry(row.id);
+        entry.setText(text);
+        if (row.kind == MenuRowKind::kLater) {
+            entry.setToolTip(
+                QtOwnText(language, u"此功能将在以后的版本中提供", u"Comes with a later version"));
+        }
+    }
+}
+
+}  // namespace bw

@@ -1,0 +1,46 @@
+// The main window's menu. Its entries are found by the ids of their commands.
+#pragma once
+
+#include <QActionGroup>
+#include <QMenu>
+#include <QMenuBar>
+#include <functional>
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "shell/main/menu_rows.h"
+#include "support/language.h"
+
+namespace bw {
+
+class MainMenu {
+  public:
+    // `chosen` gets the id of each entry that the user chooses, by mouse, letter or key. `window`
+    // must live longer; the keys work in it.
+    MainMenu(QWidget& window, std::function<void(int)> chosen);
+
+    QMenuBar& Bar() { return bar_; }
+    // The entry of a command; throws std::out_of_range for a command that isn't in the menu.
+    QAction& Entry(int id) const { return *entries_.at(id); }
+
+    // The mark of an entry.
+    bool GetMenuState(int id) const { return Entry(id).isChecked(); }
+    void CheckMenuItem(int id, bool marked) { Entry(id).setChecked(marked); }
+    void EnableMenuItem(int id, bool enabled) { Entry(id).setEnabled(enabled); }
+
+    void SetLanguage(Language language);
+
+  private:
+    void AddEntry(QMenu& popup, const MenuRow& row);
+    void Choose(int id);
+
+    QWidget& window_;
+    std::function<void(int)> chosen_;
+    QMenuBar bar_;
+    std::vector<std::unique_ptr<QMenu>> popups_;  // in the order of their rows
+    std::map<int, std::unique_ptr<QAction>> entries_;
+    std::vector<std::unique_ptr<QActionGroup>> groups_;
+};
+
+}  // namespace bw

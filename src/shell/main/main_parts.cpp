@@ -1,0 +1,153 @@
+#include "shell/main/main_parts.h"
+
+#include <QApplication>
+#include <chrono>
+
+#include "shell/framework/commands.h"
+#include "shell/framework/texts.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+using namespace std::chrono_literals;
+
+// Long enough for a drag through many rows to be counted once, short enough to seem immediate.
+constexpr auto kSpaceDelay = 150ms;
+constexpr auto kWatchTime = 2s;
+
+}  // namespace
+
+CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
+    : window(owner),
+      services(given),
+      screenDialogs(owner, given.base, [this] { return CurrentLanguage(); }),
+      menu(owner, [this](int id) { window.Send(kMessageCommand, id); }),
+      settings(menu, given.store),
+      view(editor, given.base, owner.UiLanguage()),
+      status([this] { window.Send(kMessageCommand, kCommandStopTask); }),
+      tray(menu, QApplication::windowIcon(),
+           [this](int event) { window.Send(kMessageTray, 0, event); }),
+      tasks(
+          owner.Queue(), [this] { TasksChanged(); },
+          [this](std::u16string_view reason) { Tell(reason); }),
+      files(*this),
+      find(*this),
+      build(*this) {
+    spaceTimer.setSingleShot(true);
+    spaceTimer.setInterval(kSpaceDelay);
+    watchTimer.setInterval(kWatchTime);
+    const auto sends = [this](int message) { return [this, message] { window.Send(message); }; };
+    connect(&spaceTimer, &QTimer::timeout, &window, [this] { ShowSpace(); });
+    connect(&watchTimer, &QTimer::timeout, &window, [this] { Watch(); });
+    connect(&view, &GameListView::ListChanged, &window, [this] { ListChanged(); });
+    connect(&view, &GameListView::EditEnded, &window, sends(kMessageEndEdit));
+    connect(&view, &GameListView::FolderWanted, &window, [this](const QString& file, bool select) {
+        const std::filesystem::path path = PathFromQt(file);
+        Dialogs().ShowInFileManager(select ? path : path.parent_path());
+    });
+    connect(&view, &GameListView::FilesDropped, &window, [this](const QStringList& dropped) {
+        std::vector<std::filesystem::path> paths;
+        for (const QString& file : dropped)
+            paths.push_back(PathFromQt(file));
+        files.Add(std::move(paths));
+    });
+    connect(&view, &GameListView::ContextMenuWanted, &window,
+            [this](const QPoint& place) { ShowRowMenu(place); });
+}
+
+UserDialogs& CMainDialog::Parts::Dialogs() {
+    if (services.dialogs != nullptr) return *services.dialogs;
+    return screenDialogs;
+}
+
+void CMainDialog::Parts::Apply(const ListResult& result) {
+    if (result.tooMany) {
+        constexpr int kTooManyToMove = 196;
+        Warn(*this, FormatText(LoadText(kTooManyToMove, CurrentLanguage()), kMoveLimit));
+    }
+    view.Apply(result);
+    if (result.change != ListChange::kNothing) ListChanged();
+}
+
+void CMainDialog::Parts::ShowFound(bool found) {
+    if (found) {
+        view.ShowFindRow();
+    } else {
+        view.Deselect();
+    }
+}
+
+void CMainDialog::Parts::ShowSearchProblem(std::u16string_view text) {
+    if (rename != nullptr && rename->IsOpen()) {
+        rename->ShowProblem(text);
+    } else {
+        Tell(text);
+    }
+}
+
+void CMainDialog::Parts::ListChanged() {
+    status.ShowCounts(CountChecked(editor.Games()), editor.Games().size());
+    menu.EnableMenuItem(kCommandUndo, editor.CanUndo());
+    menu.EnableMenuItem(kCommandRedo, editor.CanRedo());
+    SpaceChanged();
+}
+
+void CMainDialog::Parts::ShowSpace() {
+    const BuildSettings stored = LoadBuildSettings(services.store);
+    const auto estimate = [&](BoardType board) {
+        return StatusLine::Board{board, EstimateSpace(editor.Games(), stored, board)};
+    };
+    status.ShowSpace({estimate(stored.CoolboyBoard()), estimate(BoardType::kCoolgirl)});
+}
+
+void CMainDialog::Parts::TasksChanged() {
+    if (!tasks.TaskBusy()) historyPending = false;
+    if (tasks.AnyRunning()) {
+        status.ShowTask(tasks.Progress(), !historyPending);
+    } else {
+        status.EndTask();
+    }
+    if (rename != nullptr) rename->SetBusy(tasks.TaskBusy());
+    // Whoever waits for the end of a task was queued before this, so the close comes after it.
+    if (closing && !tasks.AnyRunning()) window.Post(kMessageClose, *closing);
+}
+
+bool CMainDialog::Parts::TrayAvailable() const {
+    return services.trayAvailable ? services.trayAvailable()
+                                  : QSystemTrayIcon::isSystemTrayAvailable();
+}
+
+void CMainDialog::Parts::BringUp() {
+    if (window.isMinimized()) {
+        window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    }
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
+void CMainDialog::Parts::PutAway() {
+    if (TrayAvailable()) {
+        window.hide();
+    } else {
+        window.showMinimized();
+    }
+}
+
+void CMainDialog::Parts::Watch() {
+    // A hidden window has nothing but the tray to come back from.
+    if (window.isHidden() && !TrayAvailable()) BringUp();
+    if (!services.takeProblem) return;
+    if (const auto problem = services.takeProblem(CurrentLanguage())) {
+        services.takeProblem = nullptr;
+        Warn(*this, *problem);
+    }
+}
+
+void CMainDialog::Parts::ShowRowMenu(const QPoint& place) {
+    rowMenu = std::make_unique<RowMenu>(*this, menu, view);
+    rowMenu->popup(place);
+}
+
+}  // namespace bw

@@ -1,0 +1,96 @@
+// The inside of the main window, which its handlers work on.
+#pragma once
+
+#include <QTimer>
+#include <memory>
+#include <optional>
+
+#include "shell/dialogs/rename_dialog.h"
+#include "shell/list/game_list_view.h"
+#include "shell/main/button_column.h"
+#include "shell/main/main_dialog.h"
+#include "shell/main/main_menu.h"
+#include "shell/main/menu_settings.h"
+#include "shell/main/qt_texts.h"
+#include "shell/main/row_menu.h"
+#include "shell/main/status_line.h"
+#include "shell/main/tray_icon.h"
+#include "shell/tasks/build_commands.h"
+#include "shell/tasks/find_commands.h"
+#include "shell/tasks/list_files.h"
+#include "shell/tasks/list_host.h"
+#include "shell/tasks/qt_user_dialogs.h"
+
+namespace bw {
+
+class CMainDialog::Parts final : public ListHost {
+  public:
+    Parts(CMainDialog& window, const MainDialogServices& services);
+
+    // ListHost
+    ListEditor& Editor() override { return editor; }
+    SettingsStore& Store() override { return services.store; }
+    UserDialogs& Dialogs() override;
+    BackgroundTasks& Tasks() override { return tasks; }
+    Language CurrentLanguage() const override { return window.UiLanguage(); }
+    const std::filesystem::path& Base() const override { return services.base; }
+    void Apply(const ListResult& result) override;
+    void ShowFound(bool found) override;
+    void ShowSearchProblem(std::u16string_view text) override;
+    void SetColumnWidths(const ColumnWidths& widths) override { view.SetWidths(widths); }
+    void Tell(std::u16string_view line) override { status.Tell(line); }
+
+    // Everything that says something about the list, after any change of it.
+    void ListChanged();
+    // The boards' space, a moment after the last call.
+    void SpaceChanged() { spaceTimer.start(); }
+
+    // Shows the window over all others, from the tray or from an icon.
+    void BringUp();
+    // Off the screen and into the tray; without a tray, down to an icon.
+    void PutAway();
+    bool TrayAvailable() const;
+    // All open dialogs; whatever waits for their answers goes on as if the user had closed them.
+    void CloseDialogs();
+    // False if tasks run and either the user lets them, or they are told to stop and the close
+    // message comes again after their end.
+    bool TasksEnded(int closeCode);
+    // Stores the list, somewhere. False if the window has to stay for it.
+    bool KeepList();
+    void ShowRowMenu(const QPoint& place);
+
+    CMainDialog& window;
+    MainDialogServices services;
+    QtTexts qtTexts;
+    QtUserDialogs screenDialogs;
+    ListEditor editor;
+    MainMenu menu;
+    MenuSettings settings;
+    GameListView view;
+    ButtonColumn buttons;
+    StatusLine status;
+    TrayIcon tray;
+    std::unique_ptr<CRenameDialog> rename;
+    std::unique_ptr<RowMenu> rowMenu;
+    BackgroundTasks tasks;
+    ListFiles files;
+    FindCommands find;
+    BuildCommands build;
+    QTimer spaceTimer;
+    QTimer watchTimer;
+
+    // The remembered list is still being read.
+    bool historyPending = false;
+    // A question about closing is open.
+    bool asking = false;
+    // Who closes the window as soon as the running tasks have stopped.
+    std::optional<int> closing;
+
+  private:
+    void TasksChanged();
+    void ShowSpace();
+    // What can change without anybody telling: the tray, the store.
+    void Watch();
+};
+
+}  // namespace bw

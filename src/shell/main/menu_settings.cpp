@@ -1,0 +1,102 @@
+#include "shell/main/menu_settings.h"
+
+#include <algorithm>
+
+#include "shell/framework/commands.h"
+
+namespace bw {
+namespace {
+
+constexpr uint32_t kMarked = 8;
+
+constexpr MenuToggle kToggles[] = {
+    {kCommandTopmost, "Topmost"},
+    {kCommandShowNumberFill, "ShowNumberFill"},
+    {kCommandNameInsertRow, "NameInsertRow"},
+    {kCommandShowNumberOrder, "ShowNumberOrder"},
+    {kCommandShowNumberDot, "ShowNumberDot"},
+    {kCommandPageNumber, "PageNumber"},
+    {kCommandCustomEnable, "CustomEnable"},
+    {kCommandExternMenuEnable, "ExternMenuEnable"},
+};
+
+constexpr MenuRadio kPageSizes[] = {
+    {kCommandPageSize5, 5},
+    {kCommandPageSize10, 10},
+    {kCommandPageSize15, 15},
+    {kCommandPageSize20, 20},
+};
+constexpr MenuRadio kStyles[] = {{kCommandStyleDefault, 0}, {kCommandStyleWhite, 1}};
+constexpr MenuRadio kBoards[] = {{kCommandCoolboy, 0}, {kCommandMindkids, 1}};
+constexpr MenuRadio kMenuSizes[] = {
+    {kCommandMenuSize8, 8},   {kCommandMenuSize16, 16},   {kCommandMenuSize32, 32},
+    {kCommandMenuSize64, 64}, {kCommandMenuSize128, 128},
+};
+constexpr MenuRadio kSpeeds[] = {
+    {kCommandSpeed1, 1},
+    {kCommandSpeed2, 2},
+    {kCommandSpeed3, 3},
+    {kCommandSpeed4, 4},
+};
+constexpr MenuRadio kTunes[] = {
+    {kCommandMusicOff, 0}, {kCommandMusicDefault, 1}, {kCommandMusic2, 2},
+    {kCommandMusic3, 3},   {kCommandMusic4, 4},       {kCommandMusic5, 5},
+};
+
+// What stands for other values than the listed ones is what a build makes of them. The two largest
+// menu sizes can be stored, but read back they count as the smallest.
+constexpr MenuRadioGroup kGroups[] = {
+    {kMainKey, "PageSize", 10, kPageSizes, 4, kCommandPageSize10},
+    {kMainKey, "ShowStyle", 0, kStyles, 2, kCommandStyleDefault},
+    {kBoardKey, "CoolboyType", 0, kBoards, 2, kCommandMindkids},
+    {kMainKey, "MenuSize", 8, kMenuSizes, 3, kCommandMenuSize8},
+    {kMainKey, "PageTurningSpeed", 1, kSpeeds, 4, kCommandSpeed1},
+    {kMainKey, "Music", 0, kTunes, 6, kCommandMusicDefault},
+};
+
+}  // namespace
+
+std::span<const MenuToggle> MenuToggles() {
+    return kToggles;
+}
+
+std::span<const MenuRadioGroup> MenuRadioGroups() {
+    return kGroups;
+}
+
+int StoredCommand(const MenuRadioGroup& group, const SettingsStore& store) {
+    uint32_t value = group.initial;
+    store.RegReadDword(group.key, group.name, value);
+    const auto valid = group.entries.first(group.valid);
+    const auto entry = std::ranges::find(valid, value, &MenuRadio::value);
+    return entry != valid.end() ? entry->id : group.otherwise;
+}
+
+bool StoreNumber(SettingsStore& store, std::string_view key, std::string_view name,
+                 uint32_t value) {
+    uint32_t stored = 0;
+    if (store.RegReadDword(key, name, stored) && stored == value) return true;
+    return store.RegCreateKey(key) && store.RegWriteDword(key, name, value);
+}
+
+bool MenuSettings::Toggle(int id) {
+    menu_.CheckMenuItem(id, !menu_.GetMenuState(id));
+    const bool marked = menu_.GetMenuState(id);
+    const auto toggle = std::ranges::find(kToggles, id, &MenuToggle::id);
+    if (toggle != std::ranges::end(kToggles)) {
+        StoreNumber(store_, kMainKey, toggle->name, marked ? kMarked : 0);
+    }
+    return marked;
+}
+
+void MenuSettings::Choose(int id) {
+    for (const MenuRadioGroup& group : kGroups) {
+        const auto chosen = std::ranges::find(group.entries, id, &MenuRadio::id);
+        if (chosen == group.entries.end()) continue;
+        for (const MenuRadio& entry : group.entries)
+            menu_.CheckMenuItem(entry.id, entry.id == id);
+        StoreNumber(store_, group.key, group.name, chosen->value);
+    }
+}
+
+}  // namespace bw

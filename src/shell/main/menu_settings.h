@@ -1,0 +1,58 @@
+// The settings that are entries of the main menu: what a command stores, and which command a stored
+// value stands for.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "shell/main/main_menu.h"
+#include "support/settings_store.h"
+
+namespace bw {
+
+// On or off; stored as 8 (the state of a marked entry) or 0.
+struct MenuToggle {
+    int id;
+    std::string_view name;
+};
+std::span<const MenuToggle> MenuToggles();
+
+struct MenuRadio {
+    int id;
+    uint32_t value;
+};
+// One of several values.
+struct MenuRadioGroup {
+    std::string_view key;
+    std::string_view name;
+    uint32_t initial;                    // where nothing is stored
+    std::span<const MenuRadio> entries;  // in any order
+    size_t valid;                        // the first so many entries can be read back
+    int otherwise;                       // the command for any other stored value
+};
+std::span<const MenuRadioGroup> MenuRadioGroups();
+
+// The command of the group that the stored value stands for.
+int StoredCommand(const MenuRadioGroup& group, const SettingsStore& store);
+
+// Writes unless the value stands there already: a start would otherwise wait for the disk once for
+// each setting.
+bool StoreNumber(SettingsStore& store, std::string_view key, std::string_view name, uint32_t value);
+
+class MenuSettings {
+  public:
+    // Both must live longer.
+    MenuSettings(MainMenu& menu, SettingsStore& store) : menu_(menu), store_(store) {}
+
+    // Flips the mark and stores it; the new mark.
+    bool Toggle(int id);
+    // Moves the mark of the entry's group to it and stores its value.
+    void Choose(int id);
+
+  private:
+    MainMenu& menu_;
+    SettingsStore& store_;
+};
+
+}  // namespace bw

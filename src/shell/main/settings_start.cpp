@@ -1,0 +1,76 @@
+#include "shell/main/settings_start.h"
+
+#include <algorithm>
+
+#include "shell/framework/commands.h"
+#include "shell/main/menu_settings.h"
+
+namespace bw {
+namespace {
+
+class StartPass {
+  public:
+    StartPass(const SettingsStore& store, const std::function<void(int)>& send,
+              const std::function<void(int)>& post)
+        : store_(store), send_(send), post_(post) {}
+
+    bool IsOn(int id) const {
+        uint32_t value = 0;
+        const auto toggle = std::ranges::find(MenuToggles(), id, &MenuToggle::id);
+        store_.RegReadDword(kMainKey, toggle->name, value);
+        return value != 0;
+    }
+    void Send(int id) const {
+        if (IsOn(id)) send_(id);
+    }
+    void Post(int id) const {
+        if (IsOn(id)) post_(id | kCommandAtStart);
+    }
+    void SendRadio(std::string_view name) const {
+        send_(StoredCommand(*std::ranges::find(MenuRadioGroups(), name, &MenuRadioGroup::name),
+                            store_));
+    }
+
+  private:
+    const SettingsStore& store_;
+    const std::function<void(int)>& send_;
+    const std::function<void(int)>& post_;
+};
+
+}  // namespace
+
+Language StartLanguage(const SettingsStore& store) {
+    uint32_t value = 0;
+    store.RegReadDword(kMainKey, "Language", value);
+    if (value == kCommandChinese) return Language::kChinese;
+    if (value == kCommandEnglish) return Language::kEnglish;
+    return SystemLanguage();
+}
+
+// The order is fixed: what is posted runs in it, and a later command may undo a part of an earlier.
+void ApplyStoredSettings(const SettingsStore& store, MainMenu& menu,
+                         const std::function<void(int)>& send,
+                         const std::function<void(int)>& post) {
+    const StartPass pass(store, send, post);
+    pass.Post(kCommandTopmost);
+    pass.Send(kCommandShowNumberFill);
+    pass.Send(kCommandNameInsertRow);
+    // The length of the numbers is greyed here if either of the other two is off. Later only the
+    // command of the numbers greys it; it stays that way.
+    pass.Send(kCommandShowNumberOrder);
+    if (!pass.IsOn(kCommandShowNumberOrder)) menu.EnableMenuItem(kCommandShowNumberFill, false);
+    pass.Send(kCommandShowNumberDot);
+    if (!pass.IsOn(kCommandShowNumberDot)) menu.EnableMenuItem(kCommandShowNumberFill, false);
+    pass.Send(kCommandPageNumber);
+    pass.SendRadio("PageSize");
+    pass.SendRadio("ShowStyle");
+    post(StartLanguage(store) == Language::kChinese ? kCommandChinese : kCommandEnglish);
+    pass.Post(kCommandCustomEnable);
+    pass.SendRadio("CoolboyType");
+    pass.SendRadio("MenuSize");
+    pass.SendRadio("PageTurningSpeed");
+    pass.SendRadio("Music");
+    pass.Send(kCommandExternMenuEnable);
+}
+
+}  // namespace bw

@@ -1,0 +1,58 @@
+// The line at the window's bottom: counts, what a task does or how the last one ended, and the
+// space on the boards.
+#pragma once
+
+#include <QBoxLayout>
+#include <QFrame>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <array>
+#include <functional>
+
+#include "builder/board_space.h"
+#include "shell/main/elided_label.h"
+#include "shell/tasks/background_tasks.h"
+#include "support/language.h"
+
+namespace bw {
+
+class StatusLine : public QFrame {
+  public:
+    // `stop` is called when the user wants the running task to end.
+    explicit StatusLine(std::function<void()> stop);
+
+    // Clears the last task's words, which are in the other language.
+    void SetLanguage(Language language);
+
+    void ShowCounts(size_t checked, size_t all);
+    // Stays until the next one.
+    void Tell(std::u16string_view line);
+    void ShowTask(const TaskProgress& progress, bool canStop);
+    void EndTask();
+    // The two boards that builds are for, in this order.
+    struct Board {
+        BoardType board;
+        BoardSpace space;
+    };
+    void ShowSpace(const std::array<Board, 2>& boards);
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void Arrange();
+
+    Language language_ = Language::kEnglish;
+    // One row, or two where the window is narrow: what happens above, the space below.
+    QBoxLayout rows_;
+    QWidget news_;
+    QWidget space_;
+    QLabel counts_;
+    ElidedLabel told_;
+    QProgressBar progress_;
+    QPushButton stop_;
+    std::array<QLabel, 2> boards_;
+};
+
+}  // namespace bw

@@ -1,0 +1,332 @@
+// The main window: commands by id, menu and button; languages; closing; the tray; its place.
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <algorithm>
+
+#include "rom/name_search.h"
+#include "shell/framework/messages.h"
+#include "shell/main/menu_rows.h"
+#include "shell/main/placement.h"
+#include "shell/main_window.h"
+#include "support/language_table.h"
+
+namespace bw {
+namespace {
+
+class MainDialog : public MainWindow {};
+
+struct ListCommand {
+    int id;
+    const char* before;  // games with a star get checked first
+    const char* after;
+};
+const ListCommand kListCommands[] = {
+    {kCommandMoveUp, "ABC*D", "AC*BD"},
+    {kCommandMoveUp, "A*BC*D", "A*BC*D"},
+    {kCommandMoveDown, "A*BC*D", "BA*DC*"},
+    {kCommandMoveTop, "ABC*D*", "C*D*AB"},
+    {kCommandMoveBottom, "A*BC*D", "BDA*C*"},
+    {kCommandSelectAll, "AB*CD", "A*B*C*D*"},
+    {kCommandSelectInverse, "AB*CD", "A*BC*D*"},
+    {kCommandRemove, "A*BC*D", "BD"},
+    {kCommandClear, "A*BCD", ""},
+};
+
+TEST_F(MainDialog, ListCommandsWorkByIdByButtonAndByMenu) {
+    const auto files = Images(4);
+    for (const ListCommand& command : kListCommands) {
+        for (const char* way : {"id", "button", "menu"}) {
+            SCOPED_TRACE(std::string(command.before) + " " + way + std::to_string(command.id));
+            store = MakeMemoryStore();
+            Store("Language", kCommandEnglish);
+            Start(files);
+            const std::string before = command.before;
+            int row = -1;
+            for (const char letter : before) {
+                if (letter != '*') {
+                    ++row;
+                } else {
+                    Table().model()->setData(Table().model()->index(row, 0), Qt::Checked,
+                                             Qt::CheckStateRole);
+                }
+            }
+            ASSERT_EQ(List(), before);
+            dialogs.answers = {kEndYes};
+            const QString button = QStringLiteral("control_%1").arg(command.id);
+            if (way[0] == 'i') Send(command.id);
+            if (way[0] == 'b') window->findChild<QPushButton*>(button)->click();
+            if (way[0] == 'm') Entry(command.id).trigger();
+            EXPECT_EQ(List(), command.after);
+            if (List() == before) continue;
+            if (command.id == kCommandSelectAll || command.id == kCommandSelectInverse) continue;
+            Send(kCommandUndo);
+            EXPECT_EQ(List(), before);
+        }
+    }
+}
+
+TEST_F(MainDialog, CommandsOnTheListAreRefusedWhileATaskHasIt) {
+    Start(Images(2));
+    dialogs.meanwhile = [this] {
+        dialogs.meanwhile = nullptr;
+        for (const int id : {kCommandSelectAll, kCommandSelectInverse, kCommandRemove,
+                             kCommandMoveUp, kCommandOpen, kCommandBuildCoolboy}) {
+            dialogs.told.clear();
+            Send(id);
+            ASSERT_EQ(dialogs.told.size(), 1u) << id;
+            EXPECT_EQ(dialogs.told[0].text, LoadText(194, Language::kEnglish));
+            EXPECT_EQ(dialogs.told[0].caption, LoadText(169, Language::kEnglish));
+        }
+        Send(kCommandClear);  // doesn't look at the task
+        EXPECT_EQ(dialogs.told.back().text, LoadText(145, Language::kEnglish));
+    };
+    Send(kCommandOpen);
+    EXPECT_EQ(List(), "AB");
+    Send(kCommandSelectAll);
+    EXPECT_EQ(StatusText(), "Selected: 2 item(s) All: 2 item(s)");
+}
+
+TEST_F(MainDialog, EveryEntryOfTheMenuHasAHandler) {
+    Start();
+    for (const MenuRow& row : MainMenuRows()) {
+        if (row.id == 0 || row.id == kCommandExit) continue;
+        SCOPED_TRACE(row.id);
+        QAction& entry = Entry(row.id);
+        if (row.kind == MenuRowKind::kLater) {
+            EXPECT_FALSE(entry.isEnabled());
+            EXPECT_FALSE(entry.toolTip().isEmpty());
+            continue;
+        }
+        // Dialogs that open are closed again by their close boxes.
+        QTimer closer;
+        QObject::connect(&closer, &QTimer::timeout, [] {
+            if (QWidget* dialog = QApplication::activeModalWidget()) dialog->close();
+        });
+        closer.start(5);
+        EXPECT_EQ(window->Send(kMessageCommand, row.id), 1);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !Busy(); }));
+    }
+    EXPECT_EQ(window->Send(kMessageCommand, 40999), 0);
+}
+
+void AddTexts(const QMenu& menu, QStringList& texts) {
+    for (const QAction* action : menu.actions()) {
+        texts << action->text()
+              << (action->toolTip() == action->iconText() ? QString() : action->toolTip());
+        if (action->menu() != nullptr) AddTexts(*action->menu(), texts);
+    }
+}
+
+// All that can be read in the window, always in the same order.
+QStringList Texts(const CMainDialog& window) {
+    QStringList texts{window.windowTitle()};
+    for (const QAction* popup : window.findChild<QMenuBar*>()->actions()) {
+        texts << popup->text();
+        AddTexts(*popup->menu(), texts);
+    }
+    for (const QWidget* widget : window.findChildren<QWidget*>()) {
+        // A change of language clears what the last task has told; edit boxes hold the user's text.
+        if (widget->objectName() == QStringLiteral("status_told")) continue;
+        if (qobject_cast<const QLineEdit*>(widget) != nullptr) continue;
+        texts << widget->toolTip() << widget->accessibleName();
+        for (const char* property : {"text", "title"}) {
+            texts << widget->property(property).toString();
+        }
+    }
+    const QAbstractItemModel& model = *window.findChild<QTableView*>()->model();
+    for (int column = 0; column < model.columnCount(); ++column) {
+        texts << model.headerData(column, Qt::Horizontal).toString();
+        if (column < 5 || column > 9) continue;  // names, paths, numbers
+        texts << model.index(0, column).data().toString();
+    }
+    return texts;
+}
+
+bool SameInBothLanguages(const QString& text) {
+    const bool letters = std::ranges::any_of(text, [](QChar unit) { return unit.isLetter(); });
+    if (!letters) return true;
+    for (const LanguageRow& row : LanguageTable()) {
+        if (row.chinese == row.english && ToQt(row.english) == text) return true;
+    }
+    return std::ranges::any_of(MainMenuRows(), [&](const MenuRow& row) {
+        return row.text.id == 0 && row.text.chinese == row.text.english &&
+               ToQt(row.text.english) == text;
+    });
+}
+
+TEST_F(MainDialog, AChangeOfLanguageLeavesNothingInTheOther) {
+    Start(Images(2));
+    Send(kCommandFindReplace);
+    const auto settled = [&] {
+        QTest::qWait(300);  // the space on the boards follows a moment later
+        return Texts(*window);
+    };
+    const QStringList english = settled();
+    Send(kCommandChinese);
+    const QStringList chinese = settled();
+    ASSERT_EQ(english.size(), chinese.size());
+    for (qsizetype i = 0; i < english.size(); ++i) {
+        if (english[i] == chinese[i]) {
+            EXPECT_TRUE(SameInBothLanguages(english[i])) << english[i].toStdString();
+        }
+    }
+    EXPECT_EQ(Stored("Language"), 40022u);
+    EXPECT_TRUE(Entry(kCommandChinese).isChecked());
+    EXPECT_FALSE(Entry(kCommandEnglish).isChecked());
+    Send(kCommandEnglish);
+    EXPECT_EQ(settled(), english);
+}
+
+enum class After { kShown, kHidden, kMinimised, kExited };
+struct Closing {
+    uint32_t remember;
+    uint32_t closeState;
+    int code;
+    const char* click;  // in the question; null where none is asked
+    bool tray;
+    After after;
+};
+constexpr const char* kMinimise = "control_1028";
+constexpr const char* kExit = "control_1027";
+constexpr const char* kCloseBox = "";
+const Closing kClosings[] = {
+    {0, 0, kCloseByFrame, kMinimise, true, After::kHidden},
+    {0, 1, kCloseByFrame, kMinimise, true, After::kHidden},  // the answer is the new state
+    {0, 0, kCloseByFrame, kExit, true, After::kExited},
+    {0, 1, kCloseByFrame, kCloseBox, true, After::kShown},
+    {0, 0, kCloseByFrame, kMinimise, false, After::kMinimised},
+    {1, 0, kCloseByFrame, nullptr, true, After::kHidden},
+    {1, 0, kCloseByFrame, nullptr, false, After::kMinimised},
+    {1, 1, kCloseByFrame, nullptr, true, After::kExited},
+    {0, 0, kCloseByExit, nullptr, true, After::kExited},
+    {1, 0, kCloseByExit, nullptr, true, After::kExited},
+    {0, 0, kCloseForUpdate, nullptr, true, After::kExited},
+};
+
+TEST_F(MainDialog, ClosesAsTheCodeTheAnswersAndTheTrayHaveIt) {
+    for (const Closing& closing : kClosings) {
+        SCOPED_TRACE(&closing - kClosings);
+        Store("Remember", closing.remember);
+        Store("CloseState", closing.closeState);
+        tray = closing.tray;
+        Start();
+        if (closing.click != nullptr) ClickLater(closing.click);
+        Close(closing.code);
+        EXPECT_EQ(Exited(), closing.after == After::kExited);
+        EXPECT_EQ(window->isMinimized(), closing.after == After::kMinimised);
+        EXPECT_EQ(window->isVisible(),
+                  closing.after == After::kShown || closing.after == After::kMinimised);
+        if (closing.after == After::kExited || closing.after == After::kShown) continue;
+        window->Send(kMessageTray, 0, kTrayDoubleClick);
+        EXPECT_TRUE(window->isVisible() && !window->isMinimized());
+    }
+}
+
+TEST_F(MainDialog, AHiddenWindowComesBackWhenTheTrayGoes) {
+    Store("Remember", 1);
+    Start();
+    Close(kCloseByFrame);
+    ASSERT_FALSE(window->isVisible());
+    tray = false;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window->isVisible(); }, 10000));
+}
+
+TEST_F(MainDialog, TheListAndThePlaceComeBackAtTheNextStart) {
+    Start(Images(3));
+    Send(kCommandSelectAll);
+    window->setGeometry(60, 70, 700, 500);
+    window->showMaximized();
+    Close(kCloseByExit);
+    ASSERT_TRUE(Exited());
+    Start();
+    EXPECT_EQ(List(), "A*B*C*");
+    EXPECT_EQ(window->geometry(), QRect(60, 70, 700, 500));
+    Send(kCommandClear);  // answered with No
+    window->StoreAll();   // and an end without a close
+    Start();
+    EXPECT_EQ(List(), "A*B*C*");
+}
+
+TEST_F(MainDialog, AListThatCannotBeStoredIsOfferedAFile) {
+    listKept = [] { return false; };
+    Start(Images(2));
+    dialogs.answers = {kEndCancel};
+    Close(kCloseByExit);
+    EXPECT_FALSE(Exited());
+    dialogs.answers = {kEndYes};  // and no file is chosen
+    Close(kCloseByExit);
+    EXPECT_FALSE(Exited());
+    dialogs.answers = {kEndYes, kEndOk, kEndYes};
+    dialogs.listToSave = folder / "no such folder" / "kept";
+    dialogs.meanwhile = [this] {
+        if (dialogs.told.back().text == LoadText(150, Language::kEnglish)) {
+            dialogs.listToSave = folder / "kept";
+        }
+    };
+    Close(kCloseByExit);
+    EXPECT_TRUE(Exited());
+    EXPECT_NE(test::ReadText(folder / "kept.fcl").find("B.nes"), std::string::npos);
+}
+
+TEST_F(MainDialog, AnExitAsksAboutARunningTaskAndWaitsForItsEnd) {
+    Start(Images(1));
+    const FindRecord rename{u"A", std::u16string(40, u'a') + u"!", false, false};
+    window->Send(kMessageReplaceAll, 0, reinterpret_cast<MessageParam>(&rename));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !Busy() && List().size() == 41; }));
+    const FindRecord endless{u"^(a+)+$", u"", true, false};
+    window->Send(kMessageReplaceAll, 0, reinterpret_cast<MessageParam>(&endless));
+    ASSERT_TRUE(Busy());
+    dialogs.told.clear();
+    Close(kCloseByExit);  // answered with No
+    EXPECT_EQ(dialogs.told.size(), 1u);
+    EXPECT_FALSE(Exited());
+    EXPECT_TRUE(Busy());
+    dialogs.answers = {kEndYes};
+    Close(kCloseByExit);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Exited(); }));
+    Start();
+    EXPECT_EQ(List().size(), 41u);
+}
+
+TEST_F(MainDialog, StaysOnTopInItsPlace) {
+    Start();
+    window->setGeometry(50, 60, 640, 480);
+    Send(kCommandTopmost);
+    EXPECT_TRUE(window->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(window->geometry(), QRect(50, 60, 640, 480));
+    Send(kCommandTopmost);
+    EXPECT_FALSE(window->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+}
+
+TEST_F(MainDialog, TellsAProblemOfTheStoreOnce) {
+    takeProblem = [](Language) { return std::u16string(u"The disk is full"); };
+    Start();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !dialogs.told.empty(); }, 10000));
+    QTest::qWait(2500);
+    EXPECT_EQ(dialogs.told.size(), 1u);
+}
+
+TEST(Placement, BringsAWindowBackOntoAScreen) {
+    const QRect screens[] = {{0, 0, 1920, 1040}, {1920, 0, 1280, 1024}};
+    struct Case {
+        QRect stored;
+        QRect place;
+    };
+    const Case cases[] = {
+        {{100, 100, 800, 600}, {100, 100, 800, 600}},
+        {{2000, 100, 800, 600}, {2000, 100, 800, 600}},   // on the second one
+        {{-700, 100, 800, 600}, {-700, 100, 800, 600}},   // enough is seen
+        {{-790, 100, 800, 600}, {0, 100, 800, 600}},      // too little is
+        {{5000, 5000, 800, 600}, {1120, 440, 800, 600}},  // a screen that is gone
+        {{100, -500, 800, 600}, {100, 32, 800, 600}},     // the title bar is out of reach
+        {{9000, 9000, 90000, 90000}, {0, 32, 1920, 1008}},
+    };
+    for (const Case& each : cases)
+        EXPECT_EQ(OntoScreen(each.stored, screens), each.place);
+}
+
+}  // namespace
+}  // namespace bw

@@ -1,0 +1,115 @@
+// A main window of its own store and scripted answers, for tests.
+#pragma once
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLabel>
+#include <QSignalSpy>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+#include <memory>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "common/game_image.h"
+#include "common/temporary_folder.h"
+#include "shell/framework/commands.h"
+#include "shell/framework/texts.h"
+#include "shell/main/main_dialog.h"
+#include "shell/scripted_dialogs.h"
+#include "support/text.h"
+
+namespace bw {
+
+class MainWindow : public testing::Test {
+  protected:
+    MainWindow() { Store("Language", kCommandEnglish); }
+
+    void Store(std::string_view name, uint32_t value, std::string_view key = kMainKey) {
+        store->RegWriteDword(key, name, value);
+    }
+    uint32_t Stored(std::string_view name, std::string_view key = kMainKey) const {
+        uint32_t value = 0xDEAD;
+        store->RegReadDword(key, name, value);
+        return value;
+    }
+
+    // Images named A.nes, B.nes, ...
+    std::vector<std::filesystem::path> Images(size_t count) {
+        std::vector<std::filesystem::path> files;
+        for (size_t i = 0; i < count; ++i) {
+            files.push_back(folder / (std::string(1, static_cast<char>('A' + i)) + ".nes"));
+            test::WriteText(files.back(), test::ImageBytes({}, static_cast<uint32_t>(i)));
+        }
+        return files;
+    }
+
+    // A window with the stored list and these games, when it has them all.
+    CMainDialog& Start(std::vector<std::filesystem::path> files = {}) {
+        window.reset();
+        window = std::make_unique<CMainDialog>(
+            MainDialogServices{.store = *store,
+                               .base = folder.Path(),
+                               .dialogs = &dialogs,
+                               .takeProblem = takeProblem,
+                               .listKept = listKept,
+                               .trayAvailable = [this] { return tray; }});
+        exited = std::make_unique<QSignalSpy>(window.get(), &CMainDialog::Exited);
+        const size_t added = files.size();
+        window->Start(std::move(files));
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return !Busy() && static_cast<size_t>(Table().model()->rowCount()) >= added; }));
+        return *window;
+    }
+
+    void Send(int command) { window->Send(kMessageCommand, command); }
+    void Close(int code) { window->Send(kMessageClose, code); }
+    bool Exited() const { return !exited->isEmpty(); }
+    // The newest task hasn't ended.
+    bool Busy() const { return !Widget<QWidget>("status_progress").isHidden(); }
+
+    template <typename Kind>
+    Kind& Widget(const char* name) const {
+        return *window->findChild<Kind*>(QString::fromLatin1(name));
+    }
+    QAction& Entry(int id) const {
+        return *window->findChild<QAction*>(QStringLiteral("entry_%1").arg(id));
+    }
+    QTableView& Table() const { return *window->findChild<QTableView*>(); }
+    // The names of the games, in order; checked ones with a star.
+    std::string List() const {
+        std::string list;
+        const QAbstractItemModel& model = *Table().model();
+        for (int row = 0; row < model.rowCount(); ++row) {
+            list += model.index(row, 1).data().toString().toStdString();
+            if (model.index(row, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked) list += '*';
+        }
+        return list;
+    }
+    std::string StatusText() const { return Widget<QLabel>("status_counts").text().toStdString(); }
+    // Clicks the button of a dialog that opens within the next call.
+    void ClickLater(const char* name) {
+        QTimer::singleShot(0, window.get(), [name] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            ASSERT_NE(dialog, nullptr);
+            if (auto* button = dialog->findChild<QAbstractButton*>(QString::fromLatin1(name))) {
+                button->click();
+            } else {
+                dialog->close();
+            }
+        });
+    }
+
+    TemporaryFolder folder;
+    std::unique_ptr<SettingsStore> store = MakeMemoryStore();
+    ScriptedDialogs dialogs;
+    std::function<std::optional<std::u16string>(Language)> takeProblem;
+    std::function<bool()> listKept;
+    bool tray = true;
+    std::unique_ptr<CMainDialog> window;
+    std::unique_ptr<QSignalSpy> exited;
+};
+
+}  // namespace bw

@@ -1,0 +1,113 @@
+// Settings that are entries of the menu: chosen, stored, and applied again at the next start.
+#include <set>
+
+#include "builder/build_settings.h"
+#include "shell/main/menu_settings.h"
+#include "shell/main_window.h"
+
+namespace bw {
+namespace {
+
+class StoredSettings : public MainWindow {};
+
+TEST_F(StoredSettings, TogglesFlipByMenuByMessageAndAtTheStart) {
+    Start();
+    for (const MenuToggle& toggle : MenuToggles()) {
+        SCOPED_TRACE(toggle.name);
+        EXPECT_FALSE(Entry(toggle.id).isChecked());
+        EXPECT_EQ(Stored(toggle.name), 0xDEADu) << "a start stores nothing of what is off";
+        Send(toggle.id);
+        EXPECT_TRUE(Entry(toggle.id).isChecked());
+        EXPECT_EQ(Stored(toggle.name), 8u);
+        Entry(toggle.id).setEnabled(true);
+        Entry(toggle.id).trigger();
+        EXPECT_FALSE(Entry(toggle.id).isChecked());
+        EXPECT_EQ(Stored(toggle.name), 0u);
+        Store(toggle.name, 1);  // anything but 0 is on, and becomes 8
+    }
+    Start();
+    for (const MenuToggle& toggle : MenuToggles()) {
+        EXPECT_TRUE(Entry(toggle.id).isChecked()) << toggle.name;
+        EXPECT_EQ(Stored(toggle.name), 8u) << toggle.name;
+    }
+    EXPECT_TRUE(dialogs.told.empty());
+}
+
+TEST_F(StoredSettings, RadiosMarkOneOfTheirGroupAndStoreIt) {
+    Start();
+    for (const MenuRadioGroup& group : MenuRadioGroups()) {
+        for (const MenuRadio& chosen : group.entries) {
+            SCOPED_TRACE(std::string(group.name) + " " + std::to_string(chosen.value));
+            if (Entry(chosen.id).isEnabled()) {
+                Entry(chosen.id).trigger();
+            } else {
+                Send(chosen.id);
+            }
+            EXPECT_EQ(Stored(group.name, group.key), chosen.value);
+            for (const MenuRadio& entry : group.entries) {
+                EXPECT_EQ(Entry(entry.id).isChecked(), entry.id == chosen.id);
+            }
+        }
+    }
+}
+
+struct StartValue {
+    const char* name;
+    std::optional<uint32_t> stored;
+    uint32_t value;  // that the start stores
+    int marked;
+};
+const StartValue kStartValues[] = {
+    {"PageSize", std::nullopt, 10, kCommandPageSize10},
+    {"PageSize", 20, 20, kCommandPageSize20},
+    {"PageSize", 7, 10, kCommandPageSize10},
+    {"ShowStyle", 1, 1, kCommandStyleWhite},
+    {"ShowStyle", 2, 0, kCommandStyleDefault},
+    {"MenuSize", std::nullopt, 8, kCommandMenuSize8},
+    {"MenuSize", 32, 32, kCommandMenuSize32},
+    {"MenuSize", 64, 8, kCommandMenuSize8},
+    {"MenuSize", 128, 8, kCommandMenuSize8},
+    {"PageTurningSpeed", std::nullopt, 1, kCommandSpeed1},
+    {"PageTurningSpeed", 4, 4, kCommandSpeed4},
+    {"PageTurningSpeed", 0, 1, kCommandSpeed1},
+    {"Music", std::nullopt, 0, kCommandMusicOff},
+    {"Music", 5, 5, kCommandMusic5},
+    {"Music", 9, 1, kCommandMusicDefault},
+    {"Language", 40022, 40022, kCommandChinese},
+    {"Language", 40001, 40023, kCommandEnglish},  // no other command runs
+};
+
+TEST_F(StoredSettings, ValuesOutOfRangeAreReplacedByWhatTheyCountAs) {
+    qputenv("LC_ALL", "C");
+    for (const StartValue& value : kStartValues) {
+        SCOPED_TRACE(std::string(value.name) + " " + std::to_string(value.stored.value_or(0)));
+        store = MakeMemoryStore();
+        if (value.stored) Store(value.name, *value.stored);
+        Start();
+        EXPECT_TRUE(Entry(value.marked).isChecked());
+        EXPECT_EQ(Stored(value.name), value.value);
+        EXPECT_TRUE(window->isVisible());
+    }
+    Store("CoolboyType", 1, kBoardKey);
+    Start();
+    EXPECT_TRUE(Entry(kCommandMindkids).isChecked());
+    qunsetenv("LC_ALL");
+}
+
+TEST_F(StoredSettings, TheLengthOfNumbersIsGreyedByBothAtTheStartAndByOneLater) {
+    for (const bool order : {false, true}) {
+        for (const bool dot : {false, true}) {
+            Store("ShowNumberOrder", order ? 8 : 0);
+            Store("ShowNumberDot", dot ? 8 : 0);
+            Start();
+            EXPECT_EQ(Entry(kCommandShowNumberFill).isEnabled(), order && dot) << order << dot;
+            Send(kCommandShowNumberDot);
+            EXPECT_EQ(Entry(kCommandShowNumberFill).isEnabled(), order && dot) << order << dot;
+            Send(kCommandShowNumberOrder);
+            EXPECT_EQ(Entry(kCommandShowNumberFill).isEnabled(), !order) << order << dot;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace bw
