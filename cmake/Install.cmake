@@ -15,7 +15,7 @@ endforeach()
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
 
-if(BANKWEAVER_WINDOW AND TARGET bankweaver)
+if(BANKWEAVER_WINDOW)
     install(TARGETS bankweaver)
     install(FILES ${packaging}/man/bankweaver.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
     install(FILES ${packaging}/bankweaver.desktop DESTINATION ${share}/applications)
