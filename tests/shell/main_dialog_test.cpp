@@ -7,6 +7,7 @@
 
 #include "rom/name_search.h"
 #include "shell/framework/messages.h"
+#include "shell/list/game_list_view.h"
 #include "shell/main/menu_rows.h"
 #include "shell/main/placement.h"
 #include "shell/main_window.h"
@@ -65,6 +66,28 @@ TEST_F(MainDialog, ListCommandsWorkByIdByButtonAndByMenu) {
             EXPECT_EQ(List(), before);
         }
     }
+}
+
+TEST_F(MainDialog, TheRowsMenuWorksOnTheRowUnderIt) {
+    Start(Images(2));
+    auto* view = window->findChild<GameListView*>();
+    const auto choose = [&](const char* text) {
+        emit view->ContextMenuWanted({});
+        for (QWidget* menu : QApplication::topLevelWidgets()) {
+            if (menu->objectName() != QStringLiteral("row_menu")) continue;
+            for (QAction* action : menu->actions()) {
+                if (action->text() == QString::fromLatin1(text)) action->trigger();
+            }
+        }
+    };
+    choose("&Check");
+    EXPECT_EQ(List(), "A*B");
+    choose("Un&check");
+    EXPECT_EQ(List(), "AB");
+    choose("Show in &folder");
+    EXPECT_EQ(dialogs.shown, std::vector{folder / "A.nes"});
+    choose("Undo");
+    EXPECT_EQ(List(), "");
 }
 
 TEST_F(MainDialog, CommandsOnTheListAreRefusedWhileATaskHasIt) {

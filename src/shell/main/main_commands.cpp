@@ -18,6 +18,11 @@ int CommandOf(MessageParam wParam) {
     return static_cast<int>(wParam & 0xFFFF);
 }
 
+const FindRecord& RecordOf(MessageParam lParam) {
+    // Messages carry addresses as numbers.
+    return *reinterpret_cast<const FindRecord*>(lParam);  // NOLINT(performance-no-int-to-ptr)
+}
+
 }  // namespace
 
 MessageResult CMainDialog::OnListCommand(MessageParam wParam, MessageParam) {
@@ -153,17 +158,17 @@ MessageResult CMainDialog::OnStopTask(MessageParam, MessageParam) {
 }
 
 MessageResult CMainDialog::OnFind(MessageParam, MessageParam lParam) {
-    parts_->find.FindNext(*reinterpret_cast<const FindRecord*>(lParam));
+    parts_->find.FindNext(RecordOf(lParam));
     return 1;
 }
 
 MessageResult CMainDialog::OnReplace(MessageParam, MessageParam lParam) {
-    parts_->find.Replace(*reinterpret_cast<const FindRecord*>(lParam));
+    parts_->find.Replace(RecordOf(lParam));
     return 1;
 }
 
 MessageResult CMainDialog::OnReplaceAll(MessageParam, MessageParam lParam) {
-    parts_->find.ReplaceAll(*reinterpret_cast<const FindRecord*>(lParam));
+    parts_->find.ReplaceAll(RecordOf(lParam));
     return 1;
 }
 

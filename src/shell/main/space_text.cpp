@@ -5,8 +5,10 @@
 namespace bw {
 namespace {
 
+constexpr uint64_t kMegabyte = uint64_t{1024} * 1024;
+
 double Megabytes(uint64_t bytes) {
-    return static_cast<double>(bytes) / (1024.0 * 1024.0);
+    return static_cast<double>(bytes) / static_cast<double>(kMegabyte);
 }
 
 }  // namespace
@@ -35,7 +37,7 @@ std::u16string SpaceDetails(BoardType board, const BoardSpace& space, Language l
                 u"%s，根据已勾选游戏的文件头估算：\n已用 %.2f MB，共 %d MB\n游戏 %d 个，最多 %d 个",
                 u"%s, estimated from the headers of the checked games:\n"
                 u"%.2f MB of %d MB used\n%d of %d games"),
-        ToWide(BoardName(board)), Megabytes(space.usedBytes), space.limitBytes / (1024 * 1024),
+        ToWide(BoardName(board)), Megabytes(space.usedBytes), space.limitBytes / kMegabyte,
         space.games, space.gameLimit);
     if (space.unfit > 0) {
         text += FormatText(OwnText(language, u"\n另有 %d 个已勾选的游戏不受此卡支持",
