@@ -7,6 +7,7 @@
 #include <thread>
 #include <utility>
 
+#include "support/crash_file.h"
 #include "support/text.h"
 
 namespace bw {
@@ -24,6 +25,7 @@ class BackgroundTasks::Task : public TaskControl {
     // `atEnd` runs on the task's thread, last of all.
     void Run(Work work, std::function<void()> atEnd) {
         thread_ = std::jthread([this, work = std::move(work), atEnd = std::move(atEnd)] {
+            const CrashStack crashStack;
             Guarded(work);
             atEnd();
         });
