@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 
 #include "shell/framework/messages.h"
@@ -17,7 +18,9 @@ using MessageParam = intptr_t;
 // A handler's result 0 passes the message on: to later entries and to the base class. A handler
 // that may have destroyed its own window gives something else.
 using MessageResult = intptr_t;
-using MessageHandler = MessageResult (MessageTarget::*)(MessageParam wParam, MessageParam lParam);
+// It gets the window that the message was sent to.
+using MessageHandler =
+    std::function<MessageResult(MessageTarget&, MessageParam wParam, MessageParam lParam)>;
 
 struct MessageEntry {
     MessageHandler handler;
@@ -30,14 +33,24 @@ struct MessageTable {
     const MessageTable* base = nullptr;
 };
 
-// Entries of the table of a class. `Window` derives from MessageTarget, without virtual bases.
+// A member function of a class as handler. `Window` derives from MessageTarget, without virtual
+// bases. Not a cast between pointers to members: UndefinedBehaviorSanitizer can't follow one to a
+// base class that isn't the first.
 template <typename Window>
-MessageEntry OnMessage(int message, MessageResult (Window::*handler)(MessageParam, MessageParam)) {
-    return {static_cast<MessageHandler>(handler), message};
+MessageHandler HandlerOf(MessageResult (Window::*member)(MessageParam, MessageParam)) {
+    return [member](MessageTarget& target, MessageParam wParam, MessageParam lParam) {
+        return (static_cast<Window&>(target).*member)(wParam, lParam);
+    };
+}
+
+// Entries of the table of a class.
+template <typename Window>
+MessageEntry OnMessage(int message, MessageResult (Window::*member)(MessageParam, MessageParam)) {
+    return {HandlerOf(member), message};
 }
 template <typename Window>
-MessageEntry OnCommand(int id, MessageResult (Window::*handler)(MessageParam, MessageParam)) {
-    return {static_cast<MessageHandler>(handler), kMessageCommand, id};
+MessageEntry OnCommand(int id, MessageResult (Window::*member)(MessageParam, MessageParam)) {
+    return {HandlerOf(member), kMessageCommand, id};
 }
 
 class MessageTarget {
@@ -52,7 +65,7 @@ class MessageTarget {
                 const bool meant = entry.message == message &&
                                    (message != kMessageCommand || entry.id == (wParam & 0xFFFF));
                 if (!meant) continue;
-                const MessageResult result = (this->*entry.handler)(wParam, lParam);
+                const MessageResult result = entry.handler(*this, wParam, lParam);
                 if (result != 0) return result;
             }
         }
