@@ -214,10 +214,12 @@ TEST_F(Tasks, DroppedFilesStopAtTheLimit) {
 
 TEST_F(Tasks, AStoppedTaskLeavesTheListAlone) {
     ListFiles files(host_);
-    files.Add({Image("one.nes")});
-    host_.tasks->StopAll();
+    AddMany(kListLimit - 1);
+    host_.dialogs.meanwhile = [&] { host_.tasks->StopAll(); };
+    files.Add({Image("one.nes"), Image("two.nes")});
     Finish();
-    EXPECT_THAT(Names(), IsEmpty());
+    EXPECT_THAT(Messages(), ElementsAre(kOverLimit));
+    EXPECT_EQ(host_.editor.Games().size(), kListLimit - 1);
     EXPECT_EQ(host_.told, "Stopped; the list is as it was.");
 }
 
