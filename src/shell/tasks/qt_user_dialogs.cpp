@@ -117,6 +117,8 @@ std::optional<OutputChoice> QtUserDialogs::AskOutput(const std::filesystem::path
     QObject::connect(&dialog, &QFileDialog::filterSelected, choose);
     dialog.selectNameFilter(FormatFilter(lastFormat_));
     choose(FormatFilter(lastFormat_));
+    // With a name in the box the mouse is enough. After the types, which would add a suffix to it.
+    dialog.selectFile(QStringLiteral("multicart"));
     const auto format = [&] { return FormatOfFilter(dialog.selectedNameFilter()); };
     auto target = AskTarget(dialog, [&](const std::filesystem::path& chosen) {
         return WithFormatExtension(chosen, format());
