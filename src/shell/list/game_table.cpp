@@ -91,6 +91,7 @@ ListColumn GameTable::FocusColumn() const {
 
 void GameTable::SelectRow(int viewRow) {
     setCurrentIndex(model_.index(viewRow, static_cast<int>(FocusColumn())));
+    viewport()->update();  // the frame around the row that had the keyboard spans all of its cells
 }
 
 void GameTable::SetFocusColumn(ListColumn column) {
