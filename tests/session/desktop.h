@@ -1,0 +1,67 @@
+// A desktop for the window's tests: an X display with a window manager and a tray, and a hand on
+// its mouse and keys.
+#pragma once
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "common/virtual_display.h"
+
+namespace bw::test {
+
+// The session can't go on: something that had to show didn't. Fails the test with its words.
+struct SessionLost : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+struct Place {
+    int x = 0;
+    int y = 0;
+    bool operator==(const Place&) const = default;
+};
+
+class Desktop {
+  public:
+    static constexpr int kWidth = 1280;
+    static constexpr int kHeight = 800;
+
+    Desktop();
+
+    const std::string& Display() const { return display_.Name(); }
+    void KillDisplay() { display_.Kill(); }
+    // Ends the program that shows tray icons, and starts it again.
+    void RemoveTray() { tray_.reset(); }
+    void ShowTray();
+
+    // Button 1 is the left one, 3 the right one. Keys as in "ctrl+f".
+    void MoveTo(Place place);
+    void Click(Place place, int button = 1);
+    void DoubleClick(Place place);
+    void Drag(Place from, Place to);
+    void Key(const std::string& keys);
+    void Type(const std::string& text);
+    void AwaitWindow(const std::string& title);
+    // Moves the window with this title and gives it a size, as the window manager's own keys do.
+    void Arrange(const std::string& title, Place corner, int width, int height);
+
+    // Starts a program on this display; its home is the desktop's own. What it says is kept in a
+    // file of the desktop's folder that bears the program's name.
+    ChildProcess Run(std::vector<std::string> words, std::vector<std::string> environment = {},
+                     int passedDescriptor = -1);
+    std::string WordsOf(const std::string& program) const;
+    // A part of the screen as a PNG file of few colours. Without ImageMagick there is no file.
+    void Photograph(const std::filesystem::path& file, Place corner = {}, int width = kWidth,
+                    int height = kHeight);
+
+  private:
+    void Hand(std::vector<std::string> words);
+
+    TemporaryFolder home_;
+    VirtualDisplay display_;
+    std::optional<ChildProcess> manager_;
+    std::optional<ChildProcess> tray_;
+};
+
+}  // namespace bw::test

@@ -1,0 +1,235 @@
+// One person's whole evening with the window, from the empty list to the next start.
+#include <optional>
+
+#include <gmock/gmock.h>
+
+#include "common/game_image.h"
+#include "program.h"
+#include "support/language.h"
+#include "support/text.h"
+#include "user_home.h"
+
+namespace bw::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::SizeIs;
+
+constexpr Place kDragSource{1200, 20};
+constexpr int kCheckColumn = 0;
+constexpr int kNameColumn = 1;
+constexpr int kRemarkColumn = 10;
+// Controls and commands by their ids.
+constexpr int kMoveUp = 1002;
+constexpr int kReplaceAllButton = 40031;
+constexpr int kFindBox = 1032;
+constexpr int kReplaceBox = 1033;
+constexpr int kRegexButton = 1035;
+constexpr int kBuildCoolgirl = 40093;
+constexpr int kMinimise = 1028;
+constexpr int kNoButton = 7;
+
+// What has to come back as it was.
+struct Evening {
+    std::vector<std::string> names, remarks, checks;
+    std::vector<int> widths;
+    std::vector<int> place;
+    std::string title;
+    bool operator==(const Evening&) const = default;
+};
+
+class Session {
+  public:
+    Session() {
+        // The first close of all asks what closing means.
+        home_.Store()->RegDeleteValue(kMainKey, "Remember");
+        program_.emplace(desktop_, home_.Path());
+    }
+
+    std::string Text(int id) const { return ToUtf8(LoadText(id, language_)); }
+    std::string Sample(const std::string& name) const {
+        return (std::filesystem::path(BANKWEAVER_SAMPLES) / name).string();
+    }
+    Desktop& Hand() { return desktop_; }
+    Program& Screen() { return *program_; }
+
+    void AddByDialog(const std::vector<std::string>& samples) {
+        std::string words;
+        for (const std::string& name : samples)
+            words += '"' + Sample(name) + "\" ";
+        program_->Menu({Text(111), Text(106)});
+        program_->EnterFileName(words);
+    }
+    void Drop(const std::vector<std::string>& samples, size_t rows) {
+        std::vector<std::string> words{BANKWEAVER_DRAG_SOURCE, std::to_string(kDragSource.x),
+                                       std::to_string(kDragSource.y)};
+        for (const std::string& name : samples)
+            words.push_back(Sample(name));
+        const ChildProcess source = desktop_.Run(words, {"QT_QPA_PLATFORM=xcb"});
+        desktop_.AwaitWindow("files to drag");
+        desktop_.Drag({kDragSource.x + 30, kDragSource.y + 30},
+                      program_->Await("the first row", Cell(0, kNameColumn)).Middle());
+        program_->Await("the dropped games", Rows(rows));
+    }
+    void AwaitRows(size_t count) { program_->Await(std::to_string(count) + " rows", Rows(count)); }
+    // The square is as wide as a row is high.
+    void ClickCheck(int row) {
+        const Seen cell = program_->Await("a row", Cell(row, kCheckColumn));
+        desktop_.Click({cell.x + cell.height / 2, cell.Middle().y});
+        program_->Await("the check's change", [&, id = cell.id](const Seen& seen) {
+            return seen.type == "cell" && seen.id == id && seen.Checked() != cell.Checked();
+        });
+    }
+    void EditName(int row, const std::string& name) {
+        desktop_.DoubleClick(program_->Await("a name", Cell(row, kNameColumn)).Middle());
+        program_->Await("the editor", ById("cellEditor"));
+        desktop_.Type(name);
+        desktop_.Key("Return");
+        AwaitName(row, name);
+    }
+    void AwaitName(int row, const std::string& name) {
+        program_->Await("the name " + name, [&](const Seen& seen) {
+            return Cell(row, kNameColumn)(seen) && seen.name == name;
+        });
+    }
+    void SaveList(const std::string& file) {
+        desktop_.Key("ctrl+s");
+        program_->EnterFileName(file);
+        program_->Await("the saved list",
+                        [&](const Seen&) { return std::filesystem::exists(file); });
+    }
+
+    // The file dialog comes up where the last build went, with a name in it: the mouse is enough.
+    std::string BuildByMouse() {
+        program_->Click("the button that builds", Control(kBuildCoolgirl));
+        const Seen name = program_->Await("a proposed file name", [](const Seen& seen) {
+            return seen.id == "fileNameEdit" && !seen.value.empty();
+        });
+        program_->Click("the button that saves", [](const Seen& seen) {
+            return seen.type == "QPushButton" && seen.value == "&Save";
+        });
+        program_->Click("the question at the build's end", Control(kNoButton));
+        return home_ / (name.value + ".nes");
+    }
+    void Arrange(int x, int y, int width, int height) {
+        desktop_.Arrange(program_->Await("the window", MainWindow()).value, {x, y}, width, height);
+        program_->Await("the new size", [&](const Seen& seen) {
+            return MainWindow()(seen) && seen.width == width && seen.height == height;
+        });
+    }
+
+    Evening Now() {
+        Evening now;
+        for (const Seen& seen : program_->Look()) {
+            if (seen.type == "header") now.widths.push_back(seen.width);
+            if (MainWindow()(seen)) {
+                now.place = {seen.x, seen.y, seen.width, seen.height};
+                now.title = seen.value;
+            }
+            if (seen.type != "cell") continue;
+            if (seen.id.ends_with(",1")) now.names.push_back(seen.name);
+            if (seen.id.ends_with(",10")) now.remarks.push_back(seen.name);
+            if (seen.id.ends_with(",0")) now.checks.push_back(seen.Checked() ? "x" : "-");
+        }
+        return now;
+    }
+    void Restart() {
+        program_.reset();
+        program_.emplace(desktop_, home_.Path());
+    }
+    void SetLanguage(Language language) { language_ = language; }
+    const UserHome& Home() const { return home_; }
+
+  private:
+    UserHome home_;
+    Desktop desktop_;
+    std::optional<Program> program_;
+    Language language_ = Language::kEnglish;
+};
+
+std::string BuiltByCommandLine(Desktop& desktop, const std::string& list, const std::string& rom) {
+    ChildProcess cli =
+        desktop.Run({BANKWEAVER_CLI, "build", "--board", "coolgirl", "-o", rom, list},
+                    {"BANKWEAVER_HOME=" + rom + ".home"});
+    if (!cli.WaitFor(std::chrono::minutes(2)) || cli.Status() != 0)
+        throw SessionLost(desktop.WordsOf("bankweaver-cli"));
+    return ReadText(rom);
+}
+
+TEST(Session, FromAnEmptyListToTheNextStart) {
+    Session session;
+    Desktop& hand = session.Hand();
+    Program& screen = session.Screen();
+
+    session.AddByDialog({"star_catcher.nes", "mmc1_check.nes", "nrom256_check.nes"});
+    session.AwaitRows(3);
+    session.Drop({"cnrom_check.nes", "uxrom_check.nes"}, 5);
+
+    for (const int row : {0, 3, 4})
+        session.ClickCheck(row);
+    EXPECT_THAT(session.Now().checks, ElementsAre("x", "-", "-", "x", "x"));
+
+    // Two clicks, not a double one.
+    const Seen title = screen.Await("the name column's title", Header(kNameColumn));
+    hand.Click({title.x + title.width / 3, title.Middle().y});
+    session.AwaitName(0, "cnrom_check");
+    hand.Click({title.x + title.width / 2, title.Middle().y});
+    session.AwaitName(0, "uxrom_check");
+    EXPECT_THAT(session.Now().names, ElementsAre("uxrom_check", "star_catcher", "nrom256_check",
+                                                 "mmc1_check", "cnrom_check"));
+    EXPECT_THAT(session.Now().checks, ElementsAre("x", "x", "-", "-", "x"));
+
+    session.EditName(1, "12.Star Catcher");
+
+    hand.Key("ctrl+f");
+    screen.Click("the box for what to find", Control(kFindBox));
+    screen.Retype("_check|^\\d+\\.");
+    screen.Click("the box for the replacement", Control(kReplaceBox));
+    screen.Retype(" ");
+    screen.Click("the choice of expressions", Control(kRegexButton));
+    screen.Click("the button that replaces", Control(kReplaceAllButton));
+    session.AwaitName(4, "cnrom ");
+    hand.Key("Escape");
+    screen.AwaitGone("the dialog", Control(kReplaceAllButton));
+    EXPECT_THAT(session.Now().names,
+                ElementsAre("uxrom ", " Star Catcher", "nrom256 ", "mmc1 ", "cnrom "));
+
+    const std::string list = session.Home() / "evening.fcl";
+    session.SaveList(list);
+    const std::string rom = session.BuildByMouse();
+    const std::string expected =
+        BuiltByCommandLine(hand, list, (session.Home() / "by_command.nes").string());
+    EXPECT_TRUE(ReadText(rom) == expected) << "the ROM differs from the command line's";
+
+    const Seen divider = screen.Await("the name column", Header(kNameColumn));
+    hand.Drag({divider.x + divider.width - 1, divider.Middle().y},
+              {divider.x + divider.width + 60, divider.Middle().y});
+    session.Arrange(90, 70, 940, 560);
+
+    screen.Menu({session.Text(113), session.Text(115), session.Text(117)});
+    session.SetLanguage(Language::kChinese);
+    screen.Await("a Chinese button", [&](const Seen& seen) {
+        return Control(kMoveUp)(seen) && seen.value == session.Text(124);
+    });
+
+    hand.Key("alt+F4");
+    screen.Click("the button that minimises", Control(kMinimise));
+    screen.AwaitGone("the window", MainWindow());
+    hand.DoubleClick(screen.Await("the tray icon", TrayIcon()).Middle());
+    screen.Await("the window", MainWindow());
+    const Evening evening = session.Now();
+    EXPECT_THAT(evening.names, SizeIs(5));
+    EXPECT_EQ(evening.widths.at(kNameColumn), divider.width + 61);
+
+    screen.Menu({session.Text(111), session.Text(109)});
+    EXPECT_EQ(screen.AwaitEnd(), 0) << screen.Words();
+    session.Restart();
+    session.AwaitRows(5);
+    session.Screen().Await("Chinese again", [&](const Seen& seen) {
+        return Control(kMoveUp)(seen) && seen.value == session.Text(124);
+    });
+    EXPECT_EQ(session.Now(), evening);
+}
+
+}  // namespace
+}  // namespace bw::test

@@ -1,0 +1,39 @@
+// The user's files of one test, and what a window left in them or is to find there.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "common/temporary_folder.h"
+#include "rom/game_list.h"
+#include "support/settings_store.h"
+
+namespace bw::test {
+
+class UserHome {
+  public:
+    UserHome();
+
+    const std::filesystem::path& Path() const { return folder_.Path(); }
+    std::filesystem::path operator/(const std::string& name) const { return folder_ / name; }
+    std::filesystem::path SettingsFile() const;
+    // Opened anew, as another program does it.
+    std::unique_ptr<SettingsStore> Store() const;
+
+    // The list that the window remembers: as text, or of games with these names and no files.
+    void Remember(const std::string& history) const;
+    void RememberNames(const std::vector<std::string>& names) const;
+    std::vector<uint8_t> History() const;
+    std::vector<std::string> RememberedNames() const;
+
+  private:
+    TemporaryFolder folder_;
+};
+
+// As many names, each another.
+std::vector<std::string> ManyNames(size_t count);
+
+}  // namespace bw::test
