@@ -24,7 +24,7 @@ struct Search {
 using SearchStep = void (*)(Search&, const NamePattern&, TaskControl&);
 using SearchFinish = void (*)(Search&, ListHost&);
 
-class RowProgress : public SearchProgress {
+class RowProgress final : public SearchProgress {
   public:
     RowProgress(TaskControl& control, const Search& search)
         : control_(control), what_(Words(search)) {
