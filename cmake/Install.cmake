@@ -42,8 +42,8 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 if(BANKWEAVER_WINDOW)
-    # A plug-in, which nothing is linked with.
-    set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qt6-wayland)
+    # A plug-in, and the Chinese of Qt's own dialogs: nothing is linked with either.
+    set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, qt6-translations-l10n")
 endif()
 
 configure_file(${packaging}/debian/changelog.in ${PROJECT_BINARY_DIR}/packaging/changelog @ONLY)

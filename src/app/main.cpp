@@ -31,7 +31,6 @@ void SetUpApplication() {
     // Qt takes all of the user's locale; numbers in files have a point everywhere.
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setApplicationName(QStringLiteral("bankweaver"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Bankweaver"));
     QApplication::setApplicationVersion(ToQt(ToWide(ProgramVersion())));
     QApplication::setDesktopFileName(QStringLiteral("bankweaver"));
     QApplication::setWindowIcon(ProgramIcon());

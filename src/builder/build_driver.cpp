@@ -183,6 +183,7 @@ class RomBuild : BuildBase {
             ShowFileProblem(*problem);
             return false;
         }
+        user_.Progress(BuildStage::kWriteRom, 1, 1, u"");
         AskToShow(outcome.output);
         return true;
     }

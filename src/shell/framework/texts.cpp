@@ -29,4 +29,9 @@ QString QtOwnText(Language language, std::u16string_view chinese, std::u16string
     return ToQt(OwnText(language, chinese, english));
 }
 
+QString WithoutLetter(const QString& text) {
+    const qsizetype letter = text.lastIndexOf(QStringLiteral("(&"));
+    return letter < 0 ? text : text.left(letter);
+}
+
 }  // namespace bw

@@ -21,4 +21,7 @@ std::filesystem::path PathFromQt(const QString& text);
 QString QtText(int id, Language language);
 QString QtOwnText(Language language, std::u16string_view chinese, std::u16string_view english);
 
+// A menu's text without its letter, "(&B)", for places where that means nothing.
+QString WithoutLetter(const QString& text);
+
 }  // namespace bw

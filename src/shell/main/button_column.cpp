@@ -31,13 +31,6 @@ constexpr std::array<ButtonTraits, ButtonColumn::kButtons> kTraits{{
     {kCommandBuildCoolgirl, 332},
 }};
 
-// The entry's text without the letter for the menu, "(&B)", which means nothing elsewhere.
-QString PlainText(const QAction& entry) {
-    const QString text = entry.text();
-    const qsizetype letter = text.lastIndexOf(QStringLiteral("(&"));
-    return letter < 0 ? text : text.left(letter);
-}
-
 }  // namespace
 
 int ButtonColumn::CommandOf(size_t index) {
@@ -74,7 +67,7 @@ void ButtonColumn::SetLanguage(Language language, const MainMenu& menu) {
     for (size_t i = 0; i < buttons_.size(); ++i) {
         const QAction& entry = menu.Entry(kTraits[i].command);
         const QString key = entry.shortcut().toString(QKeySequence::NativeText);
-        const QString tip = PlainText(entry);
+        const QString tip = WithoutLetter(entry.text());
         buttons_[i].setText(QtText(kTraits[i].textId, language));
         buttons_[i].setAccessibleName(tip);
         buttons_[i].setToolTip(key.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, key));

@@ -107,7 +107,8 @@ MessageResult CMainDialog::OnDialogCommand(MessageParam wParam, MessageParam) {
             break;
         case kCommandRomInfo:
             parts_->Dialogs().Message(LoadText(kRomInfo, language),
-                                      LoadText(kRomInfoTitle, language), MessageButtons::kConfirm);
+                                      FromQt(WithoutLetter(QtText(kRomInfoTitle, language))),
+                                      MessageButtons::kConfirm);
             break;
         default:
             CAboutDialog(language, this).DoModal();
