@@ -18,7 +18,6 @@ namespace bw::test {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::SizeIs;
@@ -188,8 +187,8 @@ TEST_F(Faults, OfAMillionGamesAsManyComeInAsAListHolds) {
     std::string history = "[history]\r\n";
     for (int i = 0; i < 1'000'000; ++i) {
         const std::string number = std::to_string(i);
-        history += std::string(number.size() < 5 ? 5 - number.size() : 0, '0') + number +
-                   "_name=Game " + number + "\r\n";
+        history.append(number.size() < 5 ? 5 - number.size() : 0, '0');
+        history.append(number).append("_name=Game ").append(number).append("\r\n");
     }
     home.Remember(history + "count=1000000");
     const auto start = std::chrono::steady_clock::now();
