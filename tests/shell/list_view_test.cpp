@@ -173,6 +173,19 @@ TEST(ListView, EveryWayOutOfTheEditorTakesTheText) {
     EXPECT_EQ(list.editor.Games()[8].name, u"moved");
 }
 
+TEST(ListView, EachOfTwoQuickClicksOnATitleSorts) {
+    ListWindow list(20);
+    const QPoint title(list.Place(0, ListColumn::kMapper).x(), 5);
+    QWidget* header = list.table.horizontalHeader()->viewport();
+    QTest::mouseClick(header, Qt::LeftButton, {}, title);
+    // What Qt makes of the second press.
+    QMouseEvent second(QEvent::MouseButtonDblClick, title, header->mapToGlobal(title),
+                       Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(header, &second);
+    EXPECT_EQ(list.editor.SortColumn(), static_cast<int>(ListColumn::kMapper));
+    EXPECT_TRUE(list.editor.SortDescending());
+}
+
 TEST(ListView, EditingFollowsItsRow) {
     ListWindow list(200);
     list.Click(list.Place(3, ListColumn::kName));

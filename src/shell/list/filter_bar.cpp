@@ -6,6 +6,11 @@
 #include "shell/framework/texts.h"
 
 namespace bw {
+namespace {
+
+constexpr float kPlaceholderOpacity = 0.55F;
+
+}  // namespace
 
 FilterBar::FilterBar(Language language, QWidget* parent) : QWidget(parent), language_(language) {
     box_.setObjectName(QStringLiteral("filterText"));
@@ -24,6 +29,7 @@ FilterBar::FilterBar(Language language, QWidget* parent) : QWidget(parent), lang
         emit Changed(text);
         ShowNote();
     });
+    ShowPlaceholder();
     SetLanguage(language);
 }
 
@@ -35,6 +41,20 @@ void FilterBar::SetLanguage(Language language) {
     box_.setToolTip(QtOwnText(language, u"只显示名称、备注或路径中包含这些文字的游戏",
                               u"Shows only the games whose name, remark or path holds this text"));
     ShowNote();
+}
+
+// Qt's own colour for it stays that of a light theme when the theme turns dark.
+void FilterBar::ShowPlaceholder() {
+    QColor color = palette().color(QPalette::Text);
+    color.setAlphaF(kPlaceholderOpacity);
+    QPalette own;
+    own.setColor(QPalette::PlaceholderText, color);
+    box_.setPalette(own);
+}
+
+void FilterBar::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) ShowPlaceholder();
 }
 
 void FilterBar::SetCounts(size_t shown, size_t all) {

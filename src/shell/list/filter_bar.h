@@ -27,8 +27,10 @@ class FilterBar : public QWidget {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
+    void ShowPlaceholder();
     void ShowNote();
 
     Language language_;

@@ -77,8 +77,11 @@ void GameListView::Parts::Connect() {
                      &GameListView::ContextMenuWanted);
     QObject::connect(&table_, &GameTable::FilesDropped, &view_, &GameListView::FilesDropped);
     QObject::connect(&table_, &GameTable::CellsMoved, &view_, [this] { PlaceEditor(); });
-    QObject::connect(table_.horizontalHeader(), &QHeaderView::sectionClicked, &view_,
-                     [this](int column) { Sort(static_cast<ListColumn>(column)); });
+    // The second of two quick clicks counts like any other.
+    for (const auto click : {&QHeaderView::sectionClicked, &QHeaderView::sectionDoubleClicked}) {
+        QObject::connect(table_.horizontalHeader(), click, &view_,
+                         [this](int column) { Sort(static_cast<ListColumn>(column)); });
+    }
     QObject::connect(&filter_, &FilterBar::Changed, &view_,
                      [this](const QString& text) { Filter(text); });
     QObject::connect(&filter_, &FilterBar::Left, &view_, [this] { table_.setFocus(); });
