@@ -185,6 +185,21 @@ std::u16string CodeWords(std::regex_constants::error_type code, Language languag
     return text(u"表达式有误。", u"it isn't well formed.");
 }
 
+// Whether a number behind a {, a comma or a \ has more digits than the library can count with. Runs
+// of digits elsewhere are characters to find.
+bool HasHugeNumber(std::wstring_view pattern) {
+    constexpr std::wstring_view kDigits = L"0123456789";
+    size_t end = 0;
+    for (size_t start = pattern.find_first_of(kDigits); start != std::wstring_view::npos;
+         start = pattern.find_first_of(kDigits, end)) {
+        end = std::min(pattern.find_first_not_of(kDigits, start), pattern.size());
+        const wchar_t before = start == 0 ? L'\0' : pattern[start - 1];
+        const bool counts = before == L'{' || before == L',' || before == L'\\';
+        if (counts && end - start > kNumberLimit) return true;
+    }
+    return false;
+}
+
 std::u16string Opening(Language language) {
     return OwnText(language, u"正则表达式无效：", u"The regular expression can't be used: ");
 }
@@ -203,6 +218,9 @@ std::optional<std::u16string> PatternTooBig(std::wstring_view pattern, Language 
                FormatText(OwnText(language, u"括号嵌套超过 %d 层。",
                                   u"more than %d parentheses stand inside each other."),
                           kNestLimit);
+    }
+    if (HasHugeNumber(pattern)) {
+        return Opening(language) + CodeWords(std::regex_constants::error_space, language);
     }
     return std::nullopt;
 }

@@ -16,6 +16,9 @@ namespace bw {
 inline constexpr size_t kPatternLimit = 2000;  // characters
 inline constexpr size_t kNestLimit = 100;      // parentheses inside each other
 
+// Repetitions and references that it can count with, in an int.
+inline constexpr size_t kNumberLimit = 9;  // decimal digits
+
 // Words for an expression that must not be compiled, or nothing.
 std::optional<std::u16string> PatternTooBig(std::wstring_view pattern, Language language);
 
