@@ -36,7 +36,8 @@ constexpr CrashSignal kCrashSignals[] = {{SIGSEGV, "SIGSEGV"},
                                          {SIGFPE, "SIGFPE"},
                                          {SIGILL, "SIGILL"},
                                          {SIGABRT, "SIGABRT"}};
-constexpr size_t kStackBytes = size_t{128} * 1024;  // backtrace() takes some 10 KB, more under sanitizers
+constexpr size_t kStackBytes =
+    size_t{128} * 1024;  // backtrace() takes some 10 KB, more under sanitizers
 constexpr int kMaxCalls = 128;
 constexpr unsigned kMaxSeconds = 10;  // a handler that hangs in a broken heap is ended then
 
