@@ -4,11 +4,11 @@
 #include <cstring>
 #include <random>
 
-#include "designer/document/edit_session.h"
-#include "designer/document/name_table_picture.h"
-#include "designer/document/text_tools.h"
-#include "designer/document/tile_tools.h"
-#include "designer/document/work_state.h"
+#include "designer/history/edit_session.h"
+#include "designer/history/work_state.h"
+#include "designer/pictures/name_table_picture.h"
+#include "designer/tools/text_tools.h"
+#include "designer/tools/tile_tools.h"
 #include "measure.h"
 
 namespace {

@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "rom/list_columns.h"
+#include "list/list_columns.h"
 #include "support/text.h"
 
 namespace bench {

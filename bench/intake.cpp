@@ -14,8 +14,8 @@
 #include <unistd.h>
 
 #include "common/temporary_folder.h"
+#include "list/game_entry.h"
 #include "measure.h"
-#include "rom/game_entry.h"
 
 namespace {
 

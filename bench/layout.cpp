@@ -2,8 +2,8 @@
 // that as many games as can be checked take, which the window does at each click.
 #include <cstdlib>
 
-#include "builder/bank_layout.h"
-#include "builder/board_space.h"
+#include "builder/layout/bank_layout.h"
+#include "builder/layout/board_space.h"
 #include "measure.h"
 
 namespace {

@@ -7,9 +7,9 @@
 #include <string>
 
 #include "full_list.h"
+#include "list/list_editor.h"
+#include "list/list_history.h"
 #include "measure.h"
-#include "rom/list_editor.h"
-#include "rom/list_history.h"
 #include "support/text.h"
 
 namespace {

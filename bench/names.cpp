@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "full_list.h"
+#include "list/search/name_search.h"
 #include "measure.h"
-#include "rom/name_search.h"
 
 namespace {
 

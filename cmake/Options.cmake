@@ -15,6 +15,13 @@ endif()
 
 find_package(Threads REQUIRED)
 
+# What differs between the systems stands in one file each, named after them.
+set(BANKWEAVER_PLATFORM posix)
+if(WIN32)
+    set(BANKWEAVER_PLATFORM windows)
+    add_compile_definitions(WIN32_LEAN_AND_MEAN NOMINMAX=1)
+endif()
+
 add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Wall> $<$<COMPILE_LANGUAGE:CXX>:-Wextra>
     $<$<COMPILE_LANGUAGE:CXX>:-Wshadow> $<$<COMPILE_LANGUAGE:CXX>:-Wconversion>)
 if(BANKWEAVER_WERROR)

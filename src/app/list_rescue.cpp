@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "rom/list_file.h"
+#include "list/list_file.h"
 #include "support/files.h"
 #include "support/ini_file.h"
 #include "support/paths.h"

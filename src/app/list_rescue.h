@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <optional>
 
-#include "support/guarded_store.h"
+#include "settings/guarded_store.h"
 
 namespace bw {
 

@@ -4,8 +4,8 @@
 #include <span>
 #include <utility>
 
-#include "builder/menu_tables.h"
 #include "builder/resources.h"
+#include "builder/tables/menu_tables.h"
 #include "support/text.h"
 
 namespace bw {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "builder/build_checks.h"
-#include "builder/build_driver.h"
+#include "builder/input/build_context.h"
+#include "builder/layout/build_checks.h"
 #include "support/files.h"
 
 namespace bw {

@@ -5,9 +5,9 @@
 
 #include "builder/build_base.h"
 #include "builder/menu_assembler.h"
-#include "builder/menu_tables.h"
+#include "builder/output/rom_writer.h"
 #include "builder/resources.h"
-#include "builder/rom_writer.h"
+#include "builder/tables/menu_tables.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/text.h"

@@ -9,28 +9,12 @@
 #include <optional>
 #include <vector>
 
-#include "builder/bank_layout.h"
-#include "builder/build_checks.h"
-#include "builder/build_settings.h"
-#include "builder/build_user.h"
-#include "builder/final_data.h"
-#include "designer/document/design_store.h"
+#include "builder/input/build_context.h"
+#include "builder/layout/bank_layout.h"
+#include "builder/layout/build_checks.h"
+#include "builder/tables/final_data.h"
 
 namespace bw {
-
-// What a build works on. The caller keeps everything alive and unchanged until the build returns;
-// `games` and `settings` are a snapshot when the build runs beside a window.
-struct BuildContext {
-    const GameList& games;
-    const BuildSettings& settings;
-    SettingsStore& store;  // the design's stored values; takes LastBuildDir
-    DesignStore& design;
-    BuildUser& user;
-    // A folder of this build's own, removed at its end with all that it holds.
-    std::filesystem::path workFolder;
-    // Receives a copy of the work folder's menu tree at the end, however the build ends.
-    std::optional<std::filesystem::path> keepWork;
-};
 
 // What a finished build has made.
 struct BuildOutcome {

@@ -1,8 +1,9 @@
 #include <utility>
 
 #include "builder/build_base.h"
-#include "builder/menu_tables.h"
-#include "builder/reports.h"
+#include "builder/build_driver.h"
+#include "builder/tables/menu_tables.h"
+#include "builder/tables/reports.h"
 #include "support/text.h"
 
 namespace bw {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "builder/build_driver.h"
-#include "support/language.h"
+#include "language/language.h"
 
 namespace bw {
 

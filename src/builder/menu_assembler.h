@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-#include "support/language.h"
+#include "language/language.h"
 
 namespace bw {
 

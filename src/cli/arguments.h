@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "builder/build_settings.h"
-#include "builder/rom_header.h"
+#include "builder/input/build_settings.h"
+#include "builder/output/rom_header.h"
 
 namespace bw {
 

@@ -3,19 +3,19 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "builder/build_checks.h"
 #include "builder/build_driver.h"
 #include "builder/build_words.h"
+#include "builder/layout/build_checks.h"
+#include "builder/output/rom_writer.h"
 #include "builder/resources.h"
-#include "builder/rom_writer.h"
 #include "cli/design_commands.h"
 #include "cli/design_convert.h"
 #include "cli/design_render.h"
 #include "cli/inputs.h"
 #include "cli/report.h"
 #include "cli/terminal_user.h"
-#include "designer/document/design_file.h"
-#include "rom/list_file.h"
+#include "designer/files/design_file.h"
+#include "list/list_file.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/text.h"

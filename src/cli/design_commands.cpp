@@ -2,7 +2,7 @@
 
 #include "cli/inputs.h"
 #include "cli/terminal_user.h"
-#include "designer/document/design_folder.h"
+#include "designer/files/design_folder.h"
 #include "support/paths.h"
 
 namespace bw {

@@ -8,7 +8,7 @@
 #include "cli/inputs.h"
 #include "cli/report.h"
 #include "cli/terminal_user.h"
-#include "designer/document/design_parts.h"
+#include "designer/files/design_parts.h"
 #include "support/files.h"
 #include "support/text.h"
 

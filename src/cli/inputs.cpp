@@ -4,7 +4,7 @@
 #include <iterator>
 #include <system_error>
 
-#include "rom/list_file.h"
+#include "list/list_file.h"
 #include "support/paths.h"
 #include "support/text.h"
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "rom/game_list.h"
-#include "support/language.h"
+#include "language/language.h"
+#include "list/game_list.h"
 
 namespace bw {
 

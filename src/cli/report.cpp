@@ -7,7 +7,9 @@
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
 
-#include "support/generated_text.h"
+#include "builder/output/rom_header.h"
+#include "builder/tables/generated_text.h"
+#include "support/numbers.h"
 #include "support/text.h"
 
 namespace bw {
@@ -141,9 +143,9 @@ void WriteGame(Json& json, const MulticartItem& item, const BuildOutcome& outcom
     json.Crc("chrCrc", item.chrCrc);
     const FinalDataRecord& record = outcome.finalData[number];
     const size_t registers = outcome.board == BoardType::kCoolgirl ? 8 : 4;
-    json.Bytes("prgRegisters", std::span(record.prgRegisters).first(registers));
+    json.Bytes("prgRegisters", std::span(record.registers.prg).first(registers));
     if (outcome.board != BoardType::kCoolgirl) {
-        json.Bytes("chrRegisters", std::span(record.chrRegisters).first(registers));
+        json.Bytes("chrRegisters", std::span(record.registers.chr).first(registers));
     }
     json.EndObject();
 }

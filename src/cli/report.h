@@ -4,9 +4,9 @@
 #include <string>
 
 #include "builder/build_driver.h"
-#include "designer/document/design_document.h"
-#include "rom/game_list.h"
-#include "support/language.h"
+#include "designer/model/design_document.h"
+#include "language/language.h"
+#include "list/game_list.h"
 
 namespace bw {
 

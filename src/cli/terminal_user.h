@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "builder/build_user.h"
+#include "builder/input/build_user.h"
 
 namespace bw {
 

@@ -6,7 +6,7 @@
 
 #include "rom/crc32.h"
 #include "rom/image_files.h"
-#include "rom/parallel.h"
+#include "support/parallel.h"
 #include "support/paths.h"
 #include "support/text.h"
 

@@ -4,8 +4,8 @@
 
 #include "common/environment_variable.h"
 #include "common/temporary_folder.h"
-#include "rom/list_file.h"
-#include "rom/list_history.h"
+#include "list/list_file.h"
+#include "list/list_history.h"
 #include "support/files.h"
 
 namespace bw {

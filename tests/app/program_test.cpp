@@ -7,9 +7,9 @@
 #include "common/child_process.h"
 #include "common/temporary_folder.h"
 #include "common/virtual_display.h"
-#include "rom/list_history.h"
+#include "list/list_history.h"
+#include "settings/settings_store.h"
 #include "support/files.h"
-#include "support/settings_store.h"
 
 namespace bw {
 namespace {

@@ -1,4 +1,4 @@
-#include "builder/bank_layout.h"
+#include "builder/layout/bank_layout.h"
 
 #include <map>
 #include <random>

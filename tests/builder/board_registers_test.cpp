@@ -1,7 +1,8 @@
-#include "builder/board_registers.h"
+#include "builder/tables/board_registers.h"
 
 #include <gtest/gtest.h>
 
+#include "builder/tables/final_data.h"
 #include "test_items.h"
 
 namespace bw {
@@ -61,10 +62,9 @@ TEST(BoardRegisters, Coolboy) {
     };
     for (const CoolboyCase& test : cases) {
         SCOPED_TRACE(test.what);
-        FinalDataRecord record;
-        SetCoolboyRegisters(test.item, record);
-        EXPECT_EQ(record.prgRegisters, test.prg);
-        EXPECT_EQ(record.chrRegisters, test.chr);
+        const BoardRegisters registers = CoolboyRegisters(test.item);
+        EXPECT_EQ(registers.prg, test.prg);
+        EXPECT_EQ(registers.chr, test.chr);
     }
 }
 
@@ -129,10 +129,9 @@ TEST(BoardRegisters, Coolgirl) {
         MulticartItem item = test.item;
         item.mirroring = test.mirroring;
         item.fourScreen = test.fourScreen;
-        FinalDataRecord record;
-        SetCoolgirlRegisters(item, record);
-        EXPECT_EQ(record.prgRegisters, test.prg);
-        EXPECT_EQ(record.chrRegisters, Registers{});
+        const BoardRegisters registers = CoolgirlRegisters(item);
+        EXPECT_EQ(registers.prg, test.prg);
+        EXPECT_EQ(registers.chr, Registers{});
     }
 }
 

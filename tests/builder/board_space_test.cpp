@@ -1,4 +1,4 @@
-#include "builder/board_space.h"
+#include "builder/layout/board_space.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 // Whole builds and exports, with a user that answers and remembers, and the real assembler.
 #include "build_fixture.h"
-#include "builder/build_checks.h"
+#include "builder/layout/build_checks.h"
 
 namespace bw {
 namespace {

@@ -1,4 +1,4 @@
-#include "builder/rom_writer.h"
+#include "builder/output/rom_writer.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

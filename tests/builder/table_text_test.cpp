@@ -2,11 +2,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "builder/final_data.h"
-#include "builder/game_data.h"
-#include "builder/menu_config.h"
-#include "builder/name_tables.h"
-#include "builder/reports.h"
+#include "builder/tables/final_data.h"
+#include "builder/tables/game_data.h"
+#include "builder/tables/menu_config.h"
+#include "builder/tables/name_tables.h"
+#include "builder/tables/reports.h"
 #include "common/game_image.h"
 #include "common/temporary_folder.h"
 #include "test_items.h"
@@ -171,8 +171,8 @@ TEST(FinalData, Golden) {
     uint32_t banks = 0;
     FinalDataRecord record;
     record.name = u"One";
-    record.chrRegisters = {1, 2, 3, 4};
-    record.prgRegisters = {0x11, 0x12, 0x13, 0x14, 0x15, 0x16, 0x17, 0x18};
+    record.registers.chr = {1, 2, 3, 4};
+    record.registers.prg = {0x11, 0x12, 0x13, 0x14, 0x15, 0x16, 0x17, 0x18};
     record.chrOffset = 0x0ABC;
     record.chrCount = 16;
     record.flags = 3;

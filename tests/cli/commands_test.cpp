@@ -10,9 +10,9 @@
 
 #include "common/game_image.h"
 #include "common/temporary_folder.h"
-#include "designer/document/png_file.h"
+#include "designer/files/png_file.h"
 #include "support/files.h"
-#include "support/generated_text.h"
+#include "support/numbers.h"
 
 namespace bw {
 namespace {

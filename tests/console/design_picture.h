@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "designer/document/design_document.h"
+#include "designer/model/design_document.h"
 #include "menu_model.h"
 
 namespace bw::console {

@@ -7,10 +7,10 @@
 #include <gtest/gtest.h>
 
 #include "design_picture.h"
-#include "designer/document/design_file.h"
-#include "designer/document/name_table_picture.h"
-#include "designer/document/system_palette.h"
-#include "designer/document/text_tools.h"
+#include "designer/files/design_file.h"
+#include "designer/model/system_palette.h"
+#include "designer/pictures/name_table_picture.h"
+#include "designer/tools/text_tools.h"
 #include "menu_cart.h"
 #include "samples.h"
 #include "support/text.h"

@@ -2,8 +2,8 @@
 // on every board, with a short list and with one that fills several banks.
 #include <gtest/gtest.h>
 
+#include "list/list_file.h"
 #include "menu_cart.h"
-#include "rom/list_file.h"
 #include "samples.h"
 #include "support/text.h"
 

@@ -5,7 +5,7 @@
 
 #include "builder/menu_assembler.h"
 #include "builder/resources.h"
-#include "designer/document/design_file.h"
+#include "designer/files/design_file.h"
 #include "support/text.h"
 
 namespace bw::console {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "builder/build_driver.h"
-#include "designer/document/design_document.h"
+#include "designer/model/design_document.h"
 #include "fceux_runner.h"
 
 namespace bw::console {

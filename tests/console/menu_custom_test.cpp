@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "design_picture.h"
-#include "designer/document/design_file.h"
+#include "designer/files/design_file.h"
 #include "menu_cart.h"
 #include "menu_model.h"
 #include "rom/crc32.h"

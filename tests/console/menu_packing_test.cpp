@@ -2,7 +2,7 @@
 // of records, written by hand into the menu's tables, and what START writes for each of them.
 #include <gtest/gtest.h>
 
-#include "builder/board_registers.h"
+#include "builder/tables/board_registers.h"
 #include "menu_cart.h"
 #include "support/text.h"
 
@@ -153,13 +153,12 @@ TEST(MenuPacking, KnowsEveryMapperOfCoolgirl) {
         item.mapper = mapper;
         item.prgUnits = 8;
         item.prgOffset = 0x20 << 13;
-        FinalDataRecord record;
-        SetCoolgirlRegisters(item, record);
+        BoardRegisters registers = CoolgirlRegisters(item);
         // The two tables differ in one row, and each is to stay: here 152 has the flag with which
         // it switches its mirroring.
-        if (mapper == 152) record.prgRegisters[6] |= 0x20;
+        if (mapper == 152) registers.prg[6] |= 0x20;
         std::string expected = "00 00 00 00 00 00";
-        for (const uint8_t value : record.prgRegisters)
+        for (const uint8_t value : registers.prg)
             expected += Formatted(u" %02X", static_cast<unsigned>(value));
         EXPECT_EQ(written[mapper], expected) << "mapper " << mapper;
     }

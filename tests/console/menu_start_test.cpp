@@ -97,10 +97,10 @@ std::string ExpectedRegisters(const FinalDataRecord& record, bool coolgirl, unsi
     if (coolgirl) {
         const unsigned base = record.chrOffset / 2;
         values = {static_cast<uint8_t>(base >> 8), static_cast<uint8_t>(base), 0, 0, 0, 0};
-        values.insert(values.end(), record.prgRegisters.begin(), record.prgRegisters.end());
+        values.insert(values.end(), record.registers.prg.begin(), record.registers.prg.end());
     } else {
-        values.assign(record.chrRegisters.begin(), record.chrRegisters.begin() + 4);
-        values.insert(values.end(), record.prgRegisters.begin(), record.prgRegisters.begin() + 4);
+        values.assign(record.registers.chr.begin(), record.registers.chr.begin() + 4);
+        values.insert(values.end(), record.registers.prg.begin(), record.registers.prg.begin() + 4);
     }
     const size_t chrCount = coolgirl ? 6 : 4;
     std::string text;

@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "list/list_file.h"
 #include "menu_cart.h"
-#include "rom/list_file.h"
 #include "samples.h"
 #include "support/text.h"
 

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "designer/document/design_compile.h"
-#include "designer/document/design_file.h"
-#include "designer/document/design_text.h"
+#include "builder/tables/design_compile.h"
+#include "designer/files/design_file.h"
+#include "designer/files/design_text.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "designer/document/design_parts.h"
+#include "designer/files/design_parts.h"
 
 namespace {
 

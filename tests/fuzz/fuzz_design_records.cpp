@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "designer/document/design_compile.h"
-#include "designer/document/design_records.h"
+#include "builder/tables/design_compile.h"
+#include "designer/model/design_records.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include "list/game_entry.h"
 #include "rom/board_tables.h"
-#include "rom/game_entry.h"
 #include "rom/multicart_item.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "rom/list_history.h"
+#include "list/list_history.h"
 
 namespace {
 

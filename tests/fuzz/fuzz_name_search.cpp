@@ -6,7 +6,7 @@
 #include <string_view>
 #include <thread>
 
-#include "rom/name_search.h"
+#include "list/search/name_search.h"
 #include "support/text.h"
 
 namespace {

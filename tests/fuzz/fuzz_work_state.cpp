@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "designer/document/history.h"
-#include "designer/document/work_state.h"
+#include "designer/history/history.h"
+#include "designer/history/work_state.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "support/language.h"
+#include "language/language.h"
 #include "support/text.h"
 
 namespace bw {

@@ -2,9 +2,9 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "image_folder.h"
+#include "common/image_folder.h"
+#include "list/game_entry.h"
 #include "rom/crc32.h"
-#include "rom/game_entry.h"
 #include "rom/multicart_item.h"
 
 namespace bw {

@@ -9,8 +9,8 @@
 
 #include "common/file_size_limit.h"
 #include "common/game_image.h"
+#include "language/language.h"
 #include "program.h"
-#include "support/language.h"
 #include "support/text.h"
 #include "user_home.h"
 

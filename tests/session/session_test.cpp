@@ -4,8 +4,8 @@
 #include <gmock/gmock.h>
 
 #include "common/game_image.h"
+#include "language/language.h"
 #include "program.h"
-#include "support/language.h"
 #include "support/text.h"
 #include "user_home.h"
 

@@ -1,6 +1,6 @@
 #include "user_home.h"
 
-#include "rom/list_history.h"
+#include "list/list_history.h"
 #include "support/text.h"
 
 namespace bw::test {

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "common/temporary_folder.h"
-#include "rom/game_list.h"
-#include "support/settings_store.h"
+#include "list/game_list.h"
+#include "settings/settings_store.h"
 
 namespace bw::test {
 

@@ -5,13 +5,13 @@
 #include <QPushButton>
 #include <algorithm>
 
-#include "rom/name_search.h"
+#include "language/language_table.h"
+#include "list/search/name_search.h"
 #include "shell/framework/messages.h"
 #include "shell/list/game_list_view.h"
 #include "shell/main/menu_rows.h"
 #include "shell/main/placement.h"
 #include "shell/main_window.h"
-#include "support/language_table.h"
 
 namespace bw {
 namespace {

@@ -1,5 +1,5 @@
 // The file dialogs that the window asks with.
-#include "shell/tasks/qt_user_dialogs.h"
+#include "shell/dialogs/qt_user_dialogs.h"
 
 #include <QComboBox>
 #include <QFileDialog>

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "shell/dialogs/user_dialogs.h"
 #include "shell/framework/messages.h"
-#include "shell/tasks/user_dialogs.h"
 
 namespace bw {
 

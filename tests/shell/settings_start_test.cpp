@@ -1,7 +1,7 @@
 // Settings that are entries of the menu: chosen, stored, and applied again at the next start.
 #include <set>
 
-#include "builder/build_settings.h"
+#include "builder/input/build_settings.h"
 #include "shell/main/menu_settings.h"
 #include "shell/main_window.h"
 

@@ -6,8 +6,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "settings/settings_store.h"
 #include "shell/framework/dialog_base.h"
-#include "support/settings_store.h"
 
 namespace bw {
 

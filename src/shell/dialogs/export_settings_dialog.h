@@ -8,8 +8,8 @@
 #include <QVBoxLayout>
 #include <array>
 
+#include "settings/settings_store.h"
 #include "shell/framework/dialog_base.h"
-#include "support/settings_store.h"
 
 namespace bw {
 

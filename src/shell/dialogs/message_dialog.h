@@ -7,8 +7,8 @@
 #include <QVBoxLayout>
 #include <string_view>
 
+#include "shell/dialogs/user_dialogs.h"
 #include "shell/framework/dialog_base.h"
-#include "shell/tasks/user_dialogs.h"
 
 namespace bw {
 

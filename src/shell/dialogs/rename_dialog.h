@@ -15,9 +15,9 @@
 #include <QVBoxLayout>
 #include <string_view>
 
-#include "rom/name_search.h"
+#include "list/search/name_search.h"
+#include "settings/settings_store.h"
 #include "shell/framework/dialog_base.h"
-#include "support/settings_store.h"
 
 namespace bw {
 

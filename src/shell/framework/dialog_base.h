@@ -7,10 +7,10 @@
 #include <map>
 #include <string>
 
+#include "language/language.h"
 #include "shell/framework/message_target.h"
 #include "shell/framework/texts.h"
 #include "shell/framework/ui_queue.h"
-#include "support/language.h"
 
 class QAbstractButton;
 

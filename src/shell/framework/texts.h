@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "support/language.h"
+#include "language/language.h"
 
 namespace bw {
 

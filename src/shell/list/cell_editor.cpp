@@ -4,7 +4,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 
-#include "rom/list_editor.h"
+#include "list/list_editor.h"
 
 namespace bw {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <QLineEdit>
 
-#include "rom/list_columns.h"
+#include "list/list_columns.h"
 
 namespace bw {
 

@@ -1,6 +1,6 @@
 #include "shell/list/cell_tips.h"
 
-#include "builder/board_space.h"
+#include "builder/layout/board_space.h"
 #include "shell/framework/texts.h"
 
 namespace bw {

@@ -3,8 +3,8 @@
 
 #include <QString>
 
-#include "rom/list_columns.h"
-#include "support/language.h"
+#include "language/language.h"
+#include "list/list_columns.h"
 
 namespace bw {
 

@@ -5,7 +5,7 @@
 #include <QLineEdit>
 #include <QWidget>
 
-#include "support/language.h"
+#include "language/language.h"
 
 namespace bw {
 

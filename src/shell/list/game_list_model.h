@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "rom/list_editor.h"
-#include "support/language.h"
+#include "language/language.h"
+#include "list/list_editor.h"
 
 namespace bw {
 

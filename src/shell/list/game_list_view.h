@@ -7,9 +7,9 @@
 #include <memory>
 #include <vector>
 
-#include "rom/list_editor.h"
-#include "rom/list_history.h"
-#include "support/language.h"
+#include "language/language.h"
+#include "list/list_editor.h"
+#include "list/list_history.h"
 
 namespace bw {
 

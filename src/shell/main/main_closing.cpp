@@ -4,7 +4,7 @@
 #include <QScopedValueRollback>
 #include <system_error>
 
-#include "rom/list_file.h"
+#include "list/list_file.h"
 #include "shell/dialogs/close_dialog.h"
 #include "shell/main/main_parts.h"
 #include "shell/main/placement.h"

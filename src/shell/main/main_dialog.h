@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "settings/settings_store.h"
+#include "shell/dialogs/user_dialogs.h"
 #include "shell/framework/dialog_base.h"
-#include "shell/tasks/user_dialogs.h"
-#include "support/settings_store.h"
 
 namespace bw {
 

@@ -9,8 +9,8 @@
 #include <memory>
 #include <vector>
 
+#include "language/language.h"
 #include "shell/main/menu_rows.h"
-#include "support/language.h"
 
 namespace bw {
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 
+#include "shell/dialogs/qt_user_dialogs.h"
 #include "shell/dialogs/rename_dialog.h"
 #include "shell/list/game_list_view.h"
 #include "shell/main/button_column.h"
@@ -19,7 +20,6 @@
 #include "shell/tasks/find_commands.h"
 #include "shell/tasks/list_files.h"
 #include "shell/tasks/list_host.h"
-#include "shell/tasks/qt_user_dialogs.h"
 
 namespace bw {
 

@@ -6,8 +6,8 @@
 #include <span>
 #include <string_view>
 
+#include "settings/settings_store.h"
 #include "shell/main/main_menu.h"
-#include "support/settings_store.h"
 
 namespace bw {
 

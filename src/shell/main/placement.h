@@ -6,7 +6,7 @@
 #include <optional>
 #include <span>
 
-#include "support/settings_store.h"
+#include "settings/settings_store.h"
 
 namespace bw {
 

@@ -3,7 +3,7 @@
 
 #include <QTranslator>
 
-#include "support/language.h"
+#include "language/language.h"
 
 namespace bw {
 

@@ -3,8 +3,8 @@
 
 #include <functional>
 
+#include "settings/settings_store.h"
 #include "shell/main/main_menu.h"
-#include "support/settings_store.h"
 
 namespace bw {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "builder/board_space.h"
+#include "builder/layout/board_space.h"
 
 namespace bw {
 

@@ -10,10 +10,10 @@
 #include <array>
 #include <functional>
 
-#include "builder/board_space.h"
+#include "builder/layout/board_space.h"
+#include "language/language.h"
 #include "shell/main/elided_label.h"
 #include "shell/tasks/background_tasks.h"
-#include "support/language.h"
 
 namespace bw {
 

@@ -5,7 +5,7 @@
 
 #include "builder/build_driver.h"
 #include "builder/build_words.h"
-#include "rom/added_games.h"
+#include "list/added_games.h"
 #include "shell/tasks/window_build_user.h"
 #include "support/paths.h"
 

@@ -2,7 +2,7 @@
 // run beside the window and can be stopped.
 #pragma once
 
-#include "rom/name_search.h"
+#include "list/search/name_search.h"
 #include "shell/tasks/list_host.h"
 
 namespace bw {

@@ -4,8 +4,8 @@
 #include <iterator>
 #include <utility>
 
-#include "rom/added_games.h"
-#include "rom/list_file.h"
+#include "list/added_games.h"
+#include "list/list_file.h"
 #include "support/paths.h"
 #include "support/text.h"
 

@@ -5,7 +5,7 @@
 #include <functional>
 #include <span>
 
-#include "rom/game_list.h"
+#include "list/game_list.h"
 #include "shell/tasks/background_tasks.h"
 
 namespace bw {

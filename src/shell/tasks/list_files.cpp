@@ -4,7 +4,7 @@
 #include <memory>
 #include <utility>
 
-#include "rom/list_file.h"
+#include "list/list_file.h"
 #include "shell/tasks/game_intake.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -210,11 +210,6 @@ std::filesystem::path ListFiles::StoredFolder(std::string_view name) const {
 
 void ListFiles::StoreFolderOf(std::string_view name, const std::filesystem::path& file) {
     host_.Store().RegWriteString(kMainKey, name, PathText(file.parent_path()));
-}
-
-std::filesystem::path WithListExtension(std::filesystem::path file) {
-    if (!HasExtension(file, "fcl")) file += ".fcl";
-    return file;
 }
 
 }  // namespace bw

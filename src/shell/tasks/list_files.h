@@ -47,7 +47,4 @@ class ListFiles {
     bool historyMissing_ = false;  // LoadHistory() has begun, and hasn't brought the list
 };
 
-// The path with ".fcl" appended, unless it ends in it already in any letter case.
-std::filesystem::path WithListExtension(std::filesystem::path file);
-
 }  // namespace bw

@@ -3,12 +3,12 @@
 
 #include <filesystem>
 
-#include "rom/list_editor.h"
-#include "rom/list_history.h"
+#include "language/language.h"
+#include "list/list_editor.h"
+#include "list/list_history.h"
+#include "settings/settings_store.h"
+#include "shell/dialogs/user_dialogs.h"
 #include "shell/tasks/background_tasks.h"
-#include "shell/tasks/user_dialogs.h"
-#include "support/language.h"
-#include "support/settings_store.h"
 
 namespace bw {
 

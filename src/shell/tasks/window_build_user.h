@@ -4,9 +4,9 @@
 
 #include <string>
 
-#include "builder/build_user.h"
+#include "builder/input/build_user.h"
+#include "shell/dialogs/user_dialogs.h"
 #include "shell/tasks/background_tasks.h"
-#include "shell/tasks/user_dialogs.h"
 
 namespace bw {
 

@@ -1,0 +1,29 @@
+// What a build works on.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+#include "builder/input/build_settings.h"
+#include "builder/input/build_user.h"
+#include "designer/model/design_store.h"
+#include "list/game_list.h"
+#include "settings/settings_store.h"
+
+namespace bw {
+
+// The caller keeps everything alive and unchanged until the build returns;
+// `games` and `settings` are a snapshot when the build runs beside a window.
+struct BuildContext {
+    const GameList& games;
+    const BuildSettings& settings;
+    SettingsStore& store;  // the design's stored values; takes LastBuildDir
+    DesignStore& design;
+    BuildUser& user;
+    // A folder of this build's own, removed at its end with all that it holds.
+    std::filesystem::path workFolder;
+    // Receives a copy of the work folder's menu tree at the end, however the build ends.
+    std::optional<std::filesystem::path> keepWork;
+};
+
+}  // namespace bw

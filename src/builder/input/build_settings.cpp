@@ -1,0 +1,70 @@
+#include "builder/input/build_settings.h"
+
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+class Reader {
+  public:
+    explicit Reader(const SettingsStore& store) : store_(store) {}
+
+    void Number(std::string_view name, uint32_t& out, std::string_view key = kMainKey) const {
+        store_.RegReadDword(key, name, out);
+    }
+    void Switch(std::string_view name, bool& out) const {
+        uint32_t value = out ? 1 : 0;
+        Number(name, value);
+        out = value != 0;
+    }
+    void Path(std::string_view name, std::filesystem::path& out) const {
+        std::u16string text;
+        if (store_.RegReadString(kMainKey, name, text)) {
+            out = TextPath(text);
+        }
+    }
+
+  private:
+    const SettingsStore& store_;
+};
+
+template <typename... Allowed>
+void KeepIfOneOf(uint32_t& value, uint32_t otherwise, Allowed... allowed) {
+    if (((value != static_cast<uint32_t>(allowed)) && ...)) {
+        value = otherwise;
+    }
+}
+
+}  // namespace
+
+BuildSettings LoadBuildSettings(const SettingsStore& store) {
+    BuildSettings settings;
+    const Reader read(store);
+    read.Number("CoolboyType", settings.CoolboyType, kBoardKey);
+    read.Number("MenuSize", settings.MenuSize);
+    read.Switch("ExternMenuEnable", settings.ExternMenuEnable);
+    read.Path("ExternMenuPath", settings.ExternMenuPath);
+    read.Switch("CustomEnable", settings.CustomEnable);
+    read.Switch("ShowNumberOrder", settings.ShowNumberOrder);
+    read.Switch("ShowNumberDot", settings.ShowNumberDot);
+    read.Switch("ShowNumberFill", settings.ShowNumberFill);
+    read.Switch("PageNumber", settings.PageNumber);
+    read.Switch("NameInsertRow", settings.NameInsertRow);
+    read.Number("PageSize", settings.PageSize);
+    read.Number("ShowStyle", settings.ShowStyle);
+    read.Number("PageTurningSpeed", settings.PageTurningSpeed);
+    read.Number("Music", settings.Music);
+    read.Number("ExportRomType", settings.ExportRomType);
+    read.Number("ExportPrgSize", settings.ExportPrgSize);
+    read.Path("LastBuildDir", settings.LastBuildDir);
+    read.Path("LastExportDir", settings.LastExportDir);
+
+    KeepIfOneOf(settings.PageSize, 10, 5, 10, 15, 20);
+    KeepIfOneOf(settings.PageTurningSpeed, 1, 1, 2, 3, 4);
+    KeepIfOneOf(settings.MenuSize, 8, 8, 16, 32);
+    KeepIfOneOf(settings.Music, 1, 0, 1, 2, 3, 4, 5);
+    KeepIfOneOf(settings.ShowStyle, 0, 0, 1);
+    return settings;
+}
+
+}  // namespace bw

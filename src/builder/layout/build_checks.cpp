@@ -1,0 +1,200 @@
+#include "builder/layout/build_checks.h"
+
+#include <algorithm>
+#include <array>
+
+#include "support/paths.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+constexpr int kGameErrorLimit = 20;
+
+std::u16string GameError(const MulticartItem& item, BoardType board, Language language) {
+    const auto text = [&](int id, auto... numbers) {
+        // A file that couldn't be read has no name yet.
+        const std::u16string name =
+            item.name.empty() ? NameWithoutExtension(PathText(item.path)) : item.name;
+        return FormatText(LoadText(id, language), item.index + 1, name, numbers...);
+    };
+    switch (FindGameFault(item, board)) {
+        case GameFault::kNone:
+            return {};
+        case GameFault::kNotValid:
+            return text(261);
+        case GameFault::kMapper:
+            return text(259, item.mapper);
+        case GameFault::kTrainer:
+            return text(262);
+        case GameFault::kSize:
+            return text(260, item.prgCount * 16, item.chrCount * 8);
+    }
+    return {};
+}
+
+// "7.Name", or the menu's file.
+std::u16string ItemText(const MulticartItem& item) {
+    return item.isMenu != 0 ? u"menu.nes" : FormatText(u"%d.%s", item.index + 1, item.name);
+}
+
+}  // namespace
+
+BoardLimit LimitOf(BoardType board) {
+    constexpr uint32_t kMegabyte = 1024 * 1024;
+    return board == BoardType::kCoolgirl ? BoardLimit{128 * kMegabyte, 1024}
+                                         : BoardLimit{32 * kMegabyte, 1024};
+}
+
+BankLimits BankLimitsOf(uint32_t menuPrgUnits) {
+    switch (menuPrgUnits) {
+        case 16:
+            return {10, 8, 8};
+        case 32:
+            return {16, 12, 12};
+        default:  // also for menus of 64 and 128 units
+            return {5, 4, 4};
+    }
+}
+
+CheckText CheckTableBanks(const BankLimits& used, uint32_t menuPrgUnits, Language language) {
+    const BankLimits limits = BankLimitsOf(menuPrgUnits);
+    if (used.names <= limits.names && used.data <= limits.data &&
+        used.finalData <= limits.finalData) {
+        return std::nullopt;
+    }
+    return FormatText(LoadText(280, language), used.names, limits.names, used.data, limits.data,
+                      used.finalData, limits.finalData);
+}
+
+GameFault FindGameFault(const MulticartItem& item, BoardType board) {
+    if (item.valid == 0) {
+        return GameFault::kNotValid;
+    }
+    const MapperCapability* row = FindMapperCapability(item.mapper);
+    if (row == nullptr || !BoardTakesMapper(board, item.mapper)) {
+        return GameFault::kMapper;
+    }
+    if (item.trainer != 0) {
+        return GameFault::kTrainer;
+    }
+    const bool sizes =
+        row->prgSizes.contains(item.prgCount) && row->chrSizes.contains(item.chrUnits);
+    return sizes ? GameFault::kNone : GameFault::kSize;
+}
+
+CheckText CheckGames(std::span<const MulticartItem> items, BoardType board, Language language) {
+    std::u16string text;
+    int errors = 0;
+    for (const MulticartItem& item : items) {
+        const std::u16string error = GameError(item, board, language);
+        if (!error.empty()) {
+            text += error + u"\r\n";
+            if (++errors == kGameErrorLimit) {
+                break;
+            }
+        }
+    }
+    return errors == 0 ? std::nullopt : CheckText(std::move(text));
+}
+
+CheckText CheckRomLimits(const LayoutResult& layout, BoardType board, Language language) {
+    const BoardLimit limit = LimitOf(board);
+    const size_t games = layout.items.empty() ? 0 : layout.items.size() - 1;
+    if (layout.romSize <= limit.romBytes && games <= limit.games) {
+        return std::nullopt;
+    }
+    return FormatText(LoadText(185, language), BoardName(board), limit.romBytes / 1048576,
+                      layout.romSize / 1048576.0, limit.games, games);
+}
+
+CheckText CheckMenu(const MulticartItem& menu, Language language) {
+    constexpr std::array<uint32_t, 5> kSizes{8, 16, 32, 64, 128};
+    if (menu.valid != 0 && menu.chrCount == 0 &&
+        std::find(kSizes.begin(), kSizes.end(), menu.prgCount) != kSizes.end()) {
+        return std::nullopt;
+    }
+    return FormatText(LoadText(277, language), PathText(menu.path), menu.mapper, menu.prgCount * 16,
+                      menu.chrCount * 8) +
+           u"\r\n";
+}
+
+CheckText CheckScreenPlaces(const BuildSettings& settings, const DesignStore& design, size_t games,
+                            Language language) {
+    constexpr uint32_t kScreen = 0x2000;  // in video memory
+    constexpr uint32_t kScreenEnd = 0x23C0;
+    if (!settings.CustomEnable) {
+        return std::nullopt;
+    }
+    const size_t pages = (games + settings.PageSize - 1) / std::max<size_t>(settings.PageSize, 1);
+    const size_t digits = std::to_string(pages).size();
+    struct Place {
+        std::u16string_view chinese;
+        std::u16string_view english;
+        uint32_t address;
+        size_t columns;  // taken without regard to the right edge
+        bool shown;
+    };
+    const std::array places{
+        Place{u"标题", u"caption", design.CaptionPpuAddr, 1, true},
+        Place{u"游戏列表", u"list of games", design.ItemPpuAddr, 1, true},
+        // This page, a slash, the number of pages.
+        Place{u"页码", u"page number", design.PageNumberPpuAddr, 2 * digits + 1,
+              settings.PageNumber},
+    };
+    for (const Place& place : places) {
+        const bool inside = place.address >= kScreen && place.address < kScreenEnd &&
+                            place.address + place.columns <= kScreenEnd;
+        if (place.shown && !inside) {
+            return FormatText(
+                OwnText(language, u"设计中的%s位于屏幕之外（显存地址 $%04X）。",
+                        u"The design's %s lies outside the screen (video memory address $%04X)."),
+                OwnText(language, place.chinese, place.english), place.address);
+        }
+    }
+    return std::nullopt;
+}
+
+CheckText CheckScreenRows(const BuildSettings& settings, uint32_t itemPpuAddr, size_t games,
+                          Language language) {
+    constexpr uint32_t kWhite = 1;
+    constexpr uint32_t kRows = 30;
+    if (!settings.CustomEnable && settings.ShowStyle == kWhite && settings.PageSize != 10 &&
+        settings.PageSize != 20) {
+        return OwnText(language, u"白色样式的菜单每页只能显示 10 或 20 项，请更改每页项目数。",
+                       u"The white style has places for 10 or 20 names per page only. Choose one "
+                       u"of these, or the default style.");
+    }
+    uint32_t firstRow = settings.ShowStyle == kWhite || settings.PageSize <= 10 ? 6 : 5;
+    if (settings.CustomEnable) {
+        firstRow = (itemPpuAddr & 0x03FF) / 32;
+    }
+    const auto names = static_cast<uint32_t>(std::min<size_t>(settings.PageSize, games));
+    const uint32_t step = settings.NameInsertRow ? 2 : 1;
+    const uint32_t room = firstRow < kRows ? (kRows - firstRow + step - 1) / step : 0;
+    if (names <= room) {
+        return std::nullopt;
+    }
+    return FormatText(
+        OwnText(
+            language,
+            u"屏幕上每页只能显示 %d 项，当前设置为 %d 项。请减少每页项目数，或取消名称插入空行。",
+            u"The screen has room for %d names per page here, but %d are asked for. Choose "
+            u"fewer names per page, or no blank rows between them."),
+        room, names);
+}
+
+CheckText CheckConflicts(const LayoutResult& layout, Language language) {
+    const std::optional<LayoutConflict> conflict = FindLayoutConflict(layout);
+    if (!conflict) {
+        return std::nullopt;
+    }
+    return FormatText(
+        OwnText(language,
+                u"%s 与 %s 的数据位置冲突：列表中有数据相同但大小不同的游戏。请取消选择其中一个。",
+                u"%s and %s can't lie in one ROM: a game in the list has the same data as "
+                u"another one but needs more room. Uncheck one of the two."),
+        ItemText(*conflict->first), ItemText(*conflict->second));
+}
+
+}  // namespace bw

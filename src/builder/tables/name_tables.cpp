@@ -1,0 +1,110 @@
+#include "builder/tables/name_tables.h"
+
+#include <algorithm>
+#include <optional>
+#include <regex>
+#include <vector>
+
+#include "builder/tables/generated_text.h"
+#include "list/game_list.h"
+#include "support/files.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+constexpr uint32_t kScreenWidth = 32;    // columns
+constexpr uint32_t kBytesPerName = 3;    // length byte and pointer
+constexpr char16_t kLastKeptCode = 128;  // 128 itself stays
+constexpr TableNames kNames{"game_name", "game_name_begin", "game_name_list"};
+constexpr TableFiles kFiles{"game_list_", "game_list_bank.asm", "game_list_bank_index", 16};
+
+// ConsoleName keeps code 128 as one byte; in the file it is UTF-8.
+std::string FileText(const std::string& name) {
+    std::string text;
+    for (const char c : name) {
+        if (static_cast<unsigned char>(c) == kLastKeptCode) {
+            text += "\xC2\x80";
+        } else {
+            text += c;
+        }
+    }
+    return text;
+}
+
+std::string BankText(const TableBanks::Bank& bank, std::span<const std::string> names) {
+    std::string text = TableBankHeadText(kNames, bank);
+    for (uint32_t game = bank.first; game < bank.first + bank.count; ++game) {
+        AppendTableLabel(text, kNames.label, game);
+        if (names[game].empty()) {
+            text += " .DB $00";
+        } else {
+            AppendCountedString(text, FileText(names[game]));
+        }
+        text += kLineEnd;
+    }
+    text += kLineEnd;
+    return text;
+}
+
+// Cuts the names to the screen and deals them to banks.
+TableBanks PackNames(std::vector<std::string>& names, uint32_t nameColumn) {
+    TableBankPacker packer;
+    for (std::string& name : names) {
+        const auto length = static_cast<uint32_t>(name.size());
+        const uint32_t cut =
+            length + nameColumn > kScreenWidth ? kScreenWidth - nameColumn : length;
+        if (packer.Overflows(cut + kBytesPerName)) {
+            packer.Add(length + kBytesPerName);
+        } else {
+            packer.Add(cut + kBytesPerName);
+            name.resize(cut);
+        }
+    }
+    return packer.Take();
+}
+
+}  // namespace
+
+std::string ConsoleName(std::u16string_view name) {
+    std::string result;
+    result.reserve(name.size());
+    for (const char16_t unit : name) {
+        result += static_cast<char>(unit > kLastKeptCode ? u'?' : AsciiUpper(unit));
+    }
+    return result;
+}
+
+bool GenerateNameTables(std::span<const std::u16string> names, const std::filesystem::path& folder,
+                        const NameTableOptions& options, uint32_t& bankCount) {
+    if (names.empty()) {
+        return false;
+    }
+    std::optional<std::regex> removal;
+    if (!options.removalPattern.empty()) {
+        try {
+            removal.emplace(options.removalPattern, std::regex::ECMAScript);
+        } catch (const std::regex_error&) {
+            return false;
+        }
+    }
+    std::vector<std::string> texts;
+    texts.reserve(names.size());
+    for (const std::u16string& name : names) {
+        texts.push_back(ConsoleName(name));
+        if (removal) {
+            texts.back() = std::regex_replace(texts.back(), *removal, "");
+        }
+    }
+    const TableBanks banks = PackNames(texts, std::min(options.nameColumn, kScreenWidth - 1));
+    bankCount = static_cast<uint32_t>(banks.banks.size());
+
+    const bool tables = WriteTable(
+        kFiles, banks, [&](const TableBanks::Bank& bank) { return BankText(bank, texts); }, folder,
+        options.files);
+    std::string title;
+    AppendCountedString(title, ToUtf8(MulticartTitle(names.size())));
+    return WriteScratchFile(folder / "game_title.asm", title) && tables;
+}
+
+}  // namespace bw

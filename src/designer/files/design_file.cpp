@@ -1,0 +1,141 @@
+#include "designer/files/design_file.h"
+
+#include <algorithm>
+#include <array>
+#include <system_error>
+#include <utility>
+
+#include "designer/model/design_chunks.h"
+#include "support/files.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+using enum ChunkType;
+
+// In the order of writing.
+std::span<const ChunkType> WrittenTypes(DesignScope scope) {
+    static constexpr std::array kWhole{kBkgTile,       kSpriteTile,    kCharMapData, kAttributes,
+                                       kBkgPalette,    kSpritePalette, kCaptionPos,  kCaptionText,
+                                       kPageNumberPos, kItemPos,       kArrowTile,   kArrowTileItem,
+                                       kChrData,       kCustomText,    kBigCursor,   kBigSprite};
+    static constexpr std::array kScreen{kBkgTile,       kAttributes, kCaptionPos, kCaptionText,
+                                        kPageNumberPos, kItemPos,    kArrowTile,  kCustomText};
+    static constexpr std::array kTexts{kCaptionPos, kCaptionText, kCustomText};
+    switch (scope) {
+        case DesignScope::kWhole:
+            return kWhole;
+        case DesignScope::kScreen:
+            return kScreen;
+        default:
+            return kTexts;
+    }
+}
+
+// A screen is read with palettes, which it is written without: they are the user's to choose.
+std::span<const ChunkType> ReadTypes(DesignScope scope) {
+    static constexpr std::array kScreen{kAttributes, kBkgPalette,    kSpritePalette, kCaptionText,
+                                        kCaptionPos, kPageNumberPos, kItemPos,       kArrowTile,
+                                        kCustomText, kBkgTile};
+    return scope == DesignScope::kScreen ? std::span<const ChunkType>(kScreen)
+                                         : WrittenTypes(scope);
+}
+
+std::u16string Named(const std::filesystem::path& file, const std::u16string& reason) {
+    return PathText(file) + u": " + reason;
+}
+
+std::u16string LastReason(Language language) {
+    const std::string reason = LastFileProblem({}).reason;
+    return reason.empty() ? OwnText(language, u"无法读写", u"can't be read or written")
+                          : ToWide(reason);
+}
+
+}  // namespace
+
+DesignProblem ReadDesign(std::span<const uint8_t> bytes, DesignDocument& document,
+                         Language language, DesignScope scope) {
+    const auto takes = [&](ChunkType type) {
+        return std::ranges::find(ReadTypes(scope), type) != ReadTypes(scope).end();
+    };
+    const ChunkList list = ReadChunks(bytes);
+    DesignDocument read = document;
+    if (takes(kCustomText)) read.store.CustomText.clear();
+    if (takes(kBkgTile)) read.store.BkgTileList.clear();
+    if (takes(kSpriteTile)) read.store.SpriteTileList.clear();
+    if (takes(kArrowTileItem)) read.store.ArrowTileList.clear();
+    bool isDesign = false;
+    for (const ChunkView& chunk : list.chunks) {
+        if (!takes(static_cast<ChunkType>(chunk.type))) continue;
+        isDesign = true;
+        if (const auto fault = ApplyChunk(chunk, read)) return FaultText(*fault, language);
+    }
+    if (list.fault) return FaultText(*list.fault, language);
+    if (!isDesign) {
+        return bytes.empty() ? OwnText(language, u"文件是空的", u"the file is empty")
+                             : OwnText(language, u"不是设计文件：没有任何设计数据",
+                                       u"no design file: nothing in it belongs to a design");
+    }
+    if (scope == DesignScope::kWhole) {
+        read.store.BkgTileSelected.fill(0);
+        read.store.SpriteTileSelected.fill(0);
+    }
+    document = std::move(read);
+    return std::nullopt;
+}
+
+std::vector<uint8_t> WriteDesign(const DesignDocument& document, DesignScope scope) {
+    std::vector<uint8_t> bytes;
+    for (const ChunkType type : WrittenTypes(scope)) {
+        AppendDesignChunk(bytes, type, document);
+    }
+    return bytes;
+}
+
+DesignProblem LoadDesign(const std::filesystem::path& file, DesignDocument& document,
+                         std::vector<uint8_t>& bytes, Language language) {
+    std::error_code error;
+    if (std::filesystem::exists(file, error) && !std::filesystem::is_regular_file(file, error)) {
+        return Named(file, OwnText(language, u"不是文件", u"this is no file"));
+    }
+    const uint64_t size = std::filesystem::file_size(file, error);
+    if (!error && size > kLargestDesignFile) {
+        return Named(file, FormatText(OwnText(language, u"文件为 %d 字节，设计文件最多 %d 字节",
+                                              u"the file has %d bytes, a design at most %d"),
+                                      size, kLargestDesignFile));
+    }
+    auto contents = ReadFile(file, kLargestDesignFile);
+    if (!contents) return Named(file, LastReason(language));
+    if (auto problem = ReadDesign(*contents, document, language)) return Named(file, *problem);
+    bytes = std::move(*contents);
+    return std::nullopt;
+}
+
+DesignProblem LoadDesign(const std::filesystem::path& file, DesignDocument& document,
+                         Language language) {
+    std::vector<uint8_t> unused;
+    return LoadDesign(file, document, unused, language);
+}
+
+DesignProblem OpenDesign(const std::filesystem::path& file, DesignDocument& document,
+                         Language language) {
+    std::vector<uint8_t> bytes;
+    if (auto problem = LoadDesign(file, document, bytes, language)) return problem;
+    if (!HoldsChunk(bytes, kArrowTile)) ResetSmallCursor(document);
+    RebuildShortLargeCursor(document);
+    return std::nullopt;
+}
+
+DesignProblem SaveDesign(const std::filesystem::path& file, std::span<const uint8_t> bytes,
+                         Language language) {
+    if (WriteFile(file, bytes)) return std::nullopt;
+    return Named(file, LastReason(language));
+}
+
+DesignProblem SaveDesign(const std::filesystem::path& file, const DesignDocument& document,
+                         Language language) {
+    return SaveDesign(file, WriteDesign(document), language);
+}
+
+}  // namespace bw

@@ -1,0 +1,116 @@
+#include "designer/history/designer_settings.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "designer/history/work_state.h"
+#include "designer/model/design_records.h"
+#include "designer/model/stored_numbers.h"
+
+namespace bw {
+namespace {
+
+using Bytes = std::vector<uint8_t>;
+
+struct Switch {
+    std::string_view name;
+    bool WorkingCopy::*value;
+};
+constexpr std::array<Switch, 9> kSwitches = {{
+    {"Show_Bg_Tile", &WorkingCopy::Show_Bg_Tile},
+    {"Show_Sp_Tile", &WorkingCopy::Show_Sp_Tile},
+    {"Show_List", &WorkingCopy::Show_List},
+    {"Show_Custom_Text", &WorkingCopy::Show_Custom_Text},
+    {"Show_Caption", &WorkingCopy::Show_Caption},
+    {"Show_Cursor", &WorkingCopy::Show_Cursor},
+    {"FillColor", &WorkingCopy::FillColor},
+    {"DrawLine", &WorkingCopy::DrawLine},
+    {"DragText", &WorkingCopy::DragText},
+}};
+
+constexpr size_t kIndexSize = 8;
+
+// A value of exactly this size, or nothing.
+std::optional<Bytes> ReadExact(const SettingsStore& settings, std::string_view name, size_t size) {
+    Bytes bytes = ReadWholeBinary(settings, kDesignKey, name);
+    if (bytes.size() != size) return std::nullopt;
+    return bytes;
+}
+
+void ReadByte(const SettingsStore& settings, std::string_view name, uint8_t& value) {
+    if (const auto bytes = ReadExact(settings, name, 1)) value = bytes->front();
+}
+
+void ReadPos(const SettingsStore& settings, std::string_view name, Pos& place) {
+    if (const auto bytes = ReadExact(settings, name, Pos::kStoredSize)) {
+        place = ReadStoredPos(std::span(*bytes).first<Pos::kStoredSize>());
+    }
+}
+
+// The entries in use bound the palettes that commands write into.
+void ReadEntry(const SettingsStore& settings, std::string_view name, Pos& place) {
+    Pos read = place;
+    ReadPos(settings, name, read);
+    if (read.X >= 0 && read.X < static_cast<int32_t>(kPaletteSize)) place = {read.X, 0};
+}
+
+void ReadHistory(EditSession& session, const SettingsStore& settings) {
+    // A window that opens again in the same run has its history still.
+    if (session.Steps().Count() != 0) return;
+    uint64_t index = 0;
+    if (const auto bytes = ReadExact(settings, "HistoryDataIndex", kIndexSize)) {
+        index = Read32(*bytes, 0) | uint64_t{Read32(*bytes, 4)} << 32;
+    }
+    session.Steps().Load(ReadWholeBinary(settings, kDesignKey, "HistoryDataList"), index);
+}
+
+Bytes StoredIndex(uint64_t index) {
+    Bytes bytes;
+    Append32(bytes, static_cast<uint32_t>(index));
+    Append32(bytes, static_cast<uint32_t>(index >> 32));
+    return bytes;
+}
+
+}  // namespace
+
+void OpenDesigner(EditSession& session, const SettingsStore& settings) {
+    WorkingCopy& copy = session.Copy();
+    for (const Switch& entry : kSwitches) {
+        uint8_t value = copy.*entry.value ? 1 : 0;
+        ReadByte(settings, entry.name, value);
+        copy.*entry.value = value != 0;
+    }
+    ReadByte(settings, "BigCursor", copy.document.BigCursor);
+    ReadEntry(settings, "BkgPalettePos", copy.BkgPalettePos);
+    ReadEntry(settings, "SpPalettePos", copy.SpPalettePos);
+    ReadPos(settings, "CaptionPos", copy.document.CaptionPos);
+    ReadPos(settings, "PageNumberPos", copy.document.PageNumberPos);
+    ReadPos(settings, "ItemPos", copy.document.ItemPos);
+    settings.RegReadString(kDesignKey, "CaptionText", copy.Store().CaptionText);
+    RebuildShortLargeCursor(copy.document);
+    ReadHistory(session, settings);
+    const Bytes last = ReadWholeBinary(settings, kDesignKey, "LastWorkState");
+    if (!last.empty()) ApplyWorkState(last, copy);
+    RebuildShortLargeCursor(copy.document);
+}
+
+bool CloseDesigner(EditSession& session, SettingsStore& settings) {
+    WorkingCopy& copy = session.Copy();
+    bool written = true;
+    const auto write = [&](std::string_view name, std::span<const uint8_t> bytes) {
+        written = settings.RegWriteBinary(kDesignKey, name, bytes) && written;
+    };
+    for (const Switch& entry : kSwitches) {
+        const uint8_t value = copy.*entry.value ? 1 : 0;
+        write(entry.name, {&value, 1});
+    }
+    write("LastWorkState", BuildWorkState(copy));
+    if (session.Steps().Count() != 0) write("HistoryDataList", session.Steps().Store());
+    write("HistoryDataIndex", StoredIndex(session.Steps().Index()));
+    write("BkgPalettePos", StoredPos(copy.BkgPalettePos));
+    write("SpPalettePos", StoredPos(copy.SpPalettePos));
+    return StoreDesign(copy.document, settings) && written;
+}
+
+}  // namespace bw

@@ -1,0 +1,31 @@
+// Commands that bend the pattern tables, the character map and what is on the screen towards each
+// other. Each is one step of the history; the caller opens and closes it. The result names the
+// views that are out of date.
+#pragma once
+
+#include "designer/model/views.h"
+#include "designer/model/working_copy.h"
+
+namespace bw {
+
+// Copies the font's characters 32 to 95 into blank tiles from the tile in use on and maps them.
+// Ends early when no blank tile is left.
+Views MapAllCharacters(WorkingCopy& copy);
+
+// The same for those characters that names, caption and page numbers use; the map is emptied first.
+Views MapUsedCharacters(WorkingCopy& copy);
+
+// Blanks the tiles that nothing on the screen shows.
+Views ClearUnusedBkgTiles(WorkingCopy& copy);
+Views ClearUnusedSpriteTiles(WorkingCopy& copy);
+
+// Closes the gaps between the tiles; what is on the screen follows. Tile 0 stays where it is.
+Views OrganiseBkgTiles(WorkingCopy& copy);
+Views OrganiseSpriteTiles(WorkingCopy& copy);
+
+// Copies the font's characters 32 to 95 to the table from its tile in use on.
+Views CopyFont(WorkingCopy& copy, PatternTable table);
+
+Views ResetCharMap(WorkingCopy& copy);
+
+}  // namespace bw

@@ -1,0 +1,21 @@
+// Files that the user adds to the list, and the paths by which the list remembers them.
+#pragma once
+
+#include <filesystem>
+#include <span>
+#include <vector>
+
+#include "list/game_list.h"
+
+namespace bw {
+
+// The entries of those files that are game images, in the given order; the others are left out
+// without a word. Paths are absolute. An entry keeps the path relative to `base`, the program's
+// folder, where such a form exists. Reads on several threads; for a background task.
+std::vector<GameEntry> ReadAddedGames(std::span<const std::filesystem::path> files,
+                                      const std::filesystem::path& base);
+
+// A copy whose paths are absolute, so that the current folder doesn't matter: what a build takes.
+GameList WithAbsolutePaths(const GameList& games, const std::filesystem::path& base);
+
+}  // namespace bw

@@ -1,0 +1,98 @@
+#include "list/list_columns.h"
+
+#include <string_view>
+
+namespace bw {
+namespace {
+
+using enum ColumnAlignment;
+
+constexpr std::array<ListColumnTraits, kListColumns> kTraits{{
+    {143, 64, kRight, kRight},
+    {137, 256, kLeft, kLeft},
+    {138, 96, kRight, kRight},
+    {139, 96, kRight, kRight},
+    {141, 72, kRight, kRight},
+    {142, 72, kCentre, kCentre},
+    {140, 90, kCentre, kCentre},
+    {283, 50, kCentre, kCentre},
+    {331, 32, kCentre, kCentre},
+    {332, 32, kCentre, kCentre},
+    {281, 256, kLeft, kLeft},
+    {282, 256, kLeft, kLeft},
+}};
+
+// Right-aligned in at least `width` places, with `fill` before it. Rows are painted often, and
+// this takes a tenth of the time of filling a placeholder.
+void AppendNumber(std::u16string& text, size_t value, size_t width, char16_t fill) {
+    std::array<char16_t, 20> digits{};  // as many as 64 bits have
+    size_t first = digits.size();
+    do {
+        digits[--first] = static_cast<char16_t>(u'0' + value % 10);
+        value /= 10;
+    } while (value != 0);
+    const size_t count = digits.size() - first;
+    if (count < width) text.append(width - count, fill);
+    text.append(digits.data() + first, count);
+}
+
+std::u16string Number(size_t value) {
+    std::u16string text;
+    AppendNumber(text, value, 1, u' ');
+    return text;
+}
+
+// "%2d (%0.3dKB)"
+std::u16string Size(size_t count, size_t kilobytes) {
+    std::u16string text;
+    AppendNumber(text, count, 2, u' ');
+    text += u" (";
+    AppendNumber(text, kilobytes, 3, u'0');
+    return text.append(u"KB)");
+}
+
+std::u16string Shown(std::u16string_view text) {
+    return std::u16string(text.substr(0, kCellTextLimit));
+}
+
+}  // namespace
+
+const ListColumnTraits& TraitsOf(ListColumn column) {
+    return kTraits[static_cast<size_t>(column)];
+}
+
+std::u16string CellText(const GameEntry& entry, size_t row, ListColumn column, Language language) {
+    const InesHeader& header = entry.header;
+    const auto either = [&](bool first, int firstId, int secondId) {
+        return LoadText(first ? firstId : secondId, language);
+    };
+    switch (column) {
+        case ListColumn::kNumber:
+            return Number(row + 1);
+        case ListColumn::kName:
+            return Shown(entry.name);
+        case ListColumn::kPrg:
+            return Size(header.PrgCount(), size_t{header.PrgCount()} * (kPrgUnit / 1024));
+        case ListColumn::kChr:
+            return Size(header.ChrCount(), size_t{header.ChrCount()} * (kChrUnit / 1024));
+        case ListColumn::kMapper:
+            return Number(header.Mapper());
+        case ListColumn::kMirroring:
+            return either(header.Vertical(), 133, 134);
+        case ListColumn::kBattery:
+            return either(header.Battery(), 135, 136);
+        case ListColumn::kTrainer:
+            return either(header.Trainer(), 135, 136);
+        case ListColumn::kCoolboy:
+            return either(entry.coolboySupported, 333, 334);
+        case ListColumn::kCoolgirl:
+            return either(entry.coolgirlSupported, 333, 334);
+        case ListColumn::kRemark:
+            return Shown(entry.remark);
+        case ListColumn::kPath:
+            return Shown(entry.path);
+    }
+    return {};
+}
+
+}  // namespace bw

@@ -1,0 +1,46 @@
+// What a row of the game list says, column by column.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+
+#include "language/language.h"
+#include "list/game_list.h"
+
+namespace bw {
+
+enum class ListColumn : int {
+    kNumber,  // position in the list, from 1; the check square stands here
+    kName,
+    kPrg,
+    kChr,
+    kMapper,
+    kMirroring,
+    kBattery,
+    kTrainer,
+    kCoolboy,
+    kCoolgirl,
+    kRemark,
+    kPath,
+};
+inline constexpr size_t kListColumns = 12;
+
+enum class ColumnAlignment { kLeft, kRight, kCentre };
+
+struct ListColumnTraits {
+    int titleId;  // in the language table
+    int width;    // at first, in pixels at 96 dots per inch
+    ColumnAlignment header;
+    ColumnAlignment cell;
+};
+const ListColumnTraits& TraitsOf(ListColumn column);
+
+// 16-bit units of a cell that are shown and edited.
+inline constexpr size_t kCellTextLimit = 260;
+
+// The cell's text, at most kCellTextLimit units; `row` counts from 0. Everything about the image is
+// read out of the header here, nothing is stored.
+std::u16string CellText(const GameEntry& entry, size_t row, ListColumn column, Language language);
+
+}  // namespace bw

@@ -1,0 +1,128 @@
+// The commands that work on a game list: order, checks, names, removal and the way back. One
+// object owns the list of a window; it lives on the window's thread.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "list/game_list.h"
+#include "list/list_columns.h"
+
+namespace bw {
+
+// What a view has to bring up to date, each including the ones before it.
+enum class ListChange : uint8_t { kNothing, kTexts, kChecks, kOrder, kSize };
+
+struct ListResult {
+    ListChange change = ListChange::kNothing;
+    std::optional<size_t> reveal = {};  // a row to make visible
+    bool tooMany = false;               // more than kMoveLimit rows are checked: nothing was done
+};
+
+// A new name for a row.
+struct RowName {
+    size_t row;
+    std::u16string name;
+};
+
+// The last sort. No column before the first one.
+struct SortOrder {
+    int column = -1;
+    bool descending = false;
+};
+
+// How a row was clicked.
+struct RowClick {
+    bool shift = false;
+    bool ctrl = false;
+    bool inCheckSquare = false;
+};
+
+class ListEditor {
+  public:
+    ListEditor();
+    ~ListEditor();
+    ListEditor(const ListEditor&) = delete;
+    ListEditor& operator=(const ListEditor&) = delete;
+
+    const GameList& Games() const { return games_; }
+
+    // The row last clicked, found or selected. May lie behind the list's end after a removal.
+    size_t FindRow() const { return findRow_; }
+    void SetFindRow(size_t row) { findRow_ = row; }
+    // The row at which the next search starts.
+    size_t FindNextRow() const { return findNextRow_; }
+    void SetFindNextRow(size_t row) { findNextRow_ = row; }
+
+    // The list that the program starts with: replaces what is there, and is no step.
+    ListResult Restore(GameList games);
+
+    // At the end; what exceeds kListLimit is dropped only if `limited`. Reveals the last row.
+    ListResult Append(std::vector<GameEntry> entries, bool limited);
+
+    // The checked rows, at once; the whole list.
+    ListResult Remove();
+    ListResult Clear();
+
+    // The checked rows. Nothing happens if the first one (the last one, downward) is at its end
+    // already, even to the others.
+    ListResult MoveUp();
+    ListResult MoveDown();
+    ListResult MoveTop();
+    ListResult MoveBottom();
+
+    // `shown`: the rows of a filtered view, in rising order; without it all rows.
+    using ShownRows = std::optional<std::span<const uint32_t>>;
+    ListResult SelectAll(ShownRows shown = {});
+    ListResult SelectInverse(ShownRows shown = {});
+    ListResult SetChecked(size_t row, bool checked);
+    // With Shift all (shown) rows between FindRow and the clicked one get checked and FindRow
+    // stays; with Ctrl alone the row gets checked; with neither, a click in the check square flips
+    // the check, and FindRow becomes the row.
+    ListResult Click(size_t row, const RowClick& click, ShownRows shown = {});
+
+    // A click on a column's title. The first column does nothing, and neither number of the board
+    // columns is a key: the eighth sorts by the remark and the ninth and tenth change the
+    // direction's state alone. That is meant; users know it.
+    ListResult Sort(ListColumn column);
+    // -1 before the first sort.
+    int SortColumn() const { return sort_.column; }
+    bool SortDescending() const { return sort_.descending; }
+
+    // At most kCellTextLimit 16-bit units are kept.
+    ListResult SetName(size_t row, std::u16string_view name);
+    ListResult SetRemark(size_t row, std::u16string_view remark);
+    // One step of the history. Rows beyond the end are ignored.
+    ListResult Rename(std::vector<RowName> names);
+
+    // The first row from `start` on whose name begins with `prefix`, letter case aside.
+    std::optional<size_t> FindPrefix(std::u16string_view prefix, size_t start) const;
+    // The rows whose name, remark or path holds `text`, letter case aside; for a filtered view.
+    std::vector<uint32_t> RowsWith(std::u16string_view text) const;
+
+    // Undoes appending, removal, clearing, moves, sorts and texts, up to a hundred of them. Checks
+    // are no steps. Rows that come back have the checks that they had.
+    bool CanUndo() const;
+    bool CanRedo() const;
+    ListResult Undo();
+    ListResult Redo();
+
+  private:
+    class History;
+    ListResult SetText(std::u16string GameEntry::*field, size_t row, std::u16string_view text);
+    // Checks the rows from `first` to `last`; true if that changed any.
+    bool CheckBetween(size_t first, size_t last, ShownRows shown);
+
+    GameList games_;
+    size_t findRow_ = 0;
+    size_t findNextRow_ = 0;
+    SortOrder sort_;
+    std::unique_ptr<History> history_;
+};
+
+}  // namespace bw

@@ -1,0 +1,44 @@
+#include "list/list_history.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+constexpr std::u16string_view kSection = u"list_view";
+constexpr uint32_t kWidestColumn = 8192;  // pixels: wider than screens are
+
+std::u16string WidthKey(size_t column) {
+    return FormatText(u"list_view_col_%0.5d_width", static_cast<int>(column));
+}
+
+}  // namespace
+
+std::string StoreListHistory(const GameList& games, const ColumnWidths& widths,
+                             const std::filesystem::path& base) {
+    IniFile text;
+    StoreListEntries(games, base, text);
+    for (size_t column = 0; column < widths.size(); ++column) {
+        text.SetInt(kSection, WidthKey(column), widths[column]);
+    }
+    return text.ToText();
+}
+
+ListHistory LoadListHistory(std::span<const uint8_t> text, const std::filesystem::path& base) {
+    IniFile stored;
+    stored.LoadFromMemory(text, IsListKey);
+    ListHistory history;
+    history.load = AppendListEntries(stored, base, history.games);
+    for (size_t column = 0; column < history.widths.size(); ++column) {
+        const uint32_t width = stored.GetInt(kSection, WidthKey(column), 0);
+        // Beyond 31 bits it is a negative number.
+        if (width > std::numeric_limits<int32_t>::max()) continue;
+        history.widths[column] = std::min(width, kWidestColumn);
+    }
+    return history;
+}
+
+}  // namespace bw

@@ -1,0 +1,166 @@
+#include "shell/dialogs/qt_user_dialogs.h"
+
+#include <QFileDialog>
+#include <array>
+#include <utility>
+
+#include "builder/output/rom_writer.h"
+#include "list/list_file.h"
+#include "shell/dialogs/message_dialog.h"
+#include "shell/framework/file_manager.h"
+#include "shell/framework/messages.h"
+#include "shell/framework/texts.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+// In the order of the output dialog's types.
+constexpr std::array kFormats = {RomFormat::kNes20, RomFormat::kUnif, RomFormat::kBinary};
+
+QString Extension(RomFormat format) {
+    return ToQt(ToWide(FormatExtension(format)));
+}
+
+// "nes (*.nes)"
+QString FormatFilter(RomFormat format) {
+    return QStringLiteral("%1 (*.%1)").arg(Extension(format));
+}
+
+RomFormat FormatOfFilter(const QString& filter) {
+    for (const RomFormat format : kFormats) {
+        if (filter == FormatFilter(format)) return format;
+    }
+    return kFormats.front();
+}
+
+std::optional<std::filesystem::path> Ask(QFileDialog& dialog) {
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    return PathFromQt(dialog.selectedFiles().front());
+}
+
+void SetFilter(QFileDialog& dialog, const QString& name, const QString& extension) {
+    // Collections have names in capital letters too, and some desktops' dialogs tell them apart.
+    dialog.setNameFilter(
+        QStringLiteral("%1 (*.%2 *.%3)").arg(name, extension, extension.toUpper()));
+    dialog.setDefaultSuffix(extension);
+}
+
+}  // namespace
+
+QtUserDialogs::QtUserDialogs(QWidget& parent, std::filesystem::path base,
+                             std::function<Language()> language)
+    : parent_(parent), base_(std::move(base)), language_(std::move(language)) {}
+
+int QtUserDialogs::Message(std::u16string_view text, std::u16string_view caption,
+                           MessageButtons buttons) {
+    return CMessageDialog::Show(&parent_, text, caption, buttons, language_());
+}
+
+void QtUserDialogs::SetUp(QFileDialog& dialog, std::u16string_view chinese,
+                          std::u16string_view english, const std::filesystem::path& start) const {
+    dialog.setWindowTitle(QtOwnText(language_(), chinese, english));
+    std::error_code error;
+    const bool exists = std::filesystem::is_directory(start, error);
+    dialog.setDirectory(PathToQt(exists ? start : base_));
+}
+
+std::vector<std::filesystem::path> QtUserDialogs::AskImages(const std::filesystem::path& start) {
+    QFileDialog dialog(&parent_);
+    SetUp(dialog, u"添加游戏", u"Add games", start);
+    SetFilter(dialog, QtOwnText(language_(), u"NES 游戏", u"NES games"), QStringLiteral("nes"));
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    std::vector<std::filesystem::path> files;
+    if (dialog.exec() != QDialog::Accepted) return files;
+    for (const QString& file : dialog.selectedFiles())
+        files.push_back(PathFromQt(file));
+    return files;
+}
+
+std::optional<std::filesystem::path> QtUserDialogs::AskListToLoad(
+    const std::filesystem::path& start) {
+    QFileDialog dialog(&parent_);
+    SetUp(dialog, u"载入列表", u"Load a list", start);
+    SetFilter(dialog, QtOwnText(language_(), u"游戏列表", u"Game lists"), QStringLiteral("fcl"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return Ask(dialog);
+}
+
+std::optional<std::filesystem::path> QtUserDialogs::AskListToSave(
+    const std::filesystem::path& start) {
+    QFileDialog dialog(&parent_);
+    SetUp(dialog, u"保存列表", u"Save the list", start);
+    SetFilter(dialog, QtOwnText(language_(), u"游戏列表", u"Game lists"), QStringLiteral("fcl"));
+    return AskTarget(dialog, WithListExtension);
+}
+
+std::optional<std::filesystem::path> QtUserDialogs::AskMenuFile(
+    const std::filesystem::path& start) {
+    QFileDialog dialog(&parent_);
+    SetUp(dialog, u"选择菜单文件", u"Choose a menu", start);
+    dialog.setNameFilters(
+        {QStringLiteral("asm (*.asm *.ASM)"), QStringLiteral("nes (*.nes *.NES)")});
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return Ask(dialog);
+}
+
+std::optional<OutputChoice> QtUserDialogs::AskOutput(const std::filesystem::path& start) {
+    QFileDialog dialog(&parent_);
+    SetUp(dialog, u"保存 ROM", u"Save the ROM", start);
+    QStringList filters;
+    for (const RomFormat format : kFormats)
+        filters << FormatFilter(format);
+    dialog.setNameFilters(filters);
+    const auto choose = [&](const QString& filter) {
+        dialog.setDefaultSuffix(Extension(FormatOfFilter(filter)));
+    };
+    QObject::connect(&dialog, &QFileDialog::filterSelected, choose);
+    dialog.selectNameFilter(FormatFilter(lastFormat_));
+    choose(FormatFilter(lastFormat_));
+    // With a name in the box the mouse is enough. After the types, which would add a suffix to it.
+    dialog.selectFile(QStringLiteral("multicart"));
+    const auto format = [&] { return FormatOfFilter(dialog.selectedNameFilter()); };
+    auto target = AskTarget(dialog, [&](const std::filesystem::path& chosen) {
+        return WithFormatExtension(chosen, format());
+    });
+    if (!target) return std::nullopt;
+    lastFormat_ = format();
+    return OutputChoice{*std::move(target), lastFormat_};
+}
+
+std::optional<std::filesystem::path> QtUserDialogs::AskFolder(const std::filesystem::path& start) {
+    QFileDialog dialog(&parent_);
+    SetUp(dialog, u"选择文件夹", u"Choose a folder", start);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    return Ask(dialog);
+}
+
+std::optional<std::filesystem::path> QtUserDialogs::AskTarget(
+    QFileDialog& dialog,
+    const std::function<std::filesystem::path(const std::filesystem::path&)>& complete) {
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    while (const auto chosen = Ask(dialog)) {
+        std::filesystem::path target = complete(*chosen);
+        if (MayReplace(*chosen, target)) return target;
+    }
+    return std::nullopt;
+}
+
+// The dialog has asked for the chosen name, but not for the one that the extension makes of it.
+bool QtUserDialogs::MayReplace(const std::filesystem::path& chosen,
+                               const std::filesystem::path& target) {
+    std::error_code error;
+    if (target == chosen || !std::filesystem::exists(target, error)) return true;
+    const Language language = language_();
+    const std::u16string format =
+        OwnText(language, u"%s 已存在，要替换它吗？", u"%s exists already. Replace it?");
+    return Message(FormatText(format, PathText(target)), LoadText(169, language),
+                   MessageButtons::kYesNo) == kEndYes;
+}
+
+void QtUserDialogs::ShowInFileManager(const std::filesystem::path& path) {
+    bw::ShowInFileManager(path, parent_);
+}
+
+}  // namespace bw

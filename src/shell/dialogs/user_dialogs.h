@@ -1,0 +1,43 @@
+// What the window asks and tells the person, behind one interface, so that tests can answer.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "builder/input/build_user.h"
+
+namespace bw {
+
+// The kinds of a message dialog.
+enum class MessageButtons : int { kConfirm = 0, kYesNo = 4 };
+
+// All calls on the window's thread. They return when the user has answered; start folders that
+// don't exist are replaced by the program's own.
+class UserDialogs {
+  public:
+    virtual ~UserDialogs() = default;
+
+    // End codes as in shell/framework/messages.h.
+    virtual int Message(std::u16string_view text, std::u16string_view caption,
+                        MessageButtons buttons) = 0;
+    // Any number of game images; none if the user gave up.
+    virtual std::vector<std::filesystem::path> AskImages(const std::filesystem::path& start) = 0;
+    virtual std::optional<std::filesystem::path> AskListToLoad(
+        const std::filesystem::path& start) = 0;
+    virtual std::optional<std::filesystem::path> AskListToSave(
+        const std::filesystem::path& start) = 0;
+    // A menu program, source or ROM.
+    virtual std::optional<std::filesystem::path> AskMenuFile(
+        const std::filesystem::path& start) = 0;
+    // Where a ROM goes; remembers the chosen type from build to build.
+    virtual std::optional<OutputChoice> AskOutput(const std::filesystem::path& start) = 0;
+    virtual std::optional<std::filesystem::path> AskFolder(const std::filesystem::path& start) = 0;
+    // Opens a file manager: on a folder, or on a file's folder with the file selected where the
+    // desktop can do that.
+    virtual void ShowInFileManager(const std::filesystem::path& path) = 0;
+};
+
+}  // namespace bw

@@ -1,0 +1,58 @@
+#include "shell/framework/file_manager.h"
+
+#include <QDesktopServices>
+#include <QProcess>
+#include <QUrl>
+
+#include "shell/framework/texts.h"
+
+namespace bw {
+namespace {
+
+void OpenFolder(const std::filesystem::path& folder) {
+    QDesktopServices::openUrl(QUrl::fromLocalFile(PathToQt(folder)));
+}
+
+// A call of org.freedesktop.FileManager1 (freedesktop.org, "File Manager DBus Interface"), which
+// the large desktops' file managers answer.
+QStringList SelectArguments(const std::filesystem::path& file) {
+    QString url = QUrl::fromLocalFile(PathToQt(file)).toString(QUrl::FullyEncoded);
+    url.replace(QLatin1Char(','), QStringLiteral("%2C"));  // dbus-send cuts lists at commas
+    return {QStringLiteral("--session"),
+            QStringLiteral("--print-reply"),
+            QStringLiteral("--reply-timeout=3000"),
+            QStringLiteral("--dest=org.freedesktop.FileManager1"),
+            QStringLiteral("/org/freedesktop/FileManager1"),
+            QStringLiteral("org.freedesktop.FileManager1.ShowItems"),
+            QStringLiteral("array:string:") + url,
+            QStringLiteral("string:")};
+}
+
+// Where nobody answers the call, the folder has to do.
+void SelectFile(const std::filesystem::path& file, QObject& owner) {
+    auto* call = new QProcess(&owner);
+    const auto end = [call, folder = file.parent_path()](bool selected) {
+        if (!selected) OpenFolder(folder);
+        call->deleteLater();
+    };
+    QObject::connect(call, &QProcess::errorOccurred, call, [end](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) end(false);
+    });
+    QObject::connect(call, &QProcess::finished, call, [end](int code, QProcess::ExitStatus status) {
+        end(code == 0 && status == QProcess::NormalExit);
+    });
+    call->start(QStringLiteral("dbus-send"), SelectArguments(file));
+}
+
+}  // namespace
+
+void ShowInFileManager(const std::filesystem::path& path, QObject& owner) {
+    std::error_code error;
+    if (std::filesystem::is_directory(path, error)) {
+        OpenFolder(path);
+    } else {
+        SelectFile(path, owner);
+    }
+}
+
+}  // namespace bw

@@ -1,0 +1,357 @@
+// Designs as files: each chunk's bytes, what a reader takes from files of other shapes, and what it
+// refuses.
+#include "designer/files/design_file.h"
+
+#include <numeric>
+
+#include <gmock/gmock.h>
+
+#include "common/file_size_limit.h"
+#include "common/game_image.h"
+#include "common/temporary_folder.h"
+#include "designer/model/design_chunks.h"
+#include "designer/record_bytes.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+using testing::AllOf;
+using testing::Each;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr Language kEnglish = Language::kEnglish;
+
+// One chunk, written by hand: `size` is what the header says.
+Bytes Chunk(uint32_t type, const Bytes& payload, std::optional<uint32_t> size = std::nullopt) {
+    Bytes bytes;
+    for (const uint32_t word : {type, 0u, 1u, size.value_or(uint32_t(payload.size()))}) {
+        Append32(bytes, word);
+    }
+    bytes.insert(bytes.end(), payload.begin(), payload.end());
+    return bytes;
+}
+
+Bytes Place(int32_t x, int32_t y) {
+    Bytes bytes;
+    Append32(bytes, static_cast<uint32_t>(x));
+    Append32(bytes, static_cast<uint32_t>(y));
+    return bytes;
+}
+
+Bytes Counting(size_t size, uint8_t first) {
+    Bytes bytes(size);
+    std::iota(bytes.begin(), bytes.end(), first);
+    return bytes;
+}
+
+template <size_t kSize>
+std::array<uint8_t, kSize> CountingTable(uint8_t first) {
+    std::array<uint8_t, kSize> table;
+    std::iota(table.begin(), table.end(), first);
+    return table;
+}
+
+// A document in which everything differs from the defaults.
+DesignDocument Full() {
+    DesignDocument document;
+    DesignStore& store = document.store;
+    store.BkgTileList = {{.Index = 0, .X = 3, .Y = -2, .Selected = 1, .Tile = 0x41}};
+    store.SpriteTileList = {{.Index = 0, .X = 200, .Y = 100, .Tile = 7, .Palette = 2, .Flags = 5},
+                            {.Index = 1, .X = 1, .Y = 2, .Tile = 8, .Reserved = 9}};
+    store.CharMapData = CountingTable<kCharMapSize>(3);
+    store.Attributes = CountingTable<kAttributeSize>(4);
+    store.BkgPalette = CountingTable<kPaletteSize>(5);
+    store.SpritePalette = CountingTable<kPaletteSize>(6);
+    document.CaptionPos = {.X = -1, .Y = 2};
+    store.CaptionText = u"A\u9B42";
+    document.PageNumberPos = {.X = 13, .Y = 27};
+    document.ItemPos = {.X = 0x01020304, .Y = 5};
+    store.ArrowTile = {.Index = 0, .X = 60, .Y = 40, .Tile = 31, .Flags = 2};
+    store.ArrowTileList = {{.Index = 77, .X = 8, .Y = 9, .Tile = 2, .Palette = 3}};
+    store.ChrData = CountingTable<kChrDataSize>(7);
+    store.CustomText = {{.Index = 0, .X = -4, .Y = 29, .Text = u"Hi"}};
+    document.BigCursor = 1;
+    store.BigSprite = 2;
+    return document;
+}
+
+// The same as a file, byte by byte.
+Bytes FullBytes() {
+    const Bytes tile{0, 0, 0, 0, 3, 0, 0, 0, 0xFE, 0xFF, 0xFF, 0xFF, 1, 0, 0, 0, 0x41, 0, 0, 0};
+    const Bytes sprite{0, 0, 0, 0, 200, 0, 0, 0, 100, 0, 0, 0, 0, 0, 0, 0, 7, 2, 5, 0};
+    const Bytes second{1, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 8, 0, 0, 9};
+    const Bytes arrow{0, 0, 0, 0, 60, 0, 0, 0, 40, 0, 0, 0, 0, 0, 0, 0, 31, 0, 2, 0};
+    const Bytes large{77, 0, 0, 0, 8, 0, 0, 0, 9, 0, 0, 0, 0, 0, 0, 0, 2, 3, 0, 0};
+    const Bytes text{0xFC, 0xFF, 0xFF, 0xFF, 29, 0, 0, 0, 4, 0, 0, 0,
+                     'H',  0,    'i',  0,    0,  0, 0, 0, 0, 0, 0, 0};
+    return Chunk(12, tile) + Chunk(13, sprite) + Chunk(13, second) + Chunk(27, Counting(256, 3)) +
+           Chunk(1, Counting(64, 4)) + Chunk(2, Counting(16, 5)) + Chunk(3, Counting(16, 6)) +
+           Chunk(9, {0xFF, 0xFF, 0xFF, 0xFF, 2, 0, 0, 0}) + Chunk(8, {'A', 0, 0x42, 0x9B}) +
+           Chunk(10, {13, 0, 0, 0, 27, 0, 0, 0}) + Chunk(11, {4, 3, 2, 1, 5, 0, 0, 0}) +
+           Chunk(14, arrow) + Chunk(15, large) + Chunk(4, Counting(8192, 7)) + Chunk(6, text) +
+           Chunk(28, {1}) + Chunk(29, {2});
+}
+
+std::string Read(const Bytes& bytes, DesignDocument& document) {
+    const DesignProblem problem = ReadDesign(bytes, document, kEnglish);
+    return problem ? ToUtf8(*problem) : "";
+}
+
+TEST(DesignFile, EveryFieldHasItsPlace) {
+    EXPECT_EQ(WriteDesign(Full()), FullBytes());
+    DesignDocument read;
+    EXPECT_EQ(Read(FullBytes(), read), "");
+    EXPECT_EQ(WriteDesign(read), FullBytes());
+    // The two sides can't share a mistake in these.
+    EXPECT_EQ(read.store.SpriteTileList, Full().store.SpriteTileList);
+    EXPECT_EQ(read.store.CustomText, Full().store.CustomText);
+    EXPECT_EQ(read.ItemPos, Full().ItemPos);
+}
+
+TEST(DesignFile, AnyOrderUnknownTypesAndOldNumbers) {
+    Bytes first;
+    AppendTile(first, 1, 2, 3);
+    Bytes second;
+    AppendTile(second, 4, 5, 6);
+    const Bytes work(100, 0xAB);
+    DesignDocument document = Full();
+    ASSERT_EQ(Read(Chunk(29, {1}) + Chunk(5, work) + Chunk(16, work) + Chunk(13, second) +
+                       Chunk(0xFFFFFFFF, {}) + Chunk(12, first) + Chunk(34, work) +
+                       Chunk(13, first) + Chunk(12, second) + Chunk(15, first),
+                   document),
+              "");
+    const DesignStore& store = document.store;
+    const auto numbers = [](const std::vector<TileItem>& items) {
+        std::vector<uint32_t> indices;
+        indices.reserve(items.size());
+        for (const TileItem& item : items)
+            indices.push_back(item.Index);
+        return indices;
+    };
+    EXPECT_THAT(numbers(store.BkgTileList), ElementsAre(0, 1));
+    EXPECT_THAT(numbers(store.SpriteTileList), ElementsAre(0, 1));
+    EXPECT_THAT(numbers(store.ArrowTileList), ElementsAre(77)) << "the large cursor's stay";
+    EXPECT_EQ(store.SpriteTileList[0].Tile, 6);
+    EXPECT_EQ(store.BigSprite, 1);
+}
+
+TEST(DesignFile, ListsAreEmptiedAndTheRestStays) {
+    DesignDocument document = Full();
+    document.store.BkgTileSelected.fill(1);
+    document.store.SpriteTileSelected.fill(1);
+    ASSERT_EQ(Read(Chunk(1, Bytes(64, 0x55)), document), "");
+    DesignDocument expected = Full();
+    expected.store.BkgTileList.clear();
+    expected.store.SpriteTileList.clear();
+    expected.store.ArrowTileList.clear();
+    expected.store.CustomText.clear();
+    expected.store.Attributes.fill(0x55);
+    EXPECT_EQ(WriteDesign(document), WriteDesign(expected));
+    EXPECT_THAT(document.store.BkgTileSelected, Each(0));
+    EXPECT_THAT(document.store.SpriteTileSelected, Each(0));
+}
+
+TEST(DesignFile, ShortPayloadsFillTheirOwnLength) {
+    DesignDocument document = Full();
+    ASSERT_EQ(Read(Chunk(1, {0xEE}) + Chunk(2, {0xEE, 0xEE}) + Chunk(4, {0xEE}) +
+                       Chunk(27, {0xEE}) + Chunk(9, {0xEE}) + Chunk(14, {9, 0, 0, 0, 0xEE}) +
+                       Chunk(12, {9, 0, 0, 0, 2}) + Chunk(29, {}) + Chunk(8, {}),
+                   document),
+              "");
+    const DesignStore& store = document.store;
+    EXPECT_THAT(std::vector(store.Attributes.begin(), store.Attributes.begin() + 2),
+                ElementsAre(0xEE, 5));
+    EXPECT_THAT(std::vector(store.BkgPalette.begin(), store.BkgPalette.begin() + 3),
+                ElementsAre(0xEE, 0xEE, 7));
+    EXPECT_EQ(store.ChrData[0], 0xEE);
+    EXPECT_EQ(store.ChrData[1], 8);
+    EXPECT_EQ(store.CharMapData[0], 0xEE);
+    EXPECT_EQ(document.CaptionPos, (Pos{.X = -0x12, .Y = 2}));
+    EXPECT_EQ(store.ArrowTile, (TileItem{.Index = 9, .X = 0xEE, .Y = 40, .Tile = 31, .Flags = 2}));
+    EXPECT_THAT(store.BkgTileList, ElementsAre(TileItem{.Index = 0, .X = 2}));
+    EXPECT_EQ(store.BigSprite, 2);
+    EXPECT_EQ(store.CaptionText, u"");
+}
+
+// Larger ones: places and the small cursor take their part, a map and switches stay, all else is
+// damage.
+TEST(DesignFile, LongPayloads) {
+    DesignDocument document = Full();
+    Bytes arrow;
+    AppendTile(arrow, 11, 22, 33);
+    ASSERT_EQ(Read(Chunk(11, Place(6, 7) + Bytes(9, 0xEE)) + Chunk(14, arrow + Bytes{1}) +
+                       Chunk(27, Bytes(257, 1)) + Chunk(28, {7, 7}) + Chunk(29, {7, 7}),
+                   document),
+              "");
+    EXPECT_EQ(document.ItemPos, (Pos{.X = 6, .Y = 7}));
+    EXPECT_EQ(document.store.ArrowTile.Tile, 33);
+    EXPECT_EQ(document.store.CharMapData, Full().store.CharMapData);
+    EXPECT_EQ(document.BigCursor, 1);
+    EXPECT_EQ(document.store.BigSprite, 2);
+}
+
+TEST(DesignFile, DamageIsRefusedAndNothingChanges) {
+    const auto text = [](uint32_t length, size_t units) {
+        Bytes bytes = Place(1, 2);
+        Append32(bytes, length);
+        return bytes + Bytes(units * 2 + 8, 'x');
+    };
+    struct Case {
+        Bytes damage;
+        std::string words;
+    };
+    const Bytes good = Chunk(28, {0});  // 17 bytes that would have changed the switch
+    const std::vector<Case> cases{
+        {Bytes(15, 0), "chunk at offset 17: 15 bytes are left, but a header takes 16"},
+        {{1}, "chunk at offset 17: 1 bytes are left"},
+        {Chunk(1, Bytes(63), 64), "chunk at offset 17, type 1: its size is 64 bytes, but 63"},
+        {Chunk(99, {}, 0xFFFFFFFF), "type 99: its size is 4294967295 bytes, but 0 are left"},
+        {Chunk(99, Bytes(40), 0xFFFFFFF0), "its size is 4294967280 bytes, but 40 are left"},
+        {Chunk(12, Bytes(20), 0x80000014), "its size is 2147483668 bytes, but 20 are left"},
+        {Chunk(1, Bytes(65)), "type 1: it has 65 bytes, at most 64 were expected"},
+        {Chunk(2, Bytes(17)), "type 2: it has 17 bytes, at most 16"},
+        {Chunk(3, Bytes(17)), "type 3: it has 17 bytes, at most 16"},
+        {Chunk(4, Bytes(8193)), "type 4: it has 8193 bytes, at most 8192"},
+        {Chunk(12, Bytes(21)), "type 12: it has 21 bytes, at most 20"},
+        {Chunk(13, Bytes(21)), "type 13: it has 21 bytes, at most 20"},
+        {Chunk(15, Bytes(21)), "type 15: it has 21 bytes, at most 20"},
+        {Chunk(8, Bytes(522)), "type 8: its text has 522 bytes, at most 520"},
+        {Chunk(8, Bytes(3)), "type 8: its text has 3 bytes, an even number"},
+        {Chunk(6, Bytes(11)), "type 6: it has 11 bytes, a placed text takes at least 12"},
+        {Chunk(6, text(522, 261)), "type 6: its text has 522 bytes, at most 520"},
+        {Chunk(6, text(5, 3)), "type 6: its text has 5 bytes, an even number"},
+        {Chunk(6, text(16, 3)), "type 6: its text has 16 bytes, but 14 are left in the chunk"},
+        {Chunk(6, text(0xFFFFFFFE, 3)), "type 6: its text has 4294967294 bytes, at most 520"},
+    };
+    for (const Case& test : cases) {
+        DesignDocument document = Full();
+        EXPECT_THAT(Read(good + test.damage, document), HasSubstr(test.words));
+        EXPECT_EQ(WriteDesign(document), FullBytes()) << test.words;
+    }
+    // The longest that still fits.
+    DesignDocument document;
+    EXPECT_EQ(Read(Chunk(6, text(520, 260)) + Chunk(8, Bytes(520, 1)), document), "");
+    EXPECT_EQ(document.store.CustomText.at(0).Text.size(), 260u);
+}
+
+TEST(DesignFile, FilesThatAreNoDesigns) {
+    const TemporaryFolder folder;
+    const auto load = [&](const std::string& name) {
+        DesignDocument document = Full();
+        const DesignProblem problem = LoadDesign(folder / name, document, kEnglish);
+        EXPECT_EQ(WriteDesign(document), FullBytes());
+        return problem ? ToUtf8(*problem) : "";
+    };
+    const auto write = [&](const std::string& name, const Bytes& bytes) {
+        test::WriteText(folder / name, std::string(bytes.begin(), bytes.end()));
+    };
+    write("empty.fcm", {});
+    write("zeros.fcm", Bytes(4096, 0));
+    write("unknown.fcm", Chunk(99, Bytes(10)));
+    write("prose.fcm", Bytes(100, 'x'));
+    std::filesystem::create_directory(folder / "folder.fcm");
+    write("large.fcm", {});
+    std::filesystem::resize_file(folder / "large.fcm", kLargestDesignFile + 1);
+    EXPECT_THAT(load("missing.fcm"), HasSubstr("missing.fcm: No such file"));
+    EXPECT_THAT(load("empty.fcm"), HasSubstr("empty.fcm: the file is empty"));
+    EXPECT_THAT(load("zeros.fcm"), HasSubstr("zeros.fcm: no design file"));
+    EXPECT_THAT(load("unknown.fcm"), HasSubstr("no design file"));
+    EXPECT_THAT(load("prose.fcm"), AllOf(HasSubstr("prose.fcm: chunk at offset 0"),
+                                         HasSubstr("2021161080 bytes, but 84 are left")));
+    EXPECT_THAT(load("folder.fcm"), HasSubstr("this is no file"));
+    EXPECT_THAT(load("large.fcm"), HasSubstr("16777217 bytes, a design at most 16777216"));
+}
+
+TEST(DesignFile, SavingReplacesTheFileOrLeavesIt) {
+    const TemporaryFolder folder;
+    const auto file = folder / "design.fcm";
+    test::WriteText(file, std::string(100000, 'x'));
+    EXPECT_EQ(SaveDesign(file, Full(), kEnglish), std::nullopt);
+    DesignDocument read;
+    EXPECT_EQ(LoadDesign(file, read, kEnglish), std::nullopt);
+    EXPECT_EQ(WriteDesign(read), FullBytes());
+    EXPECT_THAT(ToUtf8(*SaveDesign(folder / "no" / "x.fcm", Full(), kEnglish)),
+                HasSubstr("x.fcm: No such file"));
+    {
+        const FileSizeLimit limit(4096);
+        EXPECT_TRUE(SaveDesign(file, Full(), kEnglish));
+    }
+    EXPECT_EQ(std::filesystem::file_size(file), FullBytes().size());
+    EXPECT_EQ(folder.CountFiles(), 1u);
+    // A text that no reader takes would cost the whole file.
+    DesignDocument wordy = Full();
+    wordy.store.CaptionText = std::u16string(300, u'c');
+    wordy.store.CustomText[0].Text = std::u16string(300, u't');
+    EXPECT_EQ(Read(WriteDesign(wordy), read), "");
+    EXPECT_EQ(read.store.CaptionText.size() + read.store.CustomText[0].Text.size(), 520u);
+}
+
+TEST(DesignFile, StoredDesignsAreWhatBuildsRead) {
+    const auto settings = MakeMemoryStore();
+    settings->RegWriteBinary(kDesignKey, "SpriteTileList", Bytes(20));
+    DesignDocument document = Full();
+    document.store.SpriteTileList.clear();
+    document.store.ArrowTileList.assign(4, TileItem{.Index = 9, .X = 5, .Y = 6, .Tile = 2});
+    document.store.CustomText = {{.Index = 5, .X = -2, .Y = 0, .Text = u"ab"},
+                                 {.Index = 5, .X = -2, .Y = 0, .Text = u"abc"},
+                                 {.Index = 5, .X = 32, .Y = 0, .Text = u"a"},
+                                 {.Index = 5, .X = 31, .Y = 30, .Text = u"a"},
+                                 {.Index = 5, .X = 31, .Y = 29, .Text = u"last"}};
+    document.ItemPos = {.X = 31, .Y = 29};
+    ASSERT_TRUE(StoreDesign(document, *settings));
+    EXPECT_EQ(document.store.CaptionPpuAddr, 0x203Fu);  // column -1 is the end of the row above
+    EXPECT_EQ(document.store.PageNumberPpuAddr, 0x236Du);
+    EXPECT_EQ(document.store.ItemPpuAddr, 0x23BFu);
+
+    DesignStore loaded;
+    ASSERT_TRUE(LoadDesignData(loaded, *settings, Bytes{1}));
+    EXPECT_EQ(loaded.ChrData, document.store.ChrData);
+    EXPECT_EQ(loaded.CharMapData, document.store.CharMapData);
+    EXPECT_EQ(loaded.ArrowTile, document.store.ArrowTile);
+    EXPECT_EQ(loaded.ArrowTileList, document.store.ArrowTileList);
+    EXPECT_EQ(loaded.BkgTileList, document.store.BkgTileList);
+    EXPECT_EQ(loaded.BigSprite, 2);
+    EXPECT_THAT(loaded.SpriteTileList, IsEmpty());
+    EXPECT_THAT(loaded.CustomText,
+                ElementsAre(TextItem{.Index = 0, .X = -2, .Y = 0, .Text = u"abc"},
+                            TextItem{.Index = 1, .X = 31, .Y = 29, .Text = u"last"}));
+    DesignStore tables;
+    LoadDesignTables(tables, *settings);
+    EXPECT_EQ(tables.Attributes, document.store.Attributes);
+    EXPECT_EQ(tables.ItemPpuAddr, DesignStore().ItemPpuAddr) << "stored as bytes, read as a number";
+}
+
+TEST(DesignFile, ShortLargeCursorsAreRebuilt) {
+    struct Case {
+        Pos items;
+        uint8_t tall;
+        std::vector<Pos> places;
+    };
+    const std::vector<Case> cases{
+        {{9, 5}, 0, {{54, 36}, {62, 36}, {54, 44}, {62, 44}}},
+        {{9, 5}, 1, {{54, 36}, {62, 36}, {54, 52}, {62, 52}}},
+        {{0, 0}, 0, {{0, 1}, {8, 1}, {0, 9}, {8, 9}}},
+        {{0x7FFFFFFF, 0x7FFFFFFF}, 0, {{255, 239}, {263, 239}, {255, 247}, {263, 247}}},
+    };
+    for (const Case& test : cases) {
+        DesignDocument document;
+        document.ItemPos = test.items;
+        document.store.BigSprite = test.tall;
+        document.store.ArrowTileList.resize(3);
+        RebuildShortLargeCursor(document);
+        std::vector<Pos> places;
+        for (const TileItem& item : document.store.ArrowTileList)
+            places.push_back({item.X, item.Y});
+        EXPECT_EQ(places, test.places);
+        EXPECT_EQ(document.store.ArrowTileList[3].Tile, 19);
+        document.store.ArrowTileList[2].X = 7;
+        RebuildShortLargeCursor(document);
+        EXPECT_EQ(document.store.ArrowTileList[2].X, 7) << "four are enough";
+    }
+}
+
+}  // namespace
+}  // namespace bw

@@ -1,0 +1,104 @@
+#include "designer/history/designer_settings.h"
+
+#include <gtest/gtest.h>
+
+#include "designer/history/work_state.h"
+#include "designer/model/tiles.h"
+#include "designer/tools/list_tools.h"
+#include "designer/tools/text_tools.h"
+#include "designer/tools/tile_tools.h"
+
+namespace bw {
+namespace {
+
+class DesignerSettings : public testing::Test {
+  protected:
+    // As a program that has just started opens the designer.
+    void Open(EditSession& session) {
+        LoadDesignData(session.Copy().Store(), *settings_, std::vector<uint8_t>(kChrDataSize, 7));
+        SetItems(session.Copy(), {u"ONE", u"TWO"}, 10, false);
+        session.Copy().Store().CaptionText = u"2 IN 1";
+        OpenDesigner(session, *settings_);
+    }
+    Views Paint(EditSession& session, int32_t column) {
+        return session.Run([=](WorkingCopy& copy) {
+            return PaintPixel(copy, PatternTable::kBackground, {column, 2});
+        });
+    }
+
+    std::unique_ptr<SettingsStore> settings_ = MakeMemoryStore();
+};
+
+TEST_F(DesignerSettings, TheFirstOpeningHasTheDefaults) {
+    EditSession session;
+    Open(session);
+    EXPECT_EQ(session.Copy().Store().CaptionText, u"2 IN 1");
+    EXPECT_EQ(session.Copy().document.ItemPos, (Pos{9, 5}));
+    EXPECT_EQ(session.Copy().Store().ArrowTileList.size(), 4u);
+    EXPECT_TRUE(session.Copy().Show_List && !session.Copy().FillColor);
+    EXPECT_FALSE(session.Steps().CanUndo() || session.Steps().CanRedo());
+}
+
+TEST_F(DesignerSettings, AnotherRunGoesOnWhereTheLastEnded) {
+    EditSession first;
+    Open(first);
+    first.Copy().Show_List = false;
+    first.Copy().DrawLine = true;
+    first.Copy().document.CaptionPos = {3, 4};
+    first.Copy().SpPalettePos = {6, 0};
+    first.Copy().Store().CaptionText = u"MINE";
+    Paint(first, 1);
+    Paint(first, 2);
+    Paint(first, 3);
+    first.Undo();
+    const WorkState left = BuildWorkState(first.Copy());
+    ASSERT_TRUE(CloseDesigner(first, *settings_));
+
+    EditSession second;
+    Open(second);
+    EXPECT_EQ(BuildWorkState(second.Copy()), left);
+    EXPECT_TRUE(!second.Copy().Show_List && second.Copy().DrawLine);
+    EXPECT_EQ(second.Copy().SpPalettePos, (Pos{6, 0}));
+    EXPECT_EQ(second.Steps().Count(), 4u);
+    EXPECT_EQ(second.Steps().Index(), 2u);
+    EXPECT_FALSE(second.Redo().Empty());
+    while (second.Steps().CanUndo())
+        EXPECT_FALSE(second.Undo().Empty());
+    EXPECT_EQ(TileAt(second.Copy().Store(), PatternTable::kBackground, 0)[2], 7)
+        << "back to before the first run's steps";
+
+    // Without steps of its own a session leaves the stored history alone.
+    EditSession third;
+    ASSERT_TRUE(CloseDesigner(third, *settings_));
+    EXPECT_FALSE(ReadWholeBinary(*settings_, kDesignKey, "HistoryDataList").empty());
+}
+
+TEST_F(DesignerSettings, DamagedValuesLeaveWhatIsThere) {
+    EditSession first;
+    Open(first);
+    Paint(first, 1);
+    CloseDesigner(first, *settings_);
+    const std::vector<uint8_t> odd(5, 0x99);
+    for (const char* name : {"Show_List", "FillColor", "BkgPalettePos", "CaptionPos", "BigCursor",
+                             "HistoryDataIndex"}) {
+        settings_->RegWriteBinary(kDesignKey, name, odd);
+    }
+    const std::vector<uint8_t> beside(8, 0x77);
+    settings_->RegWriteBinary(kDesignKey, "SpPalettePos", beside);
+    auto state = ReadWholeBinary(*settings_, kDesignKey, "LastWorkState");
+    state.resize(state.size() / 2);
+    settings_->RegWriteBinary(kDesignKey, "LastWorkState", state);
+    EditSession second;
+    Open(second);
+    EXPECT_TRUE(second.Copy().Show_List && !second.Copy().FillColor);
+    EXPECT_EQ(second.Copy().document.CaptionPos, (Pos{12, 2}));
+    EXPECT_EQ(second.Copy().SpPalettePos, Pos());
+    EXPECT_EQ(second.Copy().Store().ArrowTileList.size(), 4u);
+    EXPECT_EQ(second.Steps().Count(), 2u);
+    EXPECT_EQ(second.Steps().Index(), 0u);
+    EXPECT_NE(TileAt(second.Copy().Store(), PatternTable::kBackground, 0)[2], 7)
+        << "the design's own values are the state's fallback";
+}
+
+}  // namespace
+}  // namespace bw

@@ -1,0 +1,176 @@
+#include "designer/history/edit_session.h"
+
+#include <array>
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include "designer/commands.h"
+#include "designer/history/work_state.h"
+#include "designer/model/chunk_file.h"
+#include "designer/model/stored_numbers.h"
+#include "designer/tools/attribute_tools.h"
+#include "designer/tools/list_tools.h"
+#include "designer/tools/map_tools.h"
+#include "designer/tools/text_tools.h"
+#include "designer/tools/tile_tools.h"
+
+namespace bw {
+namespace {
+
+constexpr PatternTable kBkg = PatternTable::kBackground;
+constexpr PatternTable kSp = PatternTable::kSprites;
+
+// Every field of a state in use, away from its default.
+WorkingCopy FullCopy() {
+    WorkingCopy copy;
+    DesignStore& store = copy.Store();
+    for (size_t i = 0; i < kChrDataSize; ++i)
+        store.ChrData[i] = static_cast<uint8_t>(i * 7 + i / 256);
+    store.DefaultChrData = store.ChrData;
+    store.Attributes.fill(0x1B);
+    store.BkgPalette.fill(0x2A);
+    store.SpritePalette.fill(0x15);
+    SetDefaultCharMap(store);
+    store.BkgTileSelected[9] = store.SpriteTileSelected[200] = 1;
+    store.BkgTileList = {{.Index = 4, .X = 1, .Y = 2, .Tile = 3}, {.Index = 9, .Selected = 1}};
+    store.SpriteTileList = {{.Index = 2, .X = 100, .Y = 90, .Tile = 7, .Palette = 2, .Flags = 5}};
+    store.ArrowTile = {.Index = 8, .X = 30, .Y = 40, .Tile = 31};
+    store.ArrowTileList.assign(4, {.Index = 6, .X = 50, .Y = 60, .Tile = 2});
+    store.CustomText = {{.Index = 3, .X = -1, .Y = 9, .Text = u"TEXT"}};
+    store.CaptionText = u"CAPTION";
+    store.BigSprite = copy.document.BigCursor = 1;
+    copy.document.CaptionPos = {1, 2};
+    copy.document.PageNumberPos = {3, 4};
+    copy.document.ItemPos = {5, 6};
+    copy.AttrBytePos = {2, 5};
+    copy.AttrCellPos = {5, 11};
+    copy.BkgTilePos = {1, 15};
+    copy.BkgPixelPos = {7, 1};
+    copy.SpTilePos = {15, 1};
+    copy.SpPixelPos = {1, 7};
+    copy.SpPalettePos = {6, 0};
+    copy.MapSourcePos = {63, 0};
+    copy.MapTargetPos = {62, 0};
+    copy.NameCellPos = {31, 29};
+    SynchroniseCursors(copy);
+    return copy;
+}
+
+TEST(WorkState, HoldsEverythingAndReadsBackTheSame) {
+    const WorkState state = BuildWorkState(FullCopy());
+    EXPECT_EQ(Read32(state, 0), 16u);
+    EXPECT_EQ(Read32(state, 4), 2u);
+    EXPECT_EQ(Read32(state, 8), 1u);
+    EXPECT_EQ(Read32(state, 12), state.size() - 16);
+    std::vector<uint32_t> types;
+    for (const ChunkView& chunk : ReadChunks(std::span(state).subspan(16)).chunks)
+        types.push_back(chunk.type);
+    EXPECT_EQ(types, (std::vector<uint32_t>{12, 12, 13, 1,  2,  3,  9,  8,  10, 11, 14, 15,
+                                            15, 15, 15, 4,  6,  17, 18, 19, 20, 21, 22, 23,
+                                            24, 25, 26, 27, 28, 29, 30, 32, 31, 33, 34}));
+    WorkingCopy other;
+    ASSERT_TRUE(ApplyWorkState(state, other));
+    EXPECT_EQ(BuildWorkState(other), state);
+    EXPECT_EQ(other.Store().BkgTileList[1].Index, 1u) << "numbered anew";
+    EXPECT_EQ(other.Store().ArrowTileList[0].Index, 6u) << "as it stands";
+    EXPECT_EQ(other.nextBkgIndex, 2u);
+
+    WorkingCopy renumbered = FullCopy();
+    renumbered.Store().SpriteTileList[0].Index = 77;
+    EXPECT_EQ(BuildWorkState(renumbered), state) << "no difference";
+    renumbered.NameCellPos = {0, 0};
+    EXPECT_NE(BuildWorkState(renumbered), state) << "places are part of it";
+}
+
+TEST(WorkState, DamagedOnesChangeNothingButForeignOnesEmptyTheLists) {
+    const WorkState state = BuildWorkState(FullCopy());
+    for (size_t place : {size_t{12}, size_t{16 + 12}, size_t{3 * 36 + 16 + 12}}) {
+        WorkState damaged = state;
+        damaged[place] ^= 0x80;
+        WorkingCopy copy = FullCopy();
+        EXPECT_FALSE(ApplyWorkState(damaged, copy)) << place;
+        EXPECT_EQ(BuildWorkState(copy), state);
+    }
+    for (size_t size : {size_t{15}, size_t{16}, size_t{60}, state.size() - 1}) {
+        WorkingCopy copy = FullCopy();
+        EXPECT_FALSE(ApplyWorkState(std::span(state).first(size), copy)) << size;
+        EXPECT_EQ(BuildWorkState(copy), state);
+    }
+    for (const WorkState& foreign : {WorkState(), WorkState(40, 7)}) {
+        WorkingCopy copy = FullCopy();
+        EXPECT_FALSE(ApplyWorkState(foreign, copy));
+        const DesignStore& store = copy.Store();
+        EXPECT_TRUE(store.BkgTileList.empty() && store.SpriteTileList.empty() &&
+                    store.ArrowTileList.empty() && store.CustomText.empty());
+        EXPECT_EQ(store.CaptionText, u"CAPTION");
+    }
+}
+
+TEST(WorkState, PlacesStayOnTheirFieldsAndTheCursorIsRebuilt) {
+    WorkingCopy copy = FullCopy();
+    copy.Store().ArrowTileList.clear();
+    copy.BkgTilePos = {-1, 99};
+    copy.SpPalettePos = {16, 3};
+    copy.AttrBytePos = {1000, 1000};
+    copy.MapSourcePos = {-5, 0};
+    const WorkState state = BuildWorkState(copy);
+    ASSERT_TRUE(ApplyWorkState(state, copy));
+    EXPECT_EQ(copy.BkgTilePos, (Pos{0, 15}));
+    EXPECT_EQ(copy.SpPalettePos, (Pos{15, 0}));
+    EXPECT_EQ(copy.AttrBytePos, (Pos{7, 7}));
+    EXPECT_EQ(copy.MapSourcePos, (Pos{0, 0}));
+    EXPECT_EQ(copy.Store().ArrowTileList.size(), 4u);
+}
+
+TEST(EditSession, EveryCommandGoesBackAndForwardToTheSameBytes) {
+    const std::vector<Command> commands = EveryCommand();
+    for (size_t i = 0; i < commands.size(); ++i) {
+        EditSession session(FullCopy());
+        const WorkState before = BuildWorkState(session.Copy());
+        session.Run(commands[i]);
+        const WorkState after = BuildWorkState(session.Copy());
+        EXPECT_EQ(session.Steps().Count(), before == after ? 0u : 2u) << i;
+        if (before == after) continue;
+        EXPECT_EQ(session.Undo(), Views::All());
+        EXPECT_EQ(BuildWorkState(session.Copy()), before) << i;
+        EXPECT_EQ(session.Redo(), Views::All());
+        EXPECT_EQ(BuildWorkState(session.Copy()), after) << i;
+        EXPECT_TRUE(session.Redo().Empty());
+    }
+}
+
+TEST(EditSession, RandomWalkLeadsBackToItsStart) {
+    const std::vector<Command> commands = EveryCommand();
+    EditSession session(FullCopy());
+    const WorkState start = BuildWorkState(session.Copy());
+    std::mt19937 random(11);
+    for (int i = 0; i < 3000; ++i) {
+        WorkingCopy& copy = session.Copy();
+        session.Run([&](WorkingCopy& c) {
+            c.Store().BkgTileSelected[random() % 256] = random() % 2;
+            c.BkgTilePos = {static_cast<int32_t>(random() % 16),
+                            static_cast<int32_t>(random() % 16)};
+            if (c.Store().SpriteTileList.size() > 200) c.Store().SpriteTileList.resize(20);
+            c.Store().BkgTileList.push_back({.X = static_cast<int32_t>(random() % 32),
+                                             .Selected = static_cast<uint32_t>(random() % 2),
+                                             .Tile = static_cast<uint8_t>(random())});
+            if (c.Store().BkgTileList.size() > 200) c.Store().BkgTileList.clear();
+            return commands[random() % commands.size()](c);
+        });
+        ASSERT_LE(copy.Store().CustomText.size(), 3000u);
+        if (random() % 8 == 0) session.Undo();
+        if (random() % 16 == 0) session.Redo();
+    }
+    const WorkState end = BuildWorkState(session.Copy());
+    const size_t place = session.Steps().Index();
+    while (session.Steps().CanUndo())
+        ASSERT_FALSE(session.Undo().Empty());
+    EXPECT_EQ(BuildWorkState(session.Copy()), start);
+    while (session.Steps().Index() < place)
+        ASSERT_FALSE(session.Redo().Empty());
+    EXPECT_EQ(BuildWorkState(session.Copy()), end);
+}
+
+}  // namespace
+}  // namespace bw

@@ -1,0 +1,100 @@
+#include "designer/pictures/marks.h"
+
+#include <random>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace bw {
+namespace {
+
+constexpr Colour kInk = 1;
+
+// A surface as text, a line a row: `.` for nothing.
+std::string Drawn(const Surface& surface) {
+    std::string text;
+    for (int y = 0; y < surface.Height(); ++y) {
+        for (int x = 0; x < surface.Width(); ++x)
+            text += surface.At({x, y}) == 0 ? '.' : '#';
+        text += '\n';
+    }
+    return text;
+}
+
+TEST(Marks, GridCutsOffItsRestAndDotsBeginWithTheSecond) {
+    Surface surface(10, 6);
+    DrawGrid(surface, {8, 5}, {0, 0}, kInk, 3, 2, Stroke::kSolid);  // corners in any order
+    EXPECT_EQ(Drawn(surface),
+              "#########.\n"
+              "#..#..#.#.\n"
+              "#..#..#.#.\n"
+              "#########.\n"
+              "#..#..#.#.\n"
+              "#########.\n");
+    Surface dotted(10, 6);
+    DrawGrid(dotted, {0, 0}, {9, 5}, kInk, 0, 1, Stroke::kDotted);
+    EXPECT_EQ(Drawn(dotted),
+              ".#.#.#.#.#\n"
+              "#........#\n"
+              "..........\n"
+              "#........#\n"
+              "..........\n"
+              "##.#.#.#.#\n");
+}
+
+TEST(Marks, FramesLoseWhatLiesOutside) {
+    Surface surface(6, 4);
+    DrawFrame(surface, {-2, -1}, {2, 2}, kInk);
+    EXPECT_EQ(Drawn(surface),
+              "..#...\n"
+              "..#...\n"
+              "###...\n"
+              "......\n");
+    Surface cell(5, 4);
+    DrawCellFrame(cell, {1, 1}, 3, kInk);  // would reach to 6, 6
+    EXPECT_EQ(Drawn(cell),
+              ".....\n"
+              ".....\n"
+              ".....\n"
+              "...##\n");
+    Surface filled(4, 3);
+    FillRect(filled, {2, 5}, {9, 1}, kInk);
+    FillRect(filled, {9, 0}, {12, 1}, kInk);
+    EXPECT_EQ(Drawn(filled), "....\n..##\n..##\n");
+    Surface line(5, 4);
+    DrawLine(line, {6, 4}, {-1, -3}, kInk);
+    EXPECT_EQ(Drawn(line), "..#..\n...#.\n....#\n.....\n");
+}
+
+// Every copy against the plainest way to say it.
+TEST(Surface, CopiesMirroredScaledKeyedAndCut) {
+    std::mt19937 random(20);
+    const auto below = [&](int limit) { return static_cast<int>(random() % unsigned(limit)); };
+    Surface source(12, 9);
+    for (int y = 0; y < source.Height(); ++y)
+        for (int x = 0; x < source.Width(); ++x)
+            source.At({x, y}) = static_cast<Colour>(below(3)) + 5;
+    for (int round = 0; round < 2000; ++round) {
+        const Point from{below(12), below(9)};
+        const SourceRect rect{source, from, 1 + below(12 - from.x), 1 + below(9 - from.y)};
+        CopyOptions options{below(4) + 1, below(2) != 0, below(2) != 0, {}};
+        if (below(2) != 0) options.transparent = 6;
+        const Point at{below(60) - 40, below(60) - 40};
+        Surface target(20, 20, 1), expected(20, 20, 1);
+        Copy(target, at, rect, options);
+        for (int y = 0; y < rect.height * options.scale; ++y) {
+            for (int x = 0; x < rect.width * options.scale; ++x) {
+                const Point to{at.x + x, at.y + y};
+                const int column = x / options.scale, row = y / options.scale;
+                const Colour colour =
+                    source.At({from.x + (options.mirrorX ? rect.width - 1 - column : column),
+                               from.y + (options.mirrorY ? rect.height - 1 - row : row)});
+                if (expected.Holds(to) && options.transparent != colour) expected.At(to) = colour;
+            }
+        }
+        ASSERT_TRUE(std::ranges::equal(target.Pixels(), expected.Pixels())) << "round " << round;
+    }
+}
+
+}  // namespace
+}  // namespace bw
