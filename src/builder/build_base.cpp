@@ -16,11 +16,11 @@ constexpr size_t kReadBatch = 256;  // games between two steps of the progress
 }  // namespace
 
 void BuildBase::ShowError(std::u16string_view text) const {
-    user_.Message(text, Text(kErrorTitle), MessageKind::kError);
+    user_.Message(text, Text(TextId::kErrorTitle), MessageKind::kError);
 }
 
 void BuildBase::ShowFileProblem(const FileProblem& problem) const {
-    std::u16string text = Text(150) + u"\r\n" + PathText(problem.file);
+    std::u16string text = Text(TextId::kOperationFailed) + u"\r\n" + PathText(problem.file);
     if (!problem.reason.empty()) {
         text += u": " + ToWide(problem.reason);
     }
@@ -35,7 +35,7 @@ bool BuildBase::Passes(const CheckText& text) const {
 }
 
 void BuildBase::AskToShow(const std::filesystem::path& path) const {
-    if (user_.AskYesNo(Text(284), Text(kTipsTitle))) {
+    if (user_.AskYesNo(Text(TextId::kDoneOpenFolder), Text(TextId::kTipsTitle))) {
         user_.ShowInFileManager(path);
     }
 }

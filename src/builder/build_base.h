@@ -11,18 +11,13 @@
 
 namespace bw {
 
-// String numbers of the titles of messages.
-inline constexpr int kTipsTitle = 146;
-inline constexpr int kErrorTitle = 147;
-inline constexpr int kWarnTitle = 169;
-
 class BuildBase {
   public:
     explicit BuildBase(const BuildContext& context)
         : context_(context), user_(context.user), language_(context.user.UiLanguage()) {}
 
   protected:
-    std::u16string Text(int id) const { return LoadText(id, language_); }
+    std::u16string Text(TextId id) const { return LoadText(id, language_); }
     void ShowError(std::u16string_view text) const;
     void ShowFileProblem(const FileProblem& problem) const;
     // True if the check has nothing to say; else the user has read it.

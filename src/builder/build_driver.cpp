@@ -51,7 +51,8 @@ class RomBuild : BuildBase {
     bool Build(BuildOutcome& outcome) {
         const std::optional<FileProblem> unwritten = WriteResources(context_.workFolder);
         if (items_.empty()) {
-            user_.Message(Text(149), Text(kTipsTitle), MessageKind::kTips);
+            user_.Message(Text(TextId::kNoFilesSelected), Text(TextId::kTipsTitle),
+                          MessageKind::kTips);
             return false;
         }
         if (!PrepareGames(board_) || !CheckScreen()) {
@@ -117,7 +118,7 @@ class RomBuild : BuildBase {
             menu_.Load(path);
             return true;
         }
-        ShowError(FormatText(Text(279), PathText(path)));
+        ShowError(FormatText(Text(TextId::kInvalidExternalMenu), PathText(path)));
         return false;
     }
 
@@ -227,9 +228,9 @@ class RomBuild : BuildBase {
 }  // namespace
 
 CheckText CheckBuildStart(const GameList& games, bool taskBusy, Language language) {
-    if (taskBusy) return LoadText(194, language);
+    if (taskBusy) return LoadText(TextId::kTaskBusy, language);
     if (CountChecked(games) > kCheckedLimit) {
-        return FormatText(LoadText(197, language), kCheckedLimit);
+        return FormatText(LoadText(TextId::kTooManyGames, language), kCheckedLimit);
     }
     return std::nullopt;
 }
@@ -237,7 +238,8 @@ CheckText CheckBuildStart(const GameList& games, bool taskBusy, Language languag
 bool MayStartBuild(const GameList& games, const std::atomic<bool>& taskBusy, BuildUser& user) {
     const Language language = user.UiLanguage();
     const CheckText problem = CheckBuildStart(games, taskBusy, language);
-    if (problem) user.Message(*problem, LoadText(kWarnTitle, language), MessageKind::kWarning);
+    if (problem)
+        user.Message(*problem, LoadText(TextId::kWarnTitle, language), MessageKind::kWarning);
     return !problem;
 }
 

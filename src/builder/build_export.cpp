@@ -74,7 +74,8 @@ bool RunExport(const BuildContext& context) {
     }
     context.store.RegWriteString(kMainKey, "LastExportDir", PathText(folder));
     const Language language = context.user.UiLanguage();
-    if (context.user.AskYesNo(LoadText(284, language), LoadText(kTipsTitle, language))) {
+    if (context.user.AskYesNo(LoadText(TextId::kDoneOpenFolder, language),
+                              LoadText(TextId::kTipsTitle, language))) {
         context.user.ShowInFileManager(folder);
     }
     return true;

@@ -64,7 +64,7 @@ class CommandRun {
     }
     void Errors(const std::vector<std::u16string>& lines) {
         for (const std::u16string& line : lines) {
-            user_.Message(line, LoadText(147, language_), MessageKind::kError);
+            user_.Message(line, LoadText(TextId::kErrorTitle, language_), MessageKind::kError);
         }
     }
 
@@ -128,7 +128,7 @@ class CommandRun {
     }
 
     void Warn(const std::u16string& text) {
-        user_.Message(text, LoadText(169, language_), MessageKind::kWarning);
+        user_.Message(text, LoadText(TextId::kWarnTitle, language_), MessageKind::kWarning);
     }
 
     // What the console shows otherwise than a designer may expect.
@@ -160,7 +160,8 @@ class CommandRun {
     int Export() {
         std::filesystem::path folder = FromCurrentFolder(arguments_.folder);
         if (CountChecked(Games()) == 0) {
-            user_.Message(LoadText(149, language_), LoadText(146, language_), MessageKind::kTips);
+            user_.Message(LoadText(TextId::kNoFilesSelected, language_),
+                          LoadText(TextId::kTipsTitle, language_), MessageKind::kTips);
             return kFailed;
         }
         if (!MakeFolders(folder)) {

@@ -33,7 +33,8 @@ class Gatherer {
     GatheredGames Take() {
         if (overLimit_ || result_.games.size() > kListLimit) {
             result_.games.resize(std::min(result_.games.size(), kListLimit));
-            result_.warnings.push_back(FormatText(LoadText(192, language_), kListLimit));
+            result_.warnings.push_back(
+                FormatText(LoadText(TextId::kListCutToLimit, language_), kListLimit));
         }
         return std::move(result_);
     }
@@ -50,7 +51,8 @@ class Gatherer {
     void AddImage(const std::filesystem::path& file) {
         GameEntry entry(FromCurrentFolder(file));
         if (!entry.HasValidHeader()) {
-            result_.problems.push_back(FormatText(LoadText(153, language_), PathText(file)));
+            result_.problems.push_back(
+                FormatText(LoadText(TextId::kNotANesFile, language_), PathText(file)));
             return;
         }
         entry.checked = true;
@@ -69,7 +71,8 @@ class Gatherer {
                 continue;
             }
             if (!entry.HasValidHeader()) {
-                result_.warnings.push_back(FormatText(LoadText(153, language_), entry.path));
+                result_.warnings.push_back(
+                    FormatText(LoadText(TextId::kNotANesFile, language_), entry.path));
                 continue;
             }
             entry.checked = true;
@@ -133,8 +136,8 @@ std::vector<std::u16string> FindDamagedImages(const GameList& games, Language la
         const InesHeader& header = entry.header;
         const bool chinese = language == Language::kChinese;
         if (header.PrgCount() != header.PrgLow() || header.ChrCount() != header.ChrLow()) {
-            lines.push_back(FormatText(LoadText(260, language), ordinal, entry.name,
-                                       header.PrgCount() * 16, header.ChrCount() * 8));
+            lines.push_back(FormatText(LoadText(TextId::kGameSizesNotSupported, language), ordinal,
+                                       entry.name, header.PrgCount() * 16, header.ChrCount() * 8));
             continue;
         }
         const uint64_t announced = kInesHeaderSize + (header.Trainer() ? kTrainerSize : 0) +

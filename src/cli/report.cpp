@@ -153,23 +153,27 @@ void WriteGame(Json& json, const MulticartItem& item, const BuildOutcome& outcom
 }  // namespace
 
 std::string InfoTable(const GameList& games, Language language) {
-    const auto text = [language](int id) { return LoadText(id, language); };
+    const auto text = [language](TextId id) { return LoadText(id, language); };
     Table table;
-    table.Row({text(137), text(138), text(139), text(141), text(142), text(140), text(283),
-               text(331), text(332), text(282)});
+    table.Row({text(TextId::kFileName), text(TextId::kPrgRom), text(TextId::kChrRom),
+               text(TextId::kMapperNumber), text(TextId::kMirroring), text(TextId::kBatteryBacked),
+               text(TextId::kTrained), text(TextId::kCoolboy), text(TextId::kCoolgirl),
+               text(TextId::kFilePath)});
     for (const GameEntry& game : games) {
         if (!game.HasValidHeader()) {
-            table.Row(
-                {game.name, u"-", u"-", u"-", u"-", u"-", u"-", text(334), text(334), game.path});
+            table.Row({game.name, u"-", u"-", u"-", u"-", u"-", u"-", text(TextId::kSupportedNo),
+                       text(TextId::kSupportedNo), game.path});
             continue;
         }
         const InesHeader& header = game.header;
-        const auto yes = [&](bool value) { return text(value ? 135 : 136); };
+        const auto yes = [&](bool value) { return text(value ? TextId::kYes : TextId::kNo); };
         table.Row({game.name, SizeText(header.PrgCount(), 16), SizeText(header.ChrCount(), 8),
-                   FormatText(u"%d", header.Mapper()), text(header.Vertical() ? 133 : 134),
+                   FormatText(u"%d", header.Mapper()),
+                   text(header.Vertical() ? TextId::kVertical : TextId::kHorizontal),
                    yes(header.Battery()), yes(header.Trainer()),
-                   text(game.coolboySupported ? 333 : 334),
-                   text(game.coolgirlSupported ? 333 : 334), game.path});
+                   text(game.coolboySupported ? TextId::kSupportedYes : TextId::kSupportedNo),
+                   text(game.coolgirlSupported ? TextId::kSupportedYes : TextId::kSupportedNo),
+                   game.path});
     }
     return table.Text();
 }

@@ -98,10 +98,9 @@ void TerminalUser::ClearProgress() {
 }
 
 int TellProblem(const std::optional<std::u16string>& problem, Language language) {
-    constexpr int kErrorTitle = 147;
     if (!problem) return 0;
     TerminalUser(language, {}, {})
-        .Message(*problem, LoadText(kErrorTitle, language), MessageKind::kError);
+        .Message(*problem, LoadText(TextId::kErrorTitle, language), MessageKind::kError);
     return 1;
 }
 

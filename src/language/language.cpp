@@ -6,11 +6,12 @@
 
 namespace bw {
 
-std::u16string LoadText(int id, Language language) {
-    const auto table = LanguageTable();
-    const auto row = std::ranges::lower_bound(table, id, {}, &LanguageRow::id);
+std::u16string LoadText(TextId id, Language language) {
+    const auto table = id < OwnTexts().front().id ? FixedTexts() : OwnTexts();
+    const auto row = std::ranges::lower_bound(table, id, {}, &TextRow::id);
     if (row == table.end() || row->id != id) return {};
-    return std::u16string(language == Language::kChinese ? row->chinese : row->english);
+    const auto column = std::ranges::find(kLanguages, language) - kLanguages.begin();
+    return std::u16string(row->texts[static_cast<size_t>(column)]);
 }
 
 std::u16string OwnText(Language language, std::u16string_view chinese,

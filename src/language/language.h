@@ -1,18 +1,19 @@
-// The program's texts in its two languages, by number. The numbers are fixed: messages, menus and
-// dialogs refer to them.
+// The program's texts in its two languages. Placeholders are printf's, in the order of the
+// arguments unless they have numbers, or Qt's "%1".
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "language/text_id.h"
+
 namespace bw {
 
 // Language ids as the list of the Windows language identifiers has them.
 enum class Language : uint16_t { kChinese = 2052, kEnglish = 1033 };
 
-// The text with this number; empty for a number without a row.
-std::u16string LoadText(int id, Language language);
+std::u16string LoadText(TextId id, Language language);
 
 // The one of a text that the table has no row for.
 std::u16string OwnText(Language language, std::u16string_view chinese, std::u16string_view english);

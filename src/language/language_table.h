@@ -1,18 +1,24 @@
 // The rows of the string table.
 #pragma once
 
+#include <array>
 #include <span>
 #include <string_view>
 
+#include "language/language.h"
+
 namespace bw {
 
-struct LanguageRow {
-    int id;
-    std::u16string_view english;
-    std::u16string_view chinese;
+// The columns of the table.
+inline constexpr std::array kLanguages{Language::kEnglish, Language::kChinese};
+
+struct TextRow {
+    TextId id;
+    std::array<std::u16string_view, kLanguages.size()> texts;
 };
 
-// In ascending order of id.
-std::span<const LanguageRow> LanguageTable();
+// Each in ascending order of id; the own texts' ids are behind the fixed ones.
+std::span<const TextRow> FixedTexts();
+std::span<const TextRow> OwnTexts();
 
 }  // namespace bw

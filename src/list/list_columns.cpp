@@ -8,18 +8,18 @@ namespace {
 using enum ColumnAlignment;
 
 constexpr std::array<ListColumnTraits, kListColumns> kTraits{{
-    {143, 64, kRight, kRight},
-    {137, 256, kLeft, kLeft},
-    {138, 96, kRight, kRight},
-    {139, 96, kRight, kRight},
-    {141, 72, kRight, kRight},
-    {142, 72, kCentre, kCentre},
-    {140, 90, kCentre, kCentre},
-    {283, 50, kCentre, kCentre},
-    {331, 32, kCentre, kCentre},
-    {332, 32, kCentre, kCentre},
-    {281, 256, kLeft, kLeft},
-    {282, 256, kLeft, kLeft},
+    {TextId::kNumber, 64, kRight, kRight},
+    {TextId::kFileName, 256, kLeft, kLeft},
+    {TextId::kPrgRom, 96, kRight, kRight},
+    {TextId::kChrRom, 96, kRight, kRight},
+    {TextId::kMapperNumber, 72, kRight, kRight},
+    {TextId::kMirroring, 72, kCentre, kCentre},
+    {TextId::kBatteryBacked, 90, kCentre, kCentre},
+    {TextId::kTrained, 50, kCentre, kCentre},
+    {TextId::kCoolboy, 32, kCentre, kCentre},
+    {TextId::kCoolgirl, 32, kCentre, kCentre},
+    {TextId::kRemark, 256, kLeft, kLeft},
+    {TextId::kFilePath, 256, kLeft, kLeft},
 }};
 
 // Right-aligned in at least `width` places, with `fill` before it. Rows are painted often, and
@@ -63,7 +63,7 @@ const ListColumnTraits& TraitsOf(ListColumn column) {
 
 std::u16string CellText(const GameEntry& entry, size_t row, ListColumn column, Language language) {
     const InesHeader& header = entry.header;
-    const auto either = [&](bool first, int firstId, int secondId) {
+    const auto either = [&](bool first, TextId firstId, TextId secondId) {
         return LoadText(first ? firstId : secondId, language);
     };
     switch (column) {
@@ -78,15 +78,15 @@ std::u16string CellText(const GameEntry& entry, size_t row, ListColumn column, L
         case ListColumn::kMapper:
             return Number(header.Mapper());
         case ListColumn::kMirroring:
-            return either(header.Vertical(), 133, 134);
+            return either(header.Vertical(), TextId::kVertical, TextId::kHorizontal);
         case ListColumn::kBattery:
-            return either(header.Battery(), 135, 136);
+            return either(header.Battery(), TextId::kYes, TextId::kNo);
         case ListColumn::kTrainer:
-            return either(header.Trainer(), 135, 136);
+            return either(header.Trainer(), TextId::kYes, TextId::kNo);
         case ListColumn::kCoolboy:
-            return either(entry.coolboySupported, 333, 334);
+            return either(entry.coolboySupported, TextId::kSupportedYes, TextId::kSupportedNo);
         case ListColumn::kCoolgirl:
-            return either(entry.coolgirlSupported, 333, 334);
+            return either(entry.coolgirlSupported, TextId::kSupportedYes, TextId::kSupportedNo);
         case ListColumn::kRemark:
             return Shown(entry.remark);
         case ListColumn::kPath:

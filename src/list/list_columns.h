@@ -29,8 +29,8 @@ inline constexpr size_t kListColumns = 12;
 enum class ColumnAlignment { kLeft, kRight, kCentre };
 
 struct ListColumnTraits {
-    int titleId;  // in the language table
-    int width;    // at first, in pixels at 96 dots per inch
+    TextId titleId;
+    int width;  // at first, in pixels at 96 dots per inch
     ColumnAlignment header;
     ColumnAlignment cell;
 };

@@ -16,7 +16,7 @@ using testing::ElementsAre;
 
 // The mappers that the help text promises for COOLGIRL, without its remarks on single games.
 std::set<uint32_t> MappersOfHelpText() {
-    const std::string text = ToUtf8(LoadText(156, Language::kEnglish));
+    const std::string text = ToUtf8(LoadText(TextId::kSupportedMappers, Language::kEnglish));
     std::set<uint32_t> mappers;
     int depth = 0;
     uint32_t number = 0;

@@ -29,7 +29,7 @@ constexpr int kFindBox = 1032;
 constexpr int kRegexButton = 1035;
 constexpr int kReplaceAllButton = 40031;
 
-std::string English(int id) {
+std::string English(TextId id) {
     return ToUtf8(LoadText(id, Language::kEnglish));
 }
 
@@ -133,7 +133,7 @@ class NoSettings : public Faults {
     }
     // Exits, and saves the list to a file when that is offered.
     void Rescue(Program& program) {
-        program.Menu({English(111), English(109)});
+        program.Menu({English(TextId::kFileEntry), English(TextId::kExitEntry)});
         program.Click("the offer to save the list", Control(kYesButton));
         program.EnterFileName(home / "rescued.fcl");
         EXPECT_EQ(program.AwaitEnd(), 0) << program.Words();

@@ -46,7 +46,7 @@ class Session {
         program_.emplace(desktop_, home_.Path());
     }
 
-    std::string Text(int id) const { return ToUtf8(LoadText(id, language_)); }
+    std::string Text(TextId id) const { return ToUtf8(LoadText(id, language_)); }
     std::string Sample(const std::string& name) const {
         return (std::filesystem::path(BANKWEAVER_SAMPLES) / name).string();
     }
@@ -57,7 +57,7 @@ class Session {
         std::string words;
         for (const std::string& name : samples)
             words += '"' + Sample(name) + "\" ";
-        program_->Menu({Text(111), Text(106)});
+        program_->Menu({Text(TextId::kFileEntry), Text(TextId::kOpenEntry)});
         program_->EnterFileName(words);
     }
     void Drop(const std::vector<std::string>& samples, size_t rows) {
@@ -206,10 +206,11 @@ TEST(Session, FromAnEmptyListToTheNextStart) {
               {divider.x + divider.width + 60, divider.Middle().y});
     session.Arrange(90, 70, 940, 560);
 
-    screen.Menu({session.Text(113), session.Text(115), session.Text(117)});
+    screen.Menu({session.Text(TextId::kSettingsEntry), session.Text(TextId::kLanguageEntry),
+                 session.Text(TextId::kChinese)});
     session.SetLanguage(Language::kChinese);
     screen.Await("a Chinese button", [&](const Seen& seen) {
-        return Control(kMoveUp)(seen) && seen.value == session.Text(124);
+        return Control(kMoveUp)(seen) && seen.value == session.Text(TextId::kMoveUp);
     });
 
     hand.Key("alt+F4");
@@ -221,12 +222,12 @@ TEST(Session, FromAnEmptyListToTheNextStart) {
     EXPECT_THAT(evening.names, SizeIs(5));
     EXPECT_EQ(evening.widths.at(kNameColumn), divider.width + 61);
 
-    screen.Menu({session.Text(111), session.Text(109)});
+    screen.Menu({session.Text(TextId::kFileEntry), session.Text(TextId::kExitEntry)});
     EXPECT_EQ(screen.AwaitEnd(), 0) << screen.Words();
     session.Restart();
     session.AwaitRows(5);
     session.Screen().Await("Chinese again", [&](const Seen& seen) {
-        return Control(kMoveUp)(seen) && seen.value == session.Text(124);
+        return Control(kMoveUp)(seen) && seen.value == session.Text(TextId::kMoveUp);
     });
     EXPECT_EQ(session.Now(), evening);
 }

@@ -55,7 +55,7 @@ class Recorder : public CDialogBase {
         return table;
     }
     const MessageTable& Table() const override { return RecorderTable(); }
-    void ApplyTexts() override { SetTextId(kButton, 265); }
+    void ApplyTexts() override { SetTextId(kButton, TextId::kAnswerConfirm); }
 
   private:
     MessageResult First(MessageParam, MessageParam) {

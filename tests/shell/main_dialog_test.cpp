@@ -99,11 +99,11 @@ TEST_F(MainDialog, CommandsOnTheListAreRefusedWhileATaskHasIt) {
             dialogs.told.clear();
             Send(id);
             ASSERT_EQ(dialogs.told.size(), 1u) << id;
-            EXPECT_EQ(dialogs.told[0].text, LoadText(194, Language::kEnglish));
-            EXPECT_EQ(dialogs.told[0].caption, LoadText(169, Language::kEnglish));
+            EXPECT_EQ(dialogs.told[0].text, LoadText(TextId::kTaskBusy, Language::kEnglish));
+            EXPECT_EQ(dialogs.told[0].caption, LoadText(TextId::kWarnTitle, Language::kEnglish));
         }
         Send(kCommandClear);  // doesn't look at the task
-        EXPECT_EQ(dialogs.told.back().text, LoadText(145, Language::kEnglish));
+        EXPECT_EQ(dialogs.told.back().text, LoadText(TextId::kConfirmEmptying, Language::kEnglish));
     };
     Send(kCommandOpen);
     EXPECT_EQ(List(), "AB");
@@ -170,13 +170,10 @@ QStringList Texts(const CMainDialog& window) {
 bool SameInBothLanguages(const QString& text) {
     const bool letters = std::ranges::any_of(text, [](QChar unit) { return unit.isLetter(); });
     if (!letters) return true;
-    for (const LanguageRow& row : LanguageTable()) {
-        if (row.chinese == row.english && ToQt(row.english) == text) return true;
-    }
-    return std::ranges::any_of(MainMenuRows(), [&](const MenuRow& row) {
-        return row.text.id == 0 && row.text.chinese == row.text.english &&
-               ToQt(row.text.english) == text;
-    });
+    const auto says = [&](const TextRow& row) {
+        return std::ranges::all_of(row.texts, [&](auto own) { return ToQt(own) == text; });
+    };
+    return std::ranges::any_of(FixedTexts(), says) || std::ranges::any_of(OwnTexts(), says);
 }
 
 TEST_F(MainDialog, AChangeOfLanguageLeavesNothingInTheOther) {
@@ -284,7 +281,7 @@ TEST_F(MainDialog, AListThatCannotBeStoredIsOfferedAFile) {
     dialogs.answers = {kEndYes, kEndOk, kEndYes};
     dialogs.listToSave = folder / "no such folder" / "kept";
     dialogs.meanwhile = [this] {
-        if (dialogs.told.back().text == LoadText(150, Language::kEnglish)) {
+        if (dialogs.told.back().text == LoadText(TextId::kOperationFailed, Language::kEnglish)) {
             dialogs.listToSave = folder / "kept";
         }
     };

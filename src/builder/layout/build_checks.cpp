@@ -12,7 +12,7 @@ namespace {
 constexpr int kGameErrorLimit = 20;
 
 std::u16string GameError(const MulticartItem& item, BoardType board, Language language) {
-    const auto text = [&](int id, auto... numbers) {
+    const auto text = [&](TextId id, auto... numbers) {
         // A file that couldn't be read has no name yet.
         const std::u16string name =
             item.name.empty() ? NameWithoutExtension(PathText(item.path)) : item.name;
@@ -22,13 +22,13 @@ std::u16string GameError(const MulticartItem& item, BoardType board, Language la
         case GameFault::kNone:
             return {};
         case GameFault::kNotValid:
-            return text(261);
+            return text(TextId::kGameNotValid);
         case GameFault::kMapper:
-            return text(259, item.mapper);
+            return text(TextId::kGameMapperNotSupported, item.mapper);
         case GameFault::kTrainer:
-            return text(262);
+            return text(TextId::kGameTrainerNotSupported);
         case GameFault::kSize:
-            return text(260, item.prgCount * 16, item.chrCount * 8);
+            return text(TextId::kGameSizesNotSupported, item.prgCount * 16, item.chrCount * 8);
     }
     return {};
 }
@@ -63,8 +63,8 @@ CheckText CheckTableBanks(const BankLimits& used, uint32_t menuPrgUnits, Languag
         used.finalData <= limits.finalData) {
         return std::nullopt;
     }
-    return FormatText(LoadText(280, language), used.names, limits.names, used.data, limits.data,
-                      used.finalData, limits.finalData);
+    return FormatText(LoadText(TextId::kOutputOverflow, language), used.names, limits.names,
+                      used.data, limits.data, used.finalData, limits.finalData);
 }
 
 GameFault FindGameFault(const MulticartItem& item, BoardType board) {
@@ -104,8 +104,8 @@ CheckText CheckRomLimits(const LayoutResult& layout, BoardType board, Language l
     if (layout.romSize <= limit.romBytes && games <= limit.games) {
         return std::nullopt;
     }
-    return FormatText(LoadText(185, language), BoardName(board), limit.romBytes / 1048576,
-                      layout.romSize / 1048576.0, limit.games, games);
+    return FormatText(LoadText(TextId::kRomLimits, language), BoardName(board),
+                      limit.romBytes / 1048576, layout.romSize / 1048576.0, limit.games, games);
 }
 
 CheckText CheckMenu(const MulticartItem& menu, Language language) {
@@ -114,8 +114,8 @@ CheckText CheckMenu(const MulticartItem& menu, Language language) {
         std::find(kSizes.begin(), kSizes.end(), menu.prgCount) != kSizes.end()) {
         return std::nullopt;
     }
-    return FormatText(LoadText(277, language), PathText(menu.path), menu.mapper, menu.prgCount * 16,
-                      menu.chrCount * 8) +
+    return FormatText(LoadText(TextId::kMenuRomError, language), PathText(menu.path), menu.mapper,
+                      menu.prgCount * 16, menu.chrCount * 8) +
            u"\r\n";
 }
 

@@ -56,9 +56,10 @@ const MessageTable& CAboutDialog::Table() const {
 }
 
 void CAboutDialog::ApplyTexts() {
-    setWindowTitle(QtText(119, UiLanguage()));
-    SetText(kProduct, ToQt(FormatText(LoadText(120, UiLanguage()), ProgramVersion())));
-    SetTextId(kButton, 122);
+    setWindowTitle(QtText(TextId::kAbout, UiLanguage()));
+    SetText(kProduct,
+            ToQt(FormatText(LoadText(TextId::kProductAndVersion, UiLanguage()), ProgramVersion())));
+    SetTextId(kButton, TextId::kConfirm);
 }
 
 MessageResult CAboutDialog::OnButton(MessageParam, MessageParam) {

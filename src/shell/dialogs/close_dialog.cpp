@@ -41,10 +41,10 @@ const MessageTable& CCloseDialog::Table() const {
 }
 
 void CCloseDialog::ApplyTexts() {
-    setWindowTitle(QtText(123, UiLanguage()));
-    SetTextId(kRemember, 172);
-    SetTextId(kMinimize, 173);
-    SetTextId(kExit, 174);
+    setWindowTitle(QtText(TextId::kProduct, UiLanguage()));
+    SetTextId(kRemember, TextId::kRememberOperation);
+    SetTextId(kMinimize, TextId::kMinimize);
+    SetTextId(kExit, TextId::kExit);
 }
 
 MessageResult CCloseDialog::OnRemember(MessageParam, MessageParam) {

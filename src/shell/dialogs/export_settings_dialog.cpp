@@ -77,10 +77,10 @@ const MessageTable& CExportSettingsDialog::Table() const {
 }
 
 void CExportSettingsDialog::ApplyTexts() {
-    setWindowTitle(QtText(269, UiLanguage()));
-    SetTextId(kTypeGroup, 270);
-    SetTextId(kSizeGroup, 271);
-    SetTextId(kButton, 122);
+    setWindowTitle(QtText(TextId::kExportSettings, UiLanguage()));
+    SetTextId(kTypeGroup, TextId::kMulticartRomType);
+    SetTextId(kSizeGroup, TextId::kMenuPrgSize);
+    SetTextId(kButton, TextId::kConfirm);
 }
 
 MessageResult CExportSettingsDialog::OnInit(MessageParam, MessageParam) {

@@ -44,10 +44,10 @@ const MessageTable& CExtrenMenuDialog::Table() const {
 }
 
 void CExtrenMenuDialog::ApplyTexts() {
-    setWindowTitle(QtText(278, UiLanguage()));
-    SetTextId(kGroup, 275);
-    SetTextId(kSelect, 276);
-    SetTextId(kButton, 265);
+    setWindowTitle(QtText(TextId::kExternalMenu, UiLanguage()));
+    SetTextId(kGroup, TextId::kMenuPath);
+    SetTextId(kSelect, TextId::kSelectTheFile);
+    SetTextId(kButton, TextId::kAnswerConfirm);
     path_.setAccessibleName(group_.title());
 }
 

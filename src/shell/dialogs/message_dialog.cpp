@@ -71,10 +71,10 @@ const MessageTable& CMessageDialog::Table() const {
 
 void CMessageDialog::ApplyTexts() {
     if (buttons_ == MessageButtons::kYesNo) {
-        SetTextId(kEndYes, 263);
-        SetTextId(kEndNo, 264);
+        SetTextId(kEndYes, TextId::kAnswerYes);
+        SetTextId(kEndNo, TextId::kAnswerNo);
     } else {
-        SetTextId(kEndOk, 265);
+        SetTextId(kEndOk, TextId::kAnswerConfirm);
     }
 }
 

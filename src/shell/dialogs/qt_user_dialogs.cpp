@@ -155,7 +155,7 @@ bool QtUserDialogs::MayReplace(const std::filesystem::path& chosen,
     const Language language = language_();
     const std::u16string format =
         OwnText(language, u"%s 已存在，要替换它吗？", u"%s exists already. Replace it?");
-    return Message(FormatText(format, PathText(target)), LoadText(169, language),
+    return Message(FormatText(format, PathText(target)), LoadText(TextId::kWarnTitle, language),
                    MessageButtons::kYesNo) == kEndYes;
 }
 

@@ -120,16 +120,16 @@ const MessageTable& CRenameDialog::Table() const {
 }
 
 void CRenameDialog::ApplyTexts() {
-    setWindowTitle(QtText(201, UiLanguage()));
-    SetTextId(kFindLabel, 203);
-    SetTextId(kReplaceLabel, 204);
-    SetTextId(kPattern, 207);
-    SetTextId(kNormal, 205);
-    SetTextId(kRegex, 208);
-    SetTextId(kOnlyChecked, 211);
-    SetTextId(kFindNextButton, 209);
-    SetTextId(kReplaceButton, 210);
-    SetTextId(kReplaceAllButton, 206);
+    setWindowTitle(QtText(TextId::kFindAndReplace, UiLanguage()));
+    SetTextId(kFindLabel, TextId::kSearchLabel);
+    SetTextId(kReplaceLabel, TextId::kReplaceLabel);
+    SetTextId(kPattern, TextId::kPattern);
+    SetTextId(kNormal, TextId::kNormal);
+    SetTextId(kRegex, TextId::kRegex);
+    SetTextId(kOnlyChecked, TextId::kFindCheckedOnly);
+    SetTextId(kFindNextButton, TextId::kFindNext);
+    SetTextId(kReplaceButton, TextId::kReplace);
+    SetTextId(kReplaceAllButton, TextId::kReplaceAll);
     SetText(kCommandStopTask, QtOwnText(UiLanguage(), u"停止", u"Stop"));
     // A problem in the language of before.
     ShowProblem({});

@@ -135,7 +135,7 @@ void CDialogBase::SetText(int id, const QString& text) {
     }
 }
 
-void CDialogBase::SetTextId(int id, int textId) {
+void CDialogBase::SetTextId(int id, TextId textId) {
     SetText(id, QtText(textId, language_));
 }
 

@@ -57,7 +57,7 @@ class CDialogBase : public QDialog, public MessageTarget {
     std::u16string GetText(int id) const;
     void SetText(int id, const QString& text);
     // The text of the language table.
-    void SetTextId(int id, int textId);
+    void SetTextId(int id, TextId textId);
 
     // Dialog units grow with the font: a horizontal one is a quarter of the average character's
     // width, a vertical one an eighth of the line's height.

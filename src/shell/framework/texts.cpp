@@ -21,7 +21,7 @@ std::filesystem::path PathFromQt(const QString& text) {
     return TextPath(FromQt(text));
 }
 
-QString QtText(int id, Language language) {
+QString QtText(TextId id, Language language) {
     return ToQt(LoadText(id, language));
 }
 

@@ -18,7 +18,7 @@ QString PathToQt(const std::filesystem::path& path);
 std::filesystem::path PathFromQt(const QString& text);
 
 // A text of the language table, and one of our own.
-QString QtText(int id, Language language);
+QString QtText(TextId id, Language language);
 QString QtOwnText(Language language, std::u16string_view chinese, std::u16string_view english);
 
 // A menu's text without its letter, "(&B)", for places where that means nothing.

@@ -16,19 +16,19 @@ constexpr int kGap = 3;
 
 struct ButtonTraits {
     int command;
-    int textId;
+    TextId textId;
 };
 constexpr std::array<ButtonTraits, ButtonColumn::kButtons> kTraits{{
-    {kCommandMoveUp, 124},
-    {kCommandMoveDown, 125},
-    {kCommandMoveTop, 126},
-    {kCommandMoveBottom, 127},
-    {kCommandSelectAll, 128},
-    {kCommandSelectInverse, 129},
-    {kCommandRemove, 130},
-    {kCommandClear, 131},
-    {kCommandBuildCoolboy, 331},
-    {kCommandBuildCoolgirl, 332},
+    {kCommandMoveUp, TextId::kMoveUp},
+    {kCommandMoveDown, TextId::kMoveDown},
+    {kCommandMoveTop, TextId::kMoveTop},
+    {kCommandMoveBottom, TextId::kMoveBottom},
+    {kCommandSelectAll, TextId::kSelectAll},
+    {kCommandSelectInverse, TextId::kSelectInverse},
+    {kCommandRemove, TextId::kRemove},
+    {kCommandClear, TextId::kClear},
+    {kCommandBuildCoolboy, TextId::kCoolboy},
+    {kCommandBuildCoolgirl, TextId::kCoolgirl},
 }};
 
 }  // namespace

@@ -13,10 +13,6 @@
 namespace bw {
 namespace {
 
-constexpr int kTipsTitle = 146;
-constexpr int kErrorTitle = 147;
-constexpr int kFailed = 150;
-
 uint32_t StoredNumber(const SettingsStore& store, std::string_view name) {
     uint32_t value = 0;
     store.RegReadDword(kMainKey, name, value);
@@ -81,8 +77,8 @@ bool CMainDialog::Parts::TasksEnded(int closeCode) {
         const std::u16string question =
             OwnText(CurrentLanguage(), u"任务正在进行，要停止任务并退出吗？",
                     u"A task is still running. Stop it and exit?");
-        const int answer = Dialogs().Message(question, LoadText(kTipsTitle, CurrentLanguage()),
-                                             MessageButtons::kYesNo);
+        const int answer = Dialogs().Message(
+            question, LoadText(TextId::kTipsTitle, CurrentLanguage()), MessageButtons::kYesNo);
         if (answer != kEndYes) return false;
     }
     // It may have ended while the question was open.
@@ -102,15 +98,15 @@ bool CMainDialog::Parts::KeepList() {
             u"无法将列表保存到设置中。是否改为保存到列表文件？选择“否”则不保存列表直接退出。",
             u"The list can't be stored with the settings. Save it to a list file instead? With No "
             u"the program exits and the list is lost.");
-        const int answer =
-            Dialogs().Message(question, LoadText(kErrorTitle, language), MessageButtons::kYesNo);
+        const int answer = Dialogs().Message(question, LoadText(TextId::kErrorTitle, language),
+                                             MessageButtons::kYesNo);
         if (answer == kEndNo) return true;
         if (answer != kEndYes) return false;
         const auto file = Dialogs().AskListToSave(Base());
         if (!file) return false;
         if (SaveListFile(WithListExtension(*file), editor.Games(), Base())) return true;
-        Dialogs().Message(LoadText(kFailed, language), LoadText(kErrorTitle, language),
-                          MessageButtons::kConfirm);
+        Dialogs().Message(LoadText(TextId::kOperationFailed, language),
+                          LoadText(TextId::kErrorTitle, language), MessageButtons::kConfirm);
     }
     return true;
 }

@@ -9,11 +9,6 @@
 namespace bw {
 namespace {
 
-constexpr int kConfirmClear = 145;
-constexpr int kTipsTitle = 146;
-constexpr int kRomInfoTitle = 155;
-constexpr int kRomInfo = 156;
-
 int CommandOf(MessageParam wParam) {
     return static_cast<int>(wParam & 0xFFFF);
 }
@@ -31,9 +26,9 @@ MessageResult CMainDialog::OnListCommand(MessageParam wParam, MessageParam) {
     if (command == kCommandClear) {
         // Works while a task runs: tasks have their own copy of what they need.
         if (editor.Games().empty()) return 1;
-        const int answer =
-            parts_->Dialogs().Message(LoadText(kConfirmClear, UiLanguage()),
-                                      LoadText(kTipsTitle, UiLanguage()), MessageButtons::kYesNo);
+        const int answer = parts_->Dialogs().Message(
+            LoadText(TextId::kConfirmEmptying, UiLanguage()),
+            LoadText(TextId::kTipsTitle, UiLanguage()), MessageButtons::kYesNo);
         if (answer == kEndYes) parts_->Apply(editor.Clear());
         return 1;
     }
@@ -106,9 +101,10 @@ MessageResult CMainDialog::OnDialogCommand(MessageParam wParam, MessageParam) {
             CExtrenMenuDialog(store, parts_->Dialogs(), language, this).DoModal();
             break;
         case kCommandRomInfo:
-            parts_->Dialogs().Message(LoadText(kRomInfo, language),
-                                      FromQt(WithoutLetter(QtText(kRomInfoTitle, language))),
-                                      MessageButtons::kConfirm);
+            parts_->Dialogs().Message(
+                LoadText(TextId::kSupportedMappers, language),
+                FromQt(WithoutLetter(QtText(TextId::kMulticartInfoEntry, language))),
+                MessageButtons::kConfirm);
             break;
         default:
             CAboutDialog(language, this).DoModal();

@@ -13,7 +13,6 @@
 namespace bw {
 namespace {
 
-constexpr int kProductName = 123;
 constexpr int kMargin = 4;
 constexpr QSize kLeastSize(400, 360);
 constexpr QSize kFirstSize(1120, 640);
@@ -70,7 +69,7 @@ void CMainDialog::Place() {
 
 void CMainDialog::ApplyTexts() {
     const Language language = UiLanguage();
-    setWindowTitle(QtText(kProductName, language));
+    setWindowTitle(QtText(TextId::kProduct, language));
     parts_->qtTexts.SetLanguage(language);
     parts_->menu.SetLanguage(language);
     parts_->buttons.SetLanguage(language, parts_->menu);

@@ -3,14 +3,6 @@
 #include "shell/framework/texts.h"
 
 namespace bw {
-namespace {
-
-QString TextOf(const MenuText& text, Language language) {
-    return text.id != 0 ? QtText(text.id, language)
-                        : QtOwnText(language, text.chinese, text.english);
-}
-
-}  // namespace
 
 MainMenu::MainMenu(QWidget& window, std::function<void(int)> chosen)
     : window_(window), chosen_(std::move(chosen)), bar_(&window) {
@@ -75,7 +67,7 @@ void MainMenu::SetLanguage(Language language) {
     size_t popup = 0;
     for (const MenuRow& row : MainMenuRows()) {
         if (row.kind == MenuRowKind::kEnd || row.kind == MenuRowKind::kSeparator) continue;
-        const QString text = TextOf(row.text, language);
+        const QString text = QtText(row.text, language);
         if (row.kind == MenuRowKind::kPopup) {
             popups_[popup++]->setTitle(text);
             continue;

@@ -63,8 +63,7 @@ UserDialogs& CMainDialog::Parts::Dialogs() {
 
 void CMainDialog::Parts::Apply(const ListResult& result) {
     if (result.tooMany) {
-        constexpr int kTooManyToMove = 196;
-        Warn(*this, FormatText(LoadText(kTooManyToMove, CurrentLanguage()), kMoveLimit));
+        Warn(*this, FormatText(LoadText(TextId::kTooManyToMove, CurrentLanguage()), kMoveLimit));
     }
     view.Apply(result);
     if (result.change != ListChange::kNothing) ListChanged();

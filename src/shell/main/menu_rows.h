@@ -2,16 +2,10 @@
 #pragma once
 
 #include <span>
-#include <string_view>
+
+#include "language/text_id.h"
 
 namespace bw {
-
-// A text of the language table, or with id 0 one of our own.
-struct MenuText {
-    int id = 0;
-    std::u16string_view chinese = {};
-    std::u16string_view english = {};
-};
 
 enum class MenuRowKind {
     kPopup,  // opens, until its kEnd
@@ -26,7 +20,7 @@ enum class MenuRowKind {
 struct MenuRow {
     MenuRowKind kind;
     int id = 0;
-    MenuText text = {};
+    TextId text = {};       // of popups and entries
     const char* keys = "";  // as QKeySequence reads them; several are parted by "; "
     bool greyed = false;
 };

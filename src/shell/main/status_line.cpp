@@ -11,7 +11,6 @@
 namespace bw {
 namespace {
 
-constexpr int kSelectedCounts = 132;
 constexpr int kGap = 8;
 // Room that the words of a task should have before the line becomes two.
 constexpr int kNewsWidth = 240;
@@ -64,7 +63,7 @@ void StatusLine::SetLanguage(Language language) {
 }
 
 void StatusLine::ShowCounts(size_t checked, size_t all) {
-    counts_.setText(ToQt(FormatText(LoadText(kSelectedCounts, language_), checked, all)));
+    counts_.setText(ToQt(FormatText(LoadText(TextId::kSelectedAndAll, language_), checked, all)));
     Arrange();
 }
 

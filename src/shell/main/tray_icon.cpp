@@ -7,7 +7,6 @@
 namespace bw {
 namespace {
 
-constexpr int kProductName = 123;
 constexpr int kTrayEntries[] = {kCommandOpen, kCommandLoad, kCommandSave, kCommandTopmost,
                                 kCommandExit};
 
@@ -28,7 +27,7 @@ TrayIcon::TrayIcon(const MainMenu& menu, const QIcon& icon, std::function<void(i
 }
 
 void TrayIcon::SetLanguage(Language language) {
-    icon_.setToolTip(QtText(kProductName, language));
+    icon_.setToolTip(QtText(TextId::kProduct, language));
 }
 
 }  // namespace bw

@@ -18,7 +18,8 @@ constexpr std::string_view kListFolder = "LastLoadDir";
 // Shows on the window's thread that not all will fit.
 void WarnOfLimit(TaskControl& control, ListHost& host) {
     control.Queue().Call([&host] {
-        Warn(host, FormatText(LoadText(192, host.CurrentLanguage()), kListLimit));
+        Warn(host,
+             FormatText(LoadText(TextId::kListCutToLimit, host.CurrentLanguage()), kListLimit));
         return true;
     });
 }
@@ -85,7 +86,7 @@ void ListFiles::Publish(Reading& reading, bool limited, bool revealLast) {
 bool ListFiles::RefusesFullList() {
     const size_t rows = host_.Editor().Games().size();
     if (rows < kListLimit) return false;
-    Warn(host_, FormatText(LoadText(193, host_.CurrentLanguage()), rows));
+    Warn(host_, FormatText(LoadText(TextId::kListFull, host_.CurrentLanguage()), rows));
     return true;
 }
 

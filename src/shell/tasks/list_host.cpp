@@ -8,12 +8,13 @@ bool BeginListTask(ListHost& host) {
 
 bool RefusesWhileBusy(ListHost& host) {
     if (!host.Tasks().TaskBusy()) return false;
-    Warn(host, LoadText(194, host.CurrentLanguage()));
+    Warn(host, LoadText(TextId::kTaskBusy, host.CurrentLanguage()));
     return true;
 }
 
 void Warn(ListHost& host, std::u16string_view text) {
-    host.Dialogs().Message(text, LoadText(169, host.CurrentLanguage()), MessageButtons::kConfirm);
+    host.Dialogs().Message(text, LoadText(TextId::kWarnTitle, host.CurrentLanguage()),
+                           MessageButtons::kConfirm);
 }
 
 }  // namespace bw
