@@ -163,12 +163,7 @@ class RomBuild : BuildBase {
         outcome.format = choice->format;
         outcome.output = WithFormatExtension(choice->path, choice->format);
         if (IsInput(outcome.output)) {
-            ShowError(
-                FormatText(language_ == Language::kChinese
-                               ? u"输出文件 %s 是本次制作的输入文件之一，请换一个文件名。"
-                               : u"The output %s is one of the files that the ROM is made of. "
-                                 u"Choose another name.",
-                           PathText(outcome.output)));
+            ShowError(FormatText(Text(TextId::kOutputIsAnInput), PathText(outcome.output)));
             return false;
         }
         const std::optional<FileProblem> problem =

@@ -7,25 +7,24 @@ namespace bw {
 std::u16string StageText(BuildStage stage, Language language) {
     switch (stage) {
         case BuildStage::kReadGames:
-            return OwnText(language, u"读取游戏", u"Reading games");
+            return LoadText(TextId::kReadingGames, language);
         case BuildStage::kWriteTables:
-            return OwnText(language, u"生成菜单数据", u"Writing tables");
+            return LoadText(TextId::kWritingTables, language);
         case BuildStage::kAssembleMenu:
-            return OwnText(language, u"汇编菜单", u"Assembling the menu");
+            return LoadText(TextId::kAssemblingMenu, language);
         default:
-            return OwnText(language, u"写入 ROM", u"Writing the ROM");
+            return LoadText(TextId::kWritingRom, language);
     }
 }
 
 std::u16string BuildSummary(const BuildOutcome& outcome, Language language) {
-    return FormatText(OwnText(language, u"已写入 %s：%s，%d 个游戏，%0.3lfMB",
-                              u"Wrote %s: %s, %d game(s), %0.3lfMB"),
-                      PathText(outcome.output), BoardName(outcome.board), outcome.names.size(),
+    return FormatText(LoadText(TextId::kRomWritten, language), PathText(outcome.output),
+                      BoardName(outcome.board), outcome.names.size(),
                       outcome.layout.romSize / 1048576.0);
 }
 
 std::u16string BuildStoppedText(Language language) {
-    return OwnText(language, u"已停止，没有写入任何文件。", u"Stopped; nothing was written.");
+    return LoadText(TextId::kStoppedNothingWritten, language);
 }
 
 }  // namespace bw

@@ -13,16 +13,10 @@ constexpr auto kSilence = 3000ms;
 constexpr auto kEnding = 500ms;  // from the end of its output to its own end
 
 std::u16string FailureText(int status, const std::filesystem::path& assembler, Language language) {
-    const bool chinese = language == Language::kChinese;
     if (status == Process::kStillRunning) {
-        return FormatText(chinese ? u"汇编程序 %s 在 3 秒内没有响应，已终止。请重试。"
-                                  : u"The assembler %s gave no answer for 3 seconds and was "
-                                    u"stopped. Try again.",
-                          PathText(assembler));
+        return FormatText(LoadText(TextId::kAssemblerSilent, language), PathText(assembler));
     }
-    return FormatText(chinese ? u"汇编程序 %s 没有给出说明就失败了（退出码 %d）。"
-                              : u"The assembler %s failed without a word (exit code %d).",
-                      PathText(assembler), status);
+    return FormatText(LoadText(TextId::kAssemblerFailed, language), PathText(assembler), status);
 }
 
 }  // namespace
@@ -32,13 +26,8 @@ AssemblyOutcome RunAssembler(const std::filesystem::path& assembler,
                              const std::filesystem::path& folder, Language language) {
     Process process;
     if (!process.Start(assembler, {source.string()}, folder)) {
-        return {
-            false,
-            FormatText(language == Language::kChinese
-                           ? u"无法启动汇编程序 %s。请检查磁盘空间以及该文件夹是否允许运行程序。"
-                           : u"The assembler %s can't be started. Check that the disk "
-                             u"has room and that programs may run in that folder.",
-                       PathText(assembler))};
+        return {false,
+                FormatText(LoadText(TextId::kAssemblerNotStarted, language), PathText(assembler))};
     }
     AssemblyOutcome outcome;
     outcome.output = ToWide(process.ReadOutput(kSilence));

@@ -59,12 +59,10 @@ class CommandRun {
 
   private:
     const GameList& Games() const { return gathered_.games; }
-    std::u16string Own(std::u16string_view chinese, std::u16string_view english) const {
-        return OwnText(language_, chinese, english);
-    }
+    std::u16string Text(TextId id) const { return LoadText(id, language_); }
     void Errors(const std::vector<std::u16string>& lines) {
         for (const std::u16string& line : lines) {
-            user_.Message(line, LoadText(TextId::kErrorTitle, language_), MessageKind::kError);
+            user_.Message(line, Text(TextId::kErrorTitle), MessageKind::kError);
         }
     }
 
@@ -87,9 +85,7 @@ class CommandRun {
             file += ".fcl";
         }
         if (!SaveListFile(file, Games(), ExecutableFolder())) {
-            Errors({FormatText(Own(u"无法写入 %s，请检查文件夹和磁盘空间。",
-                                   u"%s can't be written. Check the folder and the free space."),
-                               PathText(file))});
+            Errors({FormatText(Text(TextId::kFileCantBeWritten), PathText(file))});
             return kFailed;
         }
         return !arguments_.json || PrintOut(ListJson(Games())) ? kDone : kFailed;
@@ -128,7 +124,7 @@ class CommandRun {
     }
 
     void Warn(const std::u16string& text) {
-        user_.Message(text, LoadText(TextId::kWarnTitle, language_), MessageKind::kWarning);
+        user_.Message(text, Text(TextId::kWarnTitle), MessageKind::kWarning);
     }
 
     // What the console shows otherwise than a designer may expect.
@@ -137,18 +133,14 @@ class CommandRun {
         for (const Pos& place : {document.CaptionPos, document.PageNumberPos, document.ItemPos}) {
             if (place.X < 0 || place.X >= kScreenColumns) {
                 const uint32_t cell = PpuAddress(place) - PpuAddress({});
-                Warn(FormatText(
-                    Own(u"设计中的位置（列 %d，行 %d）在屏幕之外，实际显示于列 %d，行 %d。",
-                        u"The design's place at column %d, row %d is outside the "
-                        u"screen. The console shows it at column %d, row %d."),
-                    place.X, place.Y, cell % kScreenColumns, cell / kScreenColumns));
+                Warn(FormatText(Text(TextId::kPlaceShownElsewhere), place.X, place.Y,
+                                cell % kScreenColumns, cell / kScreenColumns));
             }
         }
         const size_t shown = document.BigCursor != 0 ? 60 : 63;
         if (document.store.SpriteTileList.size() > shown) {
-            Warn(FormatText(Own(u"设计中有 %d 个精灵，菜单只显示前 %d 个。",
-                                u"The design has %d sprites. The menu shows the first %d."),
-                            document.store.SpriteTileList.size(), shown));
+            Warn(FormatText(Text(TextId::kSpritesLeftOut), document.store.SpriteTileList.size(),
+                            shown));
         }
     }
 
@@ -160,13 +152,12 @@ class CommandRun {
     int Export() {
         std::filesystem::path folder = FromCurrentFolder(arguments_.folder);
         if (CountChecked(Games()) == 0) {
-            user_.Message(LoadText(TextId::kNoFilesSelected, language_),
-                          LoadText(TextId::kTipsTitle, language_), MessageKind::kTips);
+            user_.Message(Text(TextId::kNoFilesSelected), Text(TextId::kTipsTitle),
+                          MessageKind::kTips);
             return kFailed;
         }
         if (!MakeFolders(folder)) {
-            Errors({FormatText(Own(u"无法创建文件夹 %s。", u"The folder %s can't be made."),
-                               PathText(folder))});
+            Errors({FormatText(Text(TextId::kFolderCantBeMade), PathText(folder))});
             return kFailed;
         }
         return ExportInfo(Context(), static_cast<ExportType>(arguments_.settings.ExportRomType),
@@ -198,8 +189,7 @@ class CommandRun {
         const BuildSettings& settings = arguments_.settings;
         if (arguments_.board == BoardType::kCoolgirl &&
             settings.MenuSize != BuildSettings().MenuSize && !settings.ExternMenuEnable) {
-            Warn(Own(u"COOLGIRL 的内置菜单固定为 128KB，--menu-size 不起作用。",
-                     u"COOLGIRL's own menu is always 128 KB; --menu-size is not used."));
+            Warn(Text(TextId::kMenuSizeUnused));
         }
     }
 
@@ -233,9 +223,7 @@ class CommandRun {
         if (!outputIsWrong && (report.empty() || (!isInput(report) && !same(report, output)))) {
             return false;
         }
-        Errors({FormatText(Own(u"输出文件 %s 会覆盖本次制作的另一个文件，请换一个文件名。",
-                               u"The output %s would replace another file of this build. Choose "
-                               u"another name."),
+        Errors({FormatText(Text(TextId::kOutputReplacesAnother),
                            PathText(outputIsWrong ? output : report))});
         return true;
     }
@@ -248,8 +236,7 @@ class CommandRun {
         if (arguments_.report == "-" ? PrintOut(report) : WriteFile(arguments_.report, report)) {
             return true;
         }
-        Errors({FormatText(Own(u"无法写入报告 %s。", u"The report %s can't be written."),
-                           PathText(arguments_.report))});
+        Errors({FormatText(Text(TextId::kReportCantBeWritten), PathText(arguments_.report))});
         return false;
     }
 

@@ -20,7 +20,7 @@ class Gatherer {
         std::error_code error;
         const auto kind = std::filesystem::status(input, error);
         if (!std::filesystem::exists(kind)) {
-            Problem(u"找不到 %s，请检查路径。", u"%s doesn't exist. Check the path.", input);
+            Problem(TextId::kFileMissing, input);
         } else if (std::filesystem::is_directory(kind)) {
             AddFolder(input);
         } else if (HasExtension(input, "fcl")) {
@@ -33,26 +33,21 @@ class Gatherer {
     GatheredGames Take() {
         if (overLimit_ || result_.games.size() > kListLimit) {
             result_.games.resize(std::min(result_.games.size(), kListLimit));
-            result_.warnings.push_back(
-                FormatText(LoadText(TextId::kListCutToLimit, language_), kListLimit));
+            result_.warnings.push_back(FormatText(Text(TextId::kListCutToLimit), kListLimit));
         }
         return std::move(result_);
     }
 
   private:
-    std::u16string Own(std::u16string_view chinese, std::u16string_view english) const {
-        return OwnText(language_, chinese, english);
-    }
-    void Problem(std::u16string_view chinese, std::u16string_view english,
-                 const std::filesystem::path& file) {
-        result_.problems.push_back(FormatText(Own(chinese, english), PathText(file)));
+    std::u16string Text(TextId id) const { return LoadText(id, language_); }
+    void Problem(TextId id, const std::filesystem::path& file) {
+        result_.problems.push_back(FormatText(Text(id), PathText(file)));
     }
 
     void AddImage(const std::filesystem::path& file) {
         GameEntry entry(FromCurrentFolder(file));
         if (!entry.HasValidHeader()) {
-            result_.problems.push_back(
-                FormatText(LoadText(TextId::kNotANesFile, language_), PathText(file)));
+            Problem(TextId::kNotANesFile, file);
             return;
         }
         entry.checked = true;
@@ -64,15 +59,11 @@ class Gatherer {
         const std::filesystem::path absolute = FromCurrentFolder(folder).lexically_normal();
         for (GameEntry& entry : ReadGameFolder(absolute)) {
             if (entry.path == output_) {
-                result_.warnings.push_back(
-                    FormatText(Own(u"%s 是输出文件，不作为游戏。",
-                                   u"%s is the output and no game of this build."),
-                               entry.path));
+                result_.warnings.push_back(FormatText(Text(TextId::kOutputIsNoGame), entry.path));
                 continue;
             }
             if (!entry.HasValidHeader()) {
-                result_.warnings.push_back(
-                    FormatText(LoadText(TextId::kNotANesFile, language_), entry.path));
+                result_.warnings.push_back(FormatText(Text(TextId::kNotANesFile), entry.path));
                 continue;
             }
             entry.checked = true;
@@ -80,7 +71,7 @@ class Gatherer {
             ++taken;
         }
         if (taken == 0) {
-            Problem(u"%s 中没有游戏镜像（.nes）。", u"%s holds no game images (.nes).", folder);
+            Problem(TextId::kNoImagesInFolder, folder);
         }
     }
 
@@ -92,8 +83,7 @@ class Gatherer {
         const std::optional<ListLoadResult> loaded =
             LoadListFile(file, ExecutableFolder(), result_.games, own);
         if (!loaded) {
-            Problem(u"%s 不是游戏列表文件，或无法读取。",
-                    u"%s is no list of games, or can't be read.", file);
+            Problem(TextId::kNotAList, file);
             return;
         }
         overLimit_ = overLimit_ || loaded->overLimit;
@@ -134,7 +124,6 @@ std::vector<std::u16string> FindDamagedImages(const GameList& games, Language la
             continue;  // the build tells of it
         }
         const InesHeader& header = entry.header;
-        const bool chinese = language == Language::kChinese;
         if (header.PrgCount() != header.PrgLow() || header.ChrCount() != header.ChrLow()) {
             lines.push_back(FormatText(LoadText(TextId::kGameSizesNotSupported, language), ordinal,
                                        entry.name, header.PrgCount() * 16, header.ChrCount() * 8));
@@ -146,12 +135,8 @@ std::vector<std::u16string> FindDamagedImages(const GameList& games, Language la
         std::error_code error;
         const uint64_t size = std::filesystem::file_size(TextPath(entry.path), error);
         if (!error && size < announced) {
-            lines.push_back(FormatText(
-                chinese ? u"%d.%s 文件不完整：文件头声明 %d 字节，实际只有 %d "
-                          u"字节。请换用完整的镜像，或取消选择。"
-                        : u"%d.%s is cut short: its header announces %d bytes, the file has %d. "
-                          u"Get a whole image, or leave the game out.",
-                ordinal, entry.name, announced, size));
+            lines.push_back(FormatText(LoadText(TextId::kImageCutShort, language), ordinal,
+                                       entry.name, announced, size));
         }
     }
     return lines;

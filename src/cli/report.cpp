@@ -247,25 +247,23 @@ std::string BuildReportJson(const BuildOutcome& outcome) {
 
 std::string DesignTable(const DesignDocument& design, Language language) {
     const DesignStore& store = design.store;
-    const auto own = [&](std::u16string_view chinese, std::u16string_view english) {
-        return OwnText(language, chinese, english);
-    };
+    const auto words = [&](TextId id) { return LoadText(id, language); };
     const auto cell = [&](const Pos& place) {
-        return FormatText(own(u"列 %d，行 %d", u"column %d, row %d"), place.X, place.Y);
+        return FormatText(words(TextId::kColumnAndRow), place.X, place.Y);
     };
     const auto count = [](size_t number) { return FormatText(u"%d", number); };
     Table table;
-    table.Row({own(u"标题", u"caption"), cell(design.CaptionPos), store.CaptionText});
-    table.Row({own(u"游戏列表", u"list"), cell(design.ItemPos)});
-    table.Row({own(u"页码", u"page number"), cell(design.PageNumberPos)});
+    table.Row({words(TextId::kCaption), cell(design.CaptionPos), store.CaptionText});
+    table.Row({words(TextId::kList), cell(design.ItemPos)});
+    table.Row({words(TextId::kPageNumber), cell(design.PageNumberPos)});
     for (const TextItem& text : store.CustomText) {
-        table.Row({own(u"文字", u"text"), cell({text.X, text.Y}), text.Text});
+        table.Row({words(TextId::kText), cell({text.X, text.Y}), text.Text});
     }
-    table.Row({own(u"背景图块", u"tiles"), count(store.BkgTileList.size())});
-    table.Row({own(u"精灵", u"sprites"), count(store.SpriteTileList.size()),
+    table.Row({words(TextId::kPlacedTiles), count(store.BkgTileList.size())});
+    table.Row({words(TextId::kPlacedSprites), count(store.SpriteTileList.size()),
                store.BigSprite != 0 ? u"8x16" : u"8x8"});
-    table.Row({own(u"光标", u"cursor"),
-               design.BigCursor != 0 ? own(u"大", u"large") : own(u"小", u"small")});
+    table.Row(
+        {words(TextId::kCursor), words(design.BigCursor != 0 ? TextId::kLarge : TextId::kSmall)});
     return table.Text();
 }
 

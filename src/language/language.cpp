@@ -14,9 +14,4 @@ std::u16string LoadText(TextId id, Language language) {
     return std::u16string(row->texts[static_cast<size_t>(column)]);
 }
 
-std::u16string OwnText(Language language, std::u16string_view chinese,
-                       std::u16string_view english) {
-    return std::u16string(language == Language::kChinese ? chinese : english);
-}
-
 }  // namespace bw

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 #include "language/text_id.h"
 
@@ -14,9 +13,6 @@ namespace bw {
 enum class Language : uint16_t { kChinese = 2052, kEnglish = 1033 };
 
 std::u16string LoadText(TextId id, Language language);
-
-// The one of a text that the table has no row for.
-std::u16string OwnText(Language language, std::u16string_view chinese, std::u16string_view english);
 
 // Chinese where the user's locale is Chinese (LC_ALL, LC_MESSAGES, LANG in this order, or the
 // user interface language on Windows), else English.

@@ -11,29 +11,18 @@ namespace {
 std::u16string Reason(StoreProblem problem, Language language) {
     switch (problem) {
         case StoreProblem::kLocked:
-            return OwnText(language, u"该文件已被其他程序锁定，请关闭占用它的程序。",
-                           u"Another program has locked this file. Please close that program.");
+            return LoadText(TextId::kSettingsLocked, language);
         case StoreProblem::kNoDatabase:
-            return OwnText(language,
-                           u"该文件已损坏，或者不是设置文件。程序不会改动它。请将它改名或移走，"
-                           u"然后重新启动程序，即可使用新的设置。",
-                           u"This file is damaged or holds something else. It is left as it is. "
-                           u"Please rename it or move it away; the program then starts with new "
-                           u"settings.");
+            return LoadText(TextId::kSettingsDamaged, language);
         case StoreProblem::kDiskFull:
-            return OwnText(language, u"磁盘空间已满，请清理出一些空间。",
-                           u"The disk is full. Please make some room on it.");
+            return LoadText(TextId::kDiskFull, language);
         case StoreProblem::kNoPermission:
-            return OwnText(language, u"没有写入权限，请为当前用户开放该文件及其文件夹的写入权限。",
-                           u"Writing there is not allowed. Please permit yourself to write to "
-                           u"this file and its folder.");
+            return LoadText(TextId::kWritingNotAllowed, language);
         case StoreProblem::kNone:
         case StoreProblem::kOther:
             break;
     }
-    return OwnText(language, u"无法创建或写入，请检查其文件夹和磁盘是否正常。",
-                   u"It can't be made or written. Please see whether its folder and the disk are "
-                   u"in order.");
+    return LoadText(TextId::kSettingsOutOfOrder, language);
 }
 
 }  // namespace
@@ -150,15 +139,8 @@ std::optional<std::u16string> GuardedStore::TakeProblem(Language language) {
     const std::lock_guard guard(lock_);
     if (told_ || firstProblem_ == StoreProblem::kNone) return std::nullopt;
     told_ = true;
-    return FormatText(
-        OwnText(
-            language,
-            u"无法在以下位置读取或保存设置：\n%s\n\n%s\n\n程序会继续运行，所作的更改暂存在内存中。"
-            u"如果退出时仍然无法保存，更改过的设置将会丢失，列表则可以保存到列表文件。",
-            u"The settings can't be read or stored here:\n%s\n\n%s\n\nThe program goes on and "
-            u"keeps what you change in memory. If it still can't be stored when you exit, "
-            u"changed settings are lost; the list can then be saved to a list file."),
-        place_, Reason(firstProblem_, language));
+    return FormatText(LoadText(TextId::kSettingsNotStored, language), place_,
+                      Reason(firstProblem_, language));
 }
 
 bool GuardedStore::Replay(const Change& change) {

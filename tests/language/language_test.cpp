@@ -1,5 +1,8 @@
 #include "language/language.h"
 
+#include <algorithm>
+#include <cctype>
+#include <map>
 #include <regex>
 
 #include <gtest/gtest.h>
@@ -11,24 +14,35 @@
 namespace bw {
 namespace {
 
-std::string Matches(const std::string& text, const char* pattern) {
-    const std::regex expression(pattern);
-    std::string found;
-    for (std::sregex_iterator match(text.begin(), text.end(), expression), end; match != end;
+// By the argument's number what stands for it: "d" of "%d" and "%1$d", nothing of Qt's "%1".
+std::map<int, std::string> Placeholders(const std::string& text) {
+    static const std::regex placeholder("%(?:([1-9])\\$)?([0-9.]*l*[A-Za-z%])|%([1-9])");
+    std::map<int, std::string> found;
+    int next = 0;
+    for (std::sregex_iterator match(text.begin(), text.end(), placeholder), end; match != end;
          ++match) {
-        found += match->str() + " ";
+        const std::string position = (*match)[1].str() + (*match)[3].str();
+        found[position.empty() ? ++next : std::stoi(position)] = (*match)[2];
     }
     return found;
 }
 
 // A placeholder of another kind or place would fill a message with the wrong values.
 TEST(Language, TranslationsKeepPlaceholdersAcceleratorsAndLines) {
+    const auto letter = [](const std::string& text) {
+        static const std::regex marked("&([A-Za-z])");
+        std::smatch match;
+        return std::regex_search(text, match, marked) ? std::toupper(*match[1].first) : 0;
+    };
     for (const auto& table : {FixedTexts(), OwnTexts()}) {
         for (const TextRow& row : table) {
-            const std::string english = ToUtf8(row.texts[0]);
-            const std::string chinese = ToUtf8(row.texts[1]);
-            for (const char* pattern : {"%[0-9.]*l?[a-z%]", "\\(&[A-Z]\\)", "\r\n"}) {
-                EXPECT_EQ(Matches(chinese, pattern), Matches(english, pattern)) << english;
+            const std::string first = ToUtf8(row.texts.front());
+            for (const auto text : row.texts) {
+                const std::string other = ToUtf8(text);
+                EXPECT_EQ(Placeholders(other), Placeholders(first)) << first;
+                EXPECT_EQ(letter(other), letter(first)) << first;
+                EXPECT_EQ(std::ranges::count(other, '\n'), std::ranges::count(first, '\n'))
+                    << first;
             }
         }
     }

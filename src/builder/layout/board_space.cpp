@@ -59,9 +59,8 @@ std::u16string SizeWords(uint32_t mapper, uint32_t prg, uint32_t chr, Language l
     const auto words = [&](const char* what, uint32_t count, const std::set<uint32_t>& sizes,
                            uint32_t unit) {
         const uint32_t kilobytes = unit / 1024;
-        return FormatText(OwnText(language, u"Mapper %1$d 的 %2$s 不能是 %3$d KB（可用：%4$s KB）",
-                                  u"%2$s of %3$d KB isn't possible with mapper %1$d (%4$s KB are)"),
-                          mapper, what, count * kilobytes, SizeList(sizes, kilobytes));
+        return FormatText(LoadText(TextId::kMapperSizeImpossible, language), mapper, what,
+                          count * kilobytes, SizeList(sizes, kilobytes));
     };
     const MapperCapability* row = FindMapperCapability(mapper);
     return row->prgSizes.contains(prg) ? words("CHR", chr, row->chrSizes, kChrUnit)
@@ -70,12 +69,9 @@ std::u16string SizeWords(uint32_t mapper, uint32_t prg, uint32_t chr, Language l
 
 std::u16string MapperWords(uint32_t mapper, BoardType board, Language language) {
     if (board == BoardType::kCoolgirl) {
-        return FormatText(OwnText(language, u"不支持 Mapper %d", u"mapper %d isn't supported"),
-                          mapper);
+        return FormatText(LoadText(TextId::kMapperNotSupported, language), mapper);
     }
-    return FormatText(OwnText(language, u"不支持 Mapper %d（仅支持 0、4 和 74）",
-                              u"mapper %d isn't supported (0, 4 and 74 are)"),
-                      mapper);
+    return FormatText(LoadText(TextId::kMapperNotAmongSupported, language), mapper);
 }
 
 // Why the board can't run the game; empty if it can.
@@ -86,8 +82,7 @@ std::u16string FaultWords(const InesHeader& header, BoardType board, Language la
         case GameFault::kMapper:
             return MapperWords(item.mapper, board, language);
         case GameFault::kTrainer:
-            return OwnText(language, u"不支持带 Trainer 的游戏",
-                           u"games with a trainer aren't supported");
+            return LoadText(TextId::kTrainerNotSupported, language);
         case GameFault::kSize:
             return SizeWords(header.Mapper(), item.prgCount, item.chrCount, language);
         case GameFault::kNotValid:
@@ -143,15 +138,14 @@ std::optional<uint64_t> GameSpan(const GameEntry& entry, BoardType board) {
 
 std::u16string WhyUnfit(const GameEntry& entry, Language language) {
     if (!entry.headerRead || !entry.HasValidHeader()) {
-        return OwnText(language, u"文件无法读取，或不是有效的 NES 文件",
-                       u"The file can't be read, or isn't a valid NES file");
+        return LoadText(TextId::kFileUnreadableOrNoNes, language);
     }
     std::u16string lines;
     const auto add = [&](std::u16string_view boards, BoardType board) {
         const std::u16string words = FaultWords(entry.header, board, language);
         if (!words.empty()) {
             lines += std::u16string(lines.empty() ? u"" : u"\n") + std::u16string(boards) +
-                     OwnText(language, u"：", u": ") + words;
+                     LoadText(TextId::kColon, language) + words;
         }
     };
     add(u"COOLBOY, MINDKIDS", BoardType::kCoolboy);

@@ -129,27 +129,23 @@ CheckText CheckScreenPlaces(const BuildSettings& settings, const DesignStore& de
     const size_t pages = (games + settings.PageSize - 1) / std::max<size_t>(settings.PageSize, 1);
     const size_t digits = std::to_string(pages).size();
     struct Place {
-        std::u16string_view chinese;
-        std::u16string_view english;
+        TextId name;
         uint32_t address;
         size_t columns;  // taken without regard to the right edge
         bool shown;
     };
     const std::array places{
-        Place{u"标题", u"caption", design.CaptionPpuAddr, 1, true},
-        Place{u"游戏列表", u"list of games", design.ItemPpuAddr, 1, true},
+        Place{TextId::kCaption, design.CaptionPpuAddr, 1, true},
+        Place{TextId::kListOfGames, design.ItemPpuAddr, 1, true},
         // This page, a slash, the number of pages.
-        Place{u"页码", u"page number", design.PageNumberPpuAddr, 2 * digits + 1,
-              settings.PageNumber},
+        Place{TextId::kPageNumber, design.PageNumberPpuAddr, 2 * digits + 1, settings.PageNumber},
     };
     for (const Place& place : places) {
         const bool inside = place.address >= kScreen && place.address < kScreenEnd &&
                             place.address + place.columns <= kScreenEnd;
         if (place.shown && !inside) {
-            return FormatText(
-                OwnText(language, u"设计中的%s位于屏幕之外（显存地址 $%04X）。",
-                        u"The design's %s lies outside the screen (video memory address $%04X)."),
-                OwnText(language, place.chinese, place.english), place.address);
+            return FormatText(LoadText(TextId::kPlaceOutsideScreen, language),
+                              LoadText(place.name, language), place.address);
         }
     }
     return std::nullopt;
@@ -161,9 +157,7 @@ CheckText CheckScreenRows(const BuildSettings& settings, uint32_t itemPpuAddr, s
     constexpr uint32_t kRows = 30;
     if (!settings.CustomEnable && settings.ShowStyle == kWhite && settings.PageSize != 10 &&
         settings.PageSize != 20) {
-        return OwnText(language, u"白色样式的菜单每页只能显示 10 或 20 项，请更改每页项目数。",
-                       u"The white style has places for 10 or 20 names per page only. Choose one "
-                       u"of these, or the default style.");
+        return LoadText(TextId::kWhiteStylePageSizes, language);
     }
     uint32_t firstRow = settings.ShowStyle == kWhite || settings.PageSize <= 10 ? 6 : 5;
     if (settings.CustomEnable) {
@@ -175,13 +169,7 @@ CheckText CheckScreenRows(const BuildSettings& settings, uint32_t itemPpuAddr, s
     if (names <= room) {
         return std::nullopt;
     }
-    return FormatText(
-        OwnText(
-            language,
-            u"屏幕上每页只能显示 %d 项，当前设置为 %d 项。请减少每页项目数，或取消名称插入空行。",
-            u"The screen has room for %d names per page here, but %d are asked for. Choose "
-            u"fewer names per page, or no blank rows between them."),
-        room, names);
+    return FormatText(LoadText(TextId::kMoreNamesThanRows, language), room, names);
 }
 
 CheckText CheckConflicts(const LayoutResult& layout, Language language) {
@@ -189,12 +177,8 @@ CheckText CheckConflicts(const LayoutResult& layout, Language language) {
     if (!conflict) {
         return std::nullopt;
     }
-    return FormatText(
-        OwnText(language,
-                u"%s 与 %s 的数据位置冲突：列表中有数据相同但大小不同的游戏。请取消选择其中一个。",
-                u"%s and %s can't lie in one ROM: a game in the list has the same data as "
-                u"another one but needs more room. Uncheck one of the two."),
-        ItemText(*conflict->first), ItemText(*conflict->second));
+    return FormatText(LoadText(TextId::kDataConflict, language), ItemText(*conflict->first),
+                      ItemText(*conflict->second));
 }
 
 }  // namespace bw

@@ -48,8 +48,7 @@ std::u16string Named(const std::filesystem::path& file, const std::u16string& re
 
 std::u16string LastReason(Language language) {
     const std::string reason = LastFileProblem({}).reason;
-    return reason.empty() ? OwnText(language, u"无法读写", u"can't be read or written")
-                          : ToWide(reason);
+    return reason.empty() ? LoadText(TextId::kCantBeReadOrWritten, language) : ToWide(reason);
 }
 
 }  // namespace
@@ -73,9 +72,7 @@ DesignProblem ReadDesign(std::span<const uint8_t> bytes, DesignDocument& documen
     }
     if (list.fault) return FaultText(*list.fault, language);
     if (!isDesign) {
-        return bytes.empty() ? OwnText(language, u"文件是空的", u"the file is empty")
-                             : OwnText(language, u"不是设计文件：没有任何设计数据",
-                                       u"no design file: nothing in it belongs to a design");
+        return LoadText(bytes.empty() ? TextId::kFileEmpty : TextId::kNotADesign, language);
     }
     if (scope == DesignScope::kWhole) {
         read.store.BkgTileSelected.fill(0);
@@ -97,13 +94,12 @@ DesignProblem LoadDesign(const std::filesystem::path& file, DesignDocument& docu
                          std::vector<uint8_t>& bytes, Language language) {
     std::error_code error;
     if (std::filesystem::exists(file, error) && !std::filesystem::is_regular_file(file, error)) {
-        return Named(file, OwnText(language, u"不是文件", u"this is no file"));
+        return Named(file, LoadText(TextId::kNotAFile, language));
     }
     const uint64_t size = std::filesystem::file_size(file, error);
     if (!error && size > kLargestDesignFile) {
-        return Named(file, FormatText(OwnText(language, u"文件为 %d 字节，设计文件最多 %d 字节",
-                                              u"the file has %d bytes, a design at most %d"),
-                                      size, kLargestDesignFile));
+        return Named(file, FormatText(LoadText(TextId::kDesignTooLarge, language), size,
+                                      kLargestDesignFile));
     }
     auto contents = ReadFile(file, kLargestDesignFile);
     if (!contents) return Named(file, LastReason(language));

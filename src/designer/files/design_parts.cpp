@@ -61,9 +61,8 @@ std::variant<Views, std::u16string> LoadChunks(DesignScope scope, std::span<cons
 std::variant<Views, std::u16string> LoadVideoMemory(size_t screen, std::span<const uint8_t> bytes,
                                                     WorkingCopy& copy, Language language) {
     if (bytes.size() != kVideoMemorySize) {
-        return FormatText(OwnText(language, u"显存映像应为 %d 字节，文件有 %d 字节",
-                                  u"an image of video memory has %d bytes, the file has %d"),
-                          kVideoMemorySize, bytes.size());
+        return FormatText(LoadText(TextId::kVideoMemorySizeWrong, language), kVideoMemorySize,
+                          bytes.size());
     }
     ReadVideoMemory(bytes.first<kVideoMemorySize>(), screen, copy);
     SynchroniseCursors(copy);
@@ -95,7 +94,7 @@ Views LoadColours(DesignPart part, std::span<const uint8_t> bytes, WorkingCopy& 
 }
 
 std::u16string NotThisWay(Language language) {
-    return OwnText(language, u"此类文件不支持该操作", u"files of this kind don't go this way");
+    return LoadText(TextId::kNotThisWay, language);
 }
 
 // Written over the start of an existing file.
@@ -152,7 +151,7 @@ std::filesystem::path WithPartExtension(const std::filesystem::path& path,
 
 std::variant<Views, std::u16string> LoadPart(DesignPart part, std::span<const uint8_t> bytes,
                                              Shift shift, WorkingCopy& copy, Language language) {
-    if (bytes.empty()) return OwnText(language, u"文件是空的", u"the file is empty");
+    if (bytes.empty()) return LoadText(TextId::kFileEmpty, language);
     if (const auto scope = ScopeOf(part)) return LoadChunks(*scope, bytes, copy, language);
     switch (part) {
         case DesignPart::kVideoMemory2000:
@@ -199,9 +198,7 @@ std::variant<Bytes, std::u16string> StorePart(DesignPart part, Shift shift, cons
             return StoredMmc5Attributes(store);
         case DesignPart::kSprites:
             if (auto bytes = StoredSprites(shifted, store)) return std::move(*bytes);
-            return FormatText(OwnText(language, u"精灵列表文件最多 %d 个精灵",
-                                      u"a file of sprites holds %d, and more are on the screen"),
-                              kSpritesInMemory);
+            return FormatText(LoadText(TextId::kTooManySprites, language), kSpritesInMemory);
         case DesignPart::kBkgPalette:
             return BytesOf(store.BkgPalette);
         case DesignPart::kSpritePalette:

@@ -8,54 +8,38 @@ namespace {
 
 using Kind = ChunkFault::Kind;
 
-struct FaultWords {
-    std::u16string_view chinese;
-    std::u16string_view english;
-};
-
-FaultWords WordsOf(Kind kind) {
+TextId WordsOf(Kind kind) {
     switch (kind) {
         case Kind::kHeaderCut:
-            return {u"块头不完整：剩余 %d 字节，应为 %d 字节",
-                    u"%d bytes are left, but a header "
-                    u"takes %d"};
+            return TextId::kChunkHeaderCut;
         case Kind::kPayloadCut:
-            return {u"数据长度为 %d 字节，但文件只剩 %d 字节",
-                    u"its size is %d bytes, but %d are left in the file"};
+            return TextId::kChunkDataCut;
         case Kind::kTooLarge:
-            return {u"数据为 %d 字节，最多 %d 字节", u"it has %d bytes, at most %d were expected"};
+            return TextId::kChunkTooLarge;
         case Kind::kTextCut:
-            return {u"文字块为 %d 字节，至少应为 %d 字节",
-                    u"it has %d bytes, a placed text takes at least %d"};
+            return TextId::kChunkTextCut;
         case Kind::kTextOutside:
-            return {u"文字长度为 %d 字节，但块内只剩 %d 字节",
-                    u"its text has %d bytes, but %d are left in the chunk"};
+            return TextId::kChunkTextOutside;
         case Kind::kTextTooLong:
-            return {u"文字长度为 %d 字节，最多 %d 字节",
-                    u"its text has %d bytes, at most %d were expected"};
+            return TextId::kChunkTextTooLong;
         default:
-            return {u"文字长度为 %d 字节，应为偶数",
-                    u"its text has %d bytes, an even number was expected"};
+            return TextId::kChunkTextOdd;
     }
 }
 
 }  // namespace
 
 std::u16string FaultReason(const ChunkFault& fault, Language language) {
-    const FaultWords words = WordsOf(fault.kind);
-    const std::u16string_view format =
-        language == Language::kChinese ? words.chinese : words.english;
+    const std::u16string format = LoadText(WordsOf(fault.kind), language);
     return fault.kind == Kind::kTextOdd ? FormatText(format, fault.found)
                                         : FormatText(format, fault.found, fault.expected);
 }
 
 std::u16string FaultText(const ChunkFault& fault, Language language) {
-    const bool chinese = language == Language::kChinese;
     const std::u16string place =
         fault.kind == Kind::kHeaderCut
-            ? FormatText(chinese ? u"偏移 %d，块：" : u"chunk at offset %d: ", fault.offset)
-            : FormatText(chinese ? u"偏移 %d，类型 %d 的块：" : u"chunk at offset %d, type %d: ",
-                         fault.offset, fault.type);
+            ? FormatText(LoadText(TextId::kChunkAt, language), fault.offset)
+            : FormatText(LoadText(TextId::kChunkAtOfType, language), fault.offset, fault.type);
     return place + FaultReason(fault, language);
 }
 

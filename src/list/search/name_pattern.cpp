@@ -169,17 +169,10 @@ std::u16string RefusalWords(Refusal refusal, std::u16string_view name, Language 
                                      ? std::u16string(name)
                                      : std::u16string(name.substr(0, kShown)) + u"…";
     if (refusal == Refusal::kTooLong) {
-        return FormatText(OwnText(language, u"替换会使名称“%s”超过 %d 个字符。",
-                                  u"Replacing would make the name \"%s\" longer than %d "
-                                  u"characters."),
-                          shown, ReplacedLimit(name.size()));
+        return FormatText(LoadText(TextId::kNameTooLong, language), shown,
+                          ReplacedLimit(name.size()));
     }
-    return FormatText(OwnText(language,
-                              u"正则表达式对名称“%s”（%d 个字符）过于复杂，"
-                              u"查找所需的内存超出了上限。",
-                              u"The regular expression is too involved for the name \"%s\" (%d "
-                              u"characters): the search would take more memory than there is."),
-                      shown, name.size());
+    return FormatText(LoadText(TextId::kRegexTooInvolved, language), shown, name.size());
 }
 
 class RegexPattern final : public NamePattern {

@@ -119,22 +119,17 @@ class Outline {
 };
 
 std::u16string Placed(const Outline& outline, std::wstring_view pattern, Language language) {
-    const auto text = [&](std::u16string_view chinese, std::u16string_view english) {
-        return FormatText(OwnText(language, chinese, english), outline.FaultAt() + 1,
+    const auto text = [&](TextId id) {
+        return FormatText(LoadText(id, language), outline.FaultAt() + 1,
                           std::string(1, static_cast<char>(pattern[outline.FaultAt()])));
     };
     switch (outline.WhatFault()) {
         case Outline::Fault::kNeverClosed:
-            return text(u"第 %d 个字符处的“(”没有对应的“)”。",
-                        u"the \"(\" at character %d is never closed by a \")\".");
+            return text(TextId::kParenthesisNeverClosed);
         case Outline::Fault::kNeverOpened:
-            return text(u"第 %d 个字符处的“)”没有对应的“(”。",
-                        u"the \")\" at character %d closes no \"(\".");
+            return text(TextId::kParenthesisNeverOpened);
         case Outline::Fault::kNothingToRepeat:
-            return text(
-                u"第 %d 个字符处的“%s”前面没有可以重复的内容；若要查找该字符本身，请在前面加“\\”。",
-                u"there is nothing before the \"%2$s\" at character %1$d that it could "
-                u"repeat. To find the character itself, put \\ before it.");
+            return text(TextId::kNothingToRepeat);
         case Outline::Fault::kNone:
             break;
     }
@@ -143,46 +138,35 @@ std::u16string Placed(const Outline& outline, std::wstring_view pattern, Languag
 
 std::u16string CodeWords(std::regex_constants::error_type code, Language language) {
     using namespace std::regex_constants;
-    const auto text = [&](std::u16string_view chinese, std::u16string_view english) {
-        return OwnText(language, chinese, english);
-    };
+    const auto text = [&](TextId id) { return LoadText(id, language); };
     if (code == error_collate || code == error_ctype) {
-        return text(u"“[: :]”、“[. .]”或“[= =]”中的名称无效。",
-                    u"a name inside [: :], [. .] or [= =] isn't known.");
+        return text(TextId::kClassNameUnknown);
     }
     if (code == error_escape) {
-        return text(u"“\\”后面缺少字符，或其后的代码不完整。若要查找“\\”本身，请输入“\\\\”。",
-                    u"a \\ stands at the end, or the code behind it isn't complete. To find the "
-                    u"\\ itself, type \\\\.");
+        return text(TextId::kEscapeIncomplete);
     }
     if (code == error_backref) {
-        return text(u"“\\”加数字引用了不存在的分组。",
-                    u"a \\ with a number refers to a group that there isn't.");
+        return text(TextId::kGroupMissing);
     }
     if (code == error_brack) {
-        return text(u"“[”没有对应的“]”。", u"a \"[\" is never closed by a \"]\".");
+        return text(TextId::kBracketNeverClosed);
     }
     if (code == error_paren) {
-        return text(u"“(?”后面只能是“:”、“=”或“!”。",
-                    u"only \":\", \"=\" or \"!\" can stand behind \"(?\".");
+        return text(TextId::kGroupKindUnknown);
     }
     if (code == error_brace) {
-        return text(u"“{”没有对应的“}”。", u"a \"{\" is never closed by a \"}\".");
+        return text(TextId::kBraceNeverClosed);
     }
     if (code == error_badbrace) {
-        return text(u"“{ }”中必须是一个或两个数字，例如“{2}”或“{2,5}”，且第一个不能大于第二个。",
-                    u"one or two numbers must stand inside { }, as in {2} or {2,5}, the smaller "
-                    u"one first.");
+        return text(TextId::kRepetitionMalformed);
     }
     if (code == error_range) {
-        return text(u"“[ ]”中的范围无效，例如“z-a”。",
-                    u"a range inside [ ] is the wrong way round or has no end, as in [z-a].");
+        return text(TextId::kRangeMalformed);
     }
     if (code == error_space || code == error_complexity || code == error_stack) {
-        return text(u"表达式过大，请减小“{ }”中的数字。",
-                    u"it is too large. Choose smaller numbers inside { }.");
+        return text(TextId::kRegexTooLarge);
     }
-    return text(u"表达式有误。", u"it isn't well formed.");
+    return text(TextId::kRegexMalformed);
 }
 
 // Whether a number behind a {, a comma or a \ has more digits than the library can count with. Runs
@@ -201,7 +185,7 @@ bool HasHugeNumber(std::wstring_view pattern) {
 }
 
 std::u16string Opening(Language language) {
-    return OwnText(language, u"正则表达式无效：", u"The regular expression can't be used: ");
+    return LoadText(TextId::kRegexUnusable, language);
 }
 
 }  // namespace
@@ -209,15 +193,11 @@ std::u16string Opening(Language language) {
 std::optional<std::u16string> PatternTooBig(std::wstring_view pattern, Language language) {
     if (pattern.size() > kPatternLimit) {
         return Opening(language) +
-               FormatText(OwnText(language, u"它有 %d 个字符，最多只能有 %d 个。",
-                                  u"it has %d characters, and %d are the most."),
-                          pattern.size(), kPatternLimit);
+               FormatText(LoadText(TextId::kRegexTooLong, language), pattern.size(), kPatternLimit);
     }
     if (Outline(pattern).Depth() > kNestLimit) {
         return Opening(language) +
-               FormatText(OwnText(language, u"括号嵌套超过 %d 层。",
-                                  u"more than %d parentheses stand inside each other."),
-                          kNestLimit);
+               FormatText(LoadText(TextId::kRegexNestedTooDeep, language), kNestLimit);
     }
     if (HasHugeNumber(pattern)) {
         return Opening(language) + CodeWords(std::regex_constants::error_space, language);

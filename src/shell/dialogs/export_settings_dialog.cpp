@@ -14,16 +14,16 @@ struct Choice {
     int id;
     uint32_t value;
     const char* name;  // of the value in the store
-    const char16_t* text;
+    TextId text;
 };
 constexpr Choice kTypes[] = {
-    {1084, 0, "ExportRomType", u"COOLBOY"},
-    {1085, 1, "ExportRomType", u"COOLGIRL"},
+    {1084, 0, "ExportRomType", TextId::kCoolboy},
+    {1085, 1, "ExportRomType", TextId::kCoolgirl},
 };
 constexpr Choice kSizes[] = {
-    {1089, 0, "ExportPrgSize", u"128KB"},
-    {1090, 1, "ExportPrgSize", u"256KB"},
-    {1091, 2, "ExportPrgSize", u"512KB"},
+    {1089, 0, "ExportPrgSize", TextId::kKilobytes128},
+    {1090, 1, "ExportPrgSize", TextId::kKilobytes256},
+    {1091, 2, "ExportPrgSize", TextId::kKilobytes512},
 };
 
 // The button of the stored value; the first one if there is no such value.
@@ -44,7 +44,6 @@ CExportSettingsDialog::CExportSettingsDialog(SettingsStore& store, Language lang
     const auto fill = [&](QHBoxLayout& row, auto& buttons, std::span<const Choice> choices) {
         for (size_t i = 0; i < buttons.size(); ++i) {
             AddControl(choices[i].id, buttons[i]);
-            buttons[i].setText(ToQt(choices[i].text));
             row.addWidget(&buttons[i]);
         }
         row.addStretch();
@@ -81,6 +80,10 @@ void CExportSettingsDialog::ApplyTexts() {
     SetTextId(kTypeGroup, TextId::kMulticartRomType);
     SetTextId(kSizeGroup, TextId::kMenuPrgSize);
     SetTextId(kButton, TextId::kConfirm);
+    for (const Choice& choice : kTypes)
+        SetTextId(choice.id, choice.text);
+    for (const Choice& choice : kSizes)
+        SetTextId(choice.id, choice.text);
 }
 
 MessageResult CExportSettingsDialog::OnInit(MessageParam, MessageParam) {

@@ -57,9 +57,9 @@ int QtUserDialogs::Message(std::u16string_view text, std::u16string_view caption
     return CMessageDialog::Show(&parent_, text, caption, buttons, language_());
 }
 
-void QtUserDialogs::SetUp(QFileDialog& dialog, std::u16string_view chinese,
-                          std::u16string_view english, const std::filesystem::path& start) const {
-    dialog.setWindowTitle(QtOwnText(language_(), chinese, english));
+void QtUserDialogs::SetUp(QFileDialog& dialog, TextId title,
+                          const std::filesystem::path& start) const {
+    dialog.setWindowTitle(QtText(title, language_()));
     std::error_code error;
     const bool exists = std::filesystem::is_directory(start, error);
     dialog.setDirectory(PathToQt(exists ? start : base_));
@@ -67,8 +67,8 @@ void QtUserDialogs::SetUp(QFileDialog& dialog, std::u16string_view chinese,
 
 std::vector<std::filesystem::path> QtUserDialogs::AskImages(const std::filesystem::path& start) {
     QFileDialog dialog(&parent_);
-    SetUp(dialog, u"添加游戏", u"Add games", start);
-    SetFilter(dialog, QtOwnText(language_(), u"NES 游戏", u"NES games"), QStringLiteral("nes"));
+    SetUp(dialog, TextId::kAddGames, start);
+    SetFilter(dialog, QtText(TextId::kNesGames, language_()), QStringLiteral("nes"));
     dialog.setFileMode(QFileDialog::ExistingFiles);
     std::vector<std::filesystem::path> files;
     if (dialog.exec() != QDialog::Accepted) return files;
@@ -80,8 +80,8 @@ std::vector<std::filesystem::path> QtUserDialogs::AskImages(const std::filesyste
 std::optional<std::filesystem::path> QtUserDialogs::AskListToLoad(
     const std::filesystem::path& start) {
     QFileDialog dialog(&parent_);
-    SetUp(dialog, u"载入列表", u"Load a list", start);
-    SetFilter(dialog, QtOwnText(language_(), u"游戏列表", u"Game lists"), QStringLiteral("fcl"));
+    SetUp(dialog, TextId::kLoadList, start);
+    SetFilter(dialog, QtText(TextId::kGameLists, language_()), QStringLiteral("fcl"));
     dialog.setFileMode(QFileDialog::ExistingFile);
     return Ask(dialog);
 }
@@ -89,15 +89,15 @@ std::optional<std::filesystem::path> QtUserDialogs::AskListToLoad(
 std::optional<std::filesystem::path> QtUserDialogs::AskListToSave(
     const std::filesystem::path& start) {
     QFileDialog dialog(&parent_);
-    SetUp(dialog, u"保存列表", u"Save the list", start);
-    SetFilter(dialog, QtOwnText(language_(), u"游戏列表", u"Game lists"), QStringLiteral("fcl"));
+    SetUp(dialog, TextId::kSaveList, start);
+    SetFilter(dialog, QtText(TextId::kGameLists, language_()), QStringLiteral("fcl"));
     return AskTarget(dialog, WithListExtension);
 }
 
 std::optional<std::filesystem::path> QtUserDialogs::AskMenuFile(
     const std::filesystem::path& start) {
     QFileDialog dialog(&parent_);
-    SetUp(dialog, u"选择菜单文件", u"Choose a menu", start);
+    SetUp(dialog, TextId::kChooseMenu, start);
     dialog.setNameFilters(
         {QStringLiteral("asm (*.asm *.ASM)"), QStringLiteral("nes (*.nes *.NES)")});
     dialog.setFileMode(QFileDialog::ExistingFile);
@@ -106,7 +106,7 @@ std::optional<std::filesystem::path> QtUserDialogs::AskMenuFile(
 
 std::optional<OutputChoice> QtUserDialogs::AskOutput(const std::filesystem::path& start) {
     QFileDialog dialog(&parent_);
-    SetUp(dialog, u"保存 ROM", u"Save the ROM", start);
+    SetUp(dialog, TextId::kSaveRom, start);
     QStringList filters;
     for (const RomFormat format : kFormats)
         filters << FormatFilter(format);
@@ -130,7 +130,7 @@ std::optional<OutputChoice> QtUserDialogs::AskOutput(const std::filesystem::path
 
 std::optional<std::filesystem::path> QtUserDialogs::AskFolder(const std::filesystem::path& start) {
     QFileDialog dialog(&parent_);
-    SetUp(dialog, u"选择文件夹", u"Choose a folder", start);
+    SetUp(dialog, TextId::kChooseFolder, start);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
     return Ask(dialog);
@@ -153,8 +153,7 @@ bool QtUserDialogs::MayReplace(const std::filesystem::path& chosen,
     std::error_code error;
     if (target == chosen || !std::filesystem::exists(target, error)) return true;
     const Language language = language_();
-    const std::u16string format =
-        OwnText(language, u"%s 已存在，要替换它吗？", u"%s exists already. Replace it?");
+    const std::u16string format = LoadText(TextId::kReplaceExisting, language);
     return Message(FormatText(format, PathText(target)), LoadText(TextId::kWarnTitle, language),
                    MessageButtons::kYesNo) == kEndYes;
 }

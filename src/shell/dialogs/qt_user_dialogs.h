@@ -31,8 +31,7 @@ class QtUserDialogs : public UserDialogs {
     void ShowInFileManager(const std::filesystem::path& path) override;
 
   private:
-    void SetUp(QFileDialog& dialog, std::u16string_view chinese, std::u16string_view english,
-               const std::filesystem::path& start) const;
+    void SetUp(QFileDialog& dialog, TextId title, const std::filesystem::path& start) const;
     // A file to write: the chosen name as `complete` makes it, once the user has agreed to replace
     // what is there. Nothing if the user gave up.
     std::optional<std::filesystem::path> AskTarget(

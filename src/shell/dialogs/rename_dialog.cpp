@@ -130,7 +130,7 @@ void CRenameDialog::ApplyTexts() {
     SetTextId(kFindNextButton, TextId::kFindNext);
     SetTextId(kReplaceButton, TextId::kReplace);
     SetTextId(kReplaceAllButton, TextId::kReplaceAll);
-    SetText(kCommandStopTask, QtOwnText(UiLanguage(), u"停止", u"Stop"));
+    SetText(kCommandStopTask, QtText(TextId::kStop, UiLanguage()));
     // A problem in the language of before.
     ShowProblem({});
 }

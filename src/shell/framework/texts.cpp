@@ -25,10 +25,6 @@ QString QtText(TextId id, Language language) {
     return ToQt(LoadText(id, language));
 }
 
-QString QtOwnText(Language language, std::u16string_view chinese, std::u16string_view english) {
-    return ToQt(OwnText(language, chinese, english));
-}
-
 QString WithoutLetter(const QString& text) {
     const qsizetype letter = text.lastIndexOf(QStringLiteral("(&"));
     return letter < 0 ? text : text.left(letter);

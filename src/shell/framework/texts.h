@@ -17,9 +17,7 @@ std::u16string FromQt(const QString& text);
 QString PathToQt(const std::filesystem::path& path);
 std::filesystem::path PathFromQt(const QString& text);
 
-// A text of the language table, and one of our own.
 QString QtText(TextId id, Language language);
-QString QtOwnText(Language language, std::u16string_view chinese, std::u16string_view english);
 
 // A menu's text without its letter, "(&B)", for places where that means nothing.
 QString WithoutLetter(const QString& text);

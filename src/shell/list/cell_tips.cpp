@@ -10,11 +10,9 @@ QString SpanLine(const QString& boards, const GameEntry& entry, BoardType board,
                  Language language) {
     const std::optional<uint64_t> bytes = GameSpan(entry, board);
     if (!bytes) {
-        return QtOwnText(language, u"%1：不支持此游戏", u"%1: can't run this game").arg(boards);
+        return QtText(TextId::kBoardsCantRunGame, language).arg(boards);
     }
-    return QtOwnText(language, u"%1：占用 %2 KB", u"%1: takes %2 KB")
-        .arg(boards)
-        .arg(*bytes / 1024);
+    return QtText(TextId::kBoardsTakeKilobytes, language).arg(boards).arg(*bytes / 1024);
 }
 
 }  // namespace

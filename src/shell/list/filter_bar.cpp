@@ -35,11 +35,10 @@ FilterBar::FilterBar(Language language, QWidget* parent) : QWidget(parent), lang
 
 void FilterBar::SetLanguage(Language language) {
     language_ = language;
-    const QString name = QtOwnText(language, u"筛选列表", u"Filter the list");
+    const QString name = QtText(TextId::kFilterList, language);
     box_.setPlaceholderText(name);
     box_.setAccessibleName(name);
-    box_.setToolTip(QtOwnText(language, u"只显示名称、备注或路径中包含这些文字的游戏",
-                              u"Shows only the games whose name, remark or path holds this text"));
+    box_.setToolTip(QtText(TextId::kFilterTip, language));
     ShowNote();
 }
 
@@ -73,8 +72,7 @@ void FilterBar::Clear() {
 }
 
 void FilterBar::ShowNote() {
-    const QString words = QtOwnText(language_, u"显示 %1 项，共 %2 项；生成时也包含隐藏的游戏",
-                                    u"%1 of %2 shown; a build takes hidden games too");
+    const QString words = QtText(TextId::kShownOfAll, language_);
     const QString note = box_.text().isEmpty() ? QString() : words.arg(shown_).arg(all_);
     note_.setText(note);
 }

@@ -109,7 +109,7 @@ QVariant GameListModel::data(const QModelIndex& index, int role) const {
         case Qt::AccessibleTextRole: {
             // Several of the columns say yes or no: the title says to what.
             const QString title = QtText(TraitsOf(column).titleId, language_);
-            const QString checked = QtOwnText(language_, u"，已选中", u", checked");
+            const QString checked = QtText(TextId::kCommaChecked, language_);
             const bool tellCheck = column == ListColumn::kNumber && entry->checked;
             return title + QStringLiteral(": ") + text() + (tellCheck ? checked : QString());
         }

@@ -91,7 +91,7 @@ void GameListView::Parts::Connect() {
 void GameListView::Parts::SetLanguage(Language language) {
     model_.SetLanguage(language);
     filter_.SetLanguage(language);
-    table_.setAccessibleName(QtOwnText(language, u"游戏列表", u"Games"));
+    table_.setAccessibleName(QtText(TextId::kGames, language));
 }
 
 void GameListView::Parts::ShowState() {

@@ -72,7 +72,7 @@ void ButtonColumn::SetLanguage(Language language, const MainMenu& menu) {
         buttons_[i].setAccessibleName(tip);
         buttons_[i].setToolTip(key.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, key));
     }
-    build_.setTitle(QtOwnText(language, u"生成 ROM", u"Build ROM"));
+    build_.setTitle(QtText(TextId::kBuildRom, language));
     FitWidth();
 }
 

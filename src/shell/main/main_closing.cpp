@@ -74,9 +74,7 @@ bool CMainDialog::Parts::TasksEnded(int closeCode) {
     if (!tasks.AnyRunning()) return true;
     // Nobody would miss the reading of the remembered list; it stays stored.
     if (!historyPending && !closing) {
-        const std::u16string question =
-            OwnText(CurrentLanguage(), u"任务正在进行，要停止任务并退出吗？",
-                    u"A task is still running. Stop it and exit?");
+        const std::u16string question = LoadText(TextId::kStopTaskAndExit, CurrentLanguage());
         const int answer = Dialogs().Message(
             question, LoadText(TextId::kTipsTitle, CurrentLanguage()), MessageButtons::kYesNo);
         if (answer != kEndYes) return false;
@@ -84,7 +82,7 @@ bool CMainDialog::Parts::TasksEnded(int closeCode) {
     // It may have ended while the question was open.
     if (!tasks.AnyRunning()) return true;
     closing = closeCode;
-    Tell(OwnText(CurrentLanguage(), u"正在停止任务…", u"Stopping the task…"));
+    Tell(LoadText(TextId::kStoppingTask, CurrentLanguage()));
     tasks.StopAll();
     CloseDialogs();
     return false;
@@ -93,11 +91,7 @@ bool CMainDialog::Parts::TasksEnded(int closeCode) {
 bool CMainDialog::Parts::KeepList() {
     const Language language = CurrentLanguage();
     while (!files.SaveHistory(view.Widths()) || (services.listKept && !services.listKept())) {
-        const std::u16string question = OwnText(
-            language,
-            u"无法将列表保存到设置中。是否改为保存到列表文件？选择“否”则不保存列表直接退出。",
-            u"The list can't be stored with the settings. Save it to a list file instead? With No "
-            u"the program exits and the list is lost.");
+        const std::u16string question = LoadText(TextId::kListNotStored, language);
         const int answer = Dialogs().Message(question, LoadText(TextId::kErrorTitle, language),
                                              MessageButtons::kYesNo);
         if (answer == kEndNo) return true;

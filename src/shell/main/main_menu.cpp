@@ -75,8 +75,7 @@ void MainMenu::SetLanguage(Language language) {
         QAction& entry = Entry(row.id);
         entry.setText(text);
         if (row.kind == MenuRowKind::kLater) {
-            entry.setToolTip(
-                QtOwnText(language, u"此功能将在以后的版本中提供", u"Comes with a later version"));
+            entry.setToolTip(QtText(TextId::kComesLater, language));
         }
     }
 }

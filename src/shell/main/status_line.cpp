@@ -57,8 +57,8 @@ StatusLine::StatusLine(std::function<void()> stop) : rows_(QBoxLayout::LeftToRig
 void StatusLine::SetLanguage(Language language) {
     language_ = language;
     told_.SetLine({});
-    stop_.setText(QtOwnText(language, u"停止", u"Stop"));
-    progress_.setAccessibleName(QtOwnText(language, u"任务进度", u"Progress of the task"));
+    stop_.setText(QtText(TextId::kStop, language));
+    progress_.setAccessibleName(QtText(TextId::kTaskProgress, language));
     Arrange();
 }
 

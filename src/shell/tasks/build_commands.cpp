@@ -41,13 +41,12 @@ struct Job {
 std::u16string EndText(const Job& job) {
     if (job.outcome.done) return BuildSummary(job.outcome, job.language);
     if (job.stopped) return BuildStoppedText(job.language);
-    return OwnText(job.language, u"没有生成 ROM。", u"No ROM was written.");
+    return LoadText(TextId::kNoRomWritten, job.language);
 }
 
 std::u16string ExportEndText(const Job& job) {
-    return job.outcome.done
-               ? OwnText(job.language, u"信息已导出。", u"The information is exported.")
-               : OwnText(job.language, u"信息导出未完成。", u"The export was not completed.");
+    return LoadText(job.outcome.done ? TextId::kInfoExported : TextId::kExportIncomplete,
+                    job.language);
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ class RowProgress final : public SearchProgress {
 
   private:
     static std::u16string Words(const Search& search) {
-        return OwnText(search.language, u"查找名称", u"Searching the names");
+        return LoadText(TextId::kSearchingNames, search.language);
     }
     TaskControl& control_;
     std::u16string what_;
@@ -78,8 +78,7 @@ void RunSearch(Search& search, SearchStep step, TaskControl& control) {
     } catch (SearchStopped& stopped) {
         search.end = std::move(stopped.reason);
         if (!search.end->empty()) return;
-        search.end = OwnText(search.language, u"查找已停止，没有改变任何名称。",
-                             u"The search was stopped; no name was changed.");
+        search.end = LoadText(TextId::kSearchStopped, search.language);
     }
 }
 
@@ -99,7 +98,7 @@ void FinishFinding(Search& search, ListHost& host) {
     if (search.found) {
         editor.SetFindRow(*search.found);
     } else {
-        host.ShowSearchProblem(OwnText(search.language, u"没有找到。", u"Nothing was found."));
+        host.ShowSearchProblem(LoadText(TextId::kNothingFound, search.language));
     }
     host.ShowFound(search.found.has_value());
 }
@@ -112,8 +111,7 @@ void Finish(Search& search, SearchFinish finish, ListHost& host) {
     } else if (SameNames(host.Editor().Games(), search.rows)) {
         finish(search, host);
     } else {
-        host.Tell(OwnText(search.language, u"查找期间列表已改变，没有执行任何操作。",
-                          u"The list has changed during the search; nothing was done."));
+        host.Tell(LoadText(TextId::kListChangedMeanwhile, search.language));
     }
 }
 

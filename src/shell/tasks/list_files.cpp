@@ -25,8 +25,7 @@ void WarnOfLimit(TaskControl& control, ListHost& host) {
 }
 
 void TellStopped(ListHost& host) {
-    host.Tell(OwnText(host.CurrentLanguage(), u"已停止，列表没有改变。",
-                      u"Stopped; the list is as it was."));
+    host.Tell(LoadText(TextId::kStoppedListUnchanged, host.CurrentLanguage()));
 }
 
 }  // namespace
@@ -73,12 +72,9 @@ void ListFiles::Publish(Reading& reading, bool limited, bool revealLast) {
     host_.Apply(result);
     const Language language = host_.CurrentLanguage();
     const size_t added = editor.Games().size() - before;
-    std::u16string line =
-        FormatText(OwnText(language, u"已添加 %d 个游戏。", u"%d game(s) added."), added);
+    std::u16string line = FormatText(LoadText(TextId::kGamesAdded, language), added);
     if (const size_t leftOut = reading.intake.leftOut; leftOut != 0) {
-        line += FormatText(OwnText(language, u"另有 %d 个文件不是游戏，未添加。",
-                                   u" %d file(s) left out, since they are no games."),
-                           leftOut);
+        line += FormatText(LoadText(TextId::kFilesLeftOut, language), leftOut);
     }
     host_.Tell(line);
 }
@@ -116,9 +112,7 @@ void ListFiles::Load() {
     Read([file = *file](Reading& reading) { reading.readable = reading.intake.AddList(file); },
          [this, file = *file](Reading& reading) {
              if (!reading.readable) {
-                 const auto format =
-                     OwnText(host_.CurrentLanguage(), u"%s 中没有游戏列表，或无法读取。",
-                             u"There is no list of games in %s, or it can't be read.");
+                 const auto format = LoadText(TextId::kNoListInFile, host_.CurrentLanguage());
                  host_.Tell(FormatText(format, PathText(file)));
                  return;
              }
@@ -167,11 +161,8 @@ void ListFiles::Save() {
         },
         [this, saving] {
             const auto format =
-                saving->done
-                    ? OwnText(host_.CurrentLanguage(), u"列表已保存到 %s。",
-                              u"The list is saved to %s.")
-                    : OwnText(host_.CurrentLanguage(), u"无法写入 %s，请检查文件夹和磁盘空间。",
-                              u"%s can't be written. Check the folder and the free space.");
+                LoadText(saving->done ? TextId::kListSaved : TextId::kFileCantBeWritten,
+                         host_.CurrentLanguage());
             host_.Tell(FormatText(format, PathText(saving->file)));
         });
 }
