@@ -2,9 +2,15 @@
 
 #include <algorithm>
 #include <cctype>
+#include <filesystem>
+#include <fstream>
 #include <map>
 #include <regex>
+#include <set>
+#include <utility>
+#include <vector>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "common/environment_variable.h"
@@ -13,6 +19,68 @@
 
 namespace bw {
 namespace {
+
+using std::filesystem::recursive_directory_iterator;
+
+const std::filesystem::path kSources = BANKWEAVER_SOURCE "/src";
+
+void AddWords(const std::filesystem::path& file, std::set<std::string>& words) {
+    std::ifstream stream(file);
+    std::string word;
+    for (char c = 0; stream.get(c);) {
+        if (std::isalnum(static_cast<unsigned char>(c)) != 0) {
+            word += c;
+        } else if (!word.empty()) {
+            words.insert(std::exchange(word, {}));
+        }
+    }
+}
+
+// The names and numbers of TextId as its header declares them.
+std::map<std::string, int> DeclaredTexts() {
+    std::map<std::string, int> texts;
+    std::ifstream stream(kSources / "language/text_id.h");
+    const std::regex declaration("    (k\\w+)(?: = (\\d+))?,");
+    int number = 0;
+    for (std::string line; std::getline(stream, line);) {
+        std::smatch match;
+        if (!std::regex_match(line, match, declaration)) continue;
+        number = match[2].matched ? std::stoi(match[2]) : number + 1;
+        texts[match[1]] = number;
+    }
+    return texts;
+}
+
+TEST(Language, EveryNameHasOneRowWithATextInEachLanguage) {
+    std::vector<int> rows;
+    for (const auto& table : {FixedTexts(), OwnTexts()}) {
+        for (const TextRow& row : table) {
+            rows.push_back(static_cast<int>(row.id));
+            for (const auto text : row.texts)
+                EXPECT_FALSE(text.empty()) << rows.back();
+        }
+    }
+    EXPECT_EQ(std::ranges::adjacent_find(rows, std::ranges::greater_equal()), rows.end());
+    std::vector<int> declared;
+    for (const auto& [name, number] : DeclaredTexts())
+        declared.push_back(number);
+    EXPECT_THAT(declared, testing::UnorderedElementsAreArray(rows));
+    EXPECT_EQ(LoadText(TextId::kErrorTitle, Language::kChinese), u"\u9519\u8BEF");
+    EXPECT_EQ(LoadText(TextId::kStop, Language::kEnglish), u"Stop");
+}
+
+// The fixed texts wait for the windows that will say them.
+TEST(Language, EveryOwnTextIsSaidSomewhere) {
+    std::set<std::string> words;
+    for (const auto& entry : recursive_directory_iterator(kSources)) {
+        if (entry.path().parent_path() == kSources / "language") continue;
+        if (entry.is_regular_file()) AddWords(entry.path(), words);
+    }
+    for (const auto& [name, number] : DeclaredTexts()) {
+        const bool fixed = number < static_cast<int>(OwnTexts().front().id);
+        EXPECT_TRUE(fixed || words.contains(name)) << name;
+    }
+}
 
 // By the argument's number what stands for it: "d" of "%d" and "%1$d", nothing of Qt's "%1".
 std::map<int, std::string> Placeholders(const std::string& text) {
