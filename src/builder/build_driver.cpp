@@ -8,6 +8,7 @@
 #include "builder/output/rom_writer.h"
 #include "builder/resources.h"
 #include "builder/tables/menu_tables.h"
+#include "settings/setting_names.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -158,7 +159,7 @@ class RomBuild : BuildBase {
         if (!choice) {
             return false;
         }
-        context_.store.RegWriteString(kMainKey, "LastBuildDir",
+        context_.store.RegWriteString(kMainKey, setting::kLastBuildDir,
                                       PathText(choice->path.parent_path()));
         outcome.format = choice->format;
         outcome.output = WithFormatExtension(choice->path, choice->format);

@@ -4,6 +4,7 @@
 #include "builder/build_driver.h"
 #include "builder/tables/menu_tables.h"
 #include "builder/tables/reports.h"
+#include "settings/setting_names.h"
 #include "support/text.h"
 
 namespace bw {
@@ -72,7 +73,7 @@ bool RunExport(const BuildContext& context) {
     if (!ExportInfo(context, type, context.settings.ExportMenuUnits(), folder, true)) {
         return false;
     }
-    context.store.RegWriteString(kMainKey, "LastExportDir", PathText(folder));
+    context.store.RegWriteString(kMainKey, setting::kLastExportDir, PathText(folder));
     const Language language = context.user.UiLanguage();
     if (context.user.AskYesNo(LoadText(TextId::kDoneOpenFolder, language),
                               LoadText(TextId::kTipsTitle, language))) {

@@ -1,5 +1,6 @@
 #include "builder/input/build_settings.h"
 
+#include "settings/setting_names.h"
 #include "support/text.h"
 
 namespace bw {
@@ -40,24 +41,24 @@ void KeepIfOneOf(uint32_t& value, uint32_t otherwise, Allowed... allowed) {
 BuildSettings LoadBuildSettings(const SettingsStore& store) {
     BuildSettings settings;
     const Reader read(store);
-    read.Number("CoolboyType", settings.CoolboyType, kBoardKey);
-    read.Number("MenuSize", settings.MenuSize);
-    read.Switch("ExternMenuEnable", settings.ExternMenuEnable);
-    read.Path("ExternMenuPath", settings.ExternMenuPath);
-    read.Switch("CustomEnable", settings.CustomEnable);
-    read.Switch("ShowNumberOrder", settings.ShowNumberOrder);
-    read.Switch("ShowNumberDot", settings.ShowNumberDot);
-    read.Switch("ShowNumberFill", settings.ShowNumberFill);
-    read.Switch("PageNumber", settings.PageNumber);
-    read.Switch("NameInsertRow", settings.NameInsertRow);
-    read.Number("PageSize", settings.PageSize);
-    read.Number("ShowStyle", settings.ShowStyle);
-    read.Number("PageTurningSpeed", settings.PageTurningSpeed);
-    read.Number("Music", settings.Music);
-    read.Number("ExportRomType", settings.ExportRomType);
-    read.Number("ExportPrgSize", settings.ExportPrgSize);
-    read.Path("LastBuildDir", settings.LastBuildDir);
-    read.Path("LastExportDir", settings.LastExportDir);
+    read.Number(setting::kCoolboyType, settings.CoolboyType, kBoardKey);
+    read.Number(setting::kMenuSize, settings.MenuSize);
+    read.Switch(setting::kExternMenuEnable, settings.ExternMenuEnable);
+    read.Path(setting::kExternMenuPath, settings.ExternMenuPath);
+    read.Switch(setting::kCustomEnable, settings.CustomEnable);
+    read.Switch(setting::kShowNumberOrder, settings.ShowNumberOrder);
+    read.Switch(setting::kShowNumberDot, settings.ShowNumberDot);
+    read.Switch(setting::kShowNumberFill, settings.ShowNumberFill);
+    read.Switch(setting::kPageNumber, settings.PageNumber);
+    read.Switch(setting::kNameInsertRow, settings.NameInsertRow);
+    read.Number(setting::kPageSize, settings.PageSize);
+    read.Number(setting::kShowStyle, settings.ShowStyle);
+    read.Number(setting::kPageTurningSpeed, settings.PageTurningSpeed);
+    read.Number(setting::kMusic, settings.Music);
+    read.Number(setting::kExportRomType, settings.ExportRomType);
+    read.Number(setting::kExportPrgSize, settings.ExportPrgSize);
+    read.Path(setting::kLastBuildDir, settings.LastBuildDir);
+    read.Path(setting::kLastExportDir, settings.LastExportDir);
 
     KeepIfOneOf(settings.PageSize, 10, 5, 10, 15, 20);
     KeepIfOneOf(settings.PageTurningSpeed, 1, 1, 2, 3, 4);

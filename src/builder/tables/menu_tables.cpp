@@ -4,6 +4,7 @@
 #include "builder/tables/game_data.h"
 #include "builder/tables/menu_config.h"
 #include "builder/tables/name_tables.h"
+#include "settings/setting_names.h"
 #include "support/text.h"
 
 namespace bw {
@@ -15,7 +16,7 @@ constexpr uint32_t kColumnMask = 31;
 uint8_t ReadBigCursor(const SettingsStore& store) {
     uint8_t value = 0;
     size_t size = sizeof value;
-    return store.RegReadBinary(kDesignKey, "BigCursor", &value, size) ? value : uint8_t{0};
+    return store.RegReadBinary(kDesignKey, setting::kBigCursor, &value, size) ? value : uint8_t{0};
 }
 
 void TellOpenFailure(const MenuTables& tables, std::string_view what) {
@@ -74,7 +75,7 @@ bool WriteMenuTables(const MenuTables& tables, const LayoutResult& layout, const
 void WriteScreenFiles(const MenuTables& tables) {
     const BuildContext& context = tables.context;
     std::u16string caption;
-    const bool stored = context.store.RegReadString(kDesignKey, "CaptionText", caption);
+    const bool stored = context.store.RegReadString(kDesignKey, setting::kCaptionText, caption);
     if (!WriteDesignFiles(context.design, CountChecked(context.games),
                           stored ? std::optional(caption) : std::nullopt, tables.folder,
                           context.settings.CustomEnable)) {

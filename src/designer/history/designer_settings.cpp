@@ -7,6 +7,7 @@
 #include "designer/history/work_state.h"
 #include "designer/model/design_records.h"
 #include "designer/model/stored_numbers.h"
+#include "settings/setting_names.h"
 
 namespace bw {
 namespace {
@@ -81,13 +82,13 @@ void OpenDesigner(EditSession& session, const SettingsStore& settings) {
         ReadByte(settings, entry.name, value);
         copy.*entry.value = value != 0;
     }
-    ReadByte(settings, "BigCursor", copy.document.BigCursor);
+    ReadByte(settings, setting::kBigCursor, copy.document.BigCursor);
     ReadEntry(settings, "BkgPalettePos", copy.BkgPalettePos);
     ReadEntry(settings, "SpPalettePos", copy.SpPalettePos);
-    ReadPos(settings, "CaptionPos", copy.document.CaptionPos);
-    ReadPos(settings, "PageNumberPos", copy.document.PageNumberPos);
-    ReadPos(settings, "ItemPos", copy.document.ItemPos);
-    settings.RegReadString(kDesignKey, "CaptionText", copy.Store().CaptionText);
+    ReadPos(settings, setting::kCaptionPos, copy.document.CaptionPos);
+    ReadPos(settings, setting::kPageNumberPos, copy.document.PageNumberPos);
+    ReadPos(settings, setting::kItemPos, copy.document.ItemPos);
+    settings.RegReadString(kDesignKey, setting::kCaptionText, copy.Store().CaptionText);
     RebuildShortLargeCursor(copy.document);
     ReadHistory(session, settings);
     const Bytes last = ReadWholeBinary(settings, kDesignKey, "LastWorkState");

@@ -7,6 +7,7 @@
 
 #include "designer/model/design_records.h"
 #include "designer/model/stored_numbers.h"
+#include "settings/setting_names.h"
 
 namespace bw {
 namespace {
@@ -114,28 +115,30 @@ bool StoreDesign(DesignDocument& document, SettingsStore& settings) {
     store.PageNumberPpuAddr = PpuAddress(document.PageNumberPos);
     store.ItemPpuAddr = PpuAddress(document.ItemPos);
 
-    bool written = settings.RegWriteString(kDesignKey, "CaptionText", store.CaptionText);
+    bool written = settings.RegWriteString(kDesignKey, setting::kCaptionText, store.CaptionText);
     const auto write = [&](std::string_view name, std::span<const uint8_t> bytes) {
         written = settings.RegWriteBinary(kDesignKey, name, bytes) && written;
     };
-    write("BigCursor", {&document.BigCursor, 1});
-    write("BigSprite", {&store.BigSprite, 1});
-    write("CharMapData", store.CharMapData);
-    write("ChrData", store.ChrData);
-    write("Attributes", store.Attributes);
-    write("BkgPalette", store.BkgPalette);
-    write("SpritePalette", store.SpritePalette);
-    write("ArrowTile", StoredTile(store.ArrowTile));
-    write("CaptionPos", StoredPos(document.CaptionPos));
-    write("PageNumberPos", StoredPos(document.PageNumberPos));
-    write("ItemPos", StoredPos(document.ItemPos));
-    write("CaptionPpuAddr", StoredNumber(store.CaptionPpuAddr));
-    write("PageNumberPpuAddr", StoredNumber(store.PageNumberPpuAddr));
-    write("ItemPpuAddr", StoredNumber(store.ItemPpuAddr));
-    written = WriteList(settings, "BkgTileList", StoredTiles(store.BkgTileList)) && written;
-    written = WriteList(settings, "SpriteTileList", StoredTiles(store.SpriteTileList)) && written;
-    written = WriteList(settings, "ArrowTileList", StoredTiles(store.ArrowTileList)) && written;
-    return WriteList(settings, "CustomText", StoredTexts(store.CustomText)) && written;
+    write(setting::kBigCursor, {&document.BigCursor, 1});
+    write(setting::kBigSprite, {&store.BigSprite, 1});
+    write(setting::kCharMapData, store.CharMapData);
+    write(setting::kChrData, store.ChrData);
+    write(setting::kAttributes, store.Attributes);
+    write(setting::kBkgPalette, store.BkgPalette);
+    write(setting::kSpritePalette, store.SpritePalette);
+    write(setting::kArrowTile, StoredTile(store.ArrowTile));
+    write(setting::kCaptionPos, StoredPos(document.CaptionPos));
+    write(setting::kPageNumberPos, StoredPos(document.PageNumberPos));
+    write(setting::kItemPos, StoredPos(document.ItemPos));
+    write(setting::kCaptionPpuAddr, StoredNumber(store.CaptionPpuAddr));
+    write(setting::kPageNumberPpuAddr, StoredNumber(store.PageNumberPpuAddr));
+    write(setting::kItemPpuAddr, StoredNumber(store.ItemPpuAddr));
+    written = WriteList(settings, setting::kBkgTileList, StoredTiles(store.BkgTileList)) && written;
+    written =
+        WriteList(settings, setting::kSpriteTileList, StoredTiles(store.SpriteTileList)) && written;
+    written =
+        WriteList(settings, setting::kArrowTileList, StoredTiles(store.ArrowTileList)) && written;
+    return WriteList(settings, setting::kCustomText, StoredTexts(store.CustomText)) && written;
 }
 
 }  // namespace bw

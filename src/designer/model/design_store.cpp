@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "designer/model/design_records.h"
+#include "settings/setting_names.h"
 
 namespace bw {
 
@@ -46,7 +47,7 @@ std::vector<TileItem> ReadTiles(const SettingsStore& settings, std::string_view 
 void LoadArrowTile(DesignStore& store, const SettingsStore& settings) {
     store.ArrowTile.Tile = kSmallCursorTile;
     std::array<uint8_t, TileItem::kStoredSize> record;
-    if (ReadTable(settings, "ArrowTile", record)) store.ArrowTile = ReadTileItem(record);
+    if (ReadTable(settings, setting::kArrowTile, record)) store.ArrowTile = ReadTileItem(record);
 }
 
 // Four sprites on one spot, taken from the small cursor's pixels as if they were tiles: that is
@@ -65,7 +66,7 @@ std::vector<TileItem> DefaultLargeCursor(const TileItem& arrow) {
 
 void LoadLargeCursor(DesignStore& store, const SettingsStore& settings) {
     if (store.ArrowTileList.size() >= kLargeCursorTiles.size()) return;
-    store.ArrowTileList = ReadTiles(settings, "ArrowTileList");
+    store.ArrowTileList = ReadTiles(settings, setting::kArrowTileList);
     for (TileItem& item : store.ArrowTileList) {
         item.X = ForcedX(item.X);
         item.Y = ForcedY(item.Y);
@@ -104,29 +105,32 @@ bool LoadDesignData(DesignStore& store, const SettingsStore& settings,
                     std::span<const uint8_t> defaultTiles) {
     LoadArrowTile(store, settings);
     if (store.CustomText.empty()) {
-        store.CustomText = ReadTextItems(ReadWholeBinary(settings, kDesignKey, "CustomText"));
+        store.CustomText =
+            ReadTextItems(ReadWholeBinary(settings, kDesignKey, setting::kCustomText));
     }
-    if (store.BkgTileList.empty()) store.BkgTileList = ReadTiles(settings, "BkgTileList");
-    if (store.SpriteTileList.empty()) store.SpriteTileList = ReadTiles(settings, "SpriteTileList");
+    if (store.BkgTileList.empty()) store.BkgTileList = ReadTiles(settings, setting::kBkgTileList);
+    if (store.SpriteTileList.empty())
+        store.SpriteTileList = ReadTiles(settings, setting::kSpriteTileList);
     LoadLargeCursor(store, settings);
     if (!LoadDefaultTiles(store, defaultTiles)) return false;
-    if (!ReadTable(settings, "ChrData", store.ChrData)) store.ChrData = store.DefaultChrData;
+    if (!ReadTable(settings, setting::kChrData, store.ChrData))
+        store.ChrData = store.DefaultChrData;
     // Only now: the large cursor's default is made from the position as it was stored.
     store.ArrowTile.X = std::clamp(store.ArrowTile.X, 0, kLastSpriteX);
     store.ArrowTile.Y = std::clamp(store.ArrowTile.Y, kFirstSpriteY, kLastSpriteY);
     SetDefaultCharMap(store);
-    ReadTable(settings, "CharMapData", store.CharMapData);
-    ReadTable(settings, "BigSprite", {&store.BigSprite, 1});
+    ReadTable(settings, setting::kCharMapData, store.CharMapData);
+    ReadTable(settings, setting::kBigSprite, {&store.BigSprite, 1});
     return true;
 }
 
 void LoadDesignTables(DesignStore& store, const SettingsStore& settings) {
-    ReadTable(settings, "Attributes", store.Attributes);
-    ReadTable(settings, "BkgPalette", store.BkgPalette);
-    ReadTable(settings, "SpritePalette", store.SpritePalette);
-    settings.RegReadDword(kDesignKey, "CaptionPpuAddr", store.CaptionPpuAddr);
-    settings.RegReadDword(kDesignKey, "PageNumberPpuAddr", store.PageNumberPpuAddr);
-    settings.RegReadDword(kDesignKey, "ItemPpuAddr", store.ItemPpuAddr);
+    ReadTable(settings, setting::kAttributes, store.Attributes);
+    ReadTable(settings, setting::kBkgPalette, store.BkgPalette);
+    ReadTable(settings, setting::kSpritePalette, store.SpritePalette);
+    settings.RegReadDword(kDesignKey, setting::kCaptionPpuAddr, store.CaptionPpuAddr);
+    settings.RegReadDword(kDesignKey, setting::kPageNumberPpuAddr, store.PageNumberPpuAddr);
+    settings.RegReadDword(kDesignKey, setting::kItemPpuAddr, store.ItemPpuAddr);
 }
 
 }  // namespace bw

@@ -1,5 +1,6 @@
 #include "shell/dialogs/close_dialog.h"
 
+#include "settings/setting_names.h"
 #include "shell/framework/colors.h"
 
 namespace bw {
@@ -48,7 +49,7 @@ void CCloseDialog::ApplyTexts() {
 }
 
 MessageResult CCloseDialog::OnRemember(MessageParam, MessageParam) {
-    store_.RegWriteDword(kMainKey, "Remember", remember_.isChecked() ? 1 : 0);
+    store_.RegWriteDword(kMainKey, setting::kRemember, remember_.isChecked() ? 1 : 0);
     return 1;
 }
 
@@ -61,7 +62,7 @@ MessageResult CCloseDialog::OnExit(MessageParam, MessageParam) {
 }
 
 MessageResult CCloseDialog::Answer(uint32_t closeState) {
-    store_.RegWriteDword(kMainKey, "CloseState", closeState);
+    store_.RegWriteDword(kMainKey, setting::kCloseState, closeState);
     End(kEndOk);
     return 1;
 }

@@ -1,5 +1,6 @@
 #include "shell/dialogs/export_settings_dialog.h"
 
+#include "settings/setting_names.h"
 #include "shell/framework/colors.h"
 
 namespace bw {
@@ -13,17 +14,17 @@ constexpr int kButton = kEndOk;
 struct Choice {
     int id;
     uint32_t value;
-    const char* name;  // of the value in the store
+    std::string_view name;  // of the value in the store
     TextId text;
 };
 constexpr Choice kTypes[] = {
-    {1084, 0, "ExportRomType", TextId::kCoolboy},
-    {1085, 1, "ExportRomType", TextId::kCoolgirl},
+    {1084, 0, setting::kExportRomType, TextId::kCoolboy},
+    {1085, 1, setting::kExportRomType, TextId::kCoolgirl},
 };
 constexpr Choice kSizes[] = {
-    {1089, 0, "ExportPrgSize", TextId::kKilobytes128},
-    {1090, 1, "ExportPrgSize", TextId::kKilobytes256},
-    {1091, 2, "ExportPrgSize", TextId::kKilobytes512},
+    {1089, 0, setting::kExportPrgSize, TextId::kKilobytes128},
+    {1090, 1, setting::kExportPrgSize, TextId::kKilobytes256},
+    {1091, 2, setting::kExportPrgSize, TextId::kKilobytes512},
 };
 
 // The button of the stored value; the first one if there is no such value.

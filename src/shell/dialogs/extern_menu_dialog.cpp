@@ -1,5 +1,6 @@
 #include "shell/dialogs/extern_menu_dialog.h"
 
+#include "settings/setting_names.h"
 #include "shell/framework/colors.h"
 
 namespace bw {
@@ -9,8 +10,6 @@ constexpr int kPath = 1091;
 constexpr int kSelect = 1092;
 constexpr int kGroup = 1093;
 constexpr int kButton = kEndOk;
-
-constexpr const char* kValue = "ExternMenuPath";
 
 }  // namespace
 
@@ -53,7 +52,7 @@ void CExtrenMenuDialog::ApplyTexts() {
 
 MessageResult CExtrenMenuDialog::OnInit(MessageParam, MessageParam) {
     std::u16string path;
-    store_.RegReadString(kMainKey, kValue, path);
+    store_.RegReadString(kMainKey, setting::kExternMenuPath, path);
     SetText(kPath, ToQt(path));
     return 1;
 }
@@ -80,7 +79,7 @@ MessageResult CExtrenMenuDialog::OnClose(MessageParam, MessageParam) {
 }
 
 void CExtrenMenuDialog::StorePath() {
-    store_.RegWriteString(kMainKey, kValue, GetText(kPath));
+    store_.RegWriteString(kMainKey, setting::kExternMenuPath, GetText(kPath));
 }
 
 }  // namespace bw

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "list/list_file.h"
+#include "settings/setting_names.h"
 #include "shell/dialogs/close_dialog.h"
 #include "shell/main/main_parts.h"
 #include "shell/main/placement.h"
@@ -36,9 +37,9 @@ MessageResult CMainDialog::OnClose(MessageParam wParam, MessageParam) {
     const QScopedValueRollback<bool> asking(parts_->asking, true);
     SettingsStore& store = parts_->services.store;
     if (wParam != kCloseByExit && wParam != kCloseForUpdate) {
-        const bool ask = StoredNumber(store, "Remember") == 0;
+        const bool ask = StoredNumber(store, setting::kRemember) == 0;
         if (ask && CCloseDialog(store, UiLanguage(), this).DoModal() == kEndCancel) return 1;
-        if (StoredNumber(store, "CloseState") != 1) {
+        if (StoredNumber(store, setting::kCloseState) != 1) {
             parts_->PutAway();
             return 1;
         }

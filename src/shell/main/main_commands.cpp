@@ -1,4 +1,5 @@
 // What the main window's commands do.
+#include "settings/setting_names.h"
 #include "shell/dialogs/about_dialog.h"
 #include "shell/dialogs/export_settings_dialog.h"
 #include "shell/dialogs/extern_menu_dialog.h"
@@ -118,7 +119,8 @@ MessageResult CMainDialog::OnLanguageCommand(MessageParam wParam, MessageParam) 
     parts_->menu.CheckMenuItem(kCommandChinese, language == Language::kChinese);
     parts_->menu.CheckMenuItem(kCommandEnglish, language == Language::kEnglish);
     PostLanguage(language);
-    StoreNumber(parts_->services.store, kMainKey, "Language", static_cast<uint32_t>(command));
+    StoreNumber(parts_->services.store, kMainKey, setting::kLanguage,
+                static_cast<uint32_t>(command));
     return 1;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "settings/setting_names.h"
 #include "shell/framework/commands.h"
 
 namespace bw {
@@ -11,13 +12,13 @@ constexpr uint32_t kMarked = 8;
 
 constexpr MenuToggle kToggles[] = {
     {kCommandTopmost, "Topmost"},
-    {kCommandShowNumberFill, "ShowNumberFill"},
-    {kCommandNameInsertRow, "NameInsertRow"},
-    {kCommandShowNumberOrder, "ShowNumberOrder"},
-    {kCommandShowNumberDot, "ShowNumberDot"},
-    {kCommandPageNumber, "PageNumber"},
-    {kCommandCustomEnable, "CustomEnable"},
-    {kCommandExternMenuEnable, "ExternMenuEnable"},
+    {kCommandShowNumberFill, setting::kShowNumberFill},
+    {kCommandNameInsertRow, setting::kNameInsertRow},
+    {kCommandShowNumberOrder, setting::kShowNumberOrder},
+    {kCommandShowNumberDot, setting::kShowNumberDot},
+    {kCommandPageNumber, setting::kPageNumber},
+    {kCommandCustomEnable, setting::kCustomEnable},
+    {kCommandExternMenuEnable, setting::kExternMenuEnable},
 };
 
 constexpr MenuRadio kPageSizes[] = {
@@ -46,12 +47,12 @@ constexpr MenuRadio kTunes[] = {
 // What stands for other values than the listed ones is what a build makes of them. The two largest
 // menu sizes can be stored, but read back they count as the smallest.
 constexpr MenuRadioGroup kGroups[] = {
-    {kMainKey, "PageSize", 10, kPageSizes, 4, kCommandPageSize10},
-    {kMainKey, "ShowStyle", 0, kStyles, 2, kCommandStyleDefault},
-    {kBoardKey, "CoolboyType", 0, kBoards, 2, kCommandMindkids},
-    {kMainKey, "MenuSize", 8, kMenuSizes, 3, kCommandMenuSize8},
-    {kMainKey, "PageTurningSpeed", 1, kSpeeds, 4, kCommandSpeed1},
-    {kMainKey, "Music", 0, kTunes, 6, kCommandMusicDefault},
+    {kMainKey, setting::kPageSize, 10, kPageSizes, 4, kCommandPageSize10},
+    {kMainKey, setting::kShowStyle, 0, kStyles, 2, kCommandStyleDefault},
+    {kBoardKey, setting::kCoolboyType, 0, kBoards, 2, kCommandMindkids},
+    {kMainKey, setting::kMenuSize, 8, kMenuSizes, 3, kCommandMenuSize8},
+    {kMainKey, setting::kPageTurningSpeed, 1, kSpeeds, 4, kCommandSpeed1},
+    {kMainKey, setting::kMusic, 0, kTunes, 6, kCommandMusicDefault},
 };
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "settings/setting_names.h"
 #include "shell/framework/commands.h"
 #include "shell/main/menu_settings.h"
 
@@ -41,7 +42,7 @@ class StartPass {
 
 Language StartLanguage(const SettingsStore& store) {
     uint32_t value = 0;
-    store.RegReadDword(kMainKey, "Language", value);
+    store.RegReadDword(kMainKey, setting::kLanguage, value);
     if (value == kCommandChinese) return Language::kChinese;
     if (value == kCommandEnglish) return Language::kEnglish;
     return SystemLanguage();
@@ -62,14 +63,14 @@ void ApplyStoredSettings(const SettingsStore& store, MainMenu& menu,
     pass.Send(kCommandShowNumberDot);
     if (!pass.IsOn(kCommandShowNumberDot)) menu.EnableMenuItem(kCommandShowNumberFill, false);
     pass.Send(kCommandPageNumber);
-    pass.SendRadio("PageSize");
-    pass.SendRadio("ShowStyle");
+    pass.SendRadio(setting::kPageSize);
+    pass.SendRadio(setting::kShowStyle);
     post(StartLanguage(store) == Language::kChinese ? kCommandChinese : kCommandEnglish);
     pass.Post(kCommandCustomEnable);
-    pass.SendRadio("CoolboyType");
-    pass.SendRadio("MenuSize");
-    pass.SendRadio("PageTurningSpeed");
-    pass.SendRadio("Music");
+    pass.SendRadio(setting::kCoolboyType);
+    pass.SendRadio(setting::kMenuSize);
+    pass.SendRadio(setting::kPageTurningSpeed);
+    pass.SendRadio(setting::kMusic);
     pass.Send(kCommandExternMenuEnable);
 }
 
