@@ -8,7 +8,7 @@
 
 #include "full_list.h"
 #include "list/list_editor.h"
-#include "list/list_history.h"
+#include "list/remembered_list.h"
 #include "measure.h"
 #include "support/text.h"
 
@@ -85,11 +85,16 @@ size_t BarePrefix(const GameList& games, std::u16string_view prefix) {
 }
 
 void ChecksAndSearches(const GameList& games) {
-    bw::ListEditor list;
+    auto told = bw::ListChange::kNothing;
+    bw::ListEditor list([&](const bw::ListResult& result) { told = result.change; });
     list.Restore(games);
     GameList plain = games;
     Compare(
-        "invert the checks of all rows", [&] { return list.SelectInverse().change; },
+        "invert the checks of all rows",
+        [&] {
+            list.SelectInverse();
+            return told;
+        },
         [&] {
             for (GameEntry& entry : plain)
                 entry.checked = !entry.checked;
@@ -122,7 +127,8 @@ void MillionEntries() {
     const bench::Pair times = bench::InTurn(
         3,
         [&] {
-            if (bw::LoadListHistory({bytes, text.size()}, "/none").games.size() != bw::kListLimit) {
+            if (bw::LoadRememberedList({bytes, text.size()}, "/none").games.size() !=
+                bw::kListLimit) {
                 std::abort();
             }
         },
@@ -130,7 +136,7 @@ void MillionEntries() {
             if (std::ranges::count(text, '\n') != 4'000'002) std::abort();
         },
         [] {});
-    bench::Report("list history with a million entries, " + Number(text.size() >> 20) + " MB",
+    bench::Report("remembered list with a million entries, " + Number(text.size() >> 20) + " MB",
                   times);
 }
 

@@ -1,6 +1,6 @@
-// The window with a full list of 20,000 rows out of its history, on a display without a screen:
+// The window with a full list of 20,000 rows as it is remembered, on a display without a screen:
 //   start: from the process's start to the window's first picture, and to the first one with rows,
-//     against a program that reads the same history and shows it in a bare QTableView;
+//     against a program that reads the same list and shows it in a bare QTableView;
 //   commands: from the command to the rows painted anew, against a bare loop over the same data
 //     that paints nothing.
 //   bench_window [rounds]
@@ -18,7 +18,7 @@
 #include "common/environment_variable.h"
 #include "common/temporary_folder.h"
 #include "full_list.h"
-#include "list/list_history.h"
+#include "list/remembered_list.h"
 #include "list/search/name_search.h"
 #include "measure.h"
 #include "shell/framework/commands.h"
@@ -81,7 +81,7 @@ int StartBare(int count, char** words) {
     Watch application(count, words);
     const auto store = bw::MakeUserStore();
     BareModel model(
-        bw::LoadListHistory(bw::ReadWholeBinary(*store, bw::kHistoryKey, "Data"), "/").games);
+        bw::LoadRememberedList(bw::ReadWholeBinary(*store, bw::kHistoryKey, "Data"), "/").games);
     QTableView view;
     view.setModel(&model);
     view.resize(900, 600);
@@ -237,9 +237,9 @@ int main(int count, char** words) {
     const EnvironmentVariable moved("BANKWEAVER_HOME", home.Path().c_str());
     const auto store = bw::MakeUserStore();
     const bw::GameList games = bench::FullList();
-    const std::string history = bw::StoreListHistory(games, bw::ColumnWidths{}, "/");
+    const std::string list = bw::StoreRememberedList(games, bw::ColumnWidths{}, "/");
     store->RegWriteBinary(bw::kHistoryKey, "Data",
-                          {reinterpret_cast<const uint8_t*>(history.data()), history.size()});
+                          {reinterpret_cast<const uint8_t*>(list.data()), list.size()});
     Starts(rounds, home / "times");
 
     const QApplication application(count, words);

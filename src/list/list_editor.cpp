@@ -65,59 +65,63 @@ bool StartsWith(std::u16string_view text, std::u16string_view folded) {
 
 }  // namespace
 
-ListEditor::ListEditor() : history_(std::make_unique<History>()) {}
+ListEditor::ListEditor(Listener listener)
+    : listener_(std::move(listener)), undo_(std::make_unique<ListUndo>()) {}
 ListEditor::~ListEditor() = default;
 
-ListResult ListEditor::Restore(GameList games) {
-    games_ = std::move(games);
-    *history_ = History();
-    return {ListChange::kSize};
+void ListEditor::Tell(const ListResult& result) const {
+    const bool nothing = result.change == ListChange::kNothing && !result.reveal && !result.tooMany;
+    if (listener_ && !nothing) listener_(result);
 }
 
-ListResult ListEditor::Append(std::vector<GameEntry> entries, bool limited) {
+void ListEditor::Restore(GameList games) {
+    games_ = std::move(games);
+    *undo_ = ListUndo();
+    Tell({ListChange::kSize});
+}
+
+void ListEditor::Append(std::vector<GameEntry> entries, Appending how) {
     const size_t room = kListLimit - std::min(games_.size(), kListLimit);
-    if (limited && entries.size() > room) entries.resize(room);
+    if (how.limited && entries.size() > room) entries.resize(room);
     ListResult result;
     if (!entries.empty()) {
         PutRows step{RowsFrom(games_.size(), entries.size()), std::move(entries)};
-        result = history_->Do(std::move(step), games_, sort_);
+        result.change = undo_->Do(std::move(step), games_, sort_).change;
     }
-    if (!games_.empty()) result.reveal = games_.size() - 1;
-    return result;
+    if (how.reveal && !games_.empty()) result.reveal = games_.size() - 1;
+    Tell(result);
 }
 
-ListResult ListEditor::Remove() {
+void ListEditor::Remove() {
     std::vector<uint32_t> rows = CheckedRows(games_);
-    if (rows.empty()) return {};
-    return history_->Do(TakeRows{std::move(rows)}, games_, sort_);
+    if (!rows.empty()) Tell(undo_->Do(TakeRows{std::move(rows)}, games_, sort_));
 }
 
-ListResult ListEditor::Clear() {
-    if (games_.empty()) return {};
-    return history_->Do(TakeRows{RowsFrom(0, games_.size())}, games_, sort_);
+void ListEditor::Clear() {
+    if (!games_.empty()) Tell(undo_->Do(TakeRows{RowsFrom(0, games_.size())}, games_, sort_));
 }
 
-ListResult ListEditor::SelectAll(ShownRows shown) {
+void ListEditor::SelectAll(ShownRows shown) {
     bool changed = false;
     ForRows(games_, shown, [&](GameEntry& entry) {
         changed |= !entry.checked;
         entry.checked = true;
     });
-    return Checks(changed);
+    Tell(Checks(changed));
 }
 
-ListResult ListEditor::SelectInverse(ShownRows shown) {
+void ListEditor::SelectInverse(ShownRows shown) {
     bool changed = false;
     ForRows(games_, shown, [&](GameEntry& entry) {
         entry.checked = !entry.checked;
         changed = true;
     });
-    return Checks(changed);
+    Tell(Checks(changed));
 }
 
-ListResult ListEditor::SetChecked(size_t row, bool checked) {
-    if (row >= games_.size()) return {};
-    return Checks(std::exchange(games_[row].checked, checked) != checked);
+void ListEditor::SetChecked(size_t row, bool checked) {
+    if (row >= games_.size()) return;
+    Tell(Checks(std::exchange(games_[row].checked, checked) != checked));
 }
 
 bool ListEditor::CheckBetween(size_t first, size_t last, ShownRows shown) {
@@ -134,49 +138,51 @@ bool ListEditor::CheckBetween(size_t first, size_t last, ShownRows shown) {
     return changed;
 }
 
-ListResult ListEditor::Click(size_t row, const RowClick& click, ShownRows shown) {
-    if (row >= games_.size()) return {};
+void ListEditor::Click(size_t row, const RowClick& click, ShownRows shown) {
+    if (row >= games_.size()) return;
     if (click.shift) {
-        return Checks(CheckBetween(std::min(row, findRow_), std::max(row, findRow_), shown));
+        Tell(Checks(CheckBetween(std::min(row, findRow_), std::max(row, findRow_), shown)));
+    } else if (click.ctrl) {
+        SetChecked(row, true);
+    } else {
+        findRow_ = row;
+        if (click.inCheckSquare) SetChecked(row, !games_[row].checked);
     }
-    if (click.ctrl) return SetChecked(row, true);
-    findRow_ = row;
-    return click.inCheckSquare ? SetChecked(row, !games_[row].checked) : ListResult{};
 }
 
-ListResult ListEditor::Sort(ListColumn column) {
-    if (column == ListColumn::kNumber) return {};
+void ListEditor::Sort(ListColumn column) {
+    if (column == ListColumn::kNumber) return;
     const int number = static_cast<int>(column);
     const SortOrder sort{number, number == sort_.column && !sort_.descending};
     std::optional<std::vector<uint32_t>> rows = SortedRows(games_, column, sort.descending);
     if (!rows || std::ranges::is_sorted(*rows)) {
         sort_ = sort;
-        return {};
+        Tell({ListChange::kTitles});
+        return;
     }
-    return history_->Do(ReorderRows{0, *std::move(rows), sort}, games_, sort_);
+    Tell(undo_->Do(ReorderRows{0, *std::move(rows), sort}, games_, sort_));
 }
 
-ListResult ListEditor::SetText(std::u16string GameEntry::*field, size_t row,
-                               std::u16string_view text) {
+void ListEditor::SetText(std::u16string GameEntry::*field, size_t row, std::u16string_view text) {
     text = CutToCell(text);
-    if (row >= games_.size() || games_[row].*field == text) return {};
-    return history_->Do(SetTexts{field, {{row, std::u16string(text)}}}, games_, sort_);
+    if (row >= games_.size() || games_[row].*field == text) return;
+    Tell(undo_->Do(SetTexts{field, {{row, std::u16string(text)}}}, games_, sort_));
 }
 
-ListResult ListEditor::SetName(size_t row, std::u16string_view name) {
-    return SetText(&GameEntry::name, row, name);
+void ListEditor::SetName(size_t row, std::u16string_view name) {
+    SetText(&GameEntry::name, row, name);
 }
 
-ListResult ListEditor::SetRemark(size_t row, std::u16string_view remark) {
-    return SetText(&GameEntry::remark, row, remark);
+void ListEditor::SetRemark(size_t row, std::u16string_view remark) {
+    SetText(&GameEntry::remark, row, remark);
 }
 
-ListResult ListEditor::Rename(std::vector<RowName> names) {
+void ListEditor::Rename(std::vector<RowName> names) {
     std::erase_if(names, [&](const RowName& name) {
         return name.row >= games_.size() || games_[name.row].name == name.name;
     });
-    if (names.empty()) return {};
-    return history_->Do(SetTexts{&GameEntry::name, std::move(names)}, games_, sort_);
+    if (names.empty()) return;
+    Tell(undo_->Do(SetTexts{&GameEntry::name, std::move(names)}, games_, sort_));
 }
 
 std::optional<size_t> ListEditor::FindPrefix(std::u16string_view prefix, size_t start) const {
@@ -200,16 +206,16 @@ std::vector<uint32_t> ListEditor::RowsWith(std::u16string_view text) const {
 }
 
 bool ListEditor::CanUndo() const {
-    return history_->CanUndo();
+    return undo_->CanUndo();
 }
 bool ListEditor::CanRedo() const {
-    return history_->CanRedo();
+    return undo_->CanRedo();
 }
-ListResult ListEditor::Undo() {
-    return history_->Undo(games_, sort_);
+void ListEditor::Undo() {
+    Tell(undo_->Undo(games_, sort_));
 }
-ListResult ListEditor::Redo() {
-    return history_->Redo(games_, sort_);
+void ListEditor::Redo() {
+    Tell(undo_->Redo(games_, sort_));
 }
 
 }  // namespace bw

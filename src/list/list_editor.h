@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -16,8 +17,16 @@
 namespace bw {
 
 // What a view has to bring up to date, each including the ones before it.
-enum class ListChange : uint8_t { kNothing, kTexts, kChecks, kOrder, kSize };
+enum class ListChange : uint8_t {
+    kNothing,
+    kTitles,  // SortColumn() and SortDescending()
+    kChecks,
+    kTexts,
+    kOrder,
+    kSize
+};
 
+// What came of an operation.
 struct ListResult {
     ListChange change = ListChange::kNothing;
     std::optional<size_t> reveal = {};  // a row to make visible
@@ -43,9 +52,15 @@ struct RowClick {
     bool inCheckSquare = false;
 };
 
+class ListUndo;
+
 class ListEditor {
   public:
-    ListEditor();
+    // The one who brings everything up to date that shows the list. Told once of each operation
+    // that came to anything, after it is done; may call operations itself.
+    using Listener = std::function<void(const ListResult&)>;
+
+    explicit ListEditor(Listener listener = {});
     ~ListEditor();
     ListEditor(const ListEditor&) = delete;
     ListEditor& operator=(const ListEditor&) = delete;
@@ -60,45 +75,50 @@ class ListEditor {
     void SetFindNextRow(size_t row) { findNextRow_ = row; }
 
     // The list that the program starts with: replaces what is there, and is no step.
-    ListResult Restore(GameList games);
+    void Restore(GameList games);
 
-    // At the end; what exceeds kListLimit is dropped only if `limited`. Reveals the last row.
-    ListResult Append(std::vector<GameEntry> entries, bool limited);
+    // At the end; what exceeds kListLimit is dropped only if `limited`. Reveals the list's last
+    // row if `reveal`, even if there was nothing to append.
+    struct Appending {
+        bool limited = true;
+        bool reveal = true;
+    };
+    void Append(std::vector<GameEntry> entries, Appending how);
 
     // The checked rows, at once; the whole list.
-    ListResult Remove();
-    ListResult Clear();
+    void Remove();
+    void Clear();
 
     // The checked rows. Nothing happens if the first one (the last one, downward) is at its end
     // already, even to the others.
-    ListResult MoveUp();
-    ListResult MoveDown();
-    ListResult MoveTop();
-    ListResult MoveBottom();
+    void MoveUp();
+    void MoveDown();
+    void MoveTop();
+    void MoveBottom();
 
     // `shown`: the rows of a filtered view, in rising order; without it all rows.
     using ShownRows = std::optional<std::span<const uint32_t>>;
-    ListResult SelectAll(ShownRows shown = {});
-    ListResult SelectInverse(ShownRows shown = {});
-    ListResult SetChecked(size_t row, bool checked);
+    void SelectAll(ShownRows shown = {});
+    void SelectInverse(ShownRows shown = {});
+    void SetChecked(size_t row, bool checked);
     // With Shift all (shown) rows between FindRow and the clicked one get checked and FindRow
     // stays; with Ctrl alone the row gets checked; with neither, a click in the check square flips
     // the check, and FindRow becomes the row.
-    ListResult Click(size_t row, const RowClick& click, ShownRows shown = {});
+    void Click(size_t row, const RowClick& click, ShownRows shown = {});
 
     // A click on a column's title. The first column does nothing, and neither number of the board
     // columns is a key: the eighth sorts by the remark and the ninth and tenth change the
     // direction's state alone. That is meant; users know it.
-    ListResult Sort(ListColumn column);
+    void Sort(ListColumn column);
     // -1 before the first sort.
     int SortColumn() const { return sort_.column; }
     bool SortDescending() const { return sort_.descending; }
 
     // At most kCellTextLimit 16-bit units are kept.
-    ListResult SetName(size_t row, std::u16string_view name);
-    ListResult SetRemark(size_t row, std::u16string_view remark);
-    // One step of the history. Rows beyond the end are ignored.
-    ListResult Rename(std::vector<RowName> names);
+    void SetName(size_t row, std::u16string_view name);
+    void SetRemark(size_t row, std::u16string_view remark);
+    // One step of the undo. Rows beyond the end are ignored.
+    void Rename(std::vector<RowName> names);
 
     // The first row from `start` on whose name begins with `prefix`, letter case aside.
     std::optional<size_t> FindPrefix(std::u16string_view prefix, size_t start) const;
@@ -109,20 +129,21 @@ class ListEditor {
     // are no steps. Rows that come back have the checks that they had.
     bool CanUndo() const;
     bool CanRedo() const;
-    ListResult Undo();
-    ListResult Redo();
+    void Undo();
+    void Redo();
 
   private:
-    class History;
-    ListResult SetText(std::u16string GameEntry::*field, size_t row, std::u16string_view text);
+    void SetText(std::u16string GameEntry::*field, size_t row, std::u16string_view text);
+    void Tell(const ListResult& result) const;
     // Checks the rows from `first` to `last`; true if that changed any.
     bool CheckBetween(size_t first, size_t last, ShownRows shown);
 
+    Listener listener_;
     GameList games_;
     size_t findRow_ = 0;
     size_t findNextRow_ = 0;
     SortOrder sort_;
-    std::unique_ptr<History> history_;
+    std::unique_ptr<ListUndo> undo_;
 };
 
 }  // namespace bw

@@ -17,8 +17,8 @@ struct ListLoadResult {
     bool overLimit = false;  // the list and the announced entries exceed kListLimit
 };
 
-// True for the keys that a list text has, the widths of the list history's columns among them: what
-// IniFile is to keep of any text, however long.
+// True for the keys that a list text has, the widths of the remembered list's columns among them:
+// what IniFile is to keep of any text, however long.
 bool IsListKey(std::u16string_view section, std::u16string_view key);
 
 // Appends the entries of a list text, up to kListLimit in all. An entry whose file is gone is kept;

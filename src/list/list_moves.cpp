@@ -34,50 +34,50 @@ ReorderRows Unmoved(size_t first, size_t end) {
 
 }  // namespace
 
-ListResult ListEditor::MoveUp() {
+void ListEditor::MoveUp() {
     const Marked marked = FindMarked(games_);
-    if (marked.count == 0 || marked.first == 0) return {};
-    if (marked.count > kMoveLimit) return {.tooMany = true};
+    if (marked.count == 0 || marked.first == 0) return;
+    if (marked.count > kMoveLimit) return Tell({.tooMany = true});
     ReorderRows step = Unmoved(marked.first - 1, marked.last + 1);
     for (size_t i = 1; i < step.from.size(); ++i) {
         if (games_[step.first + i].checked) std::swap(step.from[i - 1], step.from[i]);
     }
-    return history_->Do(std::move(step), games_, sort_);
+    Tell(undo_->Do(std::move(step), games_, sort_));
 }
 
-ListResult ListEditor::MoveDown() {
+void ListEditor::MoveDown() {
     const Marked marked = FindMarked(games_);
-    if (marked.count == 0 || marked.last + 1 == games_.size()) return {};
-    if (marked.count > kMoveLimit) return {.tooMany = true};
+    if (marked.count == 0 || marked.last + 1 == games_.size()) return;
+    if (marked.count > kMoveLimit) return Tell({.tooMany = true});
     ReorderRows step = Unmoved(marked.first, marked.last + 2);
     for (size_t i = step.from.size() - 1; i-- > 0;) {
         if (games_[step.first + i].checked) std::swap(step.from[i], step.from[i + 1]);
     }
-    ListResult result = history_->Do(std::move(step), games_, sort_);
+    ListResult result = undo_->Do(std::move(step), games_, sort_);
     result.reveal = marked.last + 1;
-    return result;
+    Tell(result);
 }
 
-ListResult ListEditor::MoveTop() {
+void ListEditor::MoveTop() {
     const Marked marked = FindMarked(games_);
-    if (marked.count == 0 || marked.first == 0) return {};
-    if (marked.count > kMoveLimit) return {.tooMany = true};
+    if (marked.count == 0 || marked.first == 0) return;
+    if (marked.count > kMoveLimit) return Tell({.tooMany = true});
     ReorderRows step = Unmoved(0, marked.last + 1);
     std::stable_partition(step.from.begin(), step.from.end(),
                           [&](uint32_t row) { return games_[row].checked; });
-    return history_->Do(std::move(step), games_, sort_);
+    Tell(undo_->Do(std::move(step), games_, sort_));
 }
 
-ListResult ListEditor::MoveBottom() {
+void ListEditor::MoveBottom() {
     const Marked marked = FindMarked(games_);
-    if (marked.count == 0 || marked.last + 1 == games_.size()) return {};
-    if (marked.count > kMoveLimit) return {.tooMany = true};
+    if (marked.count == 0 || marked.last + 1 == games_.size()) return;
+    if (marked.count > kMoveLimit) return Tell({.tooMany = true});
     ReorderRows step = Unmoved(marked.first, games_.size());
     std::stable_partition(step.from.begin(), step.from.end(),
                           [&](uint32_t row) { return !games_[step.first + row].checked; });
-    ListResult result = history_->Do(std::move(step), games_, sort_);
+    ListResult result = undo_->Do(std::move(step), games_, sort_);
     result.reveal = games_.size() - 1;
-    return result;
+    Tell(result);
 }
 
 }  // namespace bw

@@ -4,7 +4,7 @@
 
 namespace bw {
 
-ListResult ListEditor::History::Do(ListStep step, GameList& games, SortOrder& sort) {
+ListResult ListUndo::Do(ListStep step, GameList& games, SortOrder& sort) {
     redo_.clear();
     AppliedStep applied = Apply(std::move(step), games, sort);
     undo_.push_back(std::move(applied.inverse));
@@ -12,7 +12,7 @@ ListResult ListEditor::History::Do(ListStep step, GameList& games, SortOrder& so
     return applied.result;
 }
 
-ListResult ListEditor::History::Turn(Steps& from, Steps& to, GameList& games, SortOrder& sort) {
+ListResult ListUndo::Turn(Steps& from, Steps& to, GameList& games, SortOrder& sort) {
     if (from.empty()) return {};
     AppliedStep applied = Apply(std::move(from.back()), games, sort);
     from.pop_back();
@@ -20,11 +20,11 @@ ListResult ListEditor::History::Turn(Steps& from, Steps& to, GameList& games, So
     return applied.result;
 }
 
-ListResult ListEditor::History::Undo(GameList& games, SortOrder& sort) {
+ListResult ListUndo::Undo(GameList& games, SortOrder& sort) {
     return Turn(undo_, redo_, games, sort);
 }
 
-ListResult ListEditor::History::Redo(GameList& games, SortOrder& sort) {
+ListResult ListUndo::Redo(GameList& games, SortOrder& sort) {
     return Turn(redo_, undo_, games, sort);
 }
 

@@ -10,7 +10,7 @@ namespace bw {
 
 inline constexpr size_t kUndoLimit = 100;  // steps
 
-class ListEditor::History {
+class ListUndo {
   public:
     // A new step forgets those that were taken back.
     ListResult Do(ListStep step, GameList& games, SortOrder& sort);

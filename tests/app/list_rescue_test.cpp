@@ -5,7 +5,7 @@
 #include "common/environment_variable.h"
 #include "common/temporary_folder.h"
 #include "list/list_file.h"
-#include "list/list_history.h"
+#include "list/remembered_list.h"
 #include "support/files.h"
 
 namespace bw {
@@ -19,7 +19,7 @@ class ListRescue : public testing::Test {
         GameList list;
         for (size_t i = 0; i < games; ++i)
             list.emplace_back().name = u"Game";
-        const std::string text = StoreListHistory(list, ColumnWidths{}, folder_.Path());
+        const std::string text = StoreRememberedList(list, ColumnWidths{}, folder_.Path());
         store.RegWriteBinary(kHistoryKey, kHistoryValue,
                              std::span(reinterpret_cast<const uint8_t*>(text.data()), text.size()));
         return RescueList(store);

@@ -7,7 +7,7 @@
 #include "common/child_process.h"
 #include "common/temporary_folder.h"
 #include "common/virtual_display.h"
-#include "list/list_history.h"
+#include "list/remembered_list.h"
 #include "settings/settings_store.h"
 #include "support/files.h"
 
@@ -35,7 +35,7 @@ class Program : public testing::Test {
         const auto store = MakeSqliteStore(home_ / "config/settings.sqlite3");
         const auto text = ReadWholeBinary(*store, kHistoryKey, kHistoryValue);
         if (text.empty()) return std::nullopt;
-        return LoadListHistory(text, "/").games.size();
+        return LoadRememberedList(text, "/").games.size();
     }
 
     // Waits until the program has worked off its start, which shows in the settings that it writes.

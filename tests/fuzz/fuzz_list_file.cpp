@@ -1,9 +1,9 @@
-// Any bytes as a list file or as the list history: what is loaded and stored again loads the same,
-// and leaving out of a text what no list has changes nothing.
+// Any bytes as a list file or as the remembered list: what is loaded and stored again loads the
+// same, and leaving out of a text what no list has changes nothing.
 #include <cstdint>
 #include <cstdlib>
 
-#include "list/list_history.h"
+#include "list/remembered_list.h"
 
 namespace {
 
@@ -44,11 +44,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Expect(storedAgain.ToText() == first);
     if (tooMany) return 0;
 
-    const bw::ListHistory history = bw::LoadListHistory({data, size}, kBase);
-    bw::IniFile storedHistory;
-    bw::StoreListEntries(history.games, kBase, storedHistory);
-    Expect(storedHistory.ToText() == first);
-    const std::string whole = bw::StoreListHistory(history.games, history.widths, kBase);
-    Expect(bw::LoadListHistory(Bytes(whole), kBase).widths == history.widths);
+    const bw::RememberedList list = bw::LoadRememberedList({data, size}, kBase);
+    bw::IniFile storedList;
+    bw::StoreListEntries(list.games, kBase, storedList);
+    Expect(storedList.ToText() == first);
+    const std::string whole = bw::StoreRememberedList(list.games, list.widths, kBase);
+    Expect(bw::LoadRememberedList(Bytes(whole), kBase).widths == list.widths);
     return 0;
 }

@@ -25,6 +25,26 @@ GameList Letters(std::string_view letters) {
     return games;
 }
 
+// A list that keeps what it tells.
+class Told : public ListEditor {
+  public:
+    Told() : ListEditor([this](const ListResult& result) { Hear(result); }) {}
+    void Forget() { times_ = 0; }
+    // Of the one operation since the last time.
+    ListResult Take() {
+        EXPECT_LE(times_, 1);
+        return std::exchange(times_, 0) == 0 ? ListResult{} : last_;
+    }
+
+  private:
+    void Hear(const ListResult& result) {
+        last_ = result;
+        ++times_;
+    }
+    ListResult last_;
+    int times_ = 0;
+};
+
 std::string Shown(const ListEditor& list) {
     std::string letters;
     for (const GameEntry& entry : list.Games()) {
@@ -41,7 +61,7 @@ std::string Names(const ListEditor& list) {
     return names;
 }
 
-using Command = ListResult (ListEditor::*)();
+using Command = void (ListEditor::*)();
 constexpr Command kUp = &ListEditor::MoveUp;
 constexpr Command kDown = &ListEditor::MoveDown;
 constexpr Command kTop = &ListEditor::MoveTop;
@@ -78,10 +98,12 @@ TEST(ListEditor, MovesAndRemovalAndTheirWayBack) {
     };
     for (const CommandCase& c : cases) {
         SCOPED_TRACE(c.before);
-        ListEditor list;
+        Told list;
         list.Restore(Letters(c.before));
         EXPECT_FALSE(list.CanUndo());
-        const ListResult result = (list.*c.command)();
+        list.Forget();
+        (list.*c.command)();
+        const ListResult result = list.Take();
         EXPECT_EQ(Shown(list), c.after);
         EXPECT_EQ(result.reveal ? static_cast<int>(*result.reveal) : kNone, c.reveal);
         const bool changed = std::string_view(c.before) != c.after;
@@ -97,16 +119,18 @@ TEST(ListEditor, MovesAndRemovalAndTheirWayBack) {
 
 TEST(ListEditor, AHundredCheckedRowsMoveAndNoMore) {
     for (const Command move : {kUp, kDown, kTop, kBottom}) {
-        ListEditor list;
-        list.Restore(Letters("a" + std::string(100, 'B') + "cd"));
-        EXPECT_FALSE((list.*move)().tooMany);
+        Told list;
+        const auto tooMany = [&](const std::string& letters) {
+            list.Restore(Letters(letters));
+            list.Forget();
+            (list.*move)();
+            return list.Take().tooMany;
+        };
+        EXPECT_FALSE(tooMany("a" + std::string(100, 'B') + "cd"));
         EXPECT_TRUE(list.CanUndo());
-        list.Restore(Letters("a" + std::string(101, 'B') + "cd"));
-        EXPECT_TRUE((list.*move)().tooMany);
+        EXPECT_TRUE(tooMany("a" + std::string(101, 'B') + "cd"));
         EXPECT_FALSE(list.CanUndo());
-        // At its end already it isn't even counted.
-        list.Restore(Letters(std::string(101, 'B')));
-        EXPECT_FALSE((list.*move)().tooMany);
+        EXPECT_FALSE(tooMany(std::string(101, 'B'))) << "at its end already it isn't even counted";
     }
 }
 
@@ -129,7 +153,7 @@ struct SortCase {
 };
 
 TEST(ListEditor, SortsByTheColumnsThatUsersKnow) {
-    ListEditor list;
+    Told list;
     // NES 2.0 in the last one: its PRG count is 256, its mapper 256.
     list.Restore(
         {Row(u"b", u"2", u"z", {2, 3, 0x12}), Row(u"\U0001F3AE", u"10", u"y", {1, 4, 0x40}),
@@ -156,8 +180,13 @@ TEST(ListEditor, SortsByTheColumnsThatUsersKnow) {
     };
     for (const SortCase& c : cases) {
         SCOPED_TRACE(static_cast<int>(c.column));
+        const std::string before = Names(list);
+        list.Forget();
         list.Sort(c.column);
+        const ListChange told = list.Take().change;
         EXPECT_EQ(Names(list), c.after);
+        EXPECT_EQ(told == ListChange::kOrder, before != c.after);
+        EXPECT_EQ(told == ListChange::kNothing, c.column == ListColumn::kNumber);
         EXPECT_EQ(list.SortDescending(), c.descending);
         EXPECT_EQ(list.SortColumn(), c.column == ListColumn::kNumber ? -1 : int(c.column));
     }
@@ -216,16 +245,17 @@ TEST(ListEditor, ClicksCheckAndMoveTheAnchor) {
     };
     for (const ClickCase& c : cases) {
         SCOPED_TRACE(c.after);
-        ListEditor list;
+        Told list;
         list.Restore(Letters("aBcde"));
+        list.Forget();
         list.SetFindRow(c.findRow);
         const auto shown = c.shown.empty() ? ListEditor::ShownRows{} : std::span(c.shown);
-        const ListResult result = list.Click(c.row, c.click, shown);
+        list.Click(c.row, c.click, shown);
         EXPECT_EQ(Shown(list), c.after);
-        EXPECT_EQ(result.change != ListChange::kNothing, Shown(list) != "aBcde");
+        EXPECT_EQ(list.Take().change == ListChange::kChecks, Shown(list) != "aBcde");
         EXPECT_EQ(list.FindRow(), c.newFindRow);
     }
-    ListEditor list;
+    Told list;
     list.Restore(Letters("aBcd"));
     const std::vector<uint32_t> shown{1, 3, 9};
     list.SelectAll(shown);
@@ -234,19 +264,23 @@ TEST(ListEditor, ClicksCheckAndMoveTheAnchor) {
     EXPECT_EQ(Shown(list), "abcd");
     list.SelectInverse();
     EXPECT_EQ(Shown(list), "ABCD");
-    EXPECT_EQ(list.SelectAll().change, ListChange::kNothing);
+    list.Forget();
+    list.SelectAll();
+    EXPECT_EQ(list.Take().change, ListChange::kNothing);
     EXPECT_FALSE(list.CanUndo());
 }
 
 TEST(ListEditor, TextsAndTheirLimit) {
-    ListEditor list;
+    Told list;
     list.Restore(Letters("abc"));
-    EXPECT_EQ(list.SetName(3, u"x").change, ListChange::kNothing);
+    list.Forget();
+    list.SetName(3, u"x");
+    EXPECT_EQ(list.Take().change, ListChange::kNothing);
     list.SetName(0, std::u16string(300, u'x'));
     EXPECT_EQ(list.Games()[0].name.size(), 260u);
     list.SetRemark(1, std::u16string(259, u'x') + u"\U0001F3AE");
     EXPECT_EQ(list.Games()[1].remark, std::u16string(259, u'x')) << "no half of a pair";
-    EXPECT_EQ(list.SetRemark(1, list.Games()[1].remark).change, ListChange::kNothing);
+    list.SetRemark(1, list.Games()[1].remark);
 
     list.Rename({{7, u"gone"}, {1, u"b"}, {2, u"first"}, {2, u"second"}});
     EXPECT_EQ(list.Games()[2].name, u"second");
@@ -260,13 +294,19 @@ TEST(ListEditor, TextsAndTheirLimit) {
 }
 
 TEST(ListEditor, AppendingEndsAtTheLimitIfAsked) {
-    ListEditor list;
+    Told list;
     list.Restore(GameList(kListLimit - 1));
-    EXPECT_EQ(list.Append(Letters("ab"), true).reveal, kListLimit - 1);
+    list.Forget();
+    const auto appended = [&](std::string_view letters, ListEditor::Appending how) {
+        list.Append(Letters(letters), how);
+        return list.Take();
+    };
+    EXPECT_EQ(appended("ab", {}).reveal, kListLimit - 1);
     EXPECT_EQ(list.Games().size(), kListLimit);
-    EXPECT_EQ(list.Append(Letters("c"), true).change, ListChange::kNothing);
-    EXPECT_EQ(list.Append(Letters("c"), false).change, ListChange::kSize);
-    list.Append(Letters("d"), true);
+    const ListResult none = appended("c", {});
+    EXPECT_TRUE(none.change == ListChange::kNothing && none.reveal) << "the end shows all the same";
+    const ListResult beyond = appended("c", {.limited = false, .reveal = false});
+    EXPECT_TRUE(beyond.change == ListChange::kSize && !beyond.reveal);
     EXPECT_EQ(list.Games().size(), kListLimit + 1);
     list.Undo();
     list.Undo();
@@ -276,45 +316,43 @@ TEST(ListEditor, AppendingEndsAtTheLimitIfAsked) {
 // Any commands, taken back and done again, meet the same lists.
 TEST(ListEditor, TheWayBackMeetsEveryListAgain) {
     std::mt19937 random(20);
-    ListEditor list;
+    Told list;
     std::vector<std::string> seen{Names(list)};
-    const auto note = [&](ListResult result) {
-        if (result.change > ListChange::kChecks || result.change == ListChange::kTexts) {
-            seen.push_back(Names(list));
-        }
-    };
     for (int i = 0; i < 2000; ++i) {
         const size_t row = random() % 12;
         list.SetChecked(row, random() % 3 == 0);
+        list.Forget();
         switch (random() % 8) {
             case 0:
-                note(list.Append(Letters("qXwEr"), true));
+                list.Append(Letters("qXwEr"), {});
                 break;
             case 1:
-                note(list.Remove());
+                list.Remove();
                 break;
             case 2:
-                note(list.Sort(ListColumn(random() % 12)));
+                list.Sort(ListColumn(random() % 12));
                 break;
             case 3:
-                note(list.SetName(row, ToWide(std::to_string(i))));
+                list.SetName(row, ToWide(std::to_string(i)));
                 break;
             case 4:
-                note(list.MoveUp());
+                list.MoveUp();
                 break;
             case 5:
-                note(list.MoveBottom());
+                list.MoveBottom();
                 break;
             case 6:
-                note(random() % 20 == 0 ? list.Clear() : list.MoveDown());
+                random() % 20 == 0 ? list.Clear() : list.MoveDown();
                 break;
             case 7:
                 if (list.CanUndo()) {
                     list.Undo();
+                    list.Forget();
                     seen.pop_back();
                     ASSERT_EQ(Names(list), seen.back()) << i;
                 }
         }
+        if (list.Take().change > ListChange::kChecks) seen.push_back(Names(list));
     }
     const std::string last = Names(list);
     size_t steps = 0;

@@ -1,6 +1,6 @@
 #include "user_home.h"
 
-#include "list/list_history.h"
+#include "list/remembered_list.h"
 #include "support/text.h"
 
 namespace bw::test {
@@ -34,7 +34,7 @@ void UserHome::RememberNames(const std::vector<std::string>& names) const {
         game.name = ToWide(name);
         games.push_back(std::move(game));
     }
-    Remember(StoreListHistory(games, ColumnWidths{}, folder_.Path()));
+    Remember(StoreRememberedList(games, ColumnWidths{}, folder_.Path()));
 }
 
 std::vector<uint8_t> UserHome::History() const {
@@ -43,7 +43,7 @@ std::vector<uint8_t> UserHome::History() const {
 
 std::vector<std::string> UserHome::RememberedNames() const {
     std::vector<std::string> names;
-    for (const GameEntry& game : LoadListHistory(History(), folder_.Path()).games)
+    for (const GameEntry& game : LoadRememberedList(History(), folder_.Path()).games)
         names.push_back(ToUtf8(game.name));
     return names;
 }

@@ -109,7 +109,7 @@ class Building : public test::TasksFixture {
             GameList game(1, GameEntry(folder_ / name));
             game.front().path = ToWide(name);  // as the window keeps it: below the program's folder
             game.front().checked = true;
-            host_.editor.Append(std::move(game), true);
+            host_.editor.Append(std::move(game), {});
         }
     }
     std::string CommandLineRom() {

@@ -27,9 +27,10 @@ using testing::ElementsAre;
 // In a window of its own, as in the program: beside the list there is something else to click on.
 struct ListWindow {
     explicit ListWindow(int rows, Language language = Language::kEnglish)
-        : view(Filled(editor, rows), "/base", language) {
+        : view(editor, "/base", language) {
         QObject::connect(&view, &GameListView::EditEnded, &view, [this] { view.StoreEdit(); });
-        QObject::connect(&view, &GameListView::ListChanged, &view, [this] { ++changes; });
+        editor.Restore(Games(rows));
+        changes = 0;
         layout.addWidget(&view);
         layout.addWidget(&elsewhere);
         window.resize(1300, 300);
@@ -40,7 +41,7 @@ struct ListWindow {
     }
 
     // Game 0, Game 1, ...; the mapper falls as the row rises.
-    static ListEditor& Filled(ListEditor& editor, int rows) {
+    static GameList Games(int rows) {
         GameList games(static_cast<size_t>(rows));
         for (int row = 0; row < rows; ++row) {
             GameEntry& entry = games[static_cast<size_t>(row)];
@@ -50,8 +51,7 @@ struct ListWindow {
             entry.header.bytes[4] = 1;
             entry.header.bytes[6] = static_cast<uint8_t>((15 - row % 16) << 4);
         }
-        editor.Restore(std::move(games));
-        return editor;
+        return games;
     }
 
     QPoint Place(int row, ListColumn column) { return table.CellRect(row, column).center(); }
@@ -86,7 +86,10 @@ struct ListWindow {
 
     QWidget window;
     QVBoxLayout layout{&window};
-    ListEditor editor;
+    ListEditor editor{[this](const ListResult& result) {
+        view.Apply(result);
+        ++changes;
+    }};
     GameListView view;
     QLabel elsewhere;
     GameTable& table = Find<GameTable>("gameTable");
@@ -202,13 +205,13 @@ TEST(ListView, EditingFollowsItsRow) {
     // Rows that move under it end it.
     list.cell.setText(QStringLiteral("new"));
     list.editor.SetChecked(3, true);
-    list.view.Apply(list.editor.MoveTop());
+    list.editor.MoveTop();
     EXPECT_FALSE(list.view.EditActive());
     EXPECT_EQ(list.editor.Games()[0].name, u"new");
     EXPECT_EQ(list.editor.Games()[3].name, u"Game 2");
 
     list.view.EditSelected(ListColumn::kName);
-    list.view.Apply(list.editor.Clear());
+    list.editor.Clear();
     EXPECT_FALSE(list.view.EditActive());
     EXPECT_FALSE(list.cell.isVisible());
 }
@@ -261,7 +264,7 @@ TEST(ListView, FilterKeepsNumbersAndSelection) {
               QStringLiteral("显示 11 项，共 120 项；生成时也包含隐藏的游戏"));
     EXPECT_EQ(list.view.ShownRows()->size(), 11U);
     // What leaves the filter's words leaves the view.
-    list.view.Apply(list.editor.SetName(11, u"Other"));
+    list.editor.SetName(11, u"Other");
     EXPECT_EQ(list.table.model()->rowCount(), 10);
     // A row that was found shows.
     list.editor.SetFindRow(50);
@@ -318,7 +321,7 @@ TEST(ListView, CellsTellMoreThanTheyShow) {
     QAbstractItemModel& model = *list.table.model();
     EXPECT_TRUE(model.setData(model.index(2, 0), Qt::Checked, Qt::CheckStateRole));
     EXPECT_THAT(list.Checked(), ElementsAre(1, 2));
-    EXPECT_EQ(list.changes, 2);
+    EXPECT_EQ(list.changes, 3);
     EXPECT_EQ(model.index(2, 0).data(Qt::AccessibleTextRole), QStringLiteral("Number: 3, checked"));
 }
 
@@ -401,13 +404,13 @@ TEST(ListView, FullListsKeepTheirPlace) {
     QSignalSpy resets(list.table.model(), &QAbstractItemModel::modelReset);
     QScrollBar& bar = *list.table.verticalScrollBar();
     bar.setValue(54321);
-    list.view.Apply(list.editor.Sort(ListColumn::kMapper));
-    list.view.Apply(list.editor.SelectAll());
+    list.editor.Sort(ListColumn::kMapper);
+    list.editor.SelectAll();
     RunEvents();
     EXPECT_EQ(bar.value(), 54321);
-    list.view.Apply(list.editor.Clear());
+    list.editor.Clear();
     EXPECT_EQ(list.table.model()->rowCount(), 0);
-    list.view.Apply(list.editor.Undo());
+    list.editor.Undo();
     list.view.Apply({ListChange::kNothing, kListLimit - 1});
     EXPECT_EQ(bar.value(), bar.maximum());
     EXPECT_EQ(resets.size(), 0);

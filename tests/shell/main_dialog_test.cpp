@@ -4,14 +4,17 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <algorithm>
+#include <set>
 
 #include "language/language_table.h"
 #include "list/search/name_search.h"
 #include "shell/framework/messages.h"
 #include "shell/list/game_list_view.h"
+#include "shell/main/button_column.h"
 #include "shell/main/menu_rows.h"
 #include "shell/main/placement.h"
 #include "shell/main_window.h"
+#include "shell/qt_testing.h"
 
 namespace bw {
 namespace {
@@ -111,27 +114,78 @@ TEST_F(MainDialog, CommandsOnTheListAreRefusedWhileATaskHasIt) {
     EXPECT_EQ(StatusText(), "Selected: 2 item(s) All: 2 item(s)");
 }
 
-TEST_F(MainDialog, EveryEntryOfTheMenuHasAHandler) {
+TEST_F(MainDialog, EveryCommandThatIsSentHasOneHandler) {
     Start();
+    std::set<int> sent{kCommandStopTask};
+    for (size_t i = 0; i < ButtonColumn::kButtons; ++i)
+        sent.insert(ButtonColumn::CommandOf(i));
     for (const MenuRow& row : MainMenuRows()) {
-        if (row.id == 0 || row.id == kCommandExit) continue;
-        SCOPED_TRACE(row.id);
-        QAction& entry = Entry(row.id);
-        if (row.kind == MenuRowKind::kLater) {
-            EXPECT_FALSE(entry.isEnabled());
-            EXPECT_FALSE(entry.toolTip().isEmpty());
-            continue;
+        if (row.kind != MenuRowKind::kLater) {
+            sent.insert(row.id);
+        } else {
+            EXPECT_EQ(window->CountHandlers(kMessageCommand, row.id), 0U);
+            EXPECT_TRUE(!Entry(row.id).isEnabled() && !Entry(row.id).toolTip().isEmpty());
         }
-        // Dialogs that open are closed again by their close boxes.
-        QTimer closer;
-        QObject::connect(&closer, &QTimer::timeout, [] {
-            if (QWidget* dialog = QApplication::activeModalWidget()) dialog->close();
-        });
-        closer.start(5);
-        EXPECT_EQ(window->Send(kMessageCommand, row.id), 1);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !Busy(); }));
     }
-    EXPECT_EQ(window->Send(kMessageCommand, 40999), 0);
+    sent.erase(0);  // popups and the lines between entries
+    for (const int id : sent)
+        EXPECT_EQ(window->CountHandlers(kMessageCommand, id), 1U) << id;
+}
+
+TEST_F(MainDialog, CommandsThatAskOpenWhatTheyAreNamedAfter) {
+    Start(Images(1));
+    Send(kCommandSelectAll);
+    struct Question {
+        int id;
+        const char* asked;
+    };
+    for (const auto& [id, asked] : {Question{kCommandOpen, "images"},
+                                    {kCommandLoad, "list to load"},
+                                    {kCommandSave, "list to save"},
+                                    {kCommandBuildCoolboy, "output"},
+                                    {kCommandExportInfo, "folder"}}) {
+        dialogs.asked.clear();
+        Send(id);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !dialogs.asked.empty() && !Busy(); })) << asked;
+        EXPECT_EQ(dialogs.asked, std::vector<std::string>{asked});
+    }
+    struct Dialog {
+        int id;
+        int control;  // that no other one has
+    };
+    for (const auto& [id, control] : {Dialog{kCommandAbout, 1031},
+                                      {kCommandExportSettings, 1084},
+                                      {kCommandExternMenuConfig, 1092}}) {
+        WhenModal([control = control](QWidget& dialog) {
+            EXPECT_TRUE(dialog.findChild<QWidget*>(QStringLiteral("control_%1").arg(control)));
+            dialog.close();
+        });
+        Send(id);
+    }
+    dialogs.told.clear();
+    Send(kCommandRomInfo);
+    EXPECT_EQ(dialogs.told.at(0).text, LoadText(TextId::kSupportedMappers, Language::kEnglish));
+}
+
+TEST_F(MainDialog, ABuildTakesTheStoredDesign) {
+    const auto stored = [this](const char* name, uint8_t first, size_t size) {
+        std::string table(size, static_cast<char>(first));
+        for (size_t i = 0; i < size; i += 3)
+            table[i] = static_cast<char>(first + i % 16);
+        store->RegWriteBinary(kDesignKey, name, {reinterpret_cast<uint8_t*>(table.data()), size});
+        return table;
+    };
+    const std::string palettes = stored("BkgPalette", 0x10, 16) + stored("SpritePalette", 0x20, 16);
+    const std::string attributes = stored("Attributes", 0x80, 64);
+    Store("CustomEnable", 8);
+    Start(Images(1));
+    Send(kCommandSelectAll);
+    dialogs.output = OutputChoice{folder / "design", RomFormat::kNes20};
+    Send(kCommandBuildCoolgirl);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !Busy(); }, 60'000));
+    const std::string rom = test::ReadText(folder / "design.nes");
+    EXPECT_NE(rom.find(palettes), std::string::npos);
+    EXPECT_NE(rom.find(attributes), std::string::npos);
 }
 
 void AddTexts(const QMenu& menu, QStringList& texts) {

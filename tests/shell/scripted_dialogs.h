@@ -22,8 +22,9 @@ class ScriptedDialogs : public UserDialogs {
         MessageButtons buttons;
     };
 
-    // What was told, and the folders that questions for files started at, both in order.
+    // What was told and asked for, and the folders that the questions started at, all in order.
     std::vector<Told> told;
+    std::vector<std::string> asked;
     std::vector<std::filesystem::path> starts;
     std::vector<std::filesystem::path> shown;  // in the file manager
 
@@ -48,30 +49,31 @@ class ScriptedDialogs : public UserDialogs {
         return answer;
     }
     std::vector<std::filesystem::path> AskImages(const std::filesystem::path& start) override {
-        return Asked(start, images);
+        return Asked("images", start, images);
     }
     std::optional<std::filesystem::path> AskListToLoad(
         const std::filesystem::path& start) override {
-        return Asked(start, listToLoad);
+        return Asked("list to load", start, listToLoad);
     }
     std::optional<std::filesystem::path> AskListToSave(
         const std::filesystem::path& start) override {
-        return Asked(start, listToSave);
+        return Asked("list to save", start, listToSave);
     }
     std::optional<std::filesystem::path> AskMenuFile(const std::filesystem::path& start) override {
-        return Asked(start, menuFile);
+        return Asked("menu", start, menuFile);
     }
     std::optional<OutputChoice> AskOutput(const std::filesystem::path& start) override {
-        return Asked(start, output);
+        return Asked("output", start, output);
     }
     std::optional<std::filesystem::path> AskFolder(const std::filesystem::path& start) override {
-        return Asked(start, folder);
+        return Asked("folder", start, folder);
     }
     void ShowInFileManager(const std::filesystem::path& path) override { shown.push_back(path); }
 
   private:
     template <typename Answer>
-    Answer Asked(const std::filesystem::path& start, const Answer& answer) {
+    Answer Asked(const char* what, const std::filesystem::path& start, const Answer& answer) {
+        asked.emplace_back(what);
         starts.push_back(start);
         if (meanwhile) meanwhile();
         return answer;

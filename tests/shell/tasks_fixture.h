@@ -26,18 +26,19 @@ class FakeHost : public ListHost {
 
     ListEditor& Editor() override { return editor; }
     SettingsStore& Store() override { return *store; }
+    const DesignStore& Design() override { return design; }
     ScriptedDialogs& Dialogs() override { return dialogs; }
     BackgroundTasks& Tasks() override { return *tasks; }
     Language CurrentLanguage() const override { return Language::kEnglish; }
     const std::filesystem::path& Base() const override { return base_; }
-    void Apply(const ListResult& result) override { applied.push_back(result); }
     void ShowFound(bool hit) override { found = hit; }
     void SetColumnWidths(const ColumnWidths& given) override { widths = given; }
     void Tell(std::u16string_view line) override { told = ToUtf8(line); }
     void ShowSearchProblem(std::u16string_view text) override { problem = ToUtf8(text); }
 
-    ListEditor editor;
+    ListEditor editor{[this](const ListResult& result) { applied.push_back(result); }};
     std::unique_ptr<SettingsStore> store = MakeMemoryStore();
+    DesignStore design;
     ScriptedDialogs dialogs;
     UiQueue queue;
     std::vector<ListResult> applied;
@@ -78,7 +79,7 @@ class TasksFixture : public testing::Test {
             games.back().name = name;
             games.back().checked = checked;
         }
-        host_.editor.Append(std::move(games), false);
+        host_.editor.Append(std::move(games), {.limited = false});
     }
     void AddMany(size_t count) { AddNames(std::vector<std::u16string>(count, u"game")); }
     std::vector<std::string> Names() const {

@@ -227,15 +227,15 @@ TEST_F(Tasks, TheListComesBackWithItsWidths) {
     ColumnWidths widths{};
     widths[1] = 300;
     AddNames({u"one", u"two"});
-    ASSERT_TRUE(ListFiles(host_).SaveHistory(widths));
+    ASSERT_TRUE(ListFiles(host_).SaveRemembered(widths));
 
     test::FakeHost next(folder_.Path());
     next.store = std::move(host_.store);
     ListFiles files(next);
-    files.LoadHistory();
+    files.LoadRemembered();
     files.Add({Image("named.nes")});
     // An end before the list is there must not store that there is none.
-    EXPECT_TRUE(files.SaveHistory({}));
+    EXPECT_TRUE(files.SaveRemembered({}));
     ASSERT_TRUE(Until([&] { return next.editor.Games().size() == 3; }));
     EXPECT_EQ(next.editor.Games()[2].name, u"named");
     EXPECT_EQ(next.widths, widths);
@@ -246,7 +246,7 @@ TEST_F(Tasks, AnyHistoryIsSurvived) {
     host_.store->RegWriteBinary(kHistoryKey, "Data",
                                 {reinterpret_cast<const uint8_t*>(text.data()), text.size()});
     ListFiles files(host_);
-    files.LoadHistory();
+    files.LoadRemembered();
     Finish();
     EXPECT_THAT(Messages(), ElementsAre(kOverLimit));
     EXPECT_EQ(host_.editor.Games().size(), kListLimit);

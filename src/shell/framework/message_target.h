@@ -3,6 +3,7 @@
 // window sends it a message: a button, a menu entry, a key, a stored setting, a test.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <span>
@@ -26,6 +27,10 @@ struct MessageEntry {
     MessageHandler handler;
     int message;
     int id = 0;  // of the control or menu entry, for kMessageCommand
+
+    bool Means(int sent, MessageParam wParam) const {
+        return message == sent && (message != kMessageCommand || id == (wParam & 0xFFFF));
+    }
 };
 
 struct MessageTable {
@@ -62,14 +67,22 @@ class MessageTarget {
     MessageResult Send(int message, MessageParam wParam = 0, MessageParam lParam = 0) {
         for (const MessageTable* table = &Table(); table != nullptr; table = table->base) {
             for (const MessageEntry& entry : table->entries) {
-                const bool meant = entry.message == message &&
-                                   (message != kMessageCommand || entry.id == (wParam & 0xFFFF));
-                if (!meant) continue;
+                if (!entry.Means(message, wParam)) continue;
                 const MessageResult result = entry.handler(*this, wParam, lParam);
                 if (result != 0) return result;
             }
         }
         return 0;
+    }
+
+    // How many entries of the tables the message may come to.
+    size_t CountHandlers(int message, MessageParam wParam = 0) const {
+        size_t count = 0;
+        for (const MessageTable* table = &Table(); table != nullptr; table = table->base) {
+            for (const MessageEntry& entry : table->entries)
+                count += entry.Means(message, wParam) ? 1 : 0;
+        }
+        return count;
     }
 
   protected:

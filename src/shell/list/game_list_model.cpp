@@ -44,7 +44,7 @@ ListEditor::ShownRows GameListModel::ShownRows() const {
 
 void GameListModel::Refresh(ListChange change) {
     if (change == ListChange::kNothing) return;
-    if (!filter_.empty()) shown_ = editor_.RowsWith(filter_);
+    if (change >= ListChange::kTexts && !filter_.empty()) shown_ = editor_.RowsWith(filter_);
     FitCount();
     TellChanged();
 }
@@ -145,12 +145,9 @@ Qt::ItemFlags GameListModel::flags(const QModelIndex& index) const {
 
 bool GameListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
     if (role != Qt::CheckStateRole || !(flags(index) & Qt::ItemIsUserCheckable)) return false;
-    const bool checked = value.toInt() != Qt::Unchecked;
-    if (editor_.SetChecked(ListRow(index.row()), checked).change == ListChange::kNothing) {
-        return false;
-    }
-    TellChanged();
-    emit CheckedFromOutside();
+    const size_t row = ListRow(index.row());
+    if (row >= editor_.Games().size()) return false;
+    editor_.SetChecked(row, value.toInt() != Qt::Unchecked);
     return true;
 }
 

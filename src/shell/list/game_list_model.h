@@ -44,11 +44,8 @@ class GameListModel : public QAbstractTableModel {
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
-    // The check of a row, for assistive programs; emits CheckedFromOutside.
+    // The check of a row, for assistive programs.
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
-
-  signals:
-    void CheckedFromOutside();
 
   private:
     void FitCount();

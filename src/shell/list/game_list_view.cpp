@@ -42,7 +42,6 @@ class GameListView::Parts {
     void SetLanguage(Language language);
     void ShowState();
     void Filter(const QString& text);
-    void Sort(ListColumn column);
     void BeginEdit(int viewRow, ListColumn column);
     void PlaceEditor();
     void FollowEdit(ListChange change);
@@ -64,13 +63,10 @@ class GameListView::Parts {
 };
 
 void GameListView::Parts::Connect() {
-    QObject::connect(&input_, &ListInput::ChecksChanged, &view_, &GameListView::ListChanged);
-    QObject::connect(&model_, &GameListModel::CheckedFromOutside, &view_,
-                     &GameListView::ListChanged);
     QObject::connect(&input_, &ListInput::EditWanted, &view_,
                      [this](int row, ListColumn column) { BeginEdit(row, column); });
     QObject::connect(&input_, &ListInput::SortWanted, &view_,
-                     [this](ListColumn column) { Sort(column); });
+                     [this](ListColumn column) { editor_.Sort(column); });
     QObject::connect(&input_, &ListInput::FolderWanted, &view_,
                      [this](int row, bool select) { TellFolder(row, select); });
     QObject::connect(&input_, &ListInput::ContextMenuWanted, &view_,
@@ -80,7 +76,7 @@ void GameListView::Parts::Connect() {
     // The second of two quick clicks counts like any other.
     for (const auto click : {&QHeaderView::sectionClicked, &QHeaderView::sectionDoubleClicked}) {
         QObject::connect(table_.horizontalHeader(), click, &view_,
-                         [this](int column) { Sort(static_cast<ListColumn>(column)); });
+                         [this](int column) { editor_.Sort(static_cast<ListColumn>(column)); });
     }
     QObject::connect(&filter_, &FilterBar::Changed, &view_,
                      [this](const QString& text) { Filter(text); });
@@ -120,11 +116,6 @@ void GameListView::Parts::Filter(const QString& text) {
     }
     PlaceEditor();
     ShowState();
-}
-
-void GameListView::Parts::Sort(ListColumn column) {
-    view_.Apply(editor_.Sort(column));
-    emit view_.ListChanged();
 }
 
 void GameListView::Parts::BeginEdit(int viewRow, ListColumn column) {
@@ -258,11 +249,11 @@ void GameListView::StoreEdit() {
     parts.editActive_ = false;
     parts.cell_.Close();
     const std::u16string text = FromQt(parts.cell_.text());
-    const ListResult result = parts.editColumn_ == kEditRemark
-                                  ? parts.editor_.SetRemark(parts.editRow_, text)
-                                  : parts.editor_.SetName(parts.editRow_, text);
-    Apply(result);
-    if (result.change != ListChange::kNothing) emit ListChanged();
+    if (parts.editColumn_ == kEditRemark) {
+        parts.editor_.SetRemark(parts.editRow_, text);
+    } else {
+        parts.editor_.SetName(parts.editRow_, text);
+    }
 }
 
 void GameListView::EditSelected(ListColumn column) {

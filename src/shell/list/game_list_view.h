@@ -1,5 +1,6 @@
 // The list of games as the user sees it: twelve columns, check squares, in-place editing, a filter
-// box. It shows a ListEditor's list without a copy and turns mouse and keys into its operations.
+// box. It shows a ListEditor's list without a copy and turns mouse and keys into its operations;
+// what came of them it hears from the editor's listener.
 #pragma once
 
 #include <QWidget>
@@ -9,7 +10,7 @@
 
 #include "language/language.h"
 #include "list/list_editor.h"
-#include "list/list_history.h"
+#include "list/remembered_list.h"
 
 namespace bw {
 
@@ -23,7 +24,7 @@ class GameListView : public QWidget {
 
     void SetLanguage(Language language);
 
-    // Brings the view up to date after an operation of the editor that somebody else has called.
+    // Brings the view up to date after an operation of the editor, whoever called it.
     void Apply(const ListResult& result);
 
     // Qt's logical pixels, which are alike on screens of any density. 0 keeps a column as it is,
@@ -51,8 +52,6 @@ class GameListView : public QWidget {
     void EditSelected(ListColumn column);
 
   signals:
-    // Something was changed from within the view: a click, a sort, a text.
-    void ListChanged();
     void EditEnded();
     // A double click on a path: the file's folder is to be shown, or (`select`) the file in it.
     // `file` is absolute.

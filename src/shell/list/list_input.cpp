@@ -70,11 +70,8 @@ bool ListInput::OnMouse(const QMouseEvent& mouse) {
 
 void ListInput::Click(int viewRow, const RowClick& click) {
     typed_.clear();
-    const ListResult result = editor_.Click(model_.ListRow(viewRow), click, model_.ShownRows());
+    editor_.Click(model_.ListRow(viewRow), click, model_.ShownRows());
     table_.SelectRow(viewRow);
-    if (result.change == ListChange::kNothing) return;
-    table_.viewport()->update();
-    emit ChecksChanged();
 }
 
 void ListInput::DoubleClick(int viewRow, const QPoint& place, bool ctrl) {

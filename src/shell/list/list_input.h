@@ -25,8 +25,6 @@ class ListInput : public QObject {
     ListInput(GameTable& table, GameListModel& model, ListEditor& editor);
 
   signals:
-    // Checks have changed; the table shows them already.
-    void ChecksChanged();
     void EditWanted(int viewRow, bw::ListColumn column);
     void SortWanted(bw::ListColumn column);
     void FolderWanted(int viewRow, bool select);

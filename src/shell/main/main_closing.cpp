@@ -74,7 +74,7 @@ void CMainDialog::Parts::CloseDialogs() {
 bool CMainDialog::Parts::TasksEnded(int closeCode) {
     if (!tasks.AnyRunning()) return true;
     // Nobody would miss the reading of the remembered list; it stays stored.
-    if (!historyPending && !closing) {
+    if (!rememberedPending && !closing) {
         const std::u16string question = LoadText(TextId::kStopTaskAndExit, CurrentLanguage());
         const int answer = Dialogs().Message(
             question, LoadText(TextId::kTipsTitle, CurrentLanguage()), MessageButtons::kYesNo);
@@ -91,7 +91,7 @@ bool CMainDialog::Parts::TasksEnded(int closeCode) {
 
 bool CMainDialog::Parts::KeepList() {
     const Language language = CurrentLanguage();
-    while (!files.SaveHistory(view.Widths()) || (services.listKept && !services.listKept())) {
+    while (!files.SaveRemembered(view.Widths()) || (services.listKept && !services.listKept())) {
         const std::u16string question = LoadText(TextId::kListNotStored, language);
         const int answer = Dialogs().Message(question, LoadText(TextId::kErrorTitle, language),
                                              MessageButtons::kYesNo);
@@ -108,7 +108,7 @@ bool CMainDialog::Parts::KeepList() {
 
 void CMainDialog::StoreAll() {
     if (parts_->view.EditActive()) Send(kMessageEndEdit);
-    parts_->files.SaveHistory(parts_->view.Widths());
+    parts_->files.SaveRemembered(parts_->view.Widths());
     StorePlacement(parts_->services.store, *this);
 }
 

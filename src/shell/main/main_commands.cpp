@@ -1,4 +1,4 @@
-// What the main window's commands do.
+// The main window's commands: what each id does.
 #include "settings/setting_names.h"
 #include "shell/dialogs/about_dialog.h"
 #include "shell/dialogs/export_settings_dialog.h"
@@ -10,10 +10,6 @@
 namespace bw {
 namespace {
 
-int CommandOf(MessageParam wParam) {
-    return static_cast<int>(wParam & 0xFFFF);
-}
-
 const FindRecord& RecordOf(MessageParam lParam) {
     // Messages carry addresses as numbers.
     return *reinterpret_cast<const FindRecord*>(lParam);  // NOLINT(performance-no-int-to-ptr)
@@ -21,139 +17,128 @@ const FindRecord& RecordOf(MessageParam lParam) {
 
 }  // namespace
 
-MessageResult CMainDialog::OnListCommand(MessageParam wParam, MessageParam) {
-    const int command = CommandOf(wParam);
-    ListEditor& editor = parts_->editor;
-    if (command == kCommandClear) {
-        // Works while a task runs: tasks have their own copy of what they need.
-        if (editor.Games().empty()) return 1;
-        const int answer = parts_->Dialogs().Message(
-            LoadText(TextId::kConfirmEmptying, UiLanguage()),
-            LoadText(TextId::kTipsTitle, UiLanguage()), MessageButtons::kYesNo);
-        if (answer == kEndYes) parts_->Apply(editor.Clear());
-        return 1;
+// Each gets the inside of the window that the command was sent to.
+struct CMainDialog::Commands {
+    // Works while a task runs: tasks have their own copy of what they need.
+    static void Clear(Parts& parts) {
+        if (parts.editor.Games().empty()) return;
+        const Language language = parts.CurrentLanguage();
+        const int answer =
+            parts.Dialogs().Message(LoadText(TextId::kConfirmEmptying, language),
+                                    LoadText(TextId::kTipsTitle, language), MessageButtons::kYesNo);
+        if (answer == kEndYes) parts.editor.Clear();
     }
-    if (RefusesWhileBusy(*parts_)) return 1;
-    // The editor's row is about to move.
-    if (parts_->view.EditActive()) Send(kMessageEndEdit);
-    const auto run = [&]() -> ListResult {
-        switch (command) {
-            case kCommandMoveUp:
-                return editor.MoveUp();
-            case kCommandMoveDown:
-                return editor.MoveDown();
-            case kCommandMoveTop:
-                return editor.MoveTop();
-            case kCommandMoveBottom:
-                return editor.MoveBottom();
-            case kCommandSelectAll:
-                return editor.SelectAll(parts_->view.ShownRows());
-            case kCommandSelectInverse:
-                return editor.SelectInverse(parts_->view.ShownRows());
-            case kCommandRemove:
-                return editor.Remove();
-            case kCommandUndo:
-                return editor.Undo();
-            default:
-                return editor.Redo();
+
+    static void FindReplace(Parts& parts) {
+        if (parts.rename == nullptr || !parts.rename->IsOpen()) {
+            parts.rename = std::make_unique<CRenameDialog>(parts.Store(), parts.window,
+                                                           parts.CurrentLanguage(), &parts.window);
         }
+        parts.rename->ShowModeless();
+    }
+    static void ExportSettings(Parts& parts) {
+        CExportSettingsDialog(parts.Store(), parts.CurrentLanguage(), &parts.window).DoModal();
+    }
+    static void ExternMenuConfig(Parts& parts) {
+        CExtrenMenuDialog(parts.Store(), parts.Dialogs(), parts.CurrentLanguage(), &parts.window)
+            .DoModal();
+    }
+    static void RomInfo(Parts& parts) {
+        const Language language = parts.CurrentLanguage();
+        parts.Dialogs().Message(
+            LoadText(TextId::kSupportedMappers, language),
+            FromQt(WithoutLetter(QtText(TextId::kMulticartInfoEntry, language))),
+            MessageButtons::kConfirm);
+    }
+    static void About(Parts& parts) {
+        CAboutDialog(parts.CurrentLanguage(), &parts.window).DoModal();
+    }
+
+    static void Speak(Parts& parts, Language language) {
+        const bool chinese = language == Language::kChinese;
+        parts.menu.CheckMenuItem(kCommandChinese, chinese);
+        parts.menu.CheckMenuItem(kCommandEnglish, !chinese);
+        parts.window.PostLanguage(language);
+        StoreNumber(parts.Store(), kMainKey, setting::kLanguage,
+                    chinese ? kCommandChinese : kCommandEnglish);
+    }
+    static void Toggle(Parts& parts, const MenuToggle& toggle) {
+        const bool on = parts.settings.Toggle(toggle);
+        if (toggle.id == kCommandTopmost) SetTopmost(parts.window, on);
+        if (toggle.id == kCommandShowNumberOrder) {
+            parts.menu.EnableMenuItem(kCommandShowNumberFill, on);
+        }
+        parts.SpaceChanged();
+    }
+
+    struct Row {
+        int id;
+        void (*run)(Parts&);
     };
-    parts_->Apply(run());
-    return 1;
-}
+    // On the list; refused while a task has it.
+    static constexpr Row kOnList[] = {
+        {kCommandMoveUp, [](Parts& parts) { parts.editor.MoveUp(); }},
+        {kCommandMoveDown, [](Parts& parts) { parts.editor.MoveDown(); }},
+        {kCommandMoveTop, [](Parts& parts) { parts.editor.MoveTop(); }},
+        {kCommandMoveBottom, [](Parts& parts) { parts.editor.MoveBottom(); }},
+        {kCommandSelectAll, [](Parts& parts) { parts.editor.SelectAll(parts.view.ShownRows()); }},
+        {kCommandSelectInverse,
+         [](Parts& parts) { parts.editor.SelectInverse(parts.view.ShownRows()); }},
+        {kCommandRemove, [](Parts& parts) { parts.editor.Remove(); }},
+        {kCommandUndo, [](Parts& parts) { parts.editor.Undo(); }},
+        {kCommandRedo, [](Parts& parts) { parts.editor.Redo(); }},
+    };
+    static constexpr Row kOthers[] = {
+        {kCommandClear, Clear},
+        {kCommandOpen, [](Parts& parts) { parts.files.Open(); }},
+        {kCommandLoad, [](Parts& parts) { parts.files.Load(); }},
+        {kCommandSave, [](Parts& parts) { parts.files.Save(); }},
+        {kCommandBuildCoolboy, [](Parts& parts) { parts.build.BuildCoolboy(); }},
+        {kCommandBuildCoolgirl, [](Parts& parts) { parts.build.BuildCoolgirl(); }},
+        {kCommandExportInfo, [](Parts& parts) { parts.build.Export(); }},
+        {kCommandExportSettings, ExportSettings},
+        {kCommandExternMenuConfig, ExternMenuConfig},
+        {kCommandFindReplace, FindReplace},
+        {kCommandFilter, [](Parts& parts) { parts.view.FocusFilter(); }},
+        {kCommandStopTask, [](Parts& parts) { parts.tasks.StopAll(); }},
+        {kCommandChinese, [](Parts& parts) { Speak(parts, Language::kChinese); }},
+        {kCommandEnglish, [](Parts& parts) { Speak(parts, Language::kEnglish); }},
+        {kCommandRomInfo, RomInfo},
+        {kCommandAbout, About},
+        {kCommandExit, [](Parts& parts) { parts.window.Send(kMessageClose, kCloseByExit); }},
+    };
+};
 
-MessageResult CMainDialog::OnFileCommand(MessageParam wParam, MessageParam) {
-    switch (CommandOf(wParam)) {
-        case kCommandOpen:
-            parts_->files.Open();
-            break;
-        case kCommandLoad:
-            parts_->files.Load();
-            break;
-        case kCommandSave:
-            parts_->files.Save();
-            break;
-        case kCommandBuildCoolboy:
-            parts_->build.BuildCoolboy();
-            break;
-        case kCommandBuildCoolgirl:
-            parts_->build.BuildCoolgirl();
-            break;
-        default:
-            parts_->build.Export();
+std::vector<MessageEntry> CMainDialog::CommandEntries() {
+    std::vector<MessageEntry> entries;
+    const auto add = [&](int id, auto run) {
+        const auto handler = [run](MessageTarget& target, MessageParam, MessageParam) {
+            run(*static_cast<CMainDialog&>(target).parts_);
+            return MessageResult{1};
+        };
+        entries.push_back({handler, kMessageCommand, id});
+    };
+    for (const auto& [id, run] : Commands::kOnList) {
+        add(id, [run = run](Parts& parts) {
+            if (RefusesWhileBusy(parts)) return;
+            // The editor's row is about to move.
+            if (parts.view.EditActive()) parts.window.Send(kMessageEndEdit);
+            run(parts);
+        });
     }
-    return 1;
-}
-
-MessageResult CMainDialog::OnDialogCommand(MessageParam wParam, MessageParam) {
-    SettingsStore& store = parts_->services.store;
-    const Language language = UiLanguage();
-    switch (CommandOf(wParam)) {
-        case kCommandFindReplace:
-            if (parts_->rename == nullptr || !parts_->rename->IsOpen()) {
-                parts_->rename = std::make_unique<CRenameDialog>(store, *this, language, this);
-            }
-            parts_->rename->ShowModeless();
-            break;
-        case kCommandExportSettings:
-            CExportSettingsDialog(store, language, this).DoModal();
-            break;
-        case kCommandExternMenuConfig:
-            CExtrenMenuDialog(store, parts_->Dialogs(), language, this).DoModal();
-            break;
-        case kCommandRomInfo:
-            parts_->Dialogs().Message(
-                LoadText(TextId::kSupportedMappers, language),
-                FromQt(WithoutLetter(QtText(TextId::kMulticartInfoEntry, language))),
-                MessageButtons::kConfirm);
-            break;
-        default:
-            CAboutDialog(language, this).DoModal();
+    for (const auto& [id, run] : Commands::kOthers)
+        add(id, run);
+    for (const MenuToggle& toggle : MenuToggles())
+        add(toggle.id, [&toggle](Parts& parts) { Commands::Toggle(parts, toggle); });
+    for (const MenuRadioGroup& group : MenuRadioGroups()) {
+        for (const MenuRadio& entry : group.entries) {
+            add(entry.id, [&group, &entry](Parts& parts) {
+                parts.settings.Choose(group, entry);
+                parts.SpaceChanged();
+            });
+        }
     }
-    return 1;
-}
-
-MessageResult CMainDialog::OnLanguageCommand(MessageParam wParam, MessageParam) {
-    const int command = CommandOf(wParam);
-    const Language language = command == kCommandChinese ? Language::kChinese : Language::kEnglish;
-    parts_->menu.CheckMenuItem(kCommandChinese, language == Language::kChinese);
-    parts_->menu.CheckMenuItem(kCommandEnglish, language == Language::kEnglish);
-    PostLanguage(language);
-    StoreNumber(parts_->services.store, kMainKey, setting::kLanguage,
-                static_cast<uint32_t>(command));
-    return 1;
-}
-
-MessageResult CMainDialog::OnToggle(MessageParam wParam, MessageParam) {
-    const int command = CommandOf(wParam);
-    const bool on = parts_->settings.Toggle(command);
-    if (command == kCommandTopmost) SetTopmost(*this, on);
-    if (command == kCommandShowNumberOrder) {
-        parts_->menu.EnableMenuItem(kCommandShowNumberFill, on);
-    }
-    parts_->SpaceChanged();
-    return 1;
-}
-
-MessageResult CMainDialog::OnRadio(MessageParam wParam, MessageParam) {
-    parts_->settings.Choose(CommandOf(wParam));
-    parts_->SpaceChanged();
-    return 1;
-}
-
-MessageResult CMainDialog::OnExit(MessageParam, MessageParam) {
-    Send(kMessageClose, kCloseByExit);
-    return 1;
-}
-
-MessageResult CMainDialog::OnFilter(MessageParam, MessageParam) {
-    parts_->view.FocusFilter();
-    return 1;
-}
-
-MessageResult CMainDialog::OnStopTask(MessageParam, MessageParam) {
-    parts_->tasks.StopAll();
-    return 1;
+    return entries;
 }
 
 MessageResult CMainDialog::OnFind(MessageParam, MessageParam lParam) {
@@ -172,9 +157,7 @@ MessageResult CMainDialog::OnReplaceAll(MessageParam, MessageParam lParam) {
 }
 
 MessageResult CMainDialog::OnEndEdit(MessageParam, MessageParam) {
-    if (!parts_->view.EditActive()) return 1;
     parts_->view.StoreEdit();
-    parts_->ListChanged();
     return 1;
 }
 

@@ -48,12 +48,13 @@ void CMainDialog::Start(std::vector<std::filesystem::path> files) {
     ShowModeless();
     parts_->tray.Show();
     parts_->watchTimer.start();
-    parts_->historyPending = true;
-    parts_->files.LoadHistory();
+    parts_->rememberedPending = true;
+    parts_->files.LoadRemembered();
     if (!files.empty()) parts_->files.Add(std::move(files));
 }
 
 MessageResult CMainDialog::OnInitDialog(MessageParam, MessageParam) {
+    LoadDesignTables(parts_->design, parts_->services.store);
     ApplyStoredSettings(
         parts_->services.store, parts_->menu,
         [this](int command) { Send(kMessageCommand, command); },
@@ -76,46 +77,22 @@ void CMainDialog::ApplyTexts() {
     parts_->view.SetLanguage(language);
     parts_->status.SetLanguage(language);
     parts_->tray.SetLanguage(language);
-    parts_->ListChanged();
+    parts_->ShowList();
 }
 
 const MessageTable& CMainDialog::Table() const {
-    static const std::vector<MessageEntry> entries = [] {
-        using Main = CMainDialog;
-        std::vector<MessageEntry> made{
-            OnMessage(kMessageInitDialog, &Main::OnInitDialog),
-            OnMessage(kMessageClose, &Main::OnClose),
-            OnMessage(kMessageTray, &Main::OnTray),
-            OnMessage(kMessageFindNext, &Main::OnFind),
-            OnMessage(kMessageReplace, &Main::OnReplace),
-            OnMessage(kMessageReplaceAll, &Main::OnReplaceAll),
-            OnMessage(kMessageEndEdit, &Main::OnEndEdit),
-            OnCommand(kCommandExit, &Main::OnExit),
-            OnCommand(kCommandFilter, &Main::OnFilter),
-            OnCommand(kCommandStopTask, &Main::OnStopTask),
-        };
-        using Handler = MessageResult (Main::*)(MessageParam, MessageParam);
-        const auto add = [&](Handler handler, std::initializer_list<int> ids) {
-            for (const int id : ids)
-                made.push_back(OnCommand(id, handler));
-        };
-        add(&Main::OnListCommand, {kCommandMoveUp, kCommandMoveDown, kCommandMoveTop,
-                                   kCommandMoveBottom, kCommandSelectAll, kCommandSelectInverse,
-                                   kCommandRemove, kCommandClear, kCommandUndo, kCommandRedo});
-        add(&Main::OnFileCommand, {kCommandOpen, kCommandLoad, kCommandSave, kCommandBuildCoolboy,
-                                   kCommandBuildCoolgirl, kCommandExportInfo});
-        add(&Main::OnDialogCommand, {kCommandFindReplace, kCommandExportSettings,
-                                     kCommandExternMenuConfig, kCommandRomInfo, kCommandAbout});
-        add(&Main::OnLanguageCommand, {kCommandChinese, kCommandEnglish});
-        for (const MenuToggle& toggle : MenuToggles())
-            add(&Main::OnToggle, {toggle.id});
-        for (const MenuRadioGroup& group : MenuRadioGroups()) {
-            for (const MenuRadio& entry : group.entries)
-                add(&Main::OnRadio, {entry.id});
-        }
-        return made;
-    }();
-    static const MessageTable table{entries, &BaseTable()};
+    static const std::vector<MessageEntry> commands = CommandEntries();
+    static const MessageTable commandTable{commands, &BaseTable()};
+    static const MessageEntry entries[] = {
+        OnMessage(kMessageInitDialog, &CMainDialog::OnInitDialog),
+        OnMessage(kMessageClose, &CMainDialog::OnClose),
+        OnMessage(kMessageTray, &CMainDialog::OnTray),
+        OnMessage(kMessageFindNext, &CMainDialog::OnFind),
+        OnMessage(kMessageReplace, &CMainDialog::OnReplace),
+        OnMessage(kMessageReplaceAll, &CMainDialog::OnReplaceAll),
+        OnMessage(kMessageEndEdit, &CMainDialog::OnEndEdit),
+    };
+    static const MessageTable table{entries, &commandTable};
     return table;
 }
 

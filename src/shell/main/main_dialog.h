@@ -59,7 +59,9 @@ class CMainDialog : public CDialogBase {
 
   private:
     class Parts;
+    struct Commands;
 
+    static std::vector<MessageEntry> CommandEntries();
     MessageResult OnInitDialog(MessageParam wParam, MessageParam lParam);
     MessageResult OnClose(MessageParam wParam, MessageParam lParam);
     MessageResult OnTray(MessageParam wParam, MessageParam lParam);
@@ -67,15 +69,6 @@ class CMainDialog : public CDialogBase {
     MessageResult OnReplace(MessageParam wParam, MessageParam lParam);
     MessageResult OnReplaceAll(MessageParam wParam, MessageParam lParam);
     MessageResult OnEndEdit(MessageParam wParam, MessageParam lParam);
-    MessageResult OnListCommand(MessageParam wParam, MessageParam lParam);
-    MessageResult OnFileCommand(MessageParam wParam, MessageParam lParam);
-    MessageResult OnDialogCommand(MessageParam wParam, MessageParam lParam);
-    MessageResult OnLanguageCommand(MessageParam wParam, MessageParam lParam);
-    MessageResult OnToggle(MessageParam wParam, MessageParam lParam);
-    MessageResult OnRadio(MessageParam wParam, MessageParam lParam);
-    MessageResult OnExit(MessageParam wParam, MessageParam lParam);
-    MessageResult OnFilter(MessageParam wParam, MessageParam lParam);
-    MessageResult OnStopTask(MessageParam wParam, MessageParam lParam);
 
     std::unique_ptr<Parts> parts_;
 };

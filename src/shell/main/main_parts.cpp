@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <chrono>
 
+#include "builder/resources.h"
 #include "shell/framework/commands.h"
 #include "shell/framework/texts.h"
 #include "support/text.h"
@@ -22,6 +23,7 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
     : window(owner),
       services(given),
       screenDialogs(owner, given.base, [this] { return CurrentLanguage(); }),
+      editor([this](const ListResult& result) { Follow(result); }),
       menu(owner, [this](int id) { window.Send(kMessageCommand, id); }),
       settings(menu, given.store),
       view(editor, given.base, owner.UiLanguage()),
@@ -40,7 +42,6 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
     const auto sends = [this](int message) { return [this, message] { window.Send(message); }; };
     connect(&spaceTimer, &QTimer::timeout, &window, [this] { ShowSpace(); });
     connect(&watchTimer, &QTimer::timeout, &window, [this] { Watch(); });
-    connect(&view, &GameListView::ListChanged, &window, [this] { ListChanged(); });
     connect(&view, &GameListView::EditEnded, &window, sends(kMessageEndEdit));
     connect(&view, &GameListView::FolderWanted, &window, [this](const QString& file, bool select) {
         const std::filesystem::path path = PathFromQt(file);
@@ -61,12 +62,18 @@ UserDialogs& CMainDialog::Parts::Dialogs() {
     return screenDialogs;
 }
 
-void CMainDialog::Parts::Apply(const ListResult& result) {
+// What is missing is read at every use; what a designer has changed in this run stays.
+DesignStore& CMainDialog::Parts::Design() {
+    LoadDesignData(design, services.store, DefaultTileSet());
+    return design;
+}
+
+void CMainDialog::Parts::Follow(const ListResult& result) {
     if (result.tooMany) {
         Warn(*this, FormatText(LoadText(TextId::kTooManyToMove, CurrentLanguage()), kMoveLimit));
     }
     view.Apply(result);
-    if (result.change != ListChange::kNothing) ListChanged();
+    if (result.change != ListChange::kNothing) ShowList();
 }
 
 void CMainDialog::Parts::ShowFound(bool found) {
@@ -85,7 +92,7 @@ void CMainDialog::Parts::ShowSearchProblem(std::u16string_view text) {
     }
 }
 
-void CMainDialog::Parts::ListChanged() {
+void CMainDialog::Parts::ShowList() {
     status.ShowCounts(CountChecked(editor.Games()), editor.Games().size());
     menu.EnableMenuItem(kCommandUndo, editor.CanUndo());
     menu.EnableMenuItem(kCommandRedo, editor.CanRedo());
@@ -101,9 +108,9 @@ void CMainDialog::Parts::ShowSpace() {
 }
 
 void CMainDialog::Parts::TasksChanged() {
-    if (!tasks.TaskBusy()) historyPending = false;
+    if (!tasks.TaskBusy()) rememberedPending = false;
     if (tasks.AnyRunning()) {
-        status.ShowTask(tasks.Progress(), !historyPending);
+        status.ShowTask(tasks.Progress(), !rememberedPending);
     } else {
         status.EndTask();
     }

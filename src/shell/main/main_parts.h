@@ -30,18 +30,18 @@ class CMainDialog::Parts final : public ListHost {
     // ListHost
     ListEditor& Editor() override { return editor; }
     SettingsStore& Store() override { return services.store; }
+    DesignStore& Design() override;
     UserDialogs& Dialogs() override;
     BackgroundTasks& Tasks() override { return tasks; }
     Language CurrentLanguage() const override { return window.UiLanguage(); }
     const std::filesystem::path& Base() const override { return services.base; }
-    void Apply(const ListResult& result) override;
     void ShowFound(bool found) override;
     void ShowSearchProblem(std::u16string_view text) override;
     void SetColumnWidths(const ColumnWidths& widths) override { view.SetWidths(widths); }
     void Tell(std::u16string_view line) override { status.Tell(line); }
 
-    // Everything that says something about the list, after any change of it.
-    void ListChanged();
+    // Everything that says something about the list as it is now.
+    void ShowList();
     // The boards' space, a moment after the last call.
     void SpaceChanged() { spaceTimer.start(); }
 
@@ -64,6 +64,7 @@ class CMainDialog::Parts final : public ListHost {
     QtTexts qtTexts;
     QtUserDialogs screenDialogs;
     ListEditor editor;
+    DesignStore design;  // read and changed through Design()
     MainMenu menu;
     MenuSettings settings;
     GameListView view;
@@ -80,13 +81,15 @@ class CMainDialog::Parts final : public ListHost {
     QTimer watchTimer;
 
     // The remembered list is still being read.
-    bool historyPending = false;
+    bool rememberedPending = false;
     // A question about closing is open.
     bool asking = false;
     // Who closes the window as soon as the running tasks have stopped.
     std::optional<int> closing;
 
   private:
+    // What an operation of the editor has changed.
+    void Follow(const ListResult& result);
     void TasksChanged();
     void ShowSpace();
     // What can change without anybody telling: the tray, the store.

@@ -1,6 +1,7 @@
 #include "shell/main/menu_settings.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "settings/setting_names.h"
 #include "shell/framework/commands.h"
@@ -55,6 +56,13 @@ constexpr MenuRadioGroup kGroups[] = {
     {kMainKey, setting::kMusic, 0, kTunes, 6, kCommandMusicDefault},
 };
 
+template <typename Row, typename Key, typename Field>
+const Row& Found(std::span<const Row> rows, const Key& key, Field field) {
+    const auto row = std::ranges::find(rows, key, field);
+    if (row == rows.end()) throw std::out_of_range("no such setting");
+    return *row;
+}
+
 }  // namespace
 
 std::span<const MenuToggle> MenuToggles() {
@@ -63,6 +71,14 @@ std::span<const MenuToggle> MenuToggles() {
 
 std::span<const MenuRadioGroup> MenuRadioGroups() {
     return kGroups;
+}
+
+const MenuToggle& MenuToggleOf(int id) {
+    return Found(MenuToggles(), id, &MenuToggle::id);
+}
+
+const MenuRadioGroup& MenuRadioGroupOf(std::string_view name) {
+    return Found(MenuRadioGroups(), name, &MenuRadioGroup::name);
 }
 
 int StoredCommand(const MenuRadioGroup& group, const SettingsStore& store) {
@@ -80,24 +96,17 @@ bool StoreNumber(SettingsStore& store, std::string_view key, std::string_view na
     return store.RegCreateKey(key) && store.RegWriteDword(key, name, value);
 }
 
-bool MenuSettings::Toggle(int id) {
-    menu_.CheckMenuItem(id, !menu_.GetMenuState(id));
-    const bool marked = menu_.GetMenuState(id);
-    const auto toggle = std::ranges::find(kToggles, id, &MenuToggle::id);
-    if (toggle != std::ranges::end(kToggles)) {
-        StoreNumber(store_, kMainKey, toggle->name, marked ? kMarked : 0);
-    }
+bool MenuSettings::Toggle(const MenuToggle& toggle) {
+    const bool marked = !menu_.GetMenuState(toggle.id);
+    menu_.CheckMenuItem(toggle.id, marked);
+    StoreNumber(store_, kMainKey, toggle.name, marked ? kMarked : 0);
     return marked;
 }
 
-void MenuSettings::Choose(int id) {
-    for (const MenuRadioGroup& group : kGroups) {
-        const auto chosen = std::ranges::find(group.entries, id, &MenuRadio::id);
-        if (chosen == group.entries.end()) continue;
-        for (const MenuRadio& entry : group.entries)
-            menu_.CheckMenuItem(entry.id, entry.id == id);
-        StoreNumber(store_, group.key, group.name, chosen->value);
-    }
+void MenuSettings::Choose(const MenuRadioGroup& group, const MenuRadio& chosen) {
+    for (const MenuRadio& entry : group.entries)
+        menu_.CheckMenuItem(entry.id, entry.id == chosen.id);
+    StoreNumber(store_, group.key, group.name, chosen.value);
 }
 
 }  // namespace bw

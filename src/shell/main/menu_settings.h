@@ -33,6 +33,10 @@ struct MenuRadioGroup {
 };
 std::span<const MenuRadioGroup> MenuRadioGroups();
 
+// Those of an entry and of a value's name; throw std::out_of_range where there is none.
+const MenuToggle& MenuToggleOf(int id);
+const MenuRadioGroup& MenuRadioGroupOf(std::string_view name);
+
 // The command of the group that the stored value stands for.
 int StoredCommand(const MenuRadioGroup& group, const SettingsStore& store);
 
@@ -46,9 +50,9 @@ class MenuSettings {
     MenuSettings(MainMenu& menu, SettingsStore& store) : menu_(menu), store_(store) {}
 
     // Flips the mark and stores it; the new mark.
-    bool Toggle(int id);
-    // Moves the mark of the entry's group to it and stores its value.
-    void Choose(int id);
+    bool Toggle(const MenuToggle& toggle);
+    // Moves the mark of the group to this entry of it and stores its value.
+    void Choose(const MenuRadioGroup& group, const MenuRadio& chosen);
 
   private:
     MainMenu& menu_;

@@ -28,7 +28,7 @@ void RowMenu::AddRowEntries(ListHost& host, GameListView& view) {
               [&view] { view.EditSelected(ListColumn::kRemark); });
     const bool check = entry.checked == 0;
     addAction(QtText(check ? TextId::kCheckEntry : TextId::kUncheckEntry, language), this,
-              [&host, row, check] { host.Apply(host.Editor().SetChecked(row, check)); });
+              [&host, row, check] { host.Editor().SetChecked(row, check); });
     const std::filesystem::path file = AbsolutePath(TextPath(entry.path), host.Base());
     addAction(QtText(TextId::kShowInFolderEntry, language), this,
               [&host, file] { host.Dialogs().ShowInFileManager(file); });

@@ -1,7 +1,5 @@
 #include "shell/main/settings_start.h"
 
-#include <algorithm>
-
 #include "settings/setting_names.h"
 #include "shell/framework/commands.h"
 #include "shell/main/menu_settings.h"
@@ -17,8 +15,7 @@ class StartPass {
 
     bool IsOn(int id) const {
         uint32_t value = 0;
-        const auto toggle = std::ranges::find(MenuToggles(), id, &MenuToggle::id);
-        store_.RegReadDword(kMainKey, toggle->name, value);
+        store_.RegReadDword(kMainKey, MenuToggleOf(id).name, value);
         return value != 0;
     }
     void Send(int id) const {
@@ -28,8 +25,7 @@ class StartPass {
         if (IsOn(id)) post_(id | kCommandAtStart);
     }
     void SendRadio(std::string_view name) const {
-        send_(StoredCommand(*std::ranges::find(MenuRadioGroups(), name, &MenuRadioGroup::name),
-                            store_));
+        send_(StoredCommand(MenuRadioGroupOf(name), store_));
     }
 
   private:

@@ -19,7 +19,8 @@ struct Job {
           settings(LoadBuildSettings(host.Store())),
           language(host.CurrentLanguage()),
           store(host.Store()),
-          dialogs(host.Dialogs()) {
+          dialogs(host.Dialogs()),
+          design(host.Design()) {
         std::filesystem::path& menu = settings.ExternMenuPath;
         if (!menu.empty()) menu = AbsolutePath(menu, host.Base());
     }
@@ -33,6 +34,8 @@ struct Job {
     Language language;
     SettingsStore& store;
     UserDialogs& dialogs;
+    // A copy, of which nothing goes back: the build sets the caption alone, and every other reader
+    // of the caption sets it before.
     DesignStore design;
     BuildOutcome outcome;
     bool stopped = false;

@@ -88,7 +88,7 @@ bool SameNames(const GameList& games, const std::vector<SearchRow>& rows) {
 }
 
 void FinishReplacing(Search& search, ListHost& host) {
-    if (!search.names.empty()) host.Apply(host.Editor().Rename(std::move(search.names)));
+    if (!search.names.empty()) host.Editor().Rename(std::move(search.names));
 }
 
 void FinishFinding(Search& search, ListHost& host) {

@@ -64,12 +64,10 @@ void ListFiles::Read(std::function<void(Reading&)> read, std::function<void(Read
         });
 }
 
-void ListFiles::Publish(Reading& reading, bool limited, bool revealLast) {
+void ListFiles::Publish(Reading& reading, ListEditor::Appending how) {
     ListEditor& editor = host_.Editor();
     const size_t before = editor.Games().size();
-    ListResult result = editor.Append(std::move(reading.intake.games), limited);
-    if (!revealLast) result.reveal.reset();
-    host_.Apply(result);
+    editor.Append(std::move(reading.intake.games), how);
     const Language language = host_.CurrentLanguage();
     const size_t added = editor.Games().size() - before;
     std::u16string line = FormatText(LoadText(TextId::kGamesAdded, language), added);
@@ -97,7 +95,7 @@ void ListFiles::Open() {
     Read([files = std::move(files)](Reading& reading) { reading.intake.AddImages(files); },
          [this](Reading& reading) {
              // More than the limit may come in by one choice of files; that is meant.
-             Publish(reading, false, true);
+             Publish(reading, {.limited = false});
          });
 }
 
@@ -116,7 +114,7 @@ void ListFiles::Load() {
                  host_.Tell(FormatText(format, PathText(file)));
                  return;
              }
-             Publish(reading, true, false);
+             Publish(reading, {.reveal = false});
          });
 }
 
@@ -134,7 +132,7 @@ void ListFiles::AddWaiting() {
     }
     Read(
         [files = std::exchange(waiting_, {})](Reading& reading) { reading.intake.AddFiles(files); },
-        [this](Reading& reading) { Publish(reading, true, true); });
+        [this](Reading& reading) { Publish(reading, {}); });
 }
 
 void ListFiles::Save() {
@@ -167,29 +165,29 @@ void ListFiles::Save() {
         });
 }
 
-void ListFiles::LoadHistory() {
+void ListFiles::LoadRemembered() {
     if (!host_.Tasks().TryBegin()) return;
-    historyMissing_ = true;
-    const auto history = std::make_shared<std::optional<ListHistory>>();
+    rememberedMissing_ = true;
+    const auto remembered = std::make_shared<std::optional<RememberedList>>();
     host_.Tasks().StartListTask(
-        [history, &host = host_, &store = host_.Store(),
+        [remembered, &host = host_, &store = host_.Store(),
          base = host_.Base()](TaskControl& control) {
             const auto stored = ReadWholeBinary(store, kHistoryKey, kHistoryValue);
-            ListHistory loaded = LoadListHistory(stored, base);
-            if (loaded.load.overLimit) WarnOfLimit(control, host);
-            *history = std::move(loaded);
+            RememberedList list = LoadRememberedList(stored, base);
+            if (list.load.overLimit) WarnOfLimit(control, host);
+            *remembered = std::move(list);
         },
-        [this, history] {
-            if (!*history) return;
-            historyMissing_ = false;
-            host_.SetColumnWidths((*history)->widths);
-            host_.Apply(host_.Editor().Restore(std::move((*history)->games)));
+        [this, remembered] {
+            if (!*remembered) return;
+            rememberedMissing_ = false;
+            host_.SetColumnWidths((*remembered)->widths);
+            host_.Editor().Restore(std::move((*remembered)->games));
         });
 }
 
-bool ListFiles::SaveHistory(const ColumnWidths& widths) {
-    if (historyMissing_) return host_.Editor().Games().empty();
-    const std::string text = StoreListHistory(host_.Editor().Games(), widths, host_.Base());
+bool ListFiles::SaveRemembered(const ColumnWidths& widths) {
+    if (rememberedMissing_) return host_.Editor().Games().empty();
+    const std::string text = StoreRememberedList(host_.Editor().Games(), widths, host_.Base());
     return host_.Store().RegWriteBinary(
         kHistoryKey, kHistoryValue, {reinterpret_cast<const uint8_t*>(text.data()), text.size()});
 }

@@ -26,10 +26,10 @@ class ListFiles {
     void Add(std::vector<std::filesystem::path> files);
 
     // At the start, on a background thread.
-    void LoadHistory();
+    void LoadRemembered();
     // At closing, on the window's thread. False if the list isn't stored. A list that
-    // LoadHistory() couldn't bring in stays stored as it is, whatever the window has.
-    bool SaveHistory(const ColumnWidths& widths);
+    // LoadRemembered() couldn't bring in stays stored as it is, whatever the window has.
+    bool SaveRemembered(const ColumnWidths& widths);
 
   private:
     struct Reading;
@@ -38,13 +38,13 @@ class ListFiles {
     bool RefusesFullList();
     void AddWaiting();
     // Appends what was read and tells how much it was.
-    void Publish(Reading& reading, bool limited, bool revealLast);
+    void Publish(Reading& reading, ListEditor::Appending how);
     std::filesystem::path StoredFolder(std::string_view name) const;
     void StoreFolderOf(std::string_view name, const std::filesystem::path& file);
 
     ListHost& host_;
     std::vector<std::filesystem::path> waiting_;
-    bool historyMissing_ = false;  // LoadHistory() has begun, and hasn't brought the list
+    bool rememberedMissing_ = false;  // LoadRemembered() has begun, and hasn't brought the list
 };
 
 }  // namespace bw

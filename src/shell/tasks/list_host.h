@@ -3,9 +3,10 @@
 
 #include <filesystem>
 
+#include "designer/model/design_store.h"
 #include "language/language.h"
 #include "list/list_editor.h"
-#include "list/list_history.h"
+#include "list/remembered_list.h"
 #include "settings/settings_store.h"
 #include "shell/dialogs/user_dialogs.h"
 #include "shell/tasks/background_tasks.h"
@@ -16,16 +17,17 @@ class ListHost {
   public:
     virtual ~ListHost() = default;
 
+    // Whoever shows the list hears of its operations by itself.
     virtual ListEditor& Editor() = 0;
     virtual SettingsStore& Store() = 0;
+    // The process's one design, with all that the settings have for it. Tasks take a copy.
+    virtual const DesignStore& Design() = 0;
     virtual UserDialogs& Dialogs() = 0;
     virtual BackgroundTasks& Tasks() = 0;
     virtual Language CurrentLanguage() const = 0;
     // The folder that relative paths of the list count from: the program's.
     virtual const std::filesystem::path& Base() const = 0;
 
-    // Brings list and status line up to date after an operation of the editor.
-    virtual void Apply(const ListResult& result) = 0;
     // The row that a search has found is FindRow now; or nothing was found and FindRow loses its
     // mark.
     virtual void ShowFound(bool found) = 0;

@@ -1,4 +1,4 @@
-#include "list/list_history.h"
+#include "list/remembered_list.h"
 
 #include <algorithm>
 #include <limits>
@@ -17,8 +17,8 @@ std::u16string WidthKey(size_t column) {
 
 }  // namespace
 
-std::string StoreListHistory(const GameList& games, const ColumnWidths& widths,
-                             const std::filesystem::path& base) {
+std::string StoreRememberedList(const GameList& games, const ColumnWidths& widths,
+                                const std::filesystem::path& base) {
     IniFile text;
     StoreListEntries(games, base, text);
     for (size_t column = 0; column < widths.size(); ++column) {
@@ -27,18 +27,19 @@ std::string StoreListHistory(const GameList& games, const ColumnWidths& widths,
     return text.ToText();
 }
 
-ListHistory LoadListHistory(std::span<const uint8_t> text, const std::filesystem::path& base) {
+RememberedList LoadRememberedList(std::span<const uint8_t> text,
+                                  const std::filesystem::path& base) {
     IniFile stored;
     stored.LoadFromMemory(text, IsListKey);
-    ListHistory history;
-    history.load = AppendListEntries(stored, base, history.games);
-    for (size_t column = 0; column < history.widths.size(); ++column) {
+    RememberedList list;
+    list.load = AppendListEntries(stored, base, list.games);
+    for (size_t column = 0; column < list.widths.size(); ++column) {
         const uint32_t width = stored.GetInt(kSection, WidthKey(column), 0);
         // Beyond 31 bits it is a negative number.
         if (width > std::numeric_limits<int32_t>::max()) continue;
-        history.widths[column] = std::min(width, kWidestColumn);
+        list.widths[column] = std::min(width, kWidestColumn);
     }
-    return history;
+    return list;
 }
 
 }  // namespace bw

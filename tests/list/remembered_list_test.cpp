@@ -1,4 +1,4 @@
-#include "list/list_history.h"
+#include "list/remembered_list.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@ std::span<const uint8_t> Bytes(std::string_view text) {
     return {reinterpret_cast<const uint8_t*>(text.data()), text.size()};
 }
 
-TEST(ListHistory, ComesBackAsItWas) {
+TEST(RememberedList, ComesBackAsItWas) {
     const test::ImageFolder folder;
     folder.Write("a=b.nes", test::Header({1}));
     GameList games(2);
@@ -24,11 +24,11 @@ TEST(ListHistory, ComesBackAsItWas) {
     ColumnWidths widths{};
     widths[0] = 64;
     widths[11] = 256;
-    const std::string text = StoreListHistory(games, widths, folder.Path());
+    const std::string text = StoreRememberedList(games, widths, folder.Path());
     EXPECT_TRUE(text.starts_with("[history]\r\n00000_check=1\r\n")) << text;
     EXPECT_TRUE(text.ends_with("\r\nlist_view_col_00010_width=0\r\nlist_view_col_00011_width=256"));
 
-    const ListHistory loaded = LoadListHistory(Bytes(text), folder.Path());
+    const RememberedList loaded = LoadRememberedList(Bytes(text), folder.Path());
     ASSERT_EQ(loaded.games.size(), 2u);
     EXPECT_EQ(loaded.games[0].name, u"a=b");
     EXPECT_TRUE(loaded.games[0].checked && loaded.games[0].HasValidHeader());
@@ -36,12 +36,12 @@ TEST(ListHistory, ComesBackAsItWas) {
     EXPECT_EQ(loaded.games[1].remark, u"游戏");
     EXPECT_EQ(loaded.widths, widths);
 
-    const ListHistory empty = LoadListHistory(Bytes(StoreListHistory({}, {}, "/")), "/");
+    const RememberedList empty = LoadRememberedList(Bytes(StoreRememberedList({}, {}, "/")), "/");
     EXPECT_TRUE(empty.games.empty() && !empty.load.overLimit);
 }
 
-TEST(ListHistory, WidthsThatMakeNoSenseStayOut) {
-    const ListHistory loaded = LoadListHistory(
+TEST(RememberedList, WidthsThatMakeNoSenseStayOut) {
+    const RememberedList loaded = LoadRememberedList(
         Bytes("[list_view]\r\nlist_view_col_00000_width=-1\r\nlist_view_col_00001_width=wide\r\n"
               "list_view_col_00002_width=4294967295\r\nlist_view_col_00003_width=2147483647\r\n"
               "list_view_col_00004_width=80\r\nlist_view_col_00012_width=9"),
@@ -49,17 +49,17 @@ TEST(ListHistory, WidthsThatMakeNoSenseStayOut) {
     EXPECT_THAT(loaded.widths, testing::ElementsAre(0, 0, 0, 8192, 80, 0, 0, 0, 0, 0, 0, 0));
 }
 
-TEST(ListHistory, TakesWhatTheListHoldsOfALongText) {
+TEST(RememberedList, TakesWhatTheListHoldsOfALongText) {
     std::string text = "[history]\r\ncount=25000\r\n";
     for (int n = 19990; n < 25000; ++n)
         text += std::to_string(n) + "_name=" + std::to_string(n) + "\r\n";
     text += "100001_name=no key\r\n[other]\r\n";
-    const ListHistory loaded = LoadListHistory(Bytes(text), "/");
+    const RememberedList loaded = LoadRememberedList(Bytes(text), "/");
     ASSERT_EQ(loaded.games.size(), kListLimit);
     EXPECT_TRUE(loaded.load.overLimit);
     EXPECT_EQ(loaded.games.front().name, u"");
     EXPECT_EQ(loaded.games.back().name, u"19999");
-    EXPECT_TRUE(LoadListHistory(Bytes("\xFF\xFE\x00["), "/").games.empty());
+    EXPECT_TRUE(LoadRememberedList(Bytes("\xFF\xFE\x00["), "/").games.empty());
 }
 
 }  // namespace

@@ -17,18 +17,18 @@ namespace bw {
 // Pixels; 0 for a column that keeps the width it has.
 using ColumnWidths = std::array<uint32_t, kListColumns>;
 
-struct ListHistory {
+struct RememberedList {
     GameList games;
     ListLoadResult load;
     ColumnWidths widths{};
 };
 
 // UTF-8 without a byte order mark. `base` is the program's folder.
-std::string StoreListHistory(const GameList& games, const ColumnWidths& widths,
-                             const std::filesystem::path& base);
+std::string StoreRememberedList(const GameList& games, const ColumnWidths& widths,
+                                const std::filesystem::path& base);
 
 // Survives any bytes: what isn't there or makes no sense is left out, at most kListLimit entries
 // come in.
-ListHistory LoadListHistory(std::span<const uint8_t> text, const std::filesystem::path& base);
+RememberedList LoadRememberedList(std::span<const uint8_t> text, const std::filesystem::path& base);
 
 }  // namespace bw
