@@ -4,6 +4,8 @@
 #include <cstring>
 #include <random>
 
+#include <malloc.h>
+
 #include "designer/history/edit_session.h"
 #include "designer/history/work_state.h"
 #include "designer/pictures/name_table_picture.h"
@@ -85,6 +87,10 @@ void MeasureHistory(const bw::WorkingCopy& copy) {
     std::vector<double> steps;
     std::vector<double> bare;
     bw::WorkState target;
+    steps.reserve(kSteps);
+    bare.reserve(kSteps);
+    target = state;
+    const size_t held = mallinfo2().uordblks;
     for (int step = 0; step < kSteps; ++step) {
         steps.push_back(bench::Time([&] {
             session.Run([&](bw::WorkingCopy& edited) {
@@ -96,14 +102,13 @@ void MeasureHistory(const bw::WorkingCopy& copy) {
         }));
         bare.push_back(bench::Time([&] { target = state; }));
     }
+    const auto bytes = static_cast<double>(mallinfo2().uordblks - held);
+    const auto count = static_cast<double>(session.Steps().Count());
     Report("a step that paints a pixel", {steps, bare});
-    const double count = static_cast<double>(session.Steps().Count());
     std::printf(
         "history of %.0f such steps\n    ours %.2f MB, %.0f bytes a step; whole states "
         "would take %.0f MB\n",
-        count, static_cast<double>(session.Steps().MemoryUse()) / 1e6,
-        static_cast<double>(session.Steps().MemoryUse()) / count,
-        count * static_cast<double>(state.size()) / 1e6);
+        count, bytes / 1e6, bytes / count, count * static_cast<double>(state.size()) / 1e6);
 }
 
 }  // namespace

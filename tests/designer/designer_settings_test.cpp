@@ -15,9 +15,11 @@ class DesignerSettings : public testing::Test {
   protected:
     // As a program that has just started opens the designer.
     void Open(EditSession& session) {
-        LoadDesignData(session.Copy().Store(), *settings_, std::vector<uint8_t>(kChrDataSize, 7));
-        SetItems(session.Copy(), {u"ONE", u"TWO"}, 10, false);
-        session.Copy().Store().CaptionText = u"2 IN 1";
+        session.RunWithoutStep([&](WorkingCopy& copy) {
+            LoadDesignData(copy.Store(), *settings_, std::vector<uint8_t>(kChrDataSize, 7));
+            SetItems(copy, {u"ONE", u"TWO"}, 10, false);
+            copy.Store().CaptionText = u"2 IN 1";
+        });
         OpenDesigner(session, *settings_);
     }
     Views Paint(EditSession& session, int32_t column) {
@@ -42,11 +44,13 @@ TEST_F(DesignerSettings, TheFirstOpeningHasTheDefaults) {
 TEST_F(DesignerSettings, AnotherRunGoesOnWhereTheLastEnded) {
     EditSession first;
     Open(first);
-    first.Copy().Show_List = false;
-    first.Copy().DrawLine = true;
-    first.Copy().document.CaptionPos = {3, 4};
-    first.Copy().SpPalettePos = {6, 0};
-    first.Copy().Store().CaptionText = u"MINE";
+    first.RunWithoutStep([](WorkingCopy& copy) {
+        copy.Show_List = false;
+        copy.DrawLine = true;
+        copy.document.CaptionPos = {3, 4};
+        copy.SpPalettePos = {6, 0};
+        copy.Store().CaptionText = u"MINE";
+    });
     Paint(first, 1);
     Paint(first, 2);
     Paint(first, 3);

@@ -140,13 +140,39 @@ TEST(EditSession, EveryCommandGoesBackAndForwardToTheSameBytes) {
     }
 }
 
+TEST(EditSession, StepsLeftEarlyLeaveNothing) {
+    EditSession session(FullCopy());
+    session.Run(ResetDesign);
+    session.Undo();
+    session.RunWithoutStep([](WorkingCopy& copy) { copy.PlacedText.emplace().X = 3; });
+    const WorkState before = BuildWorkState(session.Copy());
+    const auto change = [](WorkingCopy& copy) -> Views {
+        ResetTexts(copy);
+        copy.BkgPalettePos.X = 3;
+        copy.nextBkgIndex = 99;
+        copy.Show_List = false;
+        copy.ItemTextList = {u"ITEM"};
+        copy.PlacedText.reset();
+        throw 1;
+    };
+    EXPECT_THROW(session.Run(change), int);
+    EXPECT_EQ(BuildWorkState(session.Copy()), before);
+    const WorkingCopy& copy = session.Copy();
+    EXPECT_EQ(copy.nextBkgIndex, 2u) << "not in a state";
+    EXPECT_TRUE(copy.Show_List && copy.ItemTextList.empty() && copy.PlacedText->X == 3);
+    EXPECT_TRUE(session.Steps().Count() == 2 && session.Steps().CanRedo());
+    session.Run(ClearTexts);
+    session.Undo();
+    EXPECT_EQ(BuildWorkState(session.Copy()), before) << "the next step begins there";
+}
+
 TEST(EditSession, RandomWalkLeadsBackToItsStart) {
     const std::vector<Command> commands = EveryCommand();
     EditSession session(FullCopy());
     const WorkState start = BuildWorkState(session.Copy());
     std::mt19937 random(11);
     for (int i = 0; i < 3000; ++i) {
-        WorkingCopy& copy = session.Copy();
+        const WorkingCopy& copy = session.Copy();
         session.Run([&](WorkingCopy& c) {
             c.Store().BkgTileSelected[random() % 256] = random() % 2;
             c.BkgTilePos = {static_cast<int32_t>(random() % 16),

@@ -17,8 +17,11 @@ inline constexpr Keys kShift{false, true};
 inline constexpr Point kNowhere{1080, 850};
 
 struct GestureBench {
-    WorkingCopy& Copy() { return session.Copy(); }
-    DesignStore& Store() { return session.Copy().Store(); }
+    // To furnish and to switch at any time.
+    WorkingCopy& Copy() {
+        return *session.RunWithoutStep([](WorkingCopy& copy) { return &copy; });
+    }
+    DesignStore& Store() { return Copy().Store(); }
 
     // A pixel of a cell of a control.
     Point In(Control control, int column, int row = 0, Point rest = {3, 5}) const {

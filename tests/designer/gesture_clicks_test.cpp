@@ -449,7 +449,7 @@ TEST(GestureClicks, StepsOfTheHistoryAreWholeGestures) {
     store.ArrowTileList.assign(4, {});
     bench.Copy().Show_Cursor = false;
     ApplyWorkState(bench.State(), bench.Copy());  // as an undo leaves it
-    const History& steps = bench.session.Steps();
+    const UndoHistory& steps = bench.session.Steps();
     bench.Release(bench.In(kBkgPalette, 9));
     bench.Click(kNowhere);
     EXPECT_EQ(steps.Count(), 0u) << "nothing changed";

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "designer/history/history.h"
+#include "designer/history/undo_history.h"
 #include "designer/history/work_state.h"
 
 namespace {
@@ -28,10 +28,10 @@ void ReadState(std::span<const uint8_t> bytes) {
 }
 
 void ReadHistory(std::span<const uint8_t> bytes) {
-    bw::History history;
+    bw::UndoHistory history;
     history.Load(bytes, bytes.size() % 5);
     const std::vector<uint8_t> stored = history.Store();
-    bw::History again;
+    bw::UndoHistory again;
     again.Load(stored, history.Index());
     Expect(again.Store() == stored && again.Index() == history.Index());
     while (again.CanUndo())

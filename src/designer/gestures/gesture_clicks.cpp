@@ -26,18 +26,18 @@ void SetTileOfSelected(std::vector<TileItem>& items, uint8_t tile) {
 }  // namespace
 
 Views GestureMachine::DoubleClick(PointerEvent event) {
-    if (copy_.QuickReplaceFromBkg) return {};
+    if (session_.Copy().QuickReplaceFromBkg) return {};
     Views before;
     if (captured_) before = Release(event);
     event = Start(event);
     captured_ = true;
     BeginStep();
-    if (copy_.QuickAction && !shiftDown_) {
+    if (Copy().QuickAction && !shiftDown_) {
         PressQuickAction(event);
         return before | Done();
     }
     if (const auto source = layout_.CellAt(Control::kSourceStrip, event.at)) {
-        copy_.MapSourcePos = source->cell;
+        Copy().MapSourcePos = source->cell;
         Refresh(View::kSourceStrip);
     }
     const Point inScreen = layout_.Relative(Control::kNameTable, event.at);
@@ -51,12 +51,12 @@ Views GestureMachine::DoubleClick(PointerEvent event) {
 }
 
 bool GestureMachine::ToggleCursor(Point inScreen) {
-    if (!copy_.Show_Cursor) return false;
-    DesignStore& store = copy_.Store();
+    if (!Copy().Show_Cursor) return false;
+    DesignStore& store = Copy().Store();
     const auto hits = [&](const TileItem& item) {
         return CursorRect(item, store.BigSprite != 0).Holds(inScreen);
     };
-    if (copy_.document.BigCursor != 0) return ToggleFirst(store.ArrowTileList, hits);
+    if (Copy().document.BigCursor != 0) return ToggleFirst(store.ArrowTileList, hits);
     if (!hits(store.ArrowTile)) return false;
     store.ArrowTile.Selected ^= TileItem::kSelected;
     return true;
@@ -65,8 +65,8 @@ bool GestureMachine::ToggleCursor(Point inScreen) {
 // Sprites are only reached while the background is shown: the switch is the gate to both lists.
 // They are gripped at their Y byte, a line above where a press grips them.
 bool GestureMachine::ToggleItem(const PointerEvent& event, Point inScreen) {
-    if (!copy_.Show_Bg_Tile) return false;
-    DesignStore& store = copy_.Store();
+    if (!Copy().Show_Bg_Tile) return false;
+    DesignStore& store = Copy().Store();
     const auto hits = [&](const TileItem& item) {
         return CursorRect(item, store.BigSprite != 0).Holds(inScreen);
     };
@@ -79,7 +79,7 @@ bool GestureMachine::ToggleItem(const PointerEvent& event, Point inScreen) {
 
 // Gives all that is selected another tile.
 void GestureMachine::ExchangeTiles(const PointerEvent& event) {
-    DesignStore& store = copy_.Store();
+    DesignStore& store = Copy().Store();
     if (const auto bkg = layout_.CellAt(Control::kBkgTileList, event.at)) {
         SetTileOfSelected(store.BkgTileList, TileNumber(bkg->cell));
         Refresh(View::kNameTable);
@@ -88,7 +88,7 @@ void GestureMachine::ExchangeTiles(const PointerEvent& event) {
     if (!sprite) return;
     const int tile = TileNumber(sprite->cell) | (store.BigSprite != 0 ? 1 : 0);
     SetTileOfSelected(store.SpriteTileList, static_cast<uint8_t>(tile));
-    if (copy_.document.BigCursor != 0) {
+    if (Copy().document.BigCursor != 0) {
         SetTileOfSelected(store.ArrowTileList, static_cast<uint8_t>(tile));
     } else if (store.ArrowTile.IsSelected()) {
         store.ArrowTile.Tile = static_cast<uint8_t>(tile);
@@ -98,11 +98,11 @@ void GestureMachine::ExchangeTiles(const PointerEvent& event) {
 
 // During a gesture it is a part of that gesture's step.
 Views GestureMachine::MiddlePress() {
-    const bool ownStep = !stepOpen_;
+    const bool ownStep = !step_;
     if (ownStep) BeginStep();
-    for (TileItem& arrow : copy_.Store().ArrowTileList)
+    for (TileItem& arrow : Copy().Store().ArrowTileList)
         arrow.Selected |= TileItem::kSelected;
-    copy_.Store().ArrowTile.Selected |= TileItem::kSelected;
+    Copy().Store().ArrowTile.Selected |= TileItem::kSelected;
     if (ownStep) CommitStep();
     return View::kNameTable | View::kCheckBoxes;
 }

@@ -54,7 +54,7 @@ class GestureMachine {
   public:
     // Both must outlive the machine. Commands may change the session's copy between gestures.
     GestureMachine(EditSession& session, const DesignerLayout& layout)
-        : session_(session), copy_(session.Copy()), layout_(layout) {}
+        : session_(session), layout_(layout) {}
 
     Views Press(PointerEvent event);
     Views Move(PointerEvent event);
@@ -145,14 +145,15 @@ class GestureMachine {
     void KeepOriginal(bool keep, std::vector<TileItem>& list, size_t item);
     void Refresh(Views views) { stale_ |= views; }
 
+    WorkingCopy& Copy() { return step_->Copy(); }
+
     EditSession& session_;
-    WorkingCopy& copy_;  // the session's
+    std::optional<EditStep> step_;  // from a press to its release
     const DesignerLayout& layout_;
     Views stale_;  // of the event at hand
 
     MouseMode mode_ = MouseMode::kIdle;
     bool captured_ = false;
-    bool stepOpen_ = false;
     bool shiftDown_ = false;
 
     DragSource dragSource_ = DragSource::kNone;

@@ -58,8 +58,8 @@ Views GestureMachine::Move(PointerEvent event) {
             break;
         case MouseMode::kClickNameTable:
             if (const auto hit = layout_.CellAt(Control::kNameTable, event.at)) {
-                if (copy_.NameCellPos != hit->cell) Refresh(View::kNameTable);
-                copy_.NameCellPos = hit->cell;
+                if (Copy().NameCellPos != hit->cell) Refresh(View::kNameTable);
+                Copy().NameCellPos = hit->cell;
             }
             ClickScreen(event);
             break;
@@ -80,7 +80,7 @@ Views GestureMachine::Move(PointerEvent event) {
             FollowStrip(event.at);
             break;
         case MouseMode::kPlaceNameCell:
-            if (copy_.QuickAction) PlaceNameCell(event);
+            if (Copy().QuickAction) PlaceNameCell(event);
             break;
         default:
             ActOnView(event);
@@ -90,7 +90,7 @@ Views GestureMachine::Move(PointerEvent event) {
 
 void GestureMachine::MoveBand(const PointerEvent& event) {
     MoveBands(bands_, layout_, event.at);
-    SelectInBands(copy_, bands_, event.ctrl);
+    SelectInBands(Copy(), bands_, event.ctrl);
     Refresh(kBandViews | View::kCheckBoxes);
 }
 
@@ -108,11 +108,11 @@ void GestureMachine::MoveBkgGhost(Point at) {
     if (const auto screen = layout_.CellAt(Control::kNameTable, at)) {
         const auto [column, row] = screen->cell;
         return snap(Control::kNameTable, screen->cell,
-                    AttributePalette(copy_.Store().Attributes, column, row));
+                    AttributePalette(Copy().Store().Attributes, column, row));
     }
     for (const PatternTable table : {kBkg, kSprites}) {
         if (const auto list = layout_.CellAt(TileListOf(table), at)) {
-            return snap(TileListOf(table), list->cell, PaletteInUse(copy_, table));
+            return snap(TileListOf(table), list->cell, PaletteInUse(Copy(), table));
         }
     }
     const int palette = ghost_.tiles.empty() ? 0 : ghost_.tiles.front().palette;
@@ -121,7 +121,7 @@ void GestureMachine::MoveBkgGhost(Point at) {
 }
 
 void GestureMachine::MoveSpriteGhost(const PointerEvent& event) {
-    const bool tall = copy_.Store().BigSprite != 0;
+    const bool tall = Copy().Store().BigSprite != 0;
     // Puts the sprite's corner, pixels of the control's picture, below the ghost's border.
     const auto snap = [&](Control control, Point corner) {
         const Point origin = layout_.Origin(control);
@@ -159,12 +159,12 @@ Pos GestureMachine::DraggedTo(Point at, int step) const {
 // is kept whole, an item list may run off the right but not off the bottom, and any other text may
 // leave the screen altogether and is judged when it is dropped.
 void GestureMachine::MoveText(Point at) {
-    DesignDocument& document = copy_.document;
+    DesignDocument& document = Copy().document;
     const Pos place = DraggedTo(at, kNameCell);
     if (mode_ == MouseMode::kDragText) {
-        if (!copy_.PlacedText) return;
-        copy_.PlacedText->X = place.X;
-        copy_.PlacedText->Y = place.Y;
+        if (!Copy().PlacedText) return;
+        Copy().PlacedText->X = place.X;
+        Copy().PlacedText->Y = place.Y;
         return Refresh(View::kNameTable);
     }
     const auto keep = [&](int64_t columns, int64_t rows) {
@@ -177,15 +177,15 @@ void GestureMachine::MoveText(Point at) {
     if (mode_ == MouseMode::kDragCaption) {
         document.CaptionPos = keep(1, 1);
     } else if (mode_ == MouseMode::kDragPageNumber) {
-        document.PageNumberPos = keep(std::ssize(copy_.PageNumberText), 1);
+        document.PageNumberPos = keep(std::ssize(Copy().PageNumberText), 1);
     } else {
-        document.ItemPos = keep(1, std::ssize(copy_.ItemTextList));
+        document.ItemPos = keep(1, std::ssize(Copy().ItemTextList));
     }
     Refresh(View::kNameTable);
 }
 
 void GestureMachine::MoveCursor(Point at) {
-    DesignStore& store = copy_.Store();
+    DesignStore& store = Copy().Store();
     Pos place = DraggedTo(at, kScreenScale);
     KeepCursorOnScreen(place);
     store.ArrowTile.X = place.X;
@@ -193,20 +193,20 @@ void GestureMachine::MoveCursor(Point at) {
     if (!store.ArrowTileList.empty()) {
         store.ArrowTileList[0].X = place.X - kCursorInArrows.X;
         store.ArrowTileList[0].Y = place.Y - kCursorInArrows.Y;
-        SpreadLargeCursor(copy_.Store());
+        SpreadLargeCursor(Copy().Store());
     }
     Refresh(View::kNameTable);
 }
 
 // Whichever part was taken, it is the first one that goes where that part would.
 void GestureMachine::MoveArrows(Point at) {
-    DesignStore& store = copy_.Store();
+    DesignStore& store = Copy().Store();
     if (store.ArrowTileList.empty()) return;
     TileItem& anchor = store.ArrowTileList[0];
     const Pos place = DraggedTo(at, kScreenScale);
     anchor.X = place.X;
     anchor.Y = place.Y;
-    SpreadLargeCursor(copy_.Store());
+    SpreadLargeCursor(Copy().Store());
     Pos cursor{anchor.X + kCursorInArrows.X, anchor.Y + kCursorInArrows.Y};
     KeepCursorOnScreen(cursor);
     store.ArrowTile.X = cursor.X;
@@ -217,23 +217,23 @@ void GestureMachine::MoveArrows(Point at) {
 void GestureMachine::FollowStrip(Point at) {
     if (mode_ == MouseMode::kSourceCharacter) {
         if (const auto source = layout_.CellAt(Control::kSourceStrip, at)) {
-            Refresh(UseSourceCharacter(copy_, source->cell.X));
+            Refresh(UseSourceCharacter(Copy(), source->cell.X));
         }
     } else if (const auto target = layout_.CellAt(Control::kTargetStrip, at)) {
-        Refresh(UseTargetCharacter(copy_, target->cell.X));
+        Refresh(UseTargetCharacter(Copy(), target->cell.X));
     }
 }
 
 void GestureMachine::Paint(PatternTable table, Point at) {
     if (const auto pixel = layout_.CellAt(EditorOf(table), at)) {
-        Refresh(PaintPixel(copy_, table, pixel->cell));
+        Refresh(PaintPixel(Copy(), table, pixel->cell));
     }
 }
 
 void GestureMachine::PlaceNameCell(const PointerEvent& event) {
     const auto hit = layout_.CellAt(Control::kNameTable, event.at);
     if (!hit) return;
-    copy_.NameCellPos = hit->cell;
+    Copy().NameCellPos = hit->cell;
     Refresh(View::kNameTable);
     ClickScreen(event);
 }

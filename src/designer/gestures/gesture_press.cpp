@@ -62,36 +62,36 @@ void GestureMachine::EndQuickModes(Point at) {
         mode = false;
         Refresh(View::kCheckBoxes);
     };
-    keepIf(copy_.QuickReplaceFromBkg, onSource || onBkg);
-    keepIf(copy_.QuickReplaceToBkg, onTarget || onBkg);
-    keepIf(copy_.QuickReplaceToSprites, onTarget || onSprites);
+    keepIf(Copy().QuickReplaceFromBkg, onSource || onBkg);
+    keepIf(Copy().QuickReplaceToBkg, onTarget || onBkg);
+    keepIf(Copy().QuickReplaceToSprites, onTarget || onSprites);
 }
 
 bool GestureMachine::PressQuickMap(const PointerEvent& event) {
-    if (!copy_.QuickReplaceFromBkg) return false;
+    if (!Copy().QuickReplaceFromBkg) return false;
     if (PressStrip(event)) return true;
     if (const auto hit = layout_.CellAt(Control::kBkgTileList, event.at)) {
-        Refresh(QuickMapCharacter(copy_, hit->cell));
+        Refresh(QuickMapCharacter(Copy(), hit->cell));
     }
     return true;
 }
 
 bool GestureMachine::PressQuickReplaceBkg(const PointerEvent& event) {
-    return copy_.QuickReplaceToBkg && PressQuickReplace(kBkg, event);
+    return Copy().QuickReplaceToBkg && PressQuickReplace(kBkg, event);
 }
 
 bool GestureMachine::PressQuickReplaceSprites(const PointerEvent& event) {
-    return copy_.QuickReplaceToSprites && PressQuickReplace(kSprites, event);
+    return Copy().QuickReplaceToSprites && PressQuickReplace(kSprites, event);
 }
 
 bool GestureMachine::PressQuickReplace(PatternTable table, const PointerEvent& event) {
     if (const auto hit = layout_.CellAt(Control::kTargetStrip, event.at)) {
         mode_ = MouseMode::kTargetCharacter;
-        Refresh(UseTargetCharacter(copy_, hit->cell.X));
-        Refresh(QuickReplaceTile(copy_, table));
+        Refresh(UseTargetCharacter(Copy(), hit->cell.X));
+        Refresh(QuickReplaceTile(Copy(), table));
     } else if (const auto tile = layout_.CellAt(TileListOf(table), event.at)) {
         // The background's side for the sprite table too, as with the replacement itself.
-        Refresh(UseTile(copy_, table, tile->cell) | ActivatePalette(copy_, kBkg));
+        Refresh(UseTile(Copy(), table, tile->cell) | ActivatePalette(Copy(), kBkg));
     }
     return true;
 }
@@ -107,12 +107,12 @@ bool GestureMachine::PressRubberBand(const PointerEvent& event) {
 bool GestureMachine::PressStrip(const PointerEvent& event) {
     if (const auto source = layout_.CellAt(Control::kSourceStrip, event.at)) {
         mode_ = MouseMode::kSourceCharacter;
-        Refresh(UseSourceCharacter(copy_, source->cell.X));
+        Refresh(UseSourceCharacter(Copy(), source->cell.X));
         return true;
     }
     if (const auto target = layout_.CellAt(Control::kTargetStrip, event.at)) {
         mode_ = MouseMode::kTargetCharacter;
-        Refresh(UseTargetCharacter(copy_, target->cell.X) | ActivatePalette(copy_, kBkg));
+        Refresh(UseTargetCharacter(Copy(), target->cell.X) | ActivatePalette(Copy(), kBkg));
         return true;
     }
     return false;
@@ -123,17 +123,17 @@ bool GestureMachine::PressEditor(const PointerEvent& event) {
         if (!layout_.IsOn(EditorOf(table), event.at)) continue;
         mode_ = table == kBkg ? MouseMode::kPaintBkgTile : MouseMode::kPaintSpriteTile;
         Paint(table, event.at);
-        Refresh(ActivatePalette(copy_, table));
+        Refresh(ActivatePalette(Copy(), table));
         return true;
     }
     return false;
 }
 
 bool GestureMachine::PressCursor(const PointerEvent& event) {
-    if (!copy_.Show_Cursor || !layout_.IsOn(Control::kNameTable, event.at)) return false;
+    if (!Copy().Show_Cursor || !layout_.IsOn(Control::kNameTable, event.at)) return false;
     const Point inScreen = layout_.Relative(Control::kNameTable, event.at);
-    if (copy_.document.BigCursor != 0) return PressArrows(inScreen);
-    DesignStore& store = copy_.Store();
+    if (Copy().document.BigCursor != 0) return PressArrows(inScreen);
+    DesignStore& store = Copy().Store();
     TileItem& cursor = store.ArrowTile;
     const ScreenRect rect = CursorRect(cursor, store.BigSprite != 0);
     if (!rect.Holds(inScreen)) {
@@ -145,9 +145,9 @@ bool GestureMachine::PressCursor(const PointerEvent& event) {
     Deselect(store.SpriteTileList);
     Deselect(store.ArrowTileList);
     Refresh(View::kNameTable | View::kCheckBoxes);
-    Refresh(UseTile(copy_, kSprites, TilePlace(cursor.Tile)));
-    Refresh(UsePaletteEntry(copy_, kSprites, (cursor.Palette & 3) * 4 + 1));
-    Refresh(ActivatePalette(copy_, kSprites));
+    Refresh(UseTile(Copy(), kSprites, TilePlace(cursor.Tile)));
+    Refresh(UsePaletteEntry(Copy(), kSprites, (cursor.Palette & 3) * 4 + 1));
+    Refresh(ActivatePalette(Copy(), kSprites));
     mode_ = MouseMode::kDragCursor;
     dragHotSpot_ = rect.From(inScreen);
     return true;
@@ -156,12 +156,12 @@ bool GestureMachine::PressCursor(const PointerEvent& event) {
 // Unlike the small cursor, the large one is taken without a change of the selection or of the
 // active palette.
 bool GestureMachine::PressArrows(Point inScreen) {
-    DesignStore& store = copy_.Store();
+    DesignStore& store = Copy().Store();
     for (const TileItem& arrow : store.ArrowTileList) {
         const ScreenRect rect = CursorRect(arrow, store.BigSprite != 0);
         if (!rect.Holds(inScreen)) continue;
-        Refresh(UseTile(copy_, kSprites, TilePlace(arrow.Tile)));
-        Refresh(UsePaletteEntry(copy_, kSprites, (arrow.Palette & 3) * 4 + 1));
+        Refresh(UseTile(Copy(), kSprites, TilePlace(arrow.Tile)));
+        Refresh(UsePaletteEntry(Copy(), kSprites, (arrow.Palette & 3) * 4 + 1));
         mode_ = MouseMode::kDragBigCursor;
         dragHotSpot_ = rect.From(inScreen);
         return true;
@@ -172,12 +172,12 @@ bool GestureMachine::PressArrows(Point inScreen) {
 }
 
 bool GestureMachine::PressQuickAction(const PointerEvent& event) {
-    if (!copy_.QuickAction) return false;
+    if (!Copy().QuickAction) return false;
     for (const PatternTable table : {kBkg, kSprites}) {
         const auto hit = layout_.CellAt(TileListOf(table), event.at);
         if (!hit) continue;
-        Refresh(UseTile(copy_, table, hit->cell));
-        Refresh(PlaceTile(copy_, table));
+        Refresh(UseTile(Copy(), table, hit->cell));
+        Refresh(PlaceTile(Copy(), table));
         lastBkgEntry_.reset();
         lastSpriteEntry_.reset();
         return true;
@@ -189,10 +189,10 @@ bool GestureMachine::PressQuickAction(const PointerEvent& event) {
 }
 
 bool GestureMachine::PressSprite(const PointerEvent& event) {
-    if (!copy_.DragText || !copy_.Show_Sp_Tile || !layout_.IsOn(Control::kNameTable, event.at)) {
+    if (!Copy().DragText || !Copy().Show_Sp_Tile || !layout_.IsOn(Control::kNameTable, event.at)) {
         return false;
     }
-    DesignStore& store = copy_.Store();
+    DesignStore& store = Copy().Store();
     const Point inScreen = layout_.Relative(Control::kNameTable, event.at);
     for (size_t i = store.SpriteTileList.size(); i-- > 0;) {
         const ScreenRect rect = SpriteRect(store.SpriteTileList[i], store.BigSprite != 0);
@@ -203,10 +203,10 @@ bool GestureMachine::PressSprite(const PointerEvent& event) {
         dragEntry_ = store.SpriteTileList[i];
         mode_ = MouseMode::kDragSpriteTile;
         dragSource_ = DragSource::kNameTable;
-        Refresh(UseTile(copy_, kSprites, TilePlace(dragEntry_.Tile)));
+        Refresh(UseTile(Copy(), kSprites, TilePlace(dragEntry_.Tile)));
         // The first entry of the sub-palette here, the second one when a cursor is taken.
-        Refresh(UsePaletteEntry(copy_, kSprites, (dragEntry_.Palette & 3) * 4));
-        Refresh(ActivatePalette(copy_, kSprites));
+        Refresh(UsePaletteEntry(Copy(), kSprites, (dragEntry_.Palette & 3) * 4));
+        Refresh(ActivatePalette(Copy(), kSprites));
         MoveSpriteGhost(event);
         KeepOriginal(event.ctrl, store.SpriteTileList, i);
         Deselect(store.BkgTileList);
@@ -223,22 +223,22 @@ void GestureMachine::KeepOriginal(bool keep, std::vector<TileItem>& list, size_t
 }
 
 bool GestureMachine::PressText(const PointerEvent& event) {
-    if (!copy_.DragText || !layout_.IsOn(Control::kNameTable, event.at)) return false;
-    const DesignDocument& document = copy_.document;
+    if (!Copy().DragText || !layout_.IsOn(Control::kNameTable, event.at)) return false;
+    const DesignDocument& document = Copy().document;
     const Point inScreen = layout_.Relative(Control::kNameTable, event.at);
-    if (copy_.Show_Caption &&
-        TextRect(document.CaptionPos, copy_.Store().CaptionText).Holds(inScreen)) {
+    if (Copy().Show_Caption &&
+        TextRect(document.CaptionPos, Copy().Store().CaptionText).Holds(inScreen)) {
         GrabText(MouseMode::kDragCaption, inScreen, document.CaptionPos);
         return true;
     }
-    if (copy_.ShowPageNumber &&
-        TextRect(document.PageNumberPos, copy_.PageNumberText).Holds(inScreen)) {
+    if (Copy().ShowPageNumber &&
+        TextRect(document.PageNumberPos, Copy().PageNumberText).Holds(inScreen)) {
         GrabText(MouseMode::kDragPageNumber, inScreen, document.PageNumberPos);
         return true;
     }
-    for (size_t line = 0; copy_.Show_List && line < copy_.ItemTextList.size(); ++line) {
+    for (size_t line = 0; Copy().Show_List && line < Copy().ItemTextList.size(); ++line) {
         const auto below = static_cast<int64_t>(line);
-        if (!TextRect(document.ItemPos, copy_.ItemTextList[line], below).Holds(inScreen)) continue;
+        if (!TextRect(document.ItemPos, Copy().ItemTextList[line], below).Holds(inScreen)) continue;
         GrabText(MouseMode::kDragItemList, inScreen, document.ItemPos);
         return true;
     }
@@ -246,14 +246,14 @@ bool GestureMachine::PressText(const PointerEvent& event) {
 }
 
 bool GestureMachine::PressCustomText(const PointerEvent& event, Point inScreen) {
-    std::vector<TextItem>& texts = copy_.Store().CustomText;
-    for (size_t i = texts.size(); copy_.Show_Custom_Text && i-- > 0;) {
+    std::vector<TextItem>& texts = Copy().Store().CustomText;
+    for (size_t i = texts.size(); Copy().Show_Custom_Text && i-- > 0;) {
         const Pos at{texts[i].X, texts[i].Y};
         if (!TextRect(at, texts[i].Text).Holds(inScreen)) continue;
         GrabText(MouseMode::kDragText, inScreen, at);
-        copy_.PlacedText = texts[i];
+        Copy().PlacedText = texts[i];
         if (event.ctrl) {
-            copy_.PlacedText->Index = copy_.nextTextIndex++;
+            Copy().PlacedText->Index = Copy().nextTextIndex++;
         } else {
             texts.erase(texts.begin() + static_cast<std::ptrdiff_t>(i));
         }
@@ -272,8 +272,8 @@ void GestureMachine::GrabText(MouseMode mode, Point inScreen, Pos at) {
 
 bool GestureMachine::PressBkgItem(const PointerEvent& event) {
     const auto hit = layout_.CellAt(Control::kNameTable, event.at);
-    if (!copy_.DragText || !copy_.Show_Bg_Tile || !hit) return false;
-    DesignStore& store = copy_.Store();
+    if (!Copy().DragText || !Copy().Show_Bg_Tile || !hit) return false;
+    DesignStore& store = Copy().Store();
     for (size_t i = store.BkgTileList.size(); i-- > 0;) {
         const TileItem& item = store.BkgTileList[i];
         if (Pos{item.X, item.Y} != hit->cell) continue;
@@ -282,7 +282,7 @@ bool GestureMachine::PressBkgItem(const PointerEvent& event) {
         mode_ = MouseMode::kDragBkgTile;
         dragSource_ = DragSource::kNameTable;
         MoveBkgGhost(event.at);
-        Refresh(UseTile(copy_, kBkg, TilePlace(dragEntry_.Tile)) | ActivatePalette(copy_, kBkg));
+        Refresh(UseTile(Copy(), kBkg, TilePlace(dragEntry_.Tile)) | ActivatePalette(Copy(), kBkg));
         KeepOriginal(event.ctrl, store.BkgTileList, i);
         Deselect(store.SpriteTileList);
         Deselect(store.ArrowTileList);
@@ -294,7 +294,7 @@ bool GestureMachine::PressBkgItem(const PointerEvent& event) {
 bool GestureMachine::PressBkgTileList(const PointerEvent& event) {
     const auto hit = layout_.CellAt(Control::kBkgTileList, event.at);
     if (!hit) return false;
-    const int palette = PaletteInUse(copy_, kBkg);
+    const int palette = PaletteInUse(Copy(), kBkg);
     dragEntry_ = {.X = hit->cell.X,
                   .Y = hit->cell.Y,
                   .Tile = TileNumber(hit->cell),
@@ -304,15 +304,15 @@ bool GestureMachine::PressBkgTileList(const PointerEvent& event) {
               {event.at.x - hit->rest.x, event.at.y - hit->rest.y});
     mode_ = MouseMode::kDragBkgTile;
     dragSource_ = DragSource::kBkgTileList;
-    Refresh(UseTile(copy_, kBkg, hit->cell) | ActivatePalette(copy_, kBkg));
+    Refresh(UseTile(Copy(), kBkg, hit->cell) | ActivatePalette(Copy(), kBkg));
     return true;
 }
 
 bool GestureMachine::PressSpriteTileList(const PointerEvent& event) {
     const auto hit = layout_.CellAt(Control::kSpriteTileList, event.at);
     if (!hit) return false;
-    const bool tall = copy_.Store().BigSprite != 0;
-    const int palette = PaletteInUse(copy_, kSprites);
+    const bool tall = Copy().Store().BigSprite != 0;
+    const int palette = PaletteInUse(Copy(), kSprites);
     // The sprite table's tiles have odd numbers in tall sprites.
     const int tile = TileNumber(hit->cell) | (tall ? 1 : 0);
     dragEntry_ = {.X = hit->cell.X,
@@ -328,14 +328,14 @@ bool GestureMachine::PressSpriteTileList(const PointerEvent& event) {
     mode_ = MouseMode::kDragSpriteTile;
     dragSource_ = DragSource::kSpriteTileList;
     Refresh(View::kCheckBoxes);
-    Refresh(UseTile(copy_, kSprites, hit->cell) | ActivatePalette(copy_, kSprites));
+    Refresh(UseTile(Copy(), kSprites, hit->cell) | ActivatePalette(Copy(), kSprites));
     return true;
 }
 
 bool GestureMachine::PressPlainView(const PointerEvent& event) {
     if (const auto hit = layout_.CellAt(Control::kNameTable, event.at)) {
-        DesignStore& store = copy_.Store();
-        copy_.NameCellPos = hit->cell;
+        DesignStore& store = Copy().Store();
+        Copy().NameCellPos = hit->cell;
         Deselect(store.BkgTileList);
         Deselect(store.SpriteTileList);
         Deselect(store.ArrowTileList);

@@ -26,13 +26,13 @@ void RemoveItem(std::vector<TileItem>& items, uint32_t index) {
 }  // namespace
 
 void GestureMachine::BeginStep() {
-    stepOpen_ = true;
-    session_.BeginEditStep();
+    step_.emplace(session_);
 }
 
 // A release alone, behind a double click that was ignored or after a lost press, closes nothing.
 void GestureMachine::CommitStep() {
-    if (std::exchange(stepOpen_, false)) session_.CommitEditStep();
+    if (step_) step_->Commit();
+    step_.reset();
 }
 
 Views GestureMachine::Release(PointerEvent event) {
@@ -48,7 +48,7 @@ Views GestureMachine::Release(PointerEvent event) {
     switch (mode_) {
         case MouseMode::kClickNameTable:
             ClickScreen(event);
-            Refresh(ActivatePalette(copy_, kBkg));
+            Refresh(ActivatePalette(Copy(), kBkg));
             break;
         case MouseMode::kDragBkgTile:
             DropBkg(event);
@@ -72,17 +72,17 @@ void GestureMachine::ActOnView(const PointerEvent& event) {
     switch (mode_) {
         case MouseMode::kAttribute:
             if (const auto hit = layout_.CellAt(Control::kAttribute, event.at)) {
-                Refresh(UseQuadrant(copy_, hit->cell));
+                Refresh(UseQuadrant(Copy(), hit->cell));
             }
-            Refresh(ActivatePalette(copy_, kBkg));
+            Refresh(ActivatePalette(Copy(), kBkg));
             break;
         case MouseMode::kBkgPalette:
             ClickBkgPalette(event.at);
-            Refresh(ActivatePalette(copy_, kBkg));
+            Refresh(ActivatePalette(Copy(), kBkg));
             break;
         case MouseMode::kSpritePalette:
             ClickSpritePalette(event.at);
-            Refresh(ActivatePalette(copy_, kSprites));
+            Refresh(ActivatePalette(Copy(), kSprites));
             break;
         case MouseMode::kSystemPalette:
             ClickSystemPalette(event);
@@ -95,7 +95,7 @@ void GestureMachine::ActOnView(const PointerEvent& event) {
 void GestureMachine::ClickScreen(const PointerEvent& event) {
     const auto hit = layout_.CellAt(Control::kNameTable, kAttributeCells, event.at);
     if (!hit) return;
-    Refresh(UseAttributeCell(copy_, hit->cell, event.ctrl));
+    Refresh(UseAttributeCell(Copy(), hit->cell, event.ctrl));
     if (event.ctrl) return;
     lastBkgEntry_.reset();
     lastSpriteEntry_.reset();
@@ -105,14 +105,14 @@ void GestureMachine::ClickBkgPalette(Point at) {
     const auto hit = layout_.CellAt(Control::kBkgPalette, at);
     if (!hit || lastBkgEntry_ == hit->cell.X) return;
     lastBkgEntry_ = hit->cell.X;
-    Refresh(PickBkgEntry(copy_, hit->cell.X));
+    Refresh(PickBkgEntry(Copy(), hit->cell.X));
 }
 
 void GestureMachine::ClickSpritePalette(Point at) {
     const auto hit = layout_.CellAt(Control::kSpritePalette, at);
     if (!hit || lastSpriteEntry_ == hit->cell.X) return;
     lastSpriteEntry_ = hit->cell.X;
-    Refresh(PickSpriteEntry(copy_, hit->cell.X));
+    Refresh(PickSpriteEntry(Copy(), hit->cell.X));
 }
 
 // A colour redraws a whole pattern table, so not every movement counts.
@@ -125,24 +125,24 @@ void GestureMachine::ClickSystemPalette(const PointerEvent& event) {
         return;
     }
     lastColourTime_ = event.time;
-    Refresh(PickColour(copy_, hit->cell));
+    Refresh(PickColour(Copy(), hit->cell));
 }
 
 // Each view tests for itself whether the drop is its own.
 void GestureMachine::DropBkg(const PointerEvent& event) {
     if (const auto strip = layout_.CellAt(Control::kSourceStrip, event.at)) {
-        Refresh(MapCharacter(copy_, strip->cell.X, dragEntry_.Tile));
+        Refresh(MapCharacter(Copy(), strip->cell.X, dragEntry_.Tile));
     }
     DropBkgOnScreen(event.at);
     DropOnList(kBkg, event);
     if (const auto list = layout_.CellAt(Control::kSpriteTileList, event.at)) {
-        Refresh(DragTileAcross(copy_, kBkg, dragEntry_.Tile, TileNumber(list->cell)));
+        Refresh(DragTileAcross(Copy(), kBkg, dragEntry_.Tile, TileNumber(list->cell)));
     }
     EndDrag();
 }
 
 void GestureMachine::DropBkgOnScreen(Point at) {
-    DesignStore& store = copy_.Store();
+    DesignStore& store = Copy().Store();
     const auto hit = layout_.CellAt(Control::kNameTable, at);
     if (!hit) {
         // With Ctrl a copy was dragged, which has the original's number: dropped elsewhere it takes
@@ -150,7 +150,7 @@ void GestureMachine::DropBkgOnScreen(Point at) {
         RemoveItem(store.BkgTileList, dragEntry_.Index);
         return;
     }
-    dragEntry_.Index = copy_.nextBkgIndex++;
+    dragEntry_.Index = Copy().nextBkgIndex++;
     dragEntry_.X = hit->cell.X;
     dragEntry_.Y = hit->cell.Y;
     dragEntry_.Palette =
@@ -162,22 +162,22 @@ void GestureMachine::DropSprite(const PointerEvent& event) {
     if (layout_.IsOn(Control::kNameTable, event.at)) {
         DropSpriteOnScreen(event);
     } else {
-        RemoveItem(copy_.Store().SpriteTileList, dragEntry_.Index);
+        RemoveItem(Copy().Store().SpriteTileList, dragEntry_.Index);
     }
     DropOnList(kSprites, event);
     if (const auto list = layout_.CellAt(Control::kBkgTileList, event.at)) {
-        const int even = copy_.Store().BigSprite != 0 ? dragEntry_.Tile & 0xFE : dragEntry_.Tile;
+        const int even = Copy().Store().BigSprite != 0 ? dragEntry_.Tile & 0xFE : dragEntry_.Tile;
         Refresh(
-            DragTileAcross(copy_, kSprites, static_cast<uint8_t>(even), TileNumber(list->cell)));
+            DragTileAcross(Copy(), kSprites, static_cast<uint8_t>(even), TileNumber(list->cell)));
     }
     EndDrag();
 }
 
 void GestureMachine::DropSpriteOnScreen(const PointerEvent& event) {
-    std::vector<TileItem>& sprites = copy_.Store().SpriteTileList;
+    std::vector<TileItem>& sprites = Copy().Store().SpriteTileList;
     const Point inScreen = layout_.Relative(Control::kNameTable, event.at);
     const Point corner{inScreen.x - dragHotSpot_.x, inScreen.y - dragHotSpot_.y};
-    dragEntry_.Index = copy_.nextSpriteIndex++;
+    dragEntry_.Index = Copy().nextSpriteIndex++;
     Pos place = DraggedTo(event.at, kScreenScale);
     if (event.shift) {
         const Pos cell = NearestScreenCell(corner);
@@ -201,7 +201,7 @@ void GestureMachine::DropOnList(PatternTable table, const PointerEvent& event) {
     if (!list) return;
     const DragSource ofList =
         table == kBkg ? DragSource::kBkgTileList : DragSource::kSpriteTileList;
-    Refresh(DragTile(copy_, table,
+    Refresh(DragTile(Copy(), table,
                      {.from = dragEntry_.Tile,
                       .to = TileNumber(list->cell),
                       .move = dragSource_ == ofList,
@@ -216,11 +216,11 @@ void GestureMachine::EndDrag() {
 
 void GestureMachine::DropText() {
     Refresh(View::kNameTable);
-    const auto text = std::exchange(copy_.PlacedText, std::nullopt);
+    const auto text = std::exchange(Copy().PlacedText, std::nullopt);
     if (!text) return;
     const bool reachesScreen = static_cast<int64_t>(text->Text.size()) + text->X > 0;
     if (reachesScreen && text->X < kScreenColumns && text->Y >= 0 && text->Y < kScreenRows) {
-        copy_.Store().CustomText.push_back(*text);
+        Copy().Store().CustomText.push_back(*text);
     }
 }
 

@@ -56,14 +56,14 @@ void ReadEntry(const SettingsStore& settings, std::string_view name, Pos& place)
     if (read.X >= 0 && read.X < static_cast<int32_t>(kPaletteSize)) place = {read.X, 0};
 }
 
-void ReadHistory(EditSession& session, const SettingsStore& settings) {
-    // A window that opens again in the same run has its history still.
+void ReadSteps(EditSession& session, const SettingsStore& settings) {
+    // A window that opens again in the same run has its steps still.
     if (session.Steps().Count() != 0) return;
     uint64_t index = 0;
     if (const auto bytes = ReadExact(settings, "HistoryDataIndex", kIndexSize)) {
         index = Read32(*bytes, 0) | uint64_t{Read32(*bytes, 4)} << 32;
     }
-    session.Steps().Load(ReadWholeBinary(settings, kDesignKey, "HistoryDataList"), index);
+    session.LoadSteps(ReadWholeBinary(settings, kDesignKey, "HistoryDataList"), index);
 }
 
 Bytes StoredIndex(uint64_t index) {
@@ -73,10 +73,7 @@ Bytes StoredIndex(uint64_t index) {
     return bytes;
 }
 
-}  // namespace
-
-void OpenDesigner(EditSession& session, const SettingsStore& settings) {
-    WorkingCopy& copy = session.Copy();
+void ReadWorkingCopy(WorkingCopy& copy, const SettingsStore& settings) {
     for (const Switch& entry : kSwitches) {
         uint8_t value = copy.*entry.value ? 1 : 0;
         ReadByte(settings, entry.name, value);
@@ -90,14 +87,20 @@ void OpenDesigner(EditSession& session, const SettingsStore& settings) {
     ReadPos(settings, setting::kItemPos, copy.document.ItemPos);
     settings.RegReadString(kDesignKey, setting::kCaptionText, copy.Store().CaptionText);
     RebuildShortLargeCursor(copy.document);
-    ReadHistory(session, settings);
     const Bytes last = ReadWholeBinary(settings, kDesignKey, "LastWorkState");
     if (!last.empty()) ApplyWorkState(last, copy);
     RebuildShortLargeCursor(copy.document);
 }
 
+}  // namespace
+
+void OpenDesigner(EditSession& session, const SettingsStore& settings) {
+    session.RunWithoutStep([&](WorkingCopy& copy) { ReadWorkingCopy(copy, settings); });
+    ReadSteps(session, settings);
+}
+
 bool CloseDesigner(EditSession& session, SettingsStore& settings) {
-    WorkingCopy& copy = session.Copy();
+    const WorkingCopy& copy = session.Copy();
     bool written = true;
     const auto write = [&](std::string_view name, std::span<const uint8_t> bytes) {
         written = settings.RegWriteBinary(kDesignKey, name, bytes) && written;
@@ -111,7 +114,9 @@ bool CloseDesigner(EditSession& session, SettingsStore& settings) {
     write("HistoryDataIndex", StoredIndex(session.Steps().Index()));
     write("BkgPalettePos", StoredPos(copy.BkgPalettePos));
     write("SpPalettePos", StoredPos(copy.SpPalettePos));
-    return StoreDesign(copy.document, settings) && written;
+    return session.RunWithoutStep([&](WorkingCopy& edited) {
+        return StoreDesign(edited.document, settings);
+    }) && written;
 }
 
 }  // namespace bw

@@ -1,31 +1,46 @@
 #include "designer/history/edit_session.h"
 
+#include <cassert>
+
 #include "designer/history/work_state.h"
 
 namespace bw {
 
 Views EditSession::Run(const std::function<Views(WorkingCopy&)>& command) {
-    BeginEditStep();
-    const Views views = command(copy_);
-    CommitEditStep();
+    EditStep step(*this);
+    const Views views = command(step.Copy());
+    step.Commit();
     return views;
 }
 
 void EditSession::BeginEditStep() {
-    history_.BeginEditStep(BuildWorkState(copy_));
+    assert(!stepOpen_);
+    stepOpen_ = true;
+    before_ = copy_;
+    steps_.BeginEditStep(BuildWorkState(copy_));
 }
 
 void EditSession::CommitEditStep() {
-    history_.CommitEditStep(BuildWorkState(copy_));
+    assert(stepOpen_);
+    steps_.CommitEditStep(BuildWorkState(copy_));
+    stepOpen_ = false;
+}
+
+void EditSession::RollBackEditStep() {
+    std::swap(copy_, before_);
+    stepOpen_ = false;
 }
 
 Views EditSession::Undo() {
-    const std::optional<WorkState> state = history_.Undo();
-    return state && ApplyWorkState(*state, copy_) ? Views::All() : Views();
+    return GoTo(steps_.Undo());
 }
 
 Views EditSession::Redo() {
-    const std::optional<WorkState> state = history_.Redo();
+    return GoTo(steps_.Redo());
+}
+
+Views EditSession::GoTo(const std::optional<WorkState>& state) {
+    assert(!stepOpen_);
     return state && ApplyWorkState(*state, copy_) ? Views::All() : Views();
 }
 

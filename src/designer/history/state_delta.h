@@ -20,8 +20,6 @@ class StateDelta {
     WorkState Forward(std::span<const uint8_t> before) const;
     WorkState Backward(std::span<const uint8_t> after) const;
 
-    size_t Size() const { return bytes_.capacity(); }
-
   private:
     // Hunk for hunk: the number of equal bytes in front of it, the number of bytes it takes away
     // and of those it puts there (7 bits a byte, the lowest first), then the former and the latter.

@@ -1,4 +1,4 @@
-#include "designer/history/history.h"
+#include "designer/history/undo_history.h"
 
 #include <algorithm>
 #include <limits>
@@ -8,7 +8,7 @@
 
 namespace bw {
 
-bool History::CommitEditStep(const WorkState& state) {
+bool UndoHistory::CommitEditStep(const WorkState& state) {
     if (pending_.empty() || pending_ == state) return false;
     deltas_.erase(deltas_.begin() + static_cast<ptrdiff_t>(index_), deltas_.end());
     if (!empty_ && index_ != 0 && pending_ != current_) {
@@ -22,26 +22,26 @@ bool History::CommitEditStep(const WorkState& state) {
     return true;
 }
 
-std::optional<WorkState> History::Undo() {
+std::optional<WorkState> UndoHistory::Undo() {
     if (empty_) return std::nullopt;
     if (index_ != 0) MoveTo(index_ - 1);
     return current_;
 }
 
-std::optional<WorkState> History::Redo() {
+std::optional<WorkState> UndoHistory::Redo() {
     if (!CanRedo()) return std::nullopt;
     MoveTo(index_ + 1);
     return current_;
 }
 
-void History::MoveTo(size_t index) {
+void UndoHistory::MoveTo(size_t index) {
     for (; index_ > index; --index_)
         current_ = deltas_[index_ - 1].Backward(current_);
     for (; index_ < index; ++index_)
         current_ = deltas_[index_].Forward(current_);
 }
 
-void History::Append(const WorkState& state) {
+void UndoHistory::Append(const WorkState& state) {
     if (!empty_) {
         deltas_.emplace_back(current_, state);
         index_ = deltas_.size();
@@ -50,7 +50,7 @@ void History::Append(const WorkState& state) {
     empty_ = false;
 }
 
-std::vector<uint8_t> History::Store() const {
+std::vector<uint8_t> UndoHistory::Store() const {
     std::vector<uint8_t> stored;
     if (empty_) return stored;
     WorkState state = current_;
@@ -67,8 +67,8 @@ std::vector<uint8_t> History::Store() const {
     }
 }
 
-void History::Load(std::span<const uint8_t> stored, uint64_t index) {
-    *this = History();
+void UndoHistory::Load(std::span<const uint8_t> stored, uint64_t index) {
+    *this = UndoHistory();
     while (stored.size() >= kChunkHeaderSize && Read32(stored, 0) == kStateContainer) {
         const size_t size = Read32(stored, 12);
         if (size > stored.size() - kChunkHeaderSize) break;
@@ -77,14 +77,6 @@ void History::Load(std::span<const uint8_t> stored, uint64_t index) {
         stored = stored.subspan(kChunkHeaderSize + size);
     }
     MoveTo(static_cast<size_t>(std::min<uint64_t>(index, deltas_.size())));
-}
-
-size_t History::MemoryUse() const {
-    size_t bytes =
-        pending_.capacity() + current_.capacity() + deltas_.capacity() * sizeof(StateDelta);
-    for (const StateDelta& delta : deltas_)
-        bytes += delta.Size();
-    return bytes;
 }
 
 }  // namespace bw

@@ -11,7 +11,7 @@
 
 namespace bw {
 
-class History {
+class UndoHistory {
   public:
     // A command is about to change the document, which is at `state`.
     void BeginEditStep(WorkState state) { pending_ = std::move(state); }
@@ -30,9 +30,8 @@ class History {
     bool CanUndo() const { return index_ != 0; }
     bool CanRedo() const { return index_ < deltas_.size(); }
     size_t Count() const { return empty_ ? 0 : deltas_.size() + 1; }
-    size_t Index() const {
-        return index_;
-    }  // HistoryDataIndex: of the state that the document equals
+    // HistoryDataIndex: of the state that the document equals.
+    size_t Index() const { return index_; }
 
     // For the settings: each state behind a header of four 32-bit numbers, 16, 0xFFFFFFFF, 1 and
     // its length. Every state is whole there, some 10 to 40 KB each.
@@ -40,9 +39,6 @@ class History {
     // Takes the states up to the first damaged one. An index beyond the last state becomes the
     // last.
     void Load(std::span<const uint8_t> stored, uint64_t index);
-
-    // Bytes held, for measuring.
-    size_t MemoryUse() const;
 
   private:
     void Append(const WorkState& state);
