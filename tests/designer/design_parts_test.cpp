@@ -92,7 +92,7 @@ TEST(DesignParts, ChunkFilesTakeTheirPart) {
     EXPECT_EQ(copy.Store().Attributes, kDefaultAttributes);
     EXPECT_THAT(copy.Store().BkgTileSelected, Each(1));
 
-    // As a screen: with palettes, without tiles, sprites and switches. The places in use follow.
+    // As a screen: with palettes, without tiles, sprites and switches. The current places follow.
     copy = Sample();
     copy.Store().SpriteTileList.push_back({});
     ASSERT_EQ(Load(DesignPart::kScreen, whole, copy), "");

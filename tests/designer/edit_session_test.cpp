@@ -21,7 +21,7 @@ namespace {
 constexpr PatternTable kBkg = PatternTable::kBackground;
 constexpr PatternTable kSp = PatternTable::kSprites;
 
-// Every field of a state in use, away from its default.
+// Every field of a state away from its default.
 WorkingCopy FullCopy() {
     WorkingCopy copy;
     DesignStore& store = copy.Store();

@@ -207,7 +207,7 @@ TEST(GestureClicks, TheScreenSelectsOrPaintsAttributes) {
     EXPECT_EQ(copy.SystemPalettePos, systemColour);
     EXPECT_FALSE(copy.SpritePaletteActive);
 
-    // With Ctrl the cells under the pointer take the sub-palette in use; the quadrant stays.
+    // With Ctrl the cells under the pointer take the current sub-palette; the quadrant stays.
     copy.BkgPalettePos.X = 6;
     bench.Press(bench.In(kNameTable, 0, 0), kCtrl);
     bench.Move(bench.In(kNameTable, 5, 2), kCtrl);
@@ -221,7 +221,7 @@ TEST(GestureClicks, TheScreenSelectsOrPaintsAttributes) {
     EXPECT_EQ(copy.BkgPalettePos.X, 6);
 }
 
-TEST(GestureClicks, AttributeViewAndPalettesActOnWhatIsInUse) {
+TEST(GestureClicks, AttributeViewAndPalettesActOnTheCurrentPlaces) {
     GestureBench bench;
     WorkingCopy& copy = bench.Copy();
     DesignStore& store = copy.Store();

@@ -404,7 +404,7 @@ TEST(Gestures, TilesDroppedOnTheirListMoveThereWithAllThatNamesThem) {
         EXPECT_EQ(bench.Store().CharMapData['A'], 2);
         EXPECT_EQ(bench.Copy().BkgTilePos, (Pos{2, 0}));
     }
-    // Onto itself, which is what a click does: nothing but the tile in use changes.
+    // Onto itself, which is what a click does: nothing but the current tile changes.
     GestureBench bench;
     NumberTiles(bench);
     bench.Store().SpriteTileList = {{.Tile = 0x35}};

@@ -41,7 +41,7 @@ class Walk {
         WorkingCopy& copy = bench_.Copy();
         copy.ItemTextList = {u"ONE", u"", u"TWO"};
         copy.ShowPageNumber = copy.DragText = true;
-        // As undo gives it: the palette entry in use follows the attributes.
+        // As undo gives it: the current palette entry follows the attributes.
         ApplyWorkState(bench_.State(), copy);
     }
 

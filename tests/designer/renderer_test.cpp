@@ -282,7 +282,7 @@ TEST(NameTablePicture, AbsurdPositionsDoNoHarm) {
     }
 }
 
-TEST(SmallViews, ShowThePlacesInUse) {
+TEST(SmallViews, ShowTheCurrentPlaces) {
     WorkingCopy copy = TestCopy();
     copy.BkgPalettePos = {9, 0};
     copy.SpPalettePos = {4, 0};

@@ -71,7 +71,7 @@ std::variant<Views, std::u16string> LoadVideoMemory(size_t screen, std::span<con
 
 Views LoadTiles(PatternTable table, std::span<const uint8_t> bytes, Shift shift,
                 WorkingCopy& copy) {
-    const int first = shift == Shift::kDown ? TileInUse(copy, table) : 0;
+    const int first = shift == Shift::kDown ? CurrentTile(copy, table) : 0;
     ReadTiles(bytes, table, static_cast<size_t>(first), copy.Store());
     return TableViews(table);
 }

@@ -112,7 +112,7 @@ void GestureMachine::MoveBkgGhost(Point at) {
     }
     for (const PatternTable table : {kBkg, kSprites}) {
         if (const auto list = layout_.CellAt(TileListOf(table), at)) {
-            return snap(TileListOf(table), list->cell, PaletteInUse(Copy(), table));
+            return snap(TileListOf(table), list->cell, CurrentPalette(Copy(), table));
         }
     }
     const int palette = ghost_.tiles.empty() ? 0 : ghost_.tiles.front().palette;
@@ -217,10 +217,10 @@ void GestureMachine::MoveArrows(Point at) {
 void GestureMachine::FollowStrip(Point at) {
     if (mode_ == MouseMode::kSourceCharacter) {
         if (const auto source = layout_.CellAt(Control::kSourceStrip, at)) {
-            Refresh(UseSourceCharacter(Copy(), source->cell.X));
+            Refresh(SetSourceCharacter(Copy(), source->cell.X));
         }
     } else if (const auto target = layout_.CellAt(Control::kTargetStrip, at)) {
-        Refresh(UseTargetCharacter(Copy(), target->cell.X));
+        Refresh(SetTargetCharacter(Copy(), target->cell.X));
     }
 }
 

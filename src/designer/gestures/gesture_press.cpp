@@ -87,11 +87,11 @@ bool GestureMachine::PressQuickReplaceSprites(const PointerEvent& event) {
 bool GestureMachine::PressQuickReplace(PatternTable table, const PointerEvent& event) {
     if (const auto hit = layout_.CellAt(Control::kTargetStrip, event.at)) {
         mode_ = MouseMode::kTargetCharacter;
-        Refresh(UseTargetCharacter(Copy(), hit->cell.X));
+        Refresh(SetTargetCharacter(Copy(), hit->cell.X));
         Refresh(QuickReplaceTile(Copy(), table));
     } else if (const auto tile = layout_.CellAt(TileListOf(table), event.at)) {
         // The background's side for the sprite table too, as with the replacement itself.
-        Refresh(UseTile(Copy(), table, tile->cell) | ActivatePalette(Copy(), kBkg));
+        Refresh(SetCurrentTile(Copy(), table, tile->cell) | ActivatePalette(Copy(), kBkg));
     }
     return true;
 }
@@ -107,12 +107,12 @@ bool GestureMachine::PressRubberBand(const PointerEvent& event) {
 bool GestureMachine::PressStrip(const PointerEvent& event) {
     if (const auto source = layout_.CellAt(Control::kSourceStrip, event.at)) {
         mode_ = MouseMode::kSourceCharacter;
-        Refresh(UseSourceCharacter(Copy(), source->cell.X));
+        Refresh(SetSourceCharacter(Copy(), source->cell.X));
         return true;
     }
     if (const auto target = layout_.CellAt(Control::kTargetStrip, event.at)) {
         mode_ = MouseMode::kTargetCharacter;
-        Refresh(UseTargetCharacter(Copy(), target->cell.X) | ActivatePalette(Copy(), kBkg));
+        Refresh(SetTargetCharacter(Copy(), target->cell.X) | ActivatePalette(Copy(), kBkg));
         return true;
     }
     return false;
@@ -145,8 +145,8 @@ bool GestureMachine::PressCursor(const PointerEvent& event) {
     Deselect(store.SpriteTileList);
     Deselect(store.ArrowTileList);
     Refresh(View::kNameTable | View::kCheckBoxes);
-    Refresh(UseTile(Copy(), kSprites, TilePlace(cursor.Tile)));
-    Refresh(UsePaletteEntry(Copy(), kSprites, (cursor.Palette & 3) * 4 + 1));
+    Refresh(SetCurrentTile(Copy(), kSprites, TilePlace(cursor.Tile)));
+    Refresh(SetCurrentEntry(Copy(), kSprites, (cursor.Palette & 3) * 4 + 1));
     Refresh(ActivatePalette(Copy(), kSprites));
     mode_ = MouseMode::kDragCursor;
     dragHotSpot_ = rect.From(inScreen);
@@ -160,8 +160,8 @@ bool GestureMachine::PressArrows(Point inScreen) {
     for (const TileItem& arrow : store.ArrowTileList) {
         const ScreenRect rect = CursorRect(arrow, store.BigSprite != 0);
         if (!rect.Holds(inScreen)) continue;
-        Refresh(UseTile(Copy(), kSprites, TilePlace(arrow.Tile)));
-        Refresh(UsePaletteEntry(Copy(), kSprites, (arrow.Palette & 3) * 4 + 1));
+        Refresh(SetCurrentTile(Copy(), kSprites, TilePlace(arrow.Tile)));
+        Refresh(SetCurrentEntry(Copy(), kSprites, (arrow.Palette & 3) * 4 + 1));
         mode_ = MouseMode::kDragBigCursor;
         dragHotSpot_ = rect.From(inScreen);
         return true;
@@ -176,7 +176,7 @@ bool GestureMachine::PressQuickAction(const PointerEvent& event) {
     for (const PatternTable table : {kBkg, kSprites}) {
         const auto hit = layout_.CellAt(TileListOf(table), event.at);
         if (!hit) continue;
-        Refresh(UseTile(Copy(), table, hit->cell));
+        Refresh(SetCurrentTile(Copy(), table, hit->cell));
         Refresh(PlaceTile(Copy(), table));
         lastBkgEntry_.reset();
         lastSpriteEntry_.reset();
@@ -203,9 +203,9 @@ bool GestureMachine::PressSprite(const PointerEvent& event) {
         dragEntry_ = store.SpriteTileList[i];
         mode_ = MouseMode::kDragSpriteTile;
         dragSource_ = DragSource::kNameTable;
-        Refresh(UseTile(Copy(), kSprites, TilePlace(dragEntry_.Tile)));
+        Refresh(SetCurrentTile(Copy(), kSprites, TilePlace(dragEntry_.Tile)));
         // The first entry of the sub-palette here, the second one when a cursor is taken.
-        Refresh(UsePaletteEntry(Copy(), kSprites, (dragEntry_.Palette & 3) * 4));
+        Refresh(SetCurrentEntry(Copy(), kSprites, (dragEntry_.Palette & 3) * 4));
         Refresh(ActivatePalette(Copy(), kSprites));
         MoveSpriteGhost(event);
         KeepOriginal(event.ctrl, store.SpriteTileList, i);
@@ -282,7 +282,8 @@ bool GestureMachine::PressBkgItem(const PointerEvent& event) {
         mode_ = MouseMode::kDragBkgTile;
         dragSource_ = DragSource::kNameTable;
         MoveBkgGhost(event.at);
-        Refresh(UseTile(Copy(), kBkg, TilePlace(dragEntry_.Tile)) | ActivatePalette(Copy(), kBkg));
+        Refresh(SetCurrentTile(Copy(), kBkg, TilePlace(dragEntry_.Tile)) |
+                ActivatePalette(Copy(), kBkg));
         KeepOriginal(event.ctrl, store.BkgTileList, i);
         Deselect(store.SpriteTileList);
         Deselect(store.ArrowTileList);
@@ -294,7 +295,7 @@ bool GestureMachine::PressBkgItem(const PointerEvent& event) {
 bool GestureMachine::PressBkgTileList(const PointerEvent& event) {
     const auto hit = layout_.CellAt(Control::kBkgTileList, event.at);
     if (!hit) return false;
-    const int palette = PaletteInUse(Copy(), kBkg);
+    const int palette = CurrentPalette(Copy(), kBkg);
     dragEntry_ = {.X = hit->cell.X,
                   .Y = hit->cell.Y,
                   .Tile = TileNumber(hit->cell),
@@ -304,7 +305,7 @@ bool GestureMachine::PressBkgTileList(const PointerEvent& event) {
               {event.at.x - hit->rest.x, event.at.y - hit->rest.y});
     mode_ = MouseMode::kDragBkgTile;
     dragSource_ = DragSource::kBkgTileList;
-    Refresh(UseTile(Copy(), kBkg, hit->cell) | ActivatePalette(Copy(), kBkg));
+    Refresh(SetCurrentTile(Copy(), kBkg, hit->cell) | ActivatePalette(Copy(), kBkg));
     return true;
 }
 
@@ -312,7 +313,7 @@ bool GestureMachine::PressSpriteTileList(const PointerEvent& event) {
     const auto hit = layout_.CellAt(Control::kSpriteTileList, event.at);
     if (!hit) return false;
     const bool tall = Copy().Store().BigSprite != 0;
-    const int palette = PaletteInUse(Copy(), kSprites);
+    const int palette = CurrentPalette(Copy(), kSprites);
     // The sprite table's tiles have odd numbers in tall sprites.
     const int tile = TileNumber(hit->cell) | (tall ? 1 : 0);
     dragEntry_ = {.X = hit->cell.X,
@@ -328,7 +329,7 @@ bool GestureMachine::PressSpriteTileList(const PointerEvent& event) {
     mode_ = MouseMode::kDragSpriteTile;
     dragSource_ = DragSource::kSpriteTileList;
     Refresh(View::kCheckBoxes);
-    Refresh(UseTile(Copy(), kSprites, hit->cell) | ActivatePalette(Copy(), kSprites));
+    Refresh(SetCurrentTile(Copy(), kSprites, hit->cell) | ActivatePalette(Copy(), kSprites));
     return true;
 }
 

@@ -72,7 +72,7 @@ void GestureMachine::ActOnView(const PointerEvent& event) {
     switch (mode_) {
         case MouseMode::kAttribute:
             if (const auto hit = layout_.CellAt(Control::kAttribute, event.at)) {
-                Refresh(UseQuadrant(Copy(), hit->cell));
+                Refresh(SetCurrentQuadrant(Copy(), hit->cell));
             }
             Refresh(ActivatePalette(Copy(), kBkg));
             break;
@@ -95,7 +95,7 @@ void GestureMachine::ActOnView(const PointerEvent& event) {
 void GestureMachine::ClickScreen(const PointerEvent& event) {
     const auto hit = layout_.CellAt(Control::kNameTable, kAttributeCells, event.at);
     if (!hit) return;
-    Refresh(UseAttributeCell(Copy(), hit->cell, event.ctrl));
+    Refresh(SetAttributeCell(Copy(), hit->cell, event.ctrl));
     if (event.ctrl) return;
     lastBkgEntry_.reset();
     lastSpriteEntry_.reset();

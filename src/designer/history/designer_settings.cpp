@@ -49,7 +49,7 @@ void ReadPos(const SettingsStore& settings, std::string_view name, Pos& place) {
     }
 }
 
-// The entries in use bound the palettes that commands write into.
+// The current entries bound the palettes that commands write into.
 void ReadEntry(const SettingsStore& settings, std::string_view name, Pos& place) {
     Pos read = place;
     ReadPos(settings, name, read);

@@ -14,7 +14,7 @@ constexpr uint32_t kContainerReserved = 2;
 constexpr uint32_t kBkgTileSelected = 33;
 constexpr uint32_t kSpriteTileSelected = 34;
 
-// The places in use by their chunk types, in the order of writing.
+// The current places by their chunk types, in the order of writing.
 struct PlaceChunk {
     uint32_t type;
     Pos WorkingCopy::*place;

@@ -46,7 +46,7 @@ int FirstBlankTile(const DesignStore& store, PatternTable table, int first) {
     return tile;
 }
 
-int TileInUse(const WorkingCopy& copy, PatternTable table) {
+int CurrentTile(const WorkingCopy& copy, PatternTable table) {
     const Pos& place = table == PatternTable::kBackground ? copy.BkgTilePos : copy.SpTilePos;
     const int64_t number = int64_t{place.Y} * 16 + place.X;
     return static_cast<int>(std::clamp<int64_t>(number, 0, kTileCount - 1));

@@ -31,8 +31,8 @@ const std::array<uint8_t, 256>& TileMarks(const DesignStore& store, PatternTable
 // The first blank tile from `first` on; kTileCount if there is none.
 int FirstBlankTile(const DesignStore& store, PatternTable table, int first);
 
-// The number of the tile in use, 0 for a cursor off the table's start.
-int TileInUse(const WorkingCopy& copy, PatternTable table);
+// The number of the current tile, 0 for a cursor off the table's start.
+int CurrentTile(const WorkingCopy& copy, PatternTable table);
 
 // What a change of a table's pixels makes out of date.
 Views TableViews(PatternTable table);

@@ -13,7 +13,7 @@ Views SynchroniseCursors(WorkingCopy& copy) {
     copy.BkgPalettePos.X = 4 * QuadrantPalette(copy.CurrentAttribute, copy.AttrQuadrantPos) + 1;
     const uint8_t colour = copy.Store().BkgPalette[static_cast<size_t>(copy.BkgPalettePos.X)];
     copy.SystemPalettePos = {colour & 15, colour >> 4};
-    // The background's tiles are shown in the sub-palette in use.
+    // The background's tiles are shown in the current sub-palette.
     return View::kAttribute | View::kBkgPalette | View::kSystemPalette | View::kBkgTileList |
            View::kBkgTileEditor | View::kSourceStrip;
 }

@@ -69,7 +69,7 @@ struct WorkingCopy {
     bool FillColor = false;              // the attributes' colours below the name table
     bool DrawLine = false;               // the grid over it
     bool MarkCursor = false;             // a frame around the cursor
-    bool markPlaces = true;              // the frames around the places in use
+    bool markPlaces = true;              // the frames around the current places
     bool Show_Bg_Tile = true;
     bool Show_Sp_Tile = true;
     bool Show_List = true;

@@ -42,8 +42,8 @@ SourceRect TileOf(PatternTable table, const TileImage& tiles, Pos tile, int pale
                                               : tiles.SpriteTile(number, palette);
 }
 
-// A frame around the tile in use, two pixels thick. Of tall sprites it takes in both tiles.
-void MarkTileInUse(Surface& view, Pos tile, bool pair) {
+// A frame around the current tile, two pixels thick. Of tall sprites it takes in both tiles.
+void MarkCurrentTile(Surface& view, Pos tile, bool pair) {
     const int left = pair ? tile.X / 2 * 2 * kListCell : tile.X * kListCell;
     const int width = pair ? 2 * kListCell : kListCell;
     for (const int grow : {0, 1}) {
@@ -91,7 +91,7 @@ void DrawPatternView(Surface& view, PatternTable table, const WorkingCopy& copy,
         DrawCellFrame(view, {tile % kTilesInRow, tile / kTilesInRow}, kListCell, kYellow);
     }
     if (band) DrawRubberBand(view, *band);
-    MarkTileInUse(view, side.tile, table == PatternTable::kSprites && copy.Store().BigSprite);
+    MarkCurrentTile(view, side.tile, table == PatternTable::kSprites && copy.Store().BigSprite);
     for (const int y : {64, 128, 192})
         DrawLine(view, {0, y}, {view.Width() - 1, y}, kWhite, Stroke::kDotted);
 }

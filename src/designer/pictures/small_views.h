@@ -24,11 +24,11 @@ Surface MakePaletteView();    // 16 cells
 Surface MakeSystemPalette();  // 16 by 4 cells
 Surface MakeStrip();          // kStripCells cells
 
-// A pattern table in the sub-palette in use, with grid, selection and the tile in use.
+// A pattern table in the current sub-palette, with grid, selection and the current tile.
 void DrawPatternView(Surface& view, PatternTable table, const WorkingCopy& copy,
                      const TileImage& tiles, const std::optional<RubberBand>& band);
 
-// The tile in use, 16 pixels a pixel.
+// The current tile, 16 pixels a pixel.
 void DrawTileEditor(Surface& view, PatternTable table, const WorkingCopy& copy,
                     const TileImage& tiles);
 

@@ -66,7 +66,7 @@ void CopyCharacter(DesignStore& store, int code, int tile) {
 // same, so that the walk ends where the table is full even if only such characters are left.
 void MapCharacters(WorkingCopy& copy, const ByteSet& wanted) {
     DesignStore& store = copy.Store();
-    int tile = TileInUse(copy, PatternTable::kBackground);
+    int tile = CurrentTile(copy, PatternTable::kBackground);
     for (int code = kFirstCode; code < kFirstCode + kCodeCount && tile < kTileCount; ++code) {
         tile = FirstBlankTile(store, PatternTable::kBackground, tile);
         if (tile == kTileCount) return;
@@ -213,7 +213,7 @@ Views OrganiseSpriteTiles(WorkingCopy& copy) {
 }
 
 Views CopyFont(WorkingCopy& copy, PatternTable table) {
-    const int first = TileInUse(copy, table);
+    const int first = CurrentTile(copy, table);
     for (int i = 0; i < kCodeCount && first + i < kTileCount; ++i) {
         std::ranges::copy(FontTile(copy.Store(), kFirstCode + i),
                           TileAt(copy.Store(), table, first + i).begin());

@@ -8,7 +8,7 @@
 
 namespace bw {
 
-// Copies the font's characters 32 to 95 into blank tiles from the tile in use on and maps them.
+// Copies the font's characters 32 to 95 into blank tiles from the current tile on and maps them.
 // Ends early when no blank tile is left.
 Views MapAllCharacters(WorkingCopy& copy);
 
@@ -23,7 +23,7 @@ Views ClearUnusedSpriteTiles(WorkingCopy& copy);
 Views OrganiseBkgTiles(WorkingCopy& copy);
 Views OrganiseSpriteTiles(WorkingCopy& copy);
 
-// Copies the font's characters 32 to 95 to the table from its tile in use on.
+// Copies the font's characters 32 to 95 to the table from its current tile on.
 Views CopyFont(WorkingCopy& copy, PatternTable table);
 
 Views ResetCharMap(WorkingCopy& copy);

@@ -33,15 +33,15 @@ size_t CodeOf(int cell) {
     return static_cast<size_t>(cell) + size_t{kFirstStripCode};
 }
 
-// The attribute byte in use; nullptr for a place beside the table.
-uint8_t* AttributeInUse(WorkingCopy& copy) {
+// The current attribute byte; nullptr for a place beside the table.
+uint8_t* CurrentAttributeByte(WorkingCopy& copy) {
     const int64_t place = copy.AttrBytePos.X + int64_t{copy.AttrBytePos.Y} * 8;
     if (place < 0 || place >= static_cast<int64_t>(kAttributeSize)) return nullptr;
     return &copy.Store().Attributes[static_cast<size_t>(place)];
 }
 
 Views SetQuadrant(WorkingCopy& copy, Pos quadrant, int palette) {
-    uint8_t* attribute = AttributeInUse(copy);
+    uint8_t* attribute = CurrentAttributeByte(copy);
     if (attribute == nullptr) return {};
     *attribute = copy.CurrentAttribute = WithQuadrantPalette(*attribute, quadrant, palette);
     return View::kNameTable | View::kAttribute;
@@ -52,14 +52,14 @@ Views ShowColour(WorkingCopy& copy, uint8_t colour) {
     return Set(copy.SystemPalettePos, place, View::kSystemPalette);
 }
 
-Views UseQuadrantPalette(WorkingCopy& copy, Pos quadrant) {
+Views SetQuadrantAndEntry(WorkingCopy& copy, Pos quadrant) {
     Views stale = Set(copy.AttrQuadrantPos, quadrant, View::kAttribute);
     const int palette = QuadrantPalette(copy.CurrentAttribute, quadrant);
-    return stale | UsePaletteEntry(copy, kBkg, palette * 4 + 1);
+    return stale | SetCurrentEntry(copy, kBkg, palette * 4 + 1);
 }
 
 // The next cell, row by row. The last one is found by a product with 30, not with the 32 columns
-// that a row has; users know that the place in use leaves the screen at the bottom by nearly two
+// that a row has; users know that the current place leaves the screen at the bottom by nearly two
 // rows before it stops, so it stays.
 void AdvanceNameCell(Pos& cell) {
     constexpr int32_t kRowFactor = 30;
@@ -96,14 +96,14 @@ void RenameTile(DesignStore& store, PatternTable table, uint8_t from, uint8_t to
 
 }  // namespace
 
-Views UseTile(WorkingCopy& copy, PatternTable table, Pos tile) {
+Views SetCurrentTile(WorkingCopy& copy, PatternTable table, Pos tile) {
     return table == kBkg
                ? Set(copy.BkgTilePos, tile, View::kBkgTileList | View::kBkgTileEditor)
                : Set(copy.SpTilePos, tile, View::kSpriteTileList | View::kSpriteTileEditor);
 }
 
-Views UsePaletteEntry(WorkingCopy& copy, PatternTable table, int entry) {
-    // Tile list, editor and strip show their tiles in the sub-palette in use.
+Views SetCurrentEntry(WorkingCopy& copy, PatternTable table, int entry) {
+    // Tile list, editor and strip show their tiles in the current sub-palette.
     return table == kBkg
                ? Set(copy.BkgPalettePos.X, entry,
                      View::kBkgPalette | View::kBkgTileList | View::kBkgTileEditor |
@@ -117,17 +117,17 @@ Views ActivatePalette(WorkingCopy& copy, PatternTable side) {
                View::kBkgPalette | View::kSpritePalette);
 }
 
-int PaletteInUse(const WorkingCopy& copy, PatternTable table) {
+int CurrentPalette(const WorkingCopy& copy, PatternTable table) {
     return std::clamp((table == kBkg ? copy.BkgPalettePos : copy.SpPalettePos).X / 4, 0, 3);
 }
 
-Views UseSourceCharacter(WorkingCopy& copy, int cell) {
+Views SetSourceCharacter(WorkingCopy& copy, int cell) {
     const uint8_t tile = copy.Store().CharMapData[CodeOf(cell)];
     return Set(copy.MapSourcePos, Pos{cell, 0}, View::kSourceStrip) |
-           UseTile(copy, kBkg, TilePlace(tile)) | ActivatePalette(copy, kBkg);
+           SetCurrentTile(copy, kBkg, TilePlace(tile)) | ActivatePalette(copy, kBkg);
 }
 
-Views UseTargetCharacter(WorkingCopy& copy, int cell) {
+Views SetTargetCharacter(WorkingCopy& copy, int cell) {
     return Set(copy.MapTargetPos, Pos{cell, 0}, View::kTargetStrip);
 }
 
@@ -137,7 +137,7 @@ Views MapCharacter(WorkingCopy& copy, int cell, uint8_t tile) {
 }
 
 Views QuickMapCharacter(WorkingCopy& copy, Pos tile) {
-    Views stale = UseTile(copy, kBkg, tile);
+    Views stale = SetCurrentTile(copy, kBkg, tile);
     if (!IsStripCell(copy.MapSourcePos.X)) return stale;
     stale |= MapCharacter(copy, copy.MapSourcePos.X, TileNumber(tile));
     const int32_t next = std::min(copy.MapSourcePos.X + 1, kLastStripCell);
@@ -146,12 +146,12 @@ Views QuickMapCharacter(WorkingCopy& copy, Pos tile) {
 
 Views QuickReplaceTile(WorkingCopy& copy, PatternTable table) {
     if (!IsStripCell(copy.MapTargetPos.X)) return {};
-    const int tile = TileInUse(copy, table);
+    const int tile = CurrentTile(copy, table);
     const ConstTile font = FontTile(copy.Store(), static_cast<int>(CodeOf(copy.MapTargetPos.X)));
     std::ranges::copy(font, TileAt(copy.Store(), table, tile).begin());
     Views stale = TableViews(table);
     const int next = std::min(tile + 1, kTileCount - 1);
-    stale |= UseTile(copy, table, TilePlace(static_cast<unsigned>(next)));
+    stale |= SetCurrentTile(copy, table, TilePlace(static_cast<unsigned>(next)));
     // The background's side even for the sprite table: a font is drawn in the colours of texts,
     // and users are used to find that palette active.
     return stale | ActivatePalette(copy, kBkg);
@@ -160,7 +160,7 @@ Views QuickReplaceTile(WorkingCopy& copy, PatternTable table) {
 Views PlaceTile(WorkingCopy& copy, PatternTable table) {
     Pos& cell = copy.NameCellPos;
     if (!IsNameCell(cell)) return {};
-    const auto tile = static_cast<uint8_t>(TileInUse(copy, table));
+    const auto tile = static_cast<uint8_t>(CurrentTile(copy, table));
     if (table == kBkg) {
         copy.Store().BkgTileList.push_back(
             {.Index = copy.nextBkgIndex++, .X = cell.X, .Y = cell.Y, .Tile = tile});
@@ -169,30 +169,30 @@ Views PlaceTile(WorkingCopy& copy, PatternTable table) {
             {.Index = copy.nextSpriteIndex++, .X = cell.X * 8, .Y = cell.Y * 8, .Tile = tile});
     }
     AdvanceNameCell(cell);
-    return View::kNameTable | UseAttributeCell(copy, {cell.X / 2, cell.Y / 2}, false);
+    return View::kNameTable | SetAttributeCell(copy, {cell.X / 2, cell.Y / 2}, false);
 }
 
-Views UseAttributeCell(WorkingCopy& copy, Pos cell, bool paint) {
+Views SetAttributeCell(WorkingCopy& copy, Pos cell, bool paint) {
     Views stale = Set(copy.AttrCellPos, cell, View::kNameTable);
     stale |= Set(copy.AttrBytePos, Pos{cell.X / 2, cell.Y / 2}, View::kNameTable);
-    if (const uint8_t* attribute = AttributeInUse(copy)) {
+    if (const uint8_t* attribute = CurrentAttributeByte(copy)) {
         stale |= Set(copy.CurrentAttribute, *attribute, View::kAttribute);
     }
     const Pos quadrant{cell.X & 1, cell.Y & 1};
-    // Painting leaves the quadrant in use alone: a stroke over the screen mustn't change what the
+    // Painting leaves the current quadrant alone: a stroke over the screen mustn't change what the
     // attribute view is about.
-    return stale | (paint ? SetQuadrant(copy, quadrant, PaletteInUse(copy, kBkg))
-                          : UseQuadrantPalette(copy, quadrant));
+    return stale | (paint ? SetQuadrant(copy, quadrant, CurrentPalette(copy, kBkg))
+                          : SetQuadrantAndEntry(copy, quadrant));
 }
 
-Views UseQuadrant(WorkingCopy& copy, Pos quadrant) {
-    Views stale = UseQuadrantPalette(copy, quadrant);
+Views SetCurrentQuadrant(WorkingCopy& copy, Pos quadrant) {
+    Views stale = SetQuadrantAndEntry(copy, quadrant);
     return stale |
            ShowColour(copy, copy.Store().BkgPalette[static_cast<size_t>(copy.BkgPalettePos.X)]);
 }
 
 Views PickBkgEntry(WorkingCopy& copy, int entry) {
-    Views stale = UsePaletteEntry(copy, kBkg, entry);
+    Views stale = SetCurrentEntry(copy, kBkg, entry);
     stale |= SetQuadrant(copy, copy.AttrQuadrantPos, entry / 4);
     return stale | ShowColour(copy, copy.Store().BkgPalette[static_cast<size_t>(entry)]);
 }
@@ -200,7 +200,7 @@ Views PickBkgEntry(WorkingCopy& copy, int entry) {
 Views PickSpriteEntry(WorkingCopy& copy, int entry) {
     DesignStore& store = copy.Store();
     const auto palette = static_cast<uint8_t>(entry / 4);
-    Views stale = UsePaletteEntry(copy, kSprites, entry);
+    Views stale = SetCurrentEntry(copy, kSprites, entry);
     for (std::vector<TileItem>* list : {&store.SpriteTileList, &store.ArrowTileList})
         for (TileItem& item : *list)
             stale |= SetSelectedPalette(item, palette);
@@ -246,7 +246,7 @@ Views DragTile(WorkingCopy& copy, PatternTable table, TileDrag drag) {
     forEachTile(to, put);
     if (drag.copy) forEachTile(from, put);
     return TableViews(table) | View::kSourceStrip |
-           UseTile(copy, table, TilePlace(static_cast<unsigned>(to)));
+           SetCurrentTile(copy, table, TilePlace(static_cast<unsigned>(to)));
 }
 
 Views DragTileAcross(WorkingCopy& copy, PatternTable from, uint8_t tile, uint8_t to) {

@@ -1,4 +1,4 @@
-// What a click changes, whichever gesture it belongs to: the places in use, the colours, the
+// What a click changes, whichever gesture it belongs to: the current places, the colours, the
 // characters, new entries, the selection, tiles that change their places. Functions on the working
 // copy; the result names the views that are out of date.
 #pragma once
@@ -21,39 +21,39 @@ constexpr uint8_t TileNumber(Pos place) {
     return static_cast<uint8_t>(place.Y * 16 + place.X);
 }
 
-// The tile and the palette entry 0 to 15 in use on a side.
-Views UseTile(WorkingCopy& copy, PatternTable table, Pos tile);
-Views UsePaletteEntry(WorkingCopy& copy, PatternTable table, int entry);
+// The current tile and palette entry 0 to 15 of a side.
+Views SetCurrentTile(WorkingCopy& copy, PatternTable table, Pos tile);
+Views SetCurrentEntry(WorkingCopy& copy, PatternTable table, int entry);
 // The side that the system palette acts on.
 Views ActivatePalette(WorkingCopy& copy, PatternTable side);
-// The sub-palette 0 to 3 of a side's entry in use.
-int PaletteInUse(const WorkingCopy& copy, PatternTable table);
+// The sub-palette 0 to 3 of a side's current entry.
+int CurrentPalette(const WorkingCopy& copy, PatternTable table);
 
-// Cells 0 to 63 of the strips. The tile of a source character becomes the one in use.
-Views UseSourceCharacter(WorkingCopy& copy, int cell);
-Views UseTargetCharacter(WorkingCopy& copy, int cell);
+// Cells 0 to 63 of the strips. The tile of a source character becomes the current one.
+Views SetSourceCharacter(WorkingCopy& copy, int cell);
+Views SetTargetCharacter(WorkingCopy& copy, int cell);
 Views MapCharacter(WorkingCopy& copy, int cell, uint8_t tile);
 
-// The quick replacements. The first maps the source character in use to the tile and goes on to
-// the next character; the second copies the target character in use over the tile in use and goes
+// The quick replacements. The first maps the current source character to the tile and goes on to
+// the next character; the second copies the current target character over the current tile and goes
 // on to the next tile.
 Views QuickMapCharacter(WorkingCopy& copy, Pos tile);
 Views QuickReplaceTile(WorkingCopy& copy, PatternTable table);
 
-// Puts the tile in use on the screen at NameCellPos, which moves on to the next cell.
+// Puts the current tile on the screen at NameCellPos, which moves on to the next cell.
 Views PlaceTile(WorkingCopy& copy, PatternTable table);
 
-// A cell of the attribute table, columns 0 to 15, rows 0 to 14, comes into use, and with it the
-// sub-palette that it has; or, painting, takes the sub-palette in use.
-Views UseAttributeCell(WorkingCopy& copy, Pos cell, bool paint);
-// A quadrant (0 or 1 each) of the attribute byte in use.
-Views UseQuadrant(WorkingCopy& copy, Pos quadrant);
+// A cell of the attribute table, columns 0 to 15, rows 0 to 14, becomes current, and with it the
+// sub-palette that it has; or, painting, takes the current sub-palette.
+Views SetAttributeCell(WorkingCopy& copy, Pos cell, bool paint);
+// A quadrant (0 or 1 each) of the current attribute byte.
+Views SetCurrentQuadrant(WorkingCopy& copy, Pos quadrant);
 
-// An entry 0 to 15 comes into use, and what is in use on its side takes its sub-palette: the
-// quadrant, or the selected sprites and parts of the cursor.
+// An entry 0 to 15 becomes current, and what is current or selected on its side takes its
+// sub-palette: the quadrant, or the selected sprites and parts of the cursor.
 Views PickBkgEntry(WorkingCopy& copy, int entry);
 Views PickSpriteEntry(WorkingCopy& copy, int entry);
-// A cell of the system palette, 16 by 4, gives the entry in use of the active side its colour.
+// A cell of the system palette, 16 by 4, gives the current entry of the active side its colour.
 Views PickColour(WorkingCopy& copy, Pos cell);
 
 // Pixels of a tile, or of the pair of tiles that a tall sprite shows, dragged within a pattern

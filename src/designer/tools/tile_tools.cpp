@@ -106,7 +106,7 @@ Views CopySelectedTiles(WorkingCopy& copy, PatternTable from) {
     const PatternTable to =
         from == PatternTable::kBackground ? PatternTable::kSprites : PatternTable::kBackground;
     constexpr int kLastReached = kTileCount;  // one beyond the table, see DestinationTile
-    int next = TileInUse(copy, to);
+    int next = CurrentTile(copy, to);
     for (int tile = 0; tile < kTileCount && next <= kLastReached; ++tile) {
         if (TileMarks(store, from)[static_cast<size_t>(tile)] == 0) continue;
         std::ranges::copy(TileAt(store, from, tile), DestinationTile(store, to, next).begin());
@@ -132,7 +132,7 @@ Views PaintPixel(WorkingCopy& copy, PatternTable table, Pos pixel) {
     const bool background = table == PatternTable::kBackground;
     (background ? copy.BkgPixelPos : copy.SpPixelPos) = pixel;
     const int32_t entry = (background ? copy.BkgPalettePos : copy.SpPalettePos).X;
-    const Tile tile = TileAt(copy.Store(), table, TileInUse(copy, table));
+    const Tile tile = TileAt(copy.Store(), table, CurrentTile(copy, table));
     const auto mask = static_cast<uint8_t>(0x80 >> (pixel.X & 7));
     const auto row = static_cast<size_t>(pixel.Y & 7);
     const auto set = [&](uint8_t& byte, bool on) {

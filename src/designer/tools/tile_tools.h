@@ -31,7 +31,7 @@ enum class TileTool {
 // On every selected tile of both tables.
 Views ApplyTileTool(WorkingCopy& copy, TileTool tool);
 
-// The selected tiles of `from` to the other table, one behind the other from its tile in use on.
+// The selected tiles of `from` to the other table, one behind the other from its current tile on.
 Views CopySelectedTiles(WorkingCopy& copy, PatternTable from);
 
 // Both tables change places.
@@ -40,8 +40,8 @@ Views SwapPatternTables(WorkingCopy& copy);
 // The table as the default tile set has it.
 Views ResetPatternTable(WorkingCopy& copy, PatternTable table);
 
-// Gives a pixel of the tile in use the colour index of the palette entry in use; `pixel` is 0 to 7
-// each and becomes the pixel in use.
+// Gives a pixel of the current tile the colour index of the current palette entry; `pixel` is 0 to
+// 7 each and becomes the current pixel.
 Views PaintPixel(WorkingCopy& copy, PatternTable table, Pos pixel);
 
 // Blanks the selected tiles of both tables and deselects them.
