@@ -2,6 +2,7 @@
 // come from files and may be any number, so the arithmetic is wider than they are.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string_view>
 
@@ -46,6 +47,28 @@ constexpr ScreenRect SpriteRect(const TileItem& item, bool tall) {
 constexpr ScreenRect TextRect(Pos at, std::u16string_view text, int64_t below = 0) {
     return {int64_t{at.X} * kNameCell, (at.Y + below) * kNameCell,
             static_cast<int64_t>(text.size()) * kNameCell, kNameCell};
+}
+
+// The corner of a dragged object in pixels of the screen's picture; `hotSpot`: of the press, from
+// that corner.
+inline Point DraggedCorner(const DesignerLayout& layout, Point at, Point hotSpot) {
+    const Point inScreen = layout.Relative(Control::kNameTable, at);
+    return {inScreen.x - hotSpot.x, inScreen.y - hotSpot.y};
+}
+
+// The same in steps of so many pixels, rounded towards 0.
+inline Pos DraggedTo(const DesignerLayout& layout, Point at, Point hotSpot, int step) {
+    const Point corner = DraggedCorner(layout, at, hotSpot);
+    return {corner.x / step, corner.y / step};
+}
+
+// The small cursor's place on the four parts of the large one, console pixels from the first one's
+// corner.
+inline constexpr Pos kCursorInArrows{8, 4};
+
+// The place on the screen nearest to the small cursor's, console pixels.
+constexpr Pos CursorOnScreen(Pos at) {
+    return {std::clamp(at.X, 0, 255), std::clamp(at.Y, 1, 239)};
 }
 
 constexpr Control EditorOf(PatternTable table) {

@@ -30,6 +30,11 @@ struct Ghost {
     std::vector<GhostTile> tiles;
     bool framed = false;  // a selected sprite
 
+    void ShowAt(Point corner) {
+        at = corner;
+        shown = true;
+    }
+
     bool operator==(const Ghost&) const = default;
 };
 

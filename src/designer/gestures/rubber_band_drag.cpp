@@ -1,7 +1,8 @@
-#include "designer/gestures/rubber_band.h"
+#include "designer/gestures/rubber_band_drag.h"
 
 #include <algorithm>
 
+#include "designer/gestures/gesture_places.h"
 #include "designer/pictures/name_table_picture.h"
 #include "designer/pictures/small_views.h"
 
@@ -39,28 +40,43 @@ void SelectTiles(std::array<uint8_t, 256>& selected, const RubberBand& band, boo
     }
 }
 
-}  // namespace
-
-RubberBands StartBands(const DesignerLayout& layout, Point at) {
-    RubberBands bands;
-    MoveBands(bands, layout, at);
-    for (RubberBand* band : {&bands.nameTable, &bands.bkgTiles, &bands.spriteTiles})
-        band->press = band->current;
-    return bands;
-}
-
-void MoveBands(RubberBands& bands, const DesignerLayout& layout, Point at) {
-    bands.nameTable.current = layout.Relative(Control::kNameTable, at);
-    bands.bkgTiles.current = layout.Relative(Control::kBkgTileList, at);
-    bands.spriteTiles.current = layout.Relative(Control::kSpriteTileList, at);
-}
-
 void SelectInBands(WorkingCopy& copy, const RubberBands& bands, bool add) {
     DesignStore& store = copy.Store();
     if (copy.Show_Bg_Tile) SelectItems(store.BkgTileList, bands.nameTable, kNameCell, add);
     if (copy.Show_Sp_Tile) SelectItems(store.SpriteTileList, bands.nameTable, kScreenScale, add);
     SelectTiles(store.BkgTileSelected, bands.bkgTiles, add);
     SelectTiles(store.SpriteTileSelected, bands.spriteTiles, add);
+}
+
+// A band that begins and ends at `at`, in pixels of a control's picture.
+RubberBand BandAt(const DesignerLayout& layout, Control control, Point at) {
+    const Point place = layout.Relative(control, at);
+    return {place, place};
+}
+
+}  // namespace
+
+std::optional<RubberBandDrag> RubberBandDrag::TryPress(GestureContext& context,
+                                                       const PointerEvent& event) {
+    if (!context.bandKey) return std::nullopt;
+    RubberBandDrag drag;
+    drag.bands_ = {BandAt(context.layout, Control::kNameTable, event.at),
+                   BandAt(context.layout, Control::kBkgTileList, event.at),
+                   BandAt(context.layout, Control::kSpriteTileList, event.at)};
+    context.Refresh(kBandViews);
+    return drag;
+}
+
+void RubberBandDrag::Move(GestureContext& context, const PointerEvent& event) {
+    bands_.nameTable.current = context.layout.Relative(Control::kNameTable, event.at);
+    bands_.bkgTiles.current = context.layout.Relative(Control::kBkgTileList, event.at);
+    bands_.spriteTiles.current = context.layout.Relative(Control::kSpriteTileList, event.at);
+    SelectInBands(context.copy, bands_, event.ctrl);
+    context.Refresh(kBandViews | View::kCheckBoxes);
+}
+
+void RubberBandDrag::Drop(GestureContext& context, const PointerEvent&) {
+    context.Refresh(kBandViews);
 }
 
 }  // namespace bw

@@ -1,0 +1,136 @@
+#include "designer/gestures/gesture_machine.h"
+
+#include "designer/gestures/double_click.h"
+#include "designer/gestures/gesture_places.h"
+
+namespace bw {
+namespace {
+
+PointerEvent Cut(PointerEvent event) {
+    event.at = {static_cast<int16_t>(event.at.x), static_cast<int16_t>(event.at.y)};
+    return event;
+}
+
+template <typename G>
+bool Takes(Gesture& gesture, GestureContext& context, const PointerEvent& event) {
+    std::optional<G> taken = G::TryPress(context, event);
+    if (!taken) return false;
+    gesture = *std::move(taken);
+    return true;
+}
+
+template <typename... G>
+void OfferPress(std::variant<G...>& gesture, GestureContext& context, const PointerEvent& event) {
+    static_cast<void>((Takes<G>(gesture, context, event) || ...));
+}
+
+void SelectCursors(DesignStore& store) {
+    for (TileItem& arrow : store.ArrowTileList)
+        arrow.Selected |= TileItem::kSelected;
+    store.ArrowTile.Selected |= TileItem::kSelected;
+}
+
+}  // namespace
+
+Views GestureMachine::Capture(const PointerEvent& event) {
+    // A second press without a release: the pointer was let go where nobody saw it.
+    const Views before = step_ ? Release(event) : Views();
+    step_.emplace(session_);
+    return before;
+}
+
+GestureContext GestureMachine::Context() {
+    return {step_->Copy(), layout_, memory_, shiftDown_, {}};
+}
+
+Views GestureMachine::Press(PointerEvent event) {
+    event = Cut(event);
+    const Views before = Capture(event);
+    GestureContext context = Context();
+    EndQuickReplace(context, event.at);
+    OfferPress(gesture_, context, event);
+    return before | context.stale;
+}
+
+Views GestureMachine::DoubleClick(PointerEvent event) {
+    if (session_.Copy().QuickReplaceFromBkg) return {};
+    event = Cut(event);
+    const Views before = Capture(event);
+    GestureContext context = Context();
+    if (context.copy.QuickAction && !shiftDown_) {
+        Takes<QuickAction>(gesture_, context, event);
+    } else {
+        SelectByDoubleClick(context, event);
+    }
+    return before | context.stale;
+}
+
+Views GestureMachine::Move(PointerEvent event) {
+    if (!step_) return {};
+    event = Cut(event);
+    GestureContext context = Context();
+    std::visit([&](auto& gesture) { gesture.Move(context, event); }, gesture_);
+    return context.stale;
+}
+
+// A release alone, behind a double click that was ignored or after a lost press, ends nothing.
+Views GestureMachine::Release(PointerEvent event) {
+    if (!step_) return View::kCheckBoxes;
+    event = Cut(event);
+    GestureContext context = Context();
+    std::visit([&](auto& gesture) { gesture.Drop(context, event); }, gesture_);
+    gesture_ = NoGesture();
+    step_->Commit();
+    step_.reset();
+    return context.stale | View::kCheckBoxes;
+}
+
+// During a gesture it is a part of that gesture's step.
+Views GestureMachine::MiddlePress() {
+    if (step_) {
+        SelectCursors(step_->Copy().Store());
+    } else {
+        EditStep step(session_);
+        SelectCursors(step.Copy().Store());
+        step.Commit();
+    }
+    return View::kNameTable | View::kCheckBoxes;
+}
+
+// During a gesture Shift means another thing: sprites snap to cells.
+Views GestureMachine::ShiftKeyDown() {
+    if (Mode() == MouseMode::kIdle) shiftDown_ = true;
+    return {};
+}
+
+// Ends a rubber band at once; what it has selected stays selected.
+Views GestureMachine::ShiftKeyUp() {
+    shiftDown_ = false;
+    if (!RubberBandActive()) return {};
+    gesture_ = NoGesture();
+    return kBandViews;
+}
+
+MouseMode GestureMachine::Mode() const {
+    return std::visit([](const auto& gesture) { return gesture.Mode(); }, gesture_);
+}
+
+std::optional<RubberBands> GestureMachine::Bands() const {
+    const auto* band = std::get_if<RubberBandDrag>(&gesture_);
+    return band == nullptr ? std::nullopt : std::optional(band->Bands());
+}
+
+const Ghost& GestureMachine::DraggedPicture() const {
+    static const Ghost kNone;
+    return std::visit(
+        [](const auto& gesture) -> const Ghost& {
+            if constexpr (requires { gesture.DraggedPicture(); }) {
+                return gesture.DraggedPicture();
+            } else {
+                return kNone;
+            }
+        },
+        gesture_);
+}
+
+}  // namespace bw
