@@ -4,11 +4,10 @@
 
 #include <numeric>
 
-#include <gmock/gmock.h>
-
 #include "common/file_size_limit.h"
 #include "common/game_image.h"
 #include "common/temporary_folder.h"
+#include "design_items.h"
 #include "designer/model/design_chunks.h"
 #include "designer/record_bytes.h"
 #include "support/text.h"
@@ -19,31 +18,16 @@ namespace {
 using testing::AllOf;
 using testing::Each;
 using testing::ElementsAre;
+using testing::Field;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
 constexpr Language kEnglish = Language::kEnglish;
 
-// One chunk, written by hand: `size` is what the header says.
-Bytes Chunk(uint32_t type, const Bytes& payload, std::optional<uint32_t> size = std::nullopt) {
-    Bytes bytes;
-    for (const uint32_t word : {type, 0u, 1u, size.value_or(uint32_t(payload.size()))}) {
-        Append32(bytes, word);
-    }
-    bytes.insert(bytes.end(), payload.begin(), payload.end());
-    return bytes;
-}
-
 Bytes Place(int32_t x, int32_t y) {
     Bytes bytes;
     Append32(bytes, static_cast<uint32_t>(x));
     Append32(bytes, static_cast<uint32_t>(y));
-    return bytes;
-}
-
-Bytes Counting(size_t size, uint8_t first) {
-    Bytes bytes(size);
-    std::iota(bytes.begin(), bytes.end(), first);
     return bytes;
 }
 
@@ -112,9 +96,8 @@ TEST(DesignFile, EveryFieldHasItsPlace) {
 }
 
 TEST(DesignFile, AnyOrderUnknownTypesAndOldNumbers) {
-    Bytes first;
+    Bytes first, second;
     AppendTile(first, 1, 2, 3);
-    Bytes second;
     AppendTile(second, 4, 5, 6);
     const Bytes work(100, 0xAB);
     DesignDocument document = Full();
@@ -123,74 +106,55 @@ TEST(DesignFile, AnyOrderUnknownTypesAndOldNumbers) {
                        Chunk(13, first) + Chunk(12, second) + Chunk(15, first),
                    document),
               "");
-    const DesignStore& store = document.store;
-    const auto numbers = [](const std::vector<TileItem>& items) {
-        std::vector<uint32_t> indices;
-        indices.reserve(items.size());
-        for (const TileItem& item : items)
-            indices.push_back(item.Index);
-        return indices;
-    };
-    EXPECT_THAT(numbers(store.BkgTileList), ElementsAre(0, 1));
-    EXPECT_THAT(numbers(store.SpriteTileList), ElementsAre(0, 1));
-    EXPECT_THAT(numbers(store.ArrowTileList), ElementsAre(77)) << "the large cursor's stay";
-    EXPECT_EQ(store.SpriteTileList[0].Tile, 6);
-    EXPECT_EQ(store.BigSprite, 1);
+    const auto number = [](uint32_t index) { return Field(&TileItem::Index, index); };
+    EXPECT_THAT(document.store.BkgTileList, ElementsAre(number(0), number(1)));
+    EXPECT_THAT(document.store.SpriteTileList, ElementsAre(number(0), number(1)));
+    EXPECT_THAT(document.store.ArrowTileList, ElementsAre(number(77))) << "the large one's stay";
+    EXPECT_EQ(document.store.SpriteTileList[0].Tile, 6);
+    EXPECT_EQ(document.store.BigSprite, 1);
 }
 
-TEST(DesignFile, ListsAreEmptiedAndTheRestStays) {
-    DesignDocument document = Full();
-    document.store.BkgTileSelected.fill(1);
-    document.store.SpriteTileSelected.fill(1);
-    ASSERT_EQ(Read(Chunk(1, Bytes(64, 0x55)), document), "");
-    DesignDocument expected = Full();
-    expected.store.BkgTileList.clear();
-    expected.store.SpriteTileList.clear();
-    expected.store.ArrowTileList.clear();
-    expected.store.CustomText.clear();
-    expected.store.Attributes.fill(0x55);
-    EXPECT_EQ(WriteDesign(document), WriteDesign(expected));
-    EXPECT_THAT(document.store.BkgTileSelected, Each(0));
-    EXPECT_THAT(document.store.SpriteTileSelected, Each(0));
-}
-
-TEST(DesignFile, ShortPayloadsFillTheirOwnLength) {
-    DesignDocument document = Full();
-    ASSERT_EQ(Read(Chunk(1, {0xEE}) + Chunk(2, {0xEE, 0xEE}) + Chunk(4, {0xEE}) +
-                       Chunk(27, {0xEE}) + Chunk(9, {0xEE}) + Chunk(14, {9, 0, 0, 0, 0xEE}) +
-                       Chunk(12, {9, 0, 0, 0, 2}) + Chunk(29, {}) + Chunk(8, {}),
-                   document),
-              "");
-    const DesignStore& store = document.store;
-    EXPECT_THAT(std::vector(store.Attributes.begin(), store.Attributes.begin() + 2),
-                ElementsAre(0xEE, 5));
-    EXPECT_THAT(std::vector(store.BkgPalette.begin(), store.BkgPalette.begin() + 3),
-                ElementsAre(0xEE, 0xEE, 7));
-    EXPECT_EQ(store.ChrData[0], 0xEE);
-    EXPECT_EQ(store.ChrData[1], 8);
-    EXPECT_EQ(store.CharMapData[0], 0xEE);
-    EXPECT_EQ(document.CaptionPos, (Pos{.X = -0x12, .Y = 2}));
-    EXPECT_EQ(store.ArrowTile, (TileItem{.Index = 9, .X = 0xEE, .Y = 40, .Tile = 31, .Flags = 2}));
-    EXPECT_THAT(store.BkgTileList, ElementsAre(TileItem{.Index = 0, .X = 2}));
-    EXPECT_EQ(store.BigSprite, 2);
-    EXPECT_EQ(store.CaptionText, u"");
-}
-
-// Larger ones: places and the small cursor take their part, a map and switches stay, all else is
-// damage.
-TEST(DesignFile, LongPayloads) {
-    DesignDocument document = Full();
+// Lists are emptied, the rest stays; a short payload fills its own length. Of a longer one places
+// and the small cursor take their part, a map and switches stay; all else is damage.
+TEST(DesignFile, ChunksChangeTheirFieldOnly) {
     Bytes arrow;
     AppendTile(arrow, 11, 22, 33);
-    ASSERT_EQ(Read(Chunk(11, Place(6, 7) + Bytes(9, 0xEE)) + Chunk(14, arrow + Bytes{1}) +
-                       Chunk(27, Bytes(257, 1)) + Chunk(28, {7, 7}) + Chunk(29, {7, 7}),
-                   document),
-              "");
-    EXPECT_EQ(document.ItemPos, (Pos{.X = 6, .Y = 7}));
-    EXPECT_EQ(document.store.ArrowTile.Tile, 33);
-    EXPECT_EQ(document.store.CharMapData, Full().store.CharMapData);
-    EXPECT_EQ(document.BigCursor, 1);
-    EXPECT_EQ(document.store.BigSprite, 2);
+    const std::pair<Bytes, void (*)(DesignDocument&)> cases[] = {
+        {Chunk(1, {0xEE}), [](DesignDocument& d) { d.store.Attributes[0] = 0xEE; }},
+        {Chunk(2, {0xEE, 0xEE}),
+         [](DesignDocument& d) { d.store.BkgPalette[0] = d.store.BkgPalette[1] = 0xEE; }},
+        {Chunk(4, {0xEE}), [](DesignDocument& d) { d.store.ChrData[0] = 0xEE; }},
+        {Chunk(27, {0xEE}), [](DesignDocument& d) { d.store.CharMapData[0] = 0xEE; }},
+        {Chunk(9, {0xEE}), [](DesignDocument& d) { d.CaptionPos.X = -0x12; }},
+        {Chunk(14, {9, 0, 0, 0, 0xEE}),
+         [](DesignDocument& d) {
+             d.store.ArrowTile.Index = 9;
+             d.store.ArrowTile.X = 0xEE;
+         }},
+        {Chunk(12, {9, 0, 0, 0, 2}),
+         [](DesignDocument& d) { d.store.BkgTileList = {{.Index = 0, .X = 2}}; }},
+        {Chunk(29, {}), [](DesignDocument&) {}},
+        {Chunk(8, {}), [](DesignDocument& d) { d.store.CaptionText.clear(); }},
+        {Chunk(11, Place(6, 7) + Bytes(9, 0xEE)),
+         [](DesignDocument& d) {
+             d.ItemPos = {6, 7};
+         }},
+        {Chunk(14, arrow + Bytes{1}),
+         [](DesignDocument& d) { d.store.ArrowTile = {77, 11, 22, 1, 33, 2, 5, 0xEE}; }},
+        {Chunk(27, Bytes(257, 1)), [](DesignDocument&) {}},
+        {Chunk(28, {7, 7}) + Chunk(29, {7, 7}), [](DesignDocument&) {}}};
+    for (const auto& [bytes, change] : cases) {
+        DesignDocument document = Full();
+        document.store.BkgTileSelected.fill(1);
+        ASSERT_EQ(Read(bytes, document), "");
+        DesignDocument expected = Full();
+        expected.store.BkgTileList = expected.store.SpriteTileList = {};
+        expected.store.ArrowTileList = {};
+        expected.store.CustomText = {};
+        change(expected);
+        EXPECT_EQ(WriteDesign(document), WriteDesign(expected)) << int{bytes[0]};
+        EXPECT_THAT(document.store.BkgTileSelected, Each(0));
+    }
 }
 
 TEST(DesignFile, DamageIsRefusedAndNothingChanges) {
@@ -325,31 +289,27 @@ TEST(DesignFile, StoredDesignsAreWhatBuildsRead) {
 }
 
 TEST(DesignFile, ShortLargeCursorsAreRebuilt) {
-    struct Case {
+    const struct {
         Pos items;
         uint8_t tall;
-        std::vector<Pos> places;
-    };
-    const std::vector<Case> cases{
-        {{9, 5}, 0, {{54, 36}, {62, 36}, {54, 44}, {62, 44}}},
-        {{9, 5}, 1, {{54, 36}, {62, 36}, {54, 52}, {62, 52}}},
-        {{0, 0}, 0, {{0, 1}, {8, 1}, {0, 9}, {8, 9}}},
-        {{0x7FFFFFFF, 0x7FFFFFFF}, 0, {{255, 239}, {263, 239}, {255, 247}, {263, 247}}},
-    };
-    for (const Case& test : cases) {
+        Pos first;
+    } cases[] = {{{9, 5}, 0, {54, 36}},
+                 {{9, 5}, 1, {54, 36}},
+                 {{0, 0}, 0, {0, 1}},
+                 {{0x7FFFFFFF, 0x7FFFFFFF}, 0, {255, 239}}};
+    for (const auto& [items, tall, first] : cases) {
         DesignDocument document;
-        document.ItemPos = test.items;
-        document.store.BigSprite = test.tall;
-        document.store.ArrowTileList.resize(3);
+        std::vector<TileItem>& arrows = document.store.ArrowTileList;
+        document.ItemPos = items;
+        document.store.BigSprite = tall;
+        arrows.resize(3);
         RebuildShortLargeCursor(document);
-        std::vector<Pos> places;
-        for (const TileItem& item : document.store.ArrowTileList)
-            places.push_back({item.X, item.Y});
-        EXPECT_EQ(places, test.places);
-        EXPECT_EQ(document.store.ArrowTileList[3].Tile, 19);
-        document.store.ArrowTileList[2].X = 7;
+        const int32_t x = first.X, y = first.Y, below = tall != 0 ? y + 16 : y + 8;
+        EXPECT_THAT(arrows, ElementsAre(Item(x, y, 2), Item(x + 8, y, 3), Item(x, below, 18),
+                                        Item(x + 8, below, 19)));
+        arrows[2].X = 7;
         RebuildShortLargeCursor(document);
-        EXPECT_EQ(document.store.ArrowTileList[2].X, 7) << "four are enough";
+        EXPECT_EQ(arrows[2].X, 7) << "four are enough";
     }
 }
 

@@ -1,8 +1,6 @@
 // The parts of a design as files, with all that their readers and writers leave out on purpose.
 #include "designer/files/design_parts.h"
 
-#include <numeric>
-
 #include <gmock/gmock.h>
 
 #include "common/game_image.h"
@@ -37,12 +35,6 @@ Bytes Store(DesignPart part, const WorkingCopy& copy, Shift shift = Shift::kUp) 
     const auto result = StorePart(part, shift, copy, kEnglish);
     const auto* bytes = std::get_if<Bytes>(&result);
     return bytes == nullptr ? Bytes{} : *bytes;
-}
-
-Bytes Counting(size_t size, uint8_t first = 1) {
-    Bytes bytes(size);
-    std::iota(bytes.begin(), bytes.end(), first);
-    return bytes;
 }
 
 std::vector<uint32_t> Types(const Bytes& bytes) {
@@ -213,7 +205,7 @@ TEST(DesignParts, Attributes) {
 
 TEST(DesignParts, SpritesAreThoseOfTheConsole) {
     WorkingCopy copy = Sample();
-    Bytes records{0, 0x41, 0xFF, 255, 240, 1, 0, 1, 239, 2, 0x42, 7, 9, 9, 9};
+    Bytes records{0, 0x41, 0xFF, 255, 240, 1, 0, 1, 239, 2, 0x62, 7, 9, 9, 9};
     ASSERT_EQ(Load(DesignPart::kSprites, records, copy), "");
     EXPECT_THAT(
         copy.Store().SpriteTileList,
@@ -223,11 +215,11 @@ TEST(DesignParts, SpritesAreThoseOfTheConsole) {
                              .Y = 239,
                              .Tile = 2,
                              .Palette = 2,
-                             .Flags = TileItem::kFlipHorizontally}));
+                             .Flags = TileItem::kFlipHorizontally | TileItem::kBehindBackground}));
     copy.Store().SpriteTileList.push_back({.X = 256, .Y = 1});
     copy.Store().SpriteTileList.push_back({.X = 1, .Y = 240});
     Bytes expected(256, 0xF8);
-    std::ranges::copy(Bytes{0, 0x41, 0xE3, 255, 239, 2, 0x42, 7}, expected.begin());
+    std::ranges::copy(Bytes{0, 0x41, 0xE3, 255, 239, 2, 0x62, 7}, expected.begin());
     EXPECT_EQ(Store(DesignPart::kSprites, copy), expected);
 
     // With Shift the odd tiles, whichever are selected.

@@ -47,12 +47,6 @@ std::string Described(const Bytes& bytes) {
     return DescribeDesign(ReadChunks(bytes).chunks).text;
 }
 
-Bytes Chunk(uint32_t type, const Bytes& payload, uint32_t reserved = 0, uint32_t version = 1) {
-    Bytes bytes;
-    AppendChunk(bytes, type, payload, reserved, version);
-    return bytes;
-}
-
 Bytes Tile(uint32_t index, int32_t x, int32_t y, uint8_t tile) {
     Bytes bytes;
     Append32(bytes, index);
@@ -97,8 +91,8 @@ TEST(DesignText, EveryStatementIsOneChunk) {
         {"large-cursor 1", Chunk(28, {1})},
         {"tall-sprites 255", Chunk(29, {255})},
         {"chunk 29 01 02", Chunk(29, {1, 2})},
-        {"chunk 29 reserved=4 01", Chunk(29, {1}, 4)},
-        {"chunk 4 version=2 FE", Chunk(4, {0xFE}, 0, 2)},
+        {"chunk 29 reserved=4 01", Chunk(29, {1}, {}, 4)},
+        {"chunk 4 version=2 FE", Chunk(4, {0xFE}, {}, 0, 2)},
         {"chunk 12 07", Chunk(12, {7})},
         {"chunk 11 00 00 00 00 00 00 00 00 00", Chunk(11, Bytes(9))},
         {"chunk 6 00 00 00 00 00 00 00 00 02 00 00 00 41 00",
@@ -109,7 +103,7 @@ TEST(DesignText, EveryStatementIsOneChunk) {
         EXPECT_EQ(Parse(test.text).bytes, test.chunk) << test.text;
         EXPECT_THAT(Described(test.chunk), HasSubstr("\n" + test.text + "\n"));
     }
-    const Bytes unknown = Chunk(99, {}) + Chunk(4294967295, {1}, 2, 3) + Chunk(28, {0});
+    const Bytes unknown = Chunk(99, {}) + Chunk(4294967295, {1}, {}, 2, 3) + Chunk(28, {0});
     EXPECT_THAT(Described(unknown),
                 HasSubstr("\nchunk 99\nchunk 4294967295 reserved=2 version=3 01\n"));
     EXPECT_EQ(Parse(Described(unknown)).bytes, unknown);

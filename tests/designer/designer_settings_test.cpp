@@ -1,10 +1,7 @@
 #include "designer/history/designer_settings.h"
 
-#include <gtest/gtest.h>
-
+#include "design_items.h"
 #include "designer/history/work_state.h"
-#include "designer/model/tiles.h"
-#include "designer/tools/list_tools.h"
 #include "designer/tools/text_tools.h"
 #include "designer/tools/tile_tools.h"
 
@@ -23,27 +20,17 @@ class DesignerSettings : public testing::Test {
         OpenDesigner(session, *settings_);
     }
     Views Paint(EditSession& session, int32_t column) {
-        return session.Run([=](WorkingCopy& copy) {
-            return PaintPixel(copy, PatternTable::kBackground, {column, 2});
-        });
+        return session.Run([=](WorkingCopy& copy) { return PaintPixel(copy, kBkg, {column, 2}); });
     }
 
     std::unique_ptr<SettingsStore> settings_ = MakeMemoryStore();
 };
 
-TEST_F(DesignerSettings, TheFirstOpeningHasTheDefaults) {
-    EditSession session;
-    Open(session);
-    EXPECT_EQ(session.Copy().Store().CaptionText, u"2 IN 1");
-    EXPECT_EQ(session.Copy().document.ItemPos, (Pos{9, 5}));
-    EXPECT_EQ(session.Copy().Store().ArrowTileList.size(), 4u);
-    EXPECT_TRUE(session.Copy().Show_List && !session.Copy().FillColor);
-    EXPECT_FALSE(session.Steps().CanUndo() || session.Steps().CanRedo());
-}
-
 TEST_F(DesignerSettings, AnotherRunGoesOnWhereTheLastEnded) {
     EditSession first;
     Open(first);
+    EXPECT_EQ(first.Copy().Store().CaptionText, u"2 IN 1");
+    EXPECT_EQ(first.Copy().Store().ArrowTileList.size(), 4u);
     first.RunWithoutStep([](WorkingCopy& copy) {
         copy.Show_List = false;
         copy.DrawLine = true;
@@ -68,7 +55,7 @@ TEST_F(DesignerSettings, AnotherRunGoesOnWhereTheLastEnded) {
     EXPECT_FALSE(second.Redo().Empty());
     while (second.Steps().CanUndo())
         EXPECT_FALSE(second.Undo().Empty());
-    EXPECT_EQ(TileAt(second.Copy().Store(), PatternTable::kBackground, 0)[2], 7)
+    EXPECT_EQ(TileAt(second.Copy().Store(), kBkg, 0)[2], 7)
         << "back to before the first run's steps";
 
     // Without steps of its own a session leaves the stored history alone.
@@ -100,7 +87,7 @@ TEST_F(DesignerSettings, DamagedValuesLeaveWhatIsThere) {
     EXPECT_EQ(second.Copy().Store().ArrowTileList.size(), 4u);
     EXPECT_EQ(second.Steps().Count(), 2u);
     EXPECT_EQ(second.Steps().Index(), 0u);
-    EXPECT_NE(TileAt(second.Copy().Store(), PatternTable::kBackground, 0)[2], 7)
+    EXPECT_NE(TileAt(second.Copy().Store(), kBkg, 0)[2], 7)
         << "the design's own values are the state's fallback";
 }
 

@@ -1,6 +1,11 @@
 // A designer without a window: a design, its history and the mouse, driven by scripted events.
 #pragma once
 
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "design_items.h"
 #include "designer/gestures/gesture_machine.h"
 #include "designer/history/work_state.h"
 
@@ -17,28 +22,13 @@ inline constexpr Keys kShift{false, true};
 inline constexpr Point kNowhere{1080, 850};
 
 struct GestureBench {
-    // To furnish and to switch at any time.
-    WorkingCopy& Copy() {
-        return *session.RunWithoutStep([](WorkingCopy& copy) { return &copy; });
-    }
-    DesignStore& Store() { return Copy().Store(); }
-
     // A pixel of a cell of a control.
     Point In(Control control, int column, int row = 0, Point rest = {3, 5}) const {
-        const Point origin = layout.Origin(control);
-        const Grid cells = CellsOf(control);
-        const Point size = control == Control::kNameTable ? Point{512, 480}
-                           : control == Control::kAttribute
-                               ? Point{128, 128}
-                               : Point{16 * cells.columns, 16 * cells.rows};
-        return {origin.x + column * (size.x / cells.columns) + rest.x,
-                origin.y + row * (size.y / cells.rows) + rest.y};
+        const Point corner = layout.Corner(control, {column, row});
+        return {corner.x + rest.x, corner.y + rest.y};
     }
     // A pixel of the picture of the screen, which it may lie beside.
-    Point Screen(int x, int y) const {
-        const Point origin = layout.Origin(Control::kNameTable);
-        return {origin.x + x, origin.y + y};
-    }
+    Point Screen(int x, int y) const { return In(Control::kNameTable, 0, 0, {x, y}); }
 
     PointerEvent Event(Point at, Keys keys) const { return {at, keys.ctrl, keys.shift, time}; }
     Views Press(Point at, Keys keys = {}) { return mouse.Press(Event(at, keys)); }
@@ -58,12 +48,56 @@ struct GestureBench {
         Release(to, keys);
     }
 
-    WorkState State() { return BuildWorkState(Copy()); }
+    // An event by its letter (Press, Move, Release, Click, Double click) and which of the current
+    // places it changes, as Changed() says it.
+    struct Act {
+        char event;
+        Point at;
+        std::string changed;
+        Keys keys = {};
+    };
+    void Play(const std::vector<Act>& acts) {
+        Changed();
+        for (const Act& act : acts) {
+            if (act.event == 'P' || act.event == 'C') Press(act.at, act.keys);
+            if (act.event == 'D') mouse.DoubleClick(Event(act.at, act.keys));
+            if (act.event == 'M') Move(act.at, act.keys);
+            if (act.event != 'P' && act.event != 'M') Release(act.at, act.keys);
+            EXPECT_EQ(Changed(), act.changed) << act.event << &act - acts.data();
+        }
+    }
+    // The current places that have changed since the last call, with what they are now.
+    std::string Changed() {
+        const std::vector<std::pair<std::string, Pos>> now = {
+            {"cell", copy.NameCellPos},        {"attr", copy.AttrCellPos},
+            {"byte", copy.AttrBytePos},        {"quad", copy.AttrQuadrantPos},
+            {"bkg", copy.BkgPalettePos},       {"sp", copy.SpPalettePos},
+            {"colour", copy.SystemPalettePos}, {"tile", copy.BkgTilePos},
+            {"sprite", copy.SpTilePos},        {"source", copy.MapSourcePos},
+            {"target", copy.MapTargetPos},     {"side", {copy.SpritePaletteActive ? 1 : 0, 0}}};
+        std::string text;
+        for (size_t i = 0; i < now.size(); ++i) {
+            const auto& [name, place] = now[i];
+            if (i < places.size() && places[i].second == place) continue;
+            text += (text.empty() ? "" : " ") + name + " " + std::to_string(place.X);
+            if (place.Y != 0) text += "," + std::to_string(place.Y);
+        }
+        places = now;
+        return text;
+    }
 
-    EditSession session{WorkingCopy()};
+    WorkState State() const { return BuildWorkState(copy); }
+    size_t Steps() const { return session.Steps().Count(); }
+    const Ghost& Dragged() const { return mouse.DraggedPicture(); }
+
+    EditSession session;
+    // To furnish and to switch at any time.
+    WorkingCopy& copy = *session.RunWithoutStep([](WorkingCopy& edited) { return &edited; });
+    DesignStore& store = copy.Store();
     DesignerLayout layout;
     GestureMachine mouse{session, layout};
     std::chrono::milliseconds time{1000};
+    std::vector<std::pair<std::string, Pos>> places;  // of the last Changed()
 };
 
 }  // namespace bw

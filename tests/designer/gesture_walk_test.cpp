@@ -22,10 +22,9 @@ std::optional<View> Difference(const DesignerViews& a, const DesignerViews& b) {
     return std::nullopt;
 }
 
-class Walk {
+class Walk : public GestureBench {
   public:
     explicit Walk(uint32_t seed) : random_(seed) {
-        DesignStore& store = bench_.Store();
         for (uint8_t& byte : store.ChrData)
             byte = static_cast<uint8_t>(Below(256));
         store.DefaultChrData = store.ChrData;
@@ -38,108 +37,31 @@ class Walk {
             store.SpriteTileList.push_back({.X = Below(256), .Y = 1 + Below(230), .Tile = 9});
             store.CustomText.push_back({.X = Below(40) - 4, .Y = Below(30), .Text = u"TEXT"});
         }
-        WorkingCopy& copy = bench_.Copy();
         copy.ItemTextList = {u"ONE", u"", u"TWO"};
         copy.ShowPageNumber = copy.DragText = true;
         // As undo gives it: the current palette entry follows the attributes.
-        ApplyWorkState(bench_.State(), copy);
-    }
-
-    int Below(std::ptrdiff_t limit) {
-        return static_cast<int>(random_() % static_cast<unsigned>(limit));
-    }
-
-    Point AnyPoint() {
-        switch (Below(8)) {
-            case 0:
-                return {Below(1200) - 50, Below(1000) - 50};
-            case 1:
-                return {static_cast<int>(random_()), static_cast<int>(random_())};
-            case 2:
-            case 3:
-                return {static_cast<int16_t>(last_.x) + Below(40) - 20,
-                        static_cast<int16_t>(last_.y) + Below(40) - 20};
-            default: {
-                // Most often where things can be dragged from and to.
-                constexpr std::array<Control, 3> kBusy = {
-                    Control::kNameTable, Control::kBkgTileList, Control::kSpriteTileList};
-                const auto control = Below(2) == 0 ? static_cast<Control>(Below(kControlCount))
-                                                   : kBusy[static_cast<size_t>(Below(3))];
-                const Grid cells = CellsOf(control);
-                return bench_.In(control, Below(cells.columns), Below(cells.rows),
-                                 {Below(16), Below(16)});
-            }
-        }
+        ApplyWorkState(State(), copy);
     }
 
     Views Event() {
         last_ = AnyPoint();
-        bench_.time += std::chrono::milliseconds(Below(30));
+        time += std::chrono::milliseconds(Below(30));
         const Keys keys{Below(4) == 0, Below(4) == 0};
-        switch (Below(16)) {
-            case 0:
-                return bench_.mouse.DoubleClick(bench_.Event(last_, keys));
-            case 1:
-                return bench_.mouse.MiddlePress();
-            case 2:
-                return Below(3) == 0 ? bench_.mouse.ShiftKeyDown() : bench_.mouse.ShiftKeyUp();
-            case 3:
-                return Below(2) == 0 ? Switch() : RunCommand();
-            case 4:
-            case 5:
-            case 6:
-                return bench_.Press(last_, keys);
-            case 7:
-            case 8:
-            case 9:
-                return bench_.Release(last_, keys);
-            case 10:
-            case 11:
-                return Drag(keys);
-            default:
-                return bench_.Move(last_, keys);
-        }
-    }
-
-    Views Drag(Keys keys) {
-        Views stale = bench_.Press(last_, keys);
+        const int kind = Below(16);
+        if (kind == 0) return mouse.DoubleClick(GestureBench::Event(last_, keys));
+        if (kind == 1) return mouse.MiddlePress();
+        if (kind == 2) return Below(3) == 0 ? mouse.ShiftKeyDown() : mouse.ShiftKeyUp();
+        if (kind == 3) return Below(2) == 0 ? Switch() : RunCommand();
+        if (kind < 7) return Press(last_, keys);
+        if (kind < 10) return Release(last_, keys);
+        if (kind > 11) return Move(last_, keys);
+        Views stale = Press(last_, keys);
         last_ = AnyPoint();
-        stale |= bench_.Move(last_, keys);
-        return stale | bench_.Release(last_, keys);
-    }
-
-    Views RunCommand() {
-        if (bench_.mouse.Captured()) return {};
-        if (Below(8) == 0) return Below(2) == 0 ? bench_.session.Undo() : bench_.session.Redo();
-        const Command& command = commands_[static_cast<size_t>(Below(std::ssize(commands_)))];
-        return bench_.session.Run([&](WorkingCopy& copy) {
-            DesignStore& store = copy.Store();
-            Views stale = command(copy);
-            // Some make two items of each.
-            if (store.SpriteTileList.size() > 100)
-                stale |= ClearItems(copy, PatternTable::kSprites);
-            if (store.CustomText.size() > 100) stale |= ClearTexts(copy);
-            return stale;
-        });
-    }
-
-    // What the check boxes beside the views switch.
-    Views Switch() {
-        WorkingCopy& copy = bench_.Copy();
-        const std::array<bool WorkingCopy::*, 10> switches = {
-            &WorkingCopy::DragText,          &WorkingCopy::QuickReplaceFromBkg,
-            &WorkingCopy::QuickReplaceToBkg, &WorkingCopy::QuickReplaceToSprites,
-            &WorkingCopy::QuickAction,       &WorkingCopy::Show_Bg_Tile,
-            &WorkingCopy::Show_Sp_Tile,      &WorkingCopy::Show_Cursor,
-            &WorkingCopy::Show_Caption,      &WorkingCopy::Show_List};
-        for (const auto which : switches)
-            if (Below(3) == 0) copy.*which = Below(3) != 0;
-        return Views::All();
+        stale |= Move(last_, keys);
+        return stale | Release(last_, keys);
     }
 
     void CheckInvariants() {
-        const WorkingCopy& copy = bench_.Copy();
-        const DesignStore& store = copy.Store();
         const auto on = [](Pos pos, int columns, int rows) {
             return pos.X >= 0 && pos.X < columns && pos.Y >= 0 && pos.Y < rows;
         };
@@ -154,22 +76,65 @@ class Walk {
         EXPECT_EQ(store.ArrowTileList.size(), 4u);
         EXPECT_TRUE(on(copy.document.CaptionPos, 32, 30) && on(copy.document.ItemPos, 32, 28) &&
                     on(copy.document.PageNumberPos, 30, 30));
-        const bool dragging = bench_.mouse.Mode() == MouseMode::kDragBkgTile ||
-                              bench_.mouse.Mode() == MouseMode::kDragSpriteTile;
-        EXPECT_EQ(bench_.mouse.DraggedPicture().shown, dragging);
-        EXPECT_EQ(copy.PlacedText.has_value(), bench_.mouse.Mode() == MouseMode::kDragText);
-        if (bench_.mouse.Captured()) return;
+        EXPECT_EQ(Dragged().shown, mouse.Mode() == MouseMode::kDragBkgTile ||
+                                       mouse.Mode() == MouseMode::kDragSpriteTile);
+        EXPECT_EQ(copy.PlacedText.has_value(), mouse.Mode() == MouseMode::kDragText);
+        if (mouse.Captured()) return;
         // Between gestures the history knows all that has happened.
-        const WorkState state = bench_.State();
-        const std::pair place{bench_.session.Steps().Count(), bench_.session.Steps().Index()};
+        const WorkState state = State();
+        const std::pair place{Steps(), session.Steps().Index()};
         EXPECT_TRUE(lastState_.empty() || state == lastState_ || place != lastPlace_);
         lastState_ = state;
         lastPlace_ = place;
     }
 
-    GestureBench bench_;
-
   private:
+    int Below(std::ptrdiff_t limit) {
+        return static_cast<int>(random_() % static_cast<unsigned>(limit));
+    }
+
+    Point AnyPoint() {
+        const int kind = Below(8);
+        if (kind == 0) return {Below(1200) - 50, Below(1000) - 50};
+        if (kind == 1) return {static_cast<int>(random_()), static_cast<int>(random_())};
+        if (kind < 4) {
+            return {static_cast<int16_t>(last_.x) + Below(40) - 20,
+                    static_cast<int16_t>(last_.y) + Below(40) - 20};
+        }
+        // Most often where things can be dragged from and to.
+        constexpr std::array<Control, 3> kBusy = {Control::kNameTable, Control::kBkgTileList,
+                                                  Control::kSpriteTileList};
+        const auto control = Below(2) == 0 ? static_cast<Control>(Below(kControlCount))
+                                           : kBusy[static_cast<size_t>(Below(3))];
+        const Grid cells = CellsOf(control);
+        return In(control, Below(cells.columns), Below(cells.rows), {Below(16), Below(16)});
+    }
+
+    Views RunCommand() {
+        if (mouse.Captured()) return {};
+        if (Below(8) == 0) return Below(2) == 0 ? session.Undo() : session.Redo();
+        const Command& command = commands_[static_cast<size_t>(Below(std::ssize(commands_)))];
+        return session.Run([&](WorkingCopy& edited) {
+            Views stale = command(edited);
+            // Some make two items of each.
+            if (edited.Store().SpriteTileList.size() > 100) stale |= ClearItems(edited, kSp);
+            if (edited.Store().CustomText.size() > 100) stale |= ClearTexts(edited);
+            return stale;
+        });
+    }
+
+    // What the check boxes beside the views switch.
+    Views Switch() {
+        for (const auto which :
+             {&WorkingCopy::DragText, &WorkingCopy::QuickReplaceFromBkg,
+              &WorkingCopy::QuickReplaceToBkg, &WorkingCopy::QuickReplaceToSprites,
+              &WorkingCopy::QuickAction, &WorkingCopy::Show_Bg_Tile, &WorkingCopy::Show_Sp_Tile,
+              &WorkingCopy::Show_Cursor, &WorkingCopy::Show_Caption, &WorkingCopy::Show_List}) {
+            if (Below(3) == 0) copy.*which = Below(3) != 0;
+        }
+        return Views::All();
+    }
+
     std::mt19937 random_;
     const std::vector<Command> commands_ = EveryCommand();
     Point last_;
@@ -180,33 +145,31 @@ class Walk {
 TEST(GestureWalk, KeepsItsBoundsAndLeadsBackToItsStart) {
     for (const uint32_t seed : {1u, 2u, 3u}) {
         Walk walk(seed);
-        GestureBench& bench = walk.bench_;
-        const WorkState start = bench.State();
+        const WorkState start = walk.State();
         for (int i = 0; i < 4000 && !testing::Test::HasFailure(); ++i) {
             walk.Event();
             walk.CheckInvariants();
         }
-        bench.mouse.ShiftKeyUp();
-        bench.Release(kNowhere);
-        const size_t steps = bench.session.Steps().Count();
-        EXPECT_GT(steps, 500u);
-        const WorkState last = bench.State();
-        while (bench.session.Steps().CanUndo())
-            bench.session.Undo();
-        EXPECT_EQ(bench.State(), start) << seed;
-        while (bench.session.Steps().CanRedo())
-            bench.session.Redo();
+        walk.mouse.ShiftKeyUp();
+        walk.Release(kNowhere);
+        EXPECT_GT(walk.Steps(), 500u);
+        const WorkState last = walk.State();
+        while (walk.session.Steps().CanUndo())
+            walk.session.Undo();
+        EXPECT_EQ(walk.State(), start) << seed;
+        while (walk.session.Steps().CanRedo())
+            walk.session.Redo();
         // The way an undo leaves it: with the palette entry that belongs to the attributes.
         WorkingCopy expected;
         ApplyWorkState(last, expected);
-        EXPECT_EQ(bench.State(), BuildWorkState(expected)) << seed;
+        EXPECT_EQ(walk.State(), BuildWorkState(expected)) << seed;
     }
 }
 
 TEST(GestureWalk, NamesEveryViewThatHasChanged) {
     Walk walk(4);
     const auto redraw = [&](DesignerViews& views, Views stale) {
-        views.Update(walk.bench_.Copy(), stale, walk.bench_.mouse.Bands());
+        views.Update(walk.copy, stale, walk.mouse.Bands());
     };
     DesignerViews shown;
     redraw(shown, Views::All());

@@ -1,20 +1,24 @@
-// The designer's views of a sample design, all on one sheet as its window lays them out, against a
-// picture that a person has looked at: golden/designer.png. With BANKWEAVER_NEW_GOLDEN=FOLDER the
-// sheet is left there, to be looked at and to become the new one.
+// The designer's views of designs, all on one sheet as its window lays them out, against pictures
+// that a person has looked at: golden/*.png. With BANKWEAVER_NEW_GOLDEN=FOLDER the sheets are left
+// there, to be looked at and to become the new ones.
+#include <array>
 #include <cstdlib>
 
-#include <gtest/gtest.h>
-
+#include "design_items.h"
 #include "designer/files/design_folder.h"
 #include "designer/files/png_file.h"
 #include "designer/files/surface_png.h"
 #include "designer/gestures/designer_layout.h"
+#include "designer/gestures/ghost.h"
 #include "designer/pictures/designer_views.h"
 #include "designer/tools/text_tools.h"
 #include "support/files.h"
 
 namespace bw {
 namespace {
+
+constexpr uint8_t kV = TileItem::kFlipVertically, kH = TileItem::kFlipHorizontally;
+constexpr uint8_t kBehind = TileItem::kBehindBackground;
 
 // Everything that can be marked is.
 WorkingCopy MarkedDesign() {
@@ -44,45 +48,134 @@ WorkingCopy MarkedDesign() {
     return copy;
 }
 
-Surface Sheet(const DesignerViews& views) {
+// Tiles whose corners and index 0 tell how they lie: 1 has an L, 2 is full but for a corner, 3 a
+// bar at the top.
+void DrawTestTiles(DesignStore& store) {
+    for (const PatternTable table : {kBkg, kSp}) {
+        for (const int tile : {0, 1, 2, 3})
+            FillTile(store, table, tile, tile == 2 ? 0xFF : 0);
+        const auto row = [&](int tile, size_t at, uint8_t bits) {
+            TileAt(store, table, tile)[at] = bits;
+        };
+        for (size_t y = 0; y < 7; ++y)
+            row(1, y, 0x80);
+        row(1, 7, 0xFE);
+        row(2, 0, 0x3F);
+        row(3, 8, 0xFF);
+    }
+    store.CharMapData['A'] = 1;
+    store.CharMapData['B'] = 2;
+}
+
+// What stands over another thing, at an edge of the screen or beyond it, and turned sprites.
+void Crowd(WorkingCopy& copy) {
+    DesignStore& store = copy.Store();
+    DrawTestTiles(store);
+    store.Attributes.fill(0xE4);
+    for (size_t i = 0; i < kPaletteSize; ++i) {
+        store.BkgPalette[i] = static_cast<uint8_t>(i % 4 * 16 + i / 4 * 3 + 1);
+        store.SpritePalette[i] = static_cast<uint8_t>(i % 4 * 16 + i / 4 * 3 + 2);
+    }
+    store.BkgPalette[0] = store.SpritePalette[0];            // the backdrop's colour
+    store.BkgPalette[4] = 0x7F;                              // counts as 0x3F
+    store.SpritePalette[8] = store.SpritePalette[9] = 0x0F;  // black on black that is no key
+    copy.markPlaces = copy.DrawLine = false;
+    store.BkgTileList = {{.X = 0, .Y = 0, .Tile = 1, .Palette = 3},
+                         {.X = 2, .Tile = 1},
+                         {.X = 1, .Y = 2, .Tile = 1},
+                         {.X = 31, .Y = 3, .Tile = 2},
+                         {.X = 5, .Y = 5, .Tile = 2},
+                         {.X = 5, .Y = 5, .Tile = 1},
+                         {.X = 32, .Y = 0, .Tile = 2},
+                         {.X = -1, .Y = 0, .Tile = 2},
+                         {.X = 0, .Y = 30, .Tile = 2},
+                         {.X = 8, .Y = 8, .Tile = 1},
+                         {.X = 0, .Y = 9, .Tile = 2},
+                         {.X = 1, .Y = 9, .Tile = 2}};
+    store.SpriteTileList = {{.X = 0, .Y = 40, .Tile = 2},
+                            {.X = 20, .Y = 0, .Tile = 2},
+                            {.X = 20, .Y = 239, .Tile = 2},
+                            {.X = 40, .Y = 230, .Tile = 1},
+                            {.X = 250, .Y = 20, .Tile = 3},
+                            {.X = 256, .Y = 9, .Tile = 2},
+                            {.X = 60, .Y = 10, .Tile = 1, .Palette = 2, .Flags = kH},
+                            {.X = 80, .Y = 10, .Tile = 3, .Palette = 1, .Flags = kV},
+                            {.X = 64, .Y = 63, .Tile = 2, .Flags = kBehind},
+                            {.X = 90, .Y = 63, .Selected = 1, .Tile = 1, .Flags = kH | kV},
+                            {.X = 110, .Y = 63, .Tile = 2, .Palette = 1}};
+    store.CustomText = {{.X = -2, .Y = 9, .Text = u"BBA A"},
+                        {.X = 30, .Y = 9, .Text = u"BBBB"},
+                        {.X = 3, .Y = 30, .Text = u"B"},
+                        {.X = 3, .Y = 10, .Text = u"\u4E00B"}};
+    copy.PlacedText = TextItem{.Index = 0, .X = 9, .Y = 10, .Text = u"AB"};
+    store.ArrowTile = {.X = 10, .Y = 90, .Selected = 1, .Tile = 1};
+    store.ArrowTileList = {{.X = 100, .Y = 90, .Tile = 2},
+                           {.X = 108, .Y = 90, .Tile = 1},
+                           {.X = 100, .Y = 98, .Selected = 1, .Tile = 1},
+                           {.X = 108, .Y = 98, .Tile = 3},
+                           {.X = 200, .Y = 200, .Tile = 2}};
+    copy.SpritePaletteActive = true;
+}
+
+void MakeTall(WorkingCopy& copy) {
+    Crowd(copy);
+    copy.document.BigCursor = copy.Store().BigSprite = 1;
+    copy.FillColor = copy.DrawLine = true;
+    copy.Show_Caption = copy.Show_List = copy.Show_Custom_Text = false;
+    copy.SpTilePos = {3, 0};
+    for (TileItem& part : copy.Store().ArrowTileList)
+        part.Tile |= 1;
+}
+
+void Put(Surface& sheet, Point at, const Surface& picture) {
+    Copy(sheet, at, {picture, {0, 0}, picture.Width(), picture.Height()});
+}
+
+// Below the views the ghosts of the first sprites.
+Surface Sheet(const DesignerViews& views, const DesignStore& store) {
     Surface sheet(1088, 864, 0xC0C0C0);
     const DesignerLayout layout;
-    const std::pair<Control, View> places[] = {
-        {Control::kNameTable, View::kNameTable},
-        {Control::kBkgTileList, View::kBkgTileList},
-        {Control::kSpriteTileList, View::kSpriteTileList},
-        {Control::kBkgTileEditor, View::kBkgTileEditor},
-        {Control::kSpriteTileEditor, View::kSpriteTileEditor},
-        {Control::kAttribute, View::kAttribute},
-        {Control::kBkgPalette, View::kBkgPalette},
-        {Control::kSpritePalette, View::kSpritePalette},
-        {Control::kSystemPalette, View::kSystemPalette},
-        {Control::kTargetStrip, View::kTargetStrip},
-        {Control::kSourceStrip, View::kSourceStrip}};
-    for (const auto& [control, view] : places) {
-        const Surface& picture = views.Of(view);
-        Copy(sheet, layout.Origin(control), {picture, {0, 0}, picture.Width(), picture.Height()});
+    constexpr std::array kViews = {
+        // in the order of Control
+        View::kBkgTileList, View::kBkgTileEditor, View::kSpriteTileList, View::kSpriteTileEditor,
+        View::kTargetStrip, View::kSourceStrip,   View::kNameTable,      View::kAttribute,
+        View::kBkgPalette,  View::kSpritePalette, View::kSystemPalette};
+    for (size_t i = 0; i < kViews.size(); ++i)
+        Put(sheet, layout.Origin(static_cast<Control>(i)), views.Of(kViews[i]));
+    TileImage tiles;
+    tiles.Redraw(store.ChrData, store.BkgPalette, store.SpritePalette, {}, {});
+    Point at{16, 650};
+    for (const TileItem& sprite : store.SpriteTileList) {
+        if (at.x > 400) break;
+        Put(sheet, at, DrawGhost(SpriteGhost(sprite, store.BigSprite != 0), tiles));
+        at.x += 24;
     }
     return sheet;
 }
 
 TEST(GoldenViews, LookAsTheyDid) {
-    const WorkingCopy copy = MarkedDesign();
-    DesignerViews views;
-    views.Update(copy, Views::All(),
-                 RubberBands{{{40, 330}, {200, 420}}, {{100, 100}, {150, 130}}, {{5, 5}, {9, 9}}});
-    const Surface sheet = Sheet(views);
-    if (const char* folder = std::getenv("BANKWEAVER_NEW_GOLDEN")) {
-        WriteFile(std::filesystem::path(folder) / "designer.png", SurfacePng(sheet));
+    const std::pair<const char*, void (*)(WorkingCopy&)> sheets[] = {
+        {"designer.png", [](WorkingCopy&) {}}, {"crowded.png", Crowd}, {"tall.png", MakeTall}};
+    for (const auto& [name, change] : sheets) {
+        WorkingCopy copy = MarkedDesign();
+        change(copy);
+        DesignerViews views;
+        views.Update(
+            copy, Views::All(),
+            RubberBands{{{40, 330}, {200, 420}}, {{100, 100}, {150, 130}}, {{5, 5}, {9, 9}}});
+        const Surface sheet = Sheet(views, copy.Store());
+        if (const char* folder = std::getenv("BANKWEAVER_NEW_GOLDEN")) {
+            WriteFile(std::filesystem::path(folder) / name, SurfacePng(sheet));
+        }
+        const auto png = ReadFile(std::filesystem::path(BANKWEAVER_GOLDEN) / name);
+        ASSERT_TRUE(png) << name;
+        Picture golden;
+        ASSERT_EQ(DecodePng(*png, 1088, 864, golden), std::nullopt);
+        size_t differing = 0;
+        for (size_t i = 0; i < golden.pixels.size(); ++i)
+            differing += golden.pixels[i] != sheet.Pixels()[i] ? 1 : 0;
+        EXPECT_EQ(differing, 0u) << "pixels of " << name;
     }
-    const auto png = ReadFile(std::filesystem::path(BANKWEAVER_GOLDEN) / "designer.png");
-    ASSERT_TRUE(png);
-    Picture golden;
-    ASSERT_EQ(DecodePng(*png, 1088, 864, golden), std::nullopt);
-    size_t differing = 0;
-    for (size_t i = 0; i < golden.pixels.size(); ++i)
-        differing += golden.pixels[i] != sheet.Pixels()[i] ? 1 : 0;
-    EXPECT_EQ(differing, 0u) << "pixels";
 }
 
 }  // namespace

@@ -1,17 +1,11 @@
 #include "designer/tools/map_tools.h"
 
-#include <algorithm>
-
-#include <gmock/gmock.h>
-
-#include "designer/model/tiles.h"
-#include "designer/tools/tile_tools.h"
+#include "design_items.h"
 
 namespace bw {
 namespace {
 
-constexpr PatternTable kBkg = PatternTable::kBackground;
-constexpr PatternTable kSp = PatternTable::kSprites;
+using testing::ElementsAre;
 
 class MapTools : public testing::Test {
   protected:
@@ -20,14 +14,18 @@ class MapTools : public testing::Test {
             std::fill_n(store_.DefaultChrData.begin() + std::ptrdiff_t{tile} * 16, 16,
                         static_cast<uint8_t>(tile));
     }
-    void Fill(PatternTable table, int tile, uint8_t byte = 0xEE) {
-        std::ranges::fill(TileAt(store_, table, tile), byte);
+    void Fill(PatternTable table, int tile, int byte = 0xEE) {
+        FillTile(store_, table, tile, byte);
     }
-    void FillAll(PatternTable table) {
-        for (int tile = 0; tile < kTileCount; ++tile)
-            Fill(table, tile);
+    void FillAll(PatternTable table) { FillTable(store_, table, 0xEE); }
+    int First(PatternTable table, int tile) { return ByteOf(store_, table, tile); }
+    // What becomes of characters of the map.
+    std::vector<int> Mapped(std::u16string_view characters) {
+        std::vector<int> tiles;
+        for (const char16_t character : characters)
+            tiles.push_back(store_.CharMapData[character]);
+        return tiles;
     }
-    uint8_t First(PatternTable table, int tile) { return TileAt(store_, table, tile)[0]; }
     std::vector<int> Kept(PatternTable table) {
         std::vector<int> kept;
         for (int tile = 0; tile < kTileCount; ++tile)
@@ -47,9 +45,7 @@ TEST_F(MapTools, AllCharactersEndWithTheBlankTiles) {
     EXPECT_EQ(First(kBkg, 250), 32);
     EXPECT_EQ(First(kBkg, 252), 0xEE);
     EXPECT_EQ(First(kBkg, 255), 36);
-    EXPECT_EQ(store_.CharMapData[34], 253);
-    EXPECT_EQ(store_.CharMapData[36], 255);
-    EXPECT_EQ(store_.CharMapData[37], 0x77) << "the rest stays as it was";
+    EXPECT_THAT(Mapped(u"\"$%"), ElementsAre(253, 255, 0x77)) << "the rest stays as it was";
 }
 
 TEST_F(MapTools, UsedCharactersOnly) {
@@ -65,11 +61,7 @@ TEST_F(MapTools, UsedCharactersOnly) {
         Fill(kBkg, tile, 0);
     MapUsedCharacters(copy_);
     // In order of code: / 0 1 2 A B C.
-    EXPECT_EQ(store_.CharMapData['/'], 3);
-    EXPECT_EQ(store_.CharMapData['0'], 4);
-    EXPECT_EQ(store_.CharMapData['2'], 6);
-    EXPECT_EQ(store_.CharMapData['3'] + store_.CharMapData['Z'], 0);
-    EXPECT_EQ(store_.CharMapData['C'], 9);
+    EXPECT_THAT(Mapped(u"/02C3Z"), ElementsAre(3, 4, 6, 9, 0, 0));
     EXPECT_EQ(First(kBkg, 9), 'C');
     EXPECT_EQ(First(kBkg, 20), 0);
 
@@ -82,13 +74,7 @@ TEST_F(MapTools, UsedCharactersOnly) {
     for (int tile = 100; tile < 120; ++tile)
         Fill(kBkg, tile, 0);
     MapUsedCharacters(copy_);
-    EXPECT_EQ(store_.CharMapData[0x58], 107);
-    EXPECT_EQ(store_.CharMapData[0x59], 108);
-    EXPECT_EQ(store_.CharMapData[0x5A], 0);
-
-    FillAll(kBkg);
-    MapUsedCharacters(copy_);
-    EXPECT_THAT(store_.CharMapData, testing::Each(0));
+    EXPECT_THAT(Mapped(u"XYZ"), ElementsAre(107, 108, 0));
 }
 
 TEST_F(MapTools, UnusedBackgroundTilesGo) {
@@ -139,8 +125,8 @@ TEST_F(MapTools, OrganisedTilesKeepTheirOrderAndTheirUsers) {
     OrganiseBkgTiles(copy_);
     EXPECT_EQ(Kept(kBkg), (std::vector<int>{0, 1, 2}));
     EXPECT_EQ(First(kBkg, 2), 0x19);
-    EXPECT_THAT(store_.BkgTileList, testing::ElementsAre(TileItem{.Index = 0, .Tile = 2},
-                                                         TileItem{.Index = 1, .Tile = 1}));
+    EXPECT_THAT(store_.BkgTileList,
+                ElementsAre(TileItem{.Index = 0, .Tile = 2}, TileItem{.Index = 1, .Tile = 1}));
     EXPECT_EQ(copy_.nextBkgIndex, 2u);
     EXPECT_EQ(store_.CharMapData['A'], 2);
 
@@ -151,7 +137,7 @@ TEST_F(MapTools, OrganisedTilesKeepTheirOrderAndTheirUsers) {
     store_.ArrowTile.Tile = 200;
     OrganiseSpriteTiles(copy_);
     EXPECT_EQ(Kept(kSp), (std::vector<int>{1, 2}));
-    EXPECT_THAT(store_.SpriteTileList, testing::ElementsAre(TileItem{.Index = 0, .Tile = 2}));
+    EXPECT_THAT(store_.SpriteTileList, ElementsAre(TileItem{.Index = 0, .Tile = 2}));
     EXPECT_EQ(store_.ArrowTileList.size(), 2u);
     EXPECT_EQ(store_.ArrowTileList[1].Tile, 1);
     EXPECT_EQ(store_.ArrowTile.Tile, 2);

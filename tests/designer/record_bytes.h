@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <numeric>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -17,6 +19,21 @@ inline Bytes operator+(Bytes a, const Bytes& b) {
 inline void Append32(Bytes& bytes, uint32_t value) {
     for (int shift = 0; shift < 32; shift += 8)
         bytes.push_back(static_cast<uint8_t>(value >> shift));
+}
+
+// One chunk, written by hand: `size` is what the header says.
+inline Bytes Chunk(uint32_t type, const Bytes& payload, std::optional<uint32_t> size = {},
+                   uint32_t reserved = 0, uint32_t version = 1) {
+    Bytes bytes;
+    for (const uint32_t word : {type, reserved, version, size.value_or(uint32_t(payload.size()))})
+        Append32(bytes, word);
+    return bytes + payload;
+}
+
+inline Bytes Counting(size_t size, uint8_t first = 1) {
+    Bytes bytes(size);
+    std::iota(bytes.begin(), bytes.end(), first);
+    return bytes;
 }
 
 inline void AppendTile(Bytes& bytes, int32_t x, int32_t y, uint8_t tile) {

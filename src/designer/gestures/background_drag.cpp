@@ -68,8 +68,7 @@ void BackgroundDrag::Move(GestureContext& context, const PointerEvent& event) {
         ghost_.ShowAt({at.x - kGhostBorder, at.y - kGhostBorder});
     };
     const auto snap = [&](Control control, Pos cell, int palette) {
-        const Point origin = context.layout.Origin(control);
-        show(palette, {origin.x + cell.X * kNameCell, origin.y + cell.Y * kNameCell});
+        show(palette, context.layout.Corner(control, cell));
     };
     if (const auto strip = context.layout.CellAt(Control::kSourceStrip, event.at)) {
         return snap(Control::kSourceStrip, strip->cell, 0);

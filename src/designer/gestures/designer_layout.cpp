@@ -83,6 +83,13 @@ Point DesignerLayout::Origin(Control control) const {
     return Centred(PlaceOf(control).client, picture.width, picture.height);
 }
 
+Point DesignerLayout::Corner(Control control, Pos cell) const {
+    const auto& [picture, cells] = UsualOf(control);
+    const Point origin = Origin(control);
+    return {origin.x + cell.X * (picture.width / cells.columns),
+            origin.y + cell.Y * (picture.height / cells.rows)};
+}
+
 Point DesignerLayout::Relative(Control control, Point at) const {
     const Point origin = Origin(control);
     return {at.x - origin.x, at.y - origin.y};

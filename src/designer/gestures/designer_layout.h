@@ -72,6 +72,8 @@ class DesignerLayout {
 
     // The top left pixel of the control's picture.
     Point Origin(Control control) const;
+    // The top left pixel of a cell, in the window; the cell may lie beside the picture.
+    Point Corner(Control control, Pos cell) const;
     // `at` in pixels of the control's picture, which it may lie beside.
     Point Relative(Control control, Point at) const;
 

@@ -73,16 +73,18 @@ Views GestureMachine::Move(PointerEvent event) {
     return context.stale;
 }
 
-// A release alone, behind a double click that was ignored or after a lost press, ends nothing.
 Views GestureMachine::Release(PointerEvent event) {
-    if (!step_) return View::kCheckBoxes;
+    // With Shift there may have been a rubber band.
+    const Views shown = shiftDown_ ? kBandViews | View::kCheckBoxes : View::kCheckBoxes;
+    // A release alone, behind a double click that was ignored or after a lost press, ends nothing.
+    if (!step_) return shown;
     event = Cut(event);
     GestureContext context = Context();
     std::visit([&](auto& gesture) { gesture.Drop(context, event); }, gesture_);
     gesture_ = NoGesture();
     step_->Commit();
     step_.reset();
-    return context.stale | View::kCheckBoxes;
+    return context.stale | shown;
 }
 
 // During a gesture it is a part of that gesture's step.

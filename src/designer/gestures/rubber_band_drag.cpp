@@ -75,8 +75,4 @@ void RubberBandDrag::Move(GestureContext& context, const PointerEvent& event) {
     context.Refresh(kBandViews | View::kCheckBoxes);
 }
 
-void RubberBandDrag::Drop(GestureContext& context, const PointerEvent&) {
-    context.Refresh(kBandViews);
-}
-
 }  // namespace bw

@@ -18,7 +18,7 @@ class RubberBandDrag {
     // doesn't touch is deselected, unless the user adds to the selection. Lists that aren't shown
     // keep their selection.
     void Move(GestureContext& context, const PointerEvent& event);
-    void Drop(GestureContext& context, const PointerEvent& event);
+    void Drop(GestureContext&, const PointerEvent&) {}
 
     const RubberBands& Bands() const { return bands_; }
 

@@ -79,24 +79,24 @@ std::optional<SpriteDrag> SpriteDrag::TryPressTable(GestureContext& context,
 void SpriteDrag::Move(GestureContext& context, const PointerEvent& event) {
     const bool tall = context.copy.Store().BigSprite != 0;
     ghost_ = SpriteGhost(item_, tall);
-    // Puts the sprite's corner, pixels of the control's picture, below the ghost's border.
-    const auto snap = [&](Control control, Point corner) {
-        const Point origin = context.layout.Origin(control);
-        ghost_.ShowAt(
-            {origin.x + corner.x - kGhostBorder, origin.y + corner.y - SpriteGhostBorder(tall)});
+    // Puts the sprite's corner below the ghost's border.
+    const auto snap = [&](Point corner) {
+        ghost_.ShowAt({corner.x - kGhostBorder, corner.y - SpriteGhostBorder(tall)});
     };
-    const auto pixel = context.layout.CellAt(Control::kNameTable, kConsolePixels, event.at);
+    const DesignerLayout& layout = context.layout;
+    const auto pixel = layout.CellAt(Control::kNameTable, kConsolePixels, event.at);
     if (pixel && !event.shift) {
-        return snap(Control::kNameTable, {pixel->cell.X * kScreenScale - hotSpot_.x,
-                                          pixel->cell.Y * kScreenScale - hotSpot_.y});
+        const Point origin = layout.Origin(Control::kNameTable);
+        return snap({origin.x + pixel->cell.X * kScreenScale - hotSpot_.x,
+                     origin.y + pixel->cell.Y * kScreenScale - hotSpot_.y});
     }
     if (pixel) {
-        const Pos cell = NearestScreenCell(DraggedCorner(context.layout, event.at, hotSpot_));
-        return snap(Control::kNameTable, {cell.X * kNameCell, cell.Y * kNameCell});
+        const Pos cell = NearestScreenCell(DraggedCorner(layout, event.at, hotSpot_));
+        return snap(layout.Corner(Control::kNameTable, cell));
     }
     for (const PatternTable table : {kBkg, kSprites}) {
-        if (const auto list = context.layout.CellAt(TileListOf(table), event.at)) {
-            return snap(TileListOf(table), {list->cell.X * kNameCell, list->cell.Y * kNameCell});
+        if (const auto list = layout.CellAt(TileListOf(table), event.at)) {
+            return snap(layout.Corner(TileListOf(table), list->cell));
         }
     }
     ghost_.ShowAt({event.at.x - offset_.x - kGhostBorder, event.at.y - offset_.y - kGhostBorder});
