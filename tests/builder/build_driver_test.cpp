@@ -5,19 +5,15 @@
 namespace bw {
 namespace {
 
-using test::ReadText;
-using test::WriteText;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::SizeIs;
-using testing::StartsWith;
+using namespace test;
 
-using BuildDriver = test::BuildFixture;
+using BuildDriver = BuildFixture;
 
 TEST_F(BuildDriver, BuildsTheSameRomTwice) {
     Add("one", {2, 1, 0}, 1);
     Add("two", {8, 16, 4}, 2);
+    Add("quote \"x\"", {1, 1, 0}, 1);  // names that could end a string or a line
+    Add("line\nbreak .FAIL", {1, 1, 0}, 2);
     user_.answerYes = true;
     const BuildOutcome outcome = Build();
     ASSERT_TRUE(outcome.done) << testing::PrintToString(user_.messages);
@@ -32,74 +28,45 @@ TEST_F(BuildDriver, BuildsTheSameRomTwice) {
     const std::string rom = ReadText(outcome.output);
     ASSERT_EQ(rom.size(), outcome.layout.romSize);
     const std::string menu = rom.substr(0x60000, 0x20000);
-    EXPECT_THAT(menu, HasSubstr("\x03ONE\x03TWO"));
+    EXPECT_THAT(menu, HasSubstr("\x03ONE\x03TWO\x09QUOTE \"X\""));
     EXPECT_EQ(menu.substr(0x1FFFC, 2).find_first_not_of("\x00\xFF"), 0u) << "a reset vector";
     user_.answerYes = false;
     ASSERT_TRUE(Build().done);
     EXPECT_TRUE(ReadText(outcome.output) == rom);
 }
 
-TEST_F(BuildDriver, BuildsEveryBoardAndSize) {
-    Add("one", {2, 1, 0}, 1);
-    for (const BoardType board :
-         {BoardType::kCoolboy, BoardType::kMindkids, BoardType::kCoolgirl}) {
-        for (const uint32_t size : {8u, 16u, 32u}) {
-            settings_.MenuSize = size;
-            const BuildOutcome outcome = Build(board);
-            ASSERT_TRUE(outcome.done) << testing::PrintToString(user_.messages);
-            const auto& items = outcome.layout.items;
-            const auto menu = std::find_if(items.begin(), items.end(),
-                                           [](const auto& item) { return item.isMenu != 0; });
-            const uint32_t units = board == BoardType::kCoolgirl ? 8 : size;
-            EXPECT_EQ(menu->prgCount, units);
-            EXPECT_EQ(menu->prgOffset, board == BoardType::kCoolgirl ? 0 : 0x80000 - units * 16384);
-        }
-    }
-}
-
 TEST_F(BuildDriver, RefusesWhatTheBoardCantRun) {
     EXPECT_FALSE(Build().done);
     EXPECT_THAT(user_.messages, ElementsAre("Tips: No files are selected"));
-
-    Add("mapper1", {8, 0, 1});
-    ExpectRefused("Error: 1.mapper1 Mapper1 not supported!\r\n");
-    games_.clear();
-    Add("trained", {1, 1, 0, 4});
-    ExpectRefused("1.trained Trainer not supported!", BoardType::kCoolgirl);
-    games_.clear();
-    Add("three", {3, 1, 0});
-    ExpectRefused("1.three PRG = 48KB CHR = 8KB not supported!");
-    games_.clear();
-    Add("chr", {8, 0, 4});
-    games_[0].checked = true;
-    std::filesystem::remove(folder_ / "chr.nes");
-    ExpectRefused("1.chr Not a valid NES file!");
-    games_.clear();
-    for (int i = 0; i < 25; ++i) {
-        Add("bad" + std::to_string(i), {1, 1, 7});
+    const std::tuple<std::string, ImageShape, std::string> rows[] = {
+        {"mapper1", {8, 0, 1}, "Error: 1.mapper1 Mapper1 not supported!\r\n"},
+        {"trained", {1, 1, 0, 4}, "1.trained Trainer not supported!"},
+        {"three", {3, 1, 0}, "1.three PRG = 48KB CHR = 8KB not supported!"},
+        {"gone", {8, 0, 4}, "1.gone Not a valid NES file!"},
+    };
+    for (const auto& [name, shape, message] : rows) {
+        games_.clear();
+        const auto file = Add(name, shape);
+        if (name == "gone") std::filesystem::remove(file);
+        ExpectRefused(message);
     }
-    user_.messages.clear();
-    EXPECT_FALSE(Build().done);
-    ASSERT_THAT(user_.messages, SizeIs(1));
-    EXPECT_EQ(std::count(user_.messages[0].begin(), user_.messages[0].end(), '\n'), 20);
-
+    games_.clear();
+    for (int i = 0; i < 25; ++i)
+        Add("bad" + std::to_string(i), {1, 1, 7});
+    ExpectRefused("bad19", BoardType::kCoolgirl);
+    EXPECT_EQ(std::ranges::count(user_.messages[0], '\n'), 20);
     user_.language = Language::kChinese;
-    user_.messages.clear();
-    EXPECT_FALSE(Build().done);
-    EXPECT_THAT(user_.messages, ElementsAre(HasSubstr("bad0")));
-    EXPECT_THAT(user_.messages[0], testing::Not(HasSubstr("not supported")));
+    ExpectRefused("bad0");
+    EXPECT_THAT(user_.messages[0], Not(HasSubstr("not supported")));
 }
 
 TEST_F(BuildDriver, RefusesTooManyGames) {
     AddMany(1025);
     ExpectRefused("2.Limited number of ROM games : 1024(Current: 1025)");
     AddMany(1500);
-    for (GameEntry& entry : games_) {
-        entry.name = std::u16string(26, u'N');
-    }
-    ExpectRefused(
-        "Output information overflow \r\nList data: 6/5 \r\nItem data: 2/4 \r\n"
-        "final data:3/4 ");
+    for (GameEntry& entry : games_)
+        entry.name.assign(26, u'N');
+    ExpectRefused("Output information overflow \r\nList data: 6/5 \r\nItem data: 2/4 \r\nfinal");
     settings_.MenuSize = 16;
     ExpectRefused("Limited number of ROM games");
 
@@ -131,101 +98,65 @@ TEST(BuildChecks, RomLimits) {
 }
 
 TEST(BuildChecks, NamesStayOnTheScreen) {
-    struct Case {
-        uint32_t pageSize;
-        uint32_t style;
-        bool blankRows;
-        bool custom;
-        uint32_t itemAddress;
-        size_t games;
-        bool passes;
-    };
-    const std::vector<Case> cases{
-        {20, 0, false, false, 0, 1024, true},     {20, 1, false, false, 0, 1024, true},
-        {10, 0, true, false, 0, 1024, true},      {15, 0, true, false, 0, 1024, false},
-        {15, 0, true, false, 0, 13, true},        {20, 0, true, false, 0, 1024, false},
-        {5, 1, false, false, 0, 3, false},        {15, 1, false, false, 0, 3, false},
-        {15, 1, false, true, 0x20A9, 3, true},    {15, 0, true, true, 0x2009, 1024, true},
-        {15, 0, true, true, 0x2049, 1024, false},
-    };
-    for (const Case& test : cases) {
+    // `address`: of a design's list, else 0
+    const auto fit = [](uint32_t pageSize, uint32_t style, bool blankRows, size_t games,
+                        uint32_t address) {
         BuildSettings settings;
-        settings.PageSize = test.pageSize;
-        settings.ShowStyle = test.style;
-        settings.NameInsertRow = test.blankRows;
-        settings.CustomEnable = test.custom;
-        const auto text =
-            CheckScreenRows(settings, test.itemAddress, test.games, Language::kEnglish);
-        EXPECT_EQ(!text, test.passes)
-            << test.pageSize << " names, style " << test.style << ", blank rows " << test.blankRows
-            << ", custom " << test.custom << ", games " << test.games;
-    }
+        settings.PageSize = pageSize;
+        settings.ShowStyle = style;
+        settings.NameInsertRow = blankRows;
+        settings.CustomEnable = address != 0;
+        return !CheckScreenRows(settings, address, games, Language::kEnglish);
+    };
+    EXPECT_TRUE(fit(20, 0, false, 1024, 0) && fit(20, 1, false, 1024, 0));
+    EXPECT_TRUE(fit(10, 0, true, 1024, 0) && !fit(15, 0, true, 1024, 0));
+    EXPECT_TRUE(fit(15, 0, true, 13, 0) && !fit(20, 0, true, 1024, 0));
+    EXPECT_FALSE(fit(5, 1, false, 3, 0) || fit(15, 1, false, 3, 0));
+    EXPECT_TRUE(fit(15, 1, false, 3, 0x20A9));
+    EXPECT_TRUE(fit(15, 0, true, 1024, 0x2009) && !fit(15, 0, true, 1024, 0x2049));
 }
 
 // The console writes these places without a look at where they lie.
 TEST(BuildChecks, DesignsStayOnTheScreen) {
-    struct Case {
-        uint32_t caption;
-        uint32_t items;
-        uint32_t page;
-        bool pageNumber;
-        size_t games;
-        std::string problem;
-    };
-    const std::vector<Case> cases{
-        {0x2000, 0x23BF, 0x23BD, true, 1, ""},
-        {0x1FFF, 0x2000, 0x2000, true, 1,
-         "The design's caption lies outside the screen (video "
-         "memory address $1FFF)."},
-        {0x23C0, 0x2000, 0x2000, true, 1, "caption"},
-        {0x2000, 0x2400, 0x2000, true, 1, "list of games"},
-        {0x2000, 0xFFFFFFFF, 0x2000, true, 1, "list of games"},
-        {0x2000, 0x2000, 0x23BE, true, 1, "page number"},  // 1/1
-        {0x2000, 0x2000, 0x23BE, false, 1, ""},
-        {0x2000, 0x2000, 0x23BC, true, 45, ""},             // 9 pages
-        {0x2000, 0x2000, 0x23BC, true, 46, "page number"},  // 10
-        {0x2000, 0x2000, 0xFFFFFFFF, true, 1, "page number"},
-    };
-    for (const Case& test : cases) {
+    const auto problem = [](uint32_t caption, uint32_t items, uint32_t page, size_t games) {
         BuildSettings settings;
         settings.PageSize = 5;
-        settings.PageNumber = test.pageNumber;
+        settings.PageNumber = games != 0;
         DesignStore design;
-        design.CaptionPpuAddr = test.caption;
-        design.ItemPpuAddr = test.items;
-        design.PageNumberPpuAddr = test.page;
-        EXPECT_FALSE(CheckScreenPlaces(settings, design, test.games, Language::kEnglish));
+        design.CaptionPpuAddr = caption;
+        design.ItemPpuAddr = items;
+        design.PageNumberPpuAddr = page;
+        EXPECT_FALSE(CheckScreenPlaces(settings, design, games, Language::kEnglish));
         settings.CustomEnable = true;
-        const auto text = CheckScreenPlaces(settings, design, test.games, Language::kEnglish);
-        EXPECT_EQ(!text, test.problem.empty());
-        EXPECT_THAT(ToUtf8(text.value_or(u"")), HasSubstr(test.problem));
-    }
-}
-
-TEST_F(BuildDriver, NamesThatCouldEndAStringOrALine) {
-    Add("quote \"x\"", {1, 1, 0}, 1);
-    Add("line\nbreak .FAIL", {1, 1, 0}, 2);
-    Add("plain", {1, 1, 0}, 3);
-    const BuildOutcome outcome = Build();
-    ASSERT_TRUE(outcome.done) << testing::PrintToString(user_.messages);
-    EXPECT_THAT(ReadText(outcome.output), HasSubstr("\x09QUOTE \"X\""));
+        const auto text = CheckScreenPlaces(settings, design, games, Language::kEnglish);
+        return ToUtf8(text.value_or(u"fine"));
+    };
+    EXPECT_EQ(problem(0x2000, 0x23BF, 0x23BD, 1), "fine");
+    EXPECT_EQ(problem(0x1FFF, 0x2000, 0x2000, 1),
+              "The design's caption lies outside the screen (video memory address $1FFF).");
+    EXPECT_THAT(problem(0x23C0, 0x2000, 0x2000, 1), HasSubstr("caption"));
+    EXPECT_THAT(problem(0x2000, 0x2400, 0x2000, 1), HasSubstr("list of games"));
+    EXPECT_THAT(problem(0x2000, 0xFFFFFFFF, 0x2000, 1), HasSubstr("list of games"));
+    EXPECT_THAT(problem(0x2000, 0x2000, 0x23BE, 1), HasSubstr("page number")) << "1/1";
+    EXPECT_EQ(problem(0x2000, 0x2000, 0x23BE, 0), "fine") << "without page numbers";
+    EXPECT_EQ(problem(0x2000, 0x2000, 0x23BC, 45), "fine") << "9 pages";
+    EXPECT_THAT(problem(0x2000, 0x2000, 0x23BC, 46), HasSubstr("page number")) << "10 pages";
+    EXPECT_THAT(problem(0x2000, 0x2000, 0xFFFFFFFF, 1), HasSubstr("page number"));
 }
 
 TEST_F(BuildDriver, AnOutputThatIsAnInputIsRefused) {
     const auto game = Add("game", {1, 1, 0});
     const std::string before = ReadText(game);
     user_.output = OutputChoice{game, RomFormat::kNes20};
-    EXPECT_FALSE(Build().done);
-    EXPECT_THAT(user_.messages, ElementsAre(HasSubstr("Choose another name")));
+    ExpectRefused("Choose another name");
     EXPECT_EQ(ReadText(game), before);
 }
 
 TEST_F(BuildDriver, CancellingLeavesNothing) {
     Add("game", {1, 1, 0});
-    user_.output.reset();
-    EXPECT_FALSE(Build().done);
-    user_.output = OutputChoice{folder_ / "out" / "x", RomFormat::kNes20};
     user_.cancelled = true;
+    EXPECT_FALSE(Build().done);
+    user_.output.reset();
     EXPECT_FALSE(Build().done);
     EXPECT_THAT(user_.messages, IsEmpty());
     EXPECT_TRUE(std::filesystem::is_empty(folder_ / "out"));
@@ -236,43 +167,8 @@ TEST_F(BuildDriver, AWorkFolderThatCantBeMadeIsNamed) {
     WriteText(folder_ / "work", "a file stands in the way");
     const BuildOutcome outcome = BuildRom(Context(), BoardType::kCoolboy, taskBusy_);
     EXPECT_FALSE(outcome.done);
-    EXPECT_THAT(user_.messages, ElementsAre(testing::AllOf(
-                                    StartsWith("Error: The operation failed"), HasSubstr("work"))));
-}
-
-TEST_F(BuildDriver, KeepsTheMenuTreeOnRequest) {
-    Add("game", {1, 1, 0});
-    BuildContext context = Context();
-    context.keepWork = folder_ / "kept";
-    ASSERT_TRUE(BuildRom(context, BoardType::kCoolboy, taskBusy_).done);
-    for (const char* file :
-         {"menu.asm", "coolboy.asm", "coolgirl.asm", "menu.nes", "build/game_config.asm",
-          "build/game_list_0.asm", "menu_data/chr_data.bin"}) {
-        EXPECT_TRUE(std::filesystem::exists(folder_ / "kept" / file)) << file;
-    }
-}
-
-TEST_F(BuildDriver, Exports) {
-    Add("game", {1, 1, 0});
-    games_[0].name = u"Game";
-    settings_.ShowNumberOrder = true;
-    settings_.ExportRomType = 1;
-    settings_.ExportPrgSize = 2;
-    user_.folder = folder_ / "out";
-    settings_.LastExportDir = folder_ / "out";
-    ASSERT_TRUE(RunExport(Context())) << testing::PrintToString(user_.messages);
-    EXPECT_EQ(ReadText(folder_ / "out" / "game_list.txt"), "1Game\r\n");
-    const std::string config = ReadText(folder_ / "out" / "game_config.asm");
-    EXPECT_THAT(config, HasSubstr("BOARD_TYPE = 2\r\nMENU_PRG_SIZE = 32\r\n"));
-    for (const char* file :
-         {"game_list_0.asm", "game_list_bank.asm", "game_title.asm", "game_data_0.asm",
-          "game_data_bank.asm", "game_final_data_0.asm", "game_final_data_bank.asm",
-          "game_prg_chr_offset.txt", "game_caption_data.asm", "char_mapping.bin"}) {
-        EXPECT_TRUE(std::filesystem::exists(folder_ / "out" / file)) << file;
-    }
-    user_.folder.reset();
-    EXPECT_FALSE(RunExport(Context()));
-    EXPECT_THAT(user_.messages, IsEmpty());
+    EXPECT_THAT(user_.messages,
+                ElementsAre(AllOf(StartsWith("Error: The operation failed"), HasSubstr("work"))));
 }
 
 }  // namespace

@@ -19,6 +19,14 @@
 
 namespace bw::test {
 
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+using testing::StartsWith;
+
 class RecordingUser : public BuildUser {
   public:
     Language UiLanguage() const override { return language; }
@@ -29,10 +37,7 @@ class RecordingUser : public BuildUser {
         questions.push_back(ToUtf8(text));
         return answerYes;
     }
-    std::optional<OutputChoice> AskOutput(const std::filesystem::path& start) override {
-        outputStart = start;
-        return output;
-    }
+    std::optional<OutputChoice> AskOutput(const std::filesystem::path&) override { return output; }
     std::optional<std::filesystem::path> AskFolder(const std::filesystem::path&) override {
         return folder;
     }
@@ -40,7 +45,7 @@ class RecordingUser : public BuildUser {
     void Progress(BuildStage stage, size_t, size_t, std::u16string_view) override {
         stages.insert(stage);
     }
-    void Diagnostic(std::string_view line) override { diagnostics.emplace_back(line); }
+    void Diagnostic(std::string_view) override {}
     bool Cancelled() const override { return cancelled; }
 
     Language language = Language::kEnglish;
@@ -50,10 +55,8 @@ class RecordingUser : public BuildUser {
     bool cancelled = false;
     std::vector<std::string> messages;
     std::vector<std::string> questions;
-    std::vector<std::string> diagnostics;
     std::set<BuildStage> stages;
     std::filesystem::path shown;
-    std::filesystem::path outputStart;
 };
 
 // A folder with games, a place for outputs (out/), and what a build asks for.
@@ -88,7 +91,7 @@ class BuildFixture : public testing::Test {
     void ExpectRefused(const std::string& text, BoardType board = BoardType::kCoolboy) {
         user_.messages.clear();
         EXPECT_FALSE(Build(board).done);
-        EXPECT_THAT(user_.messages, testing::ElementsAre(testing::HasSubstr(text)));
+        EXPECT_THAT(user_.messages, ElementsAre(HasSubstr(text)));
         EXPECT_TRUE(std::filesystem::is_empty(folder_ / "out")) << "an output was written";
     }
 

@@ -16,7 +16,7 @@ using namespace std::string_literals;
 
 class DesignCompile : public testing::Test {
   protected:
-    bool Write(size_t games = 12, const std::optional<std::u16string>& caption = std::nullopt,
+    bool Write(size_t games = 12, const std::optional<std::u16string>& caption = {},
                bool custom = true) {
         return WriteDesignFiles(design_, games, caption, folder_.Path(), custom);
     }
@@ -66,57 +66,43 @@ TEST_F(DesignCompile, WritesTwelveFilesOfTheirSizes) {
     EXPECT_EQ(Contents("game_name_table.bin"), std::string(960, '\0'));
     EXPECT_EQ(Contents("custom_chr_data.bin"), std::string(8192, 0x5A));
     EXPECT_EQ(Contents("char_mapping.bin"), std::string(256, '\0'));
+    ASSERT_TRUE(Write(12, {}, false));
+    std::string identity(256, '\0');  // without a design each character is its tile
+    std::iota(identity.begin(), identity.end(), '\0');
+    EXPECT_EQ(Contents("char_mapping.bin"), identity);
+    EXPECT_EQ(design_.CharMapData[1], 0);
 }
 
 TEST_F(DesignCompile, CaptionEndsAtTheScreensEdgeButIsKeptWhole) {
     const std::u16string caption(40, u'A');
-    EXPECT_EQ(CaptionLine(caption), " .STR \"" + std::string(20, 'A') + "\"");
-    EXPECT_EQ(design_.CaptionText, caption);
-    EXPECT_EQ(CaptionLine(std::u16string(20, u'B')), " .STR \"" + std::string(20, 'B') + "\"");
-    design_.CaptionPpuAddr = 0x205F;
-    EXPECT_EQ(CaptionLine(u"CD"), " .STR \"C\"");
-    design_.CaptionPpuAddr = 0x2040;
-    EXPECT_EQ(CaptionLine(caption), " .STR \"" + std::string(32, 'A') + "\"");
-}
-
-TEST_F(DesignCompile, CaptionIsOneBytePerCharacterAndCannotBreakTheAssembly) {
-    EXPECT_EQ(CaptionLine(u"\u00C9t\u00E9 \u9B42"), " .STR \"\xC9t\xE9 ?\"");
-    EXPECT_EQ(CaptionLine(u"A\"B"), " .DB $03,$41,$22,$42");
-}
-
-TEST_F(DesignCompile, EmptyCaptionLeavesItsFileAsItIs) {
+    const std::tuple<uint32_t, std::u16string, std::string> rows[] = {
+        {0x204C, u"\u00C9t\u00E9 \u9B42", " .STR \"\xC9t\xE9 ?\""},  // a byte for each character
+        {0x204C, u"A\"B", " .DB $03,$41,$22,$42"},
+        {0x204C, std::u16string(20, u'B'), " .STR \"" + std::string(20, 'B') + "\""},
+        {0x205F, u"CD", " .STR \"C\""},
+        {0x2040, caption, " .STR \"" + std::string(32, 'A') + "\""},
+        {0x204C, caption, " .STR \"" + std::string(20, 'A') + "\""},
+    };
+    for (const auto& [address, text, line] : rows) {
+        design_.CaptionPpuAddr = address;
+        EXPECT_EQ(CaptionLine(text), line);
+        EXPECT_EQ(design_.CaptionText, text);
+    }
     EXPECT_TRUE(Write(12, u""));
-    EXPECT_FALSE(Contents("game_caption_data.asm"));
-    CaptionLine(u"FROM BEFORE");
-    EXPECT_TRUE(Write(12, u""));
-    EXPECT_EQ(Contents("game_caption_data.asm"), " .STR \"FROM BEFORE\"");
+    EXPECT_EQ(Contents("game_caption_data.asm"), " .STR \"" + std::string(20, 'A') + "\"");
     EXPECT_EQ(design_.CaptionText, u"");
 }
 
-TEST_F(DesignCompile, AttributeByteOfASprite) {
-    const auto attribute = [](uint8_t flags, uint8_t palette) {
-        return SpriteAttribute({.Palette = palette, .Flags = flags});
-    };
-    EXPECT_EQ(attribute(TileItem::kFlipVertically, 0), 0x80);
-    EXPECT_EQ(attribute(TileItem::kFlipHorizontally, 0), 0x40);
-    EXPECT_EQ(attribute(TileItem::kBehindBackground, 0), 0x20);
-    EXPECT_EQ(attribute(3, 3), 0xC3);
-    EXPECT_EQ(attribute(0xF8, 0x0C), 0x0C) << "the other flags mean nothing, the palette is kept";
-}
-
 TEST_F(DesignCompile, CursorTakesEverySpriteAndCuts) {
-    design_.ArrowTileList = {{.X = 16, .Y = 40, .Tile = 2, .Palette = 1, .Flags = 2},
-                             {.X = 300, .Y = 0, .Tile = 3},
-                             {.X = -1, .Y = 240, .Tile = 18},
-                             {.X = 1, .Y = 1, .Tile = 19},
-                             {.X = 2, .Y = 2, .Tile = 20}};
+    design_.ArrowTileList = {
+        {.X = 16, .Y = 40, .Tile = 2, .Palette = 1, .Flags = TileItem::kFlipHorizontally},
+        {.X = 300, .Y = 0, .Tile = 3, .Flags = TileItem::kFlipVertically},
+        {.X = -1, .Y = 240, .Tile = 18, .Flags = TileItem::kBehindBackground},
+        {.X = 1, .Y = 1, .Tile = 19, .Palette = 3, .Flags = 3},
+        {.X = 2, .Y = 2, .Tile = 20, .Palette = 12, .Flags = 0xF8}};  // no such flags
     ASSERT_TRUE(Write());
     EXPECT_EQ(Contents("game_big_arrow_data.bin"),
-              "\x28\x02\x41\x10"
-              "\x00\x03\x00\x2C"
-              "\xF0\x12\x00\xFF"
-              "\x01\x13\x00\x01"
-              "\x02\x14\x00\x02"s);
+              "\x28\x02\x41\x10\x00\x03\x80\x2C\xF0\x12\x20\xFF\x01\x13\xC3\x01\x02\x14\x0C\x02"s);
 }
 
 TEST_F(DesignCompile, SpritesOutsideTheScreenAreLeftOut) {
@@ -143,33 +129,21 @@ TEST_F(DesignCompile, LaterTilesCoverEarlierOnes) {
 
 TEST_F(DesignCompile, TextsAreCutAtBothEdges) {
     MapCharacters();
-    struct Case {
-        int32_t x;
-        std::u16string text;
-        std::string cells;
-        size_t column = 0;
+    const auto shown = [&](int32_t x, const std::u16string& text, int32_t y = 7) {
+        design_.CustomText = {{.X = x, .Y = y, .Text = text}};
+        return NameTable();
     };
-    const Case cases[] = {
-        {-2, u"ABCD", "CD"},
-        {-4, u"ABCD", ""},
-        {-5, u"ABCD", ""},
-        {std::numeric_limits<int32_t>::min(), u"ABCD", ""},
-        {29, u"ABCD", "ABC", 29},
-        {31, u"ABCD", "A", 31},
-        {32, u"ABCD", ""},
-        {std::numeric_limits<int32_t>::max(), u"ABCD", ""},
-        {-1, u"x" + std::u16string(40, u'E'), std::string(32, 'E')},
-        {0, u"\u00C9\u9B42", "\xC9?"},
-        {5, u"", ""},
-    };
-    for (const Case& c : cases) {
-        design_.CustomText = {{.X = c.x, .Y = 7, .Text = c.text}};
-        EXPECT_EQ(NameTable(), With(7, c.column, c.cells)) << c.x;
-    }
-    for (const int32_t y : {-1, 30, std::numeric_limits<int32_t>::max()}) {
-        design_.CustomText = {{.X = 0, .Y = y, .Text = u"A"}};
-        EXPECT_EQ(NameTable(), With(0, 0, "")) << y;
-    }
+    using Limits = std::numeric_limits<int32_t>;
+    EXPECT_EQ(shown(-2, u"ABCD"), With(7, 0, "CD"));
+    EXPECT_EQ(shown(29, u"ABCD"), With(7, 29, "ABC"));
+    EXPECT_EQ(shown(31, u"ABCD"), With(7, 31, "A"));
+    EXPECT_EQ(shown(-1, u"x" + std::u16string(40, u'E')), With(7, 0, std::string(32, 'E')));
+    EXPECT_EQ(shown(0, u"\u00C9\u9B42"), With(7, 0, "\xC9?"));
+    EXPECT_EQ(shown(5, u""), With(0, 0, ""));
+    for (const int32_t x : {-4, -5, 32, Limits::min(), Limits::max()})
+        EXPECT_EQ(shown(x, u"ABCD"), With(0, 0, "")) << x;
+    for (const int32_t y : {-1, 30, Limits::max()})
+        EXPECT_EQ(shown(0, u"A", y), With(0, 0, "")) << y;
 }
 
 TEST_F(DesignCompile, SpacesOfATextShowWhatIsBelow) {
@@ -178,17 +152,6 @@ TEST_F(DesignCompile, SpacesOfATextShowWhatIsBelow) {
     design_.BkgTileList = {{.X = 1, .Y = 7, .Tile = 1}, {.X = 2, .Y = 7, .Tile = 2}};
     design_.CustomText = {{.X = 0, .Y = 7, .Text = u"    "}, {.X = 0, .Y = 7, .Text = u"A A"}};
     EXPECT_EQ(NameTable(), With(7, 0, "\x80\x01\x80"));
-}
-
-TEST_F(DesignCompile, WithoutTheCustomMenuEachCharacterIsItsTile) {
-    design_.CharMapData.fill(7);
-    ASSERT_TRUE(Write(1, std::nullopt, true));
-    EXPECT_EQ(Contents("char_mapping.bin"), std::string(256, 7));
-    ASSERT_TRUE(Write(1, std::nullopt, false));
-    std::string identity(256, '\0');
-    std::iota(identity.begin(), identity.end(), '\0');
-    EXPECT_EQ(Contents("char_mapping.bin"), identity);
-    EXPECT_EQ(design_.CharMapData[0], 7);
 }
 
 TEST_F(DesignCompile, FirstFileThatCannotBeWrittenEndsIt) {

@@ -1,6 +1,8 @@
 // Menus of the user's own: the exported files, which must assemble to the menu that a build makes,
 // and external menus in a build.
+#include <chrono>
 #include <map>
+#include <numeric>
 
 #include "build_fixture.h"
 #include "builder/menu_assembler.h"
@@ -9,15 +11,9 @@
 namespace bw {
 namespace {
 
-using test::ImageBytes;
-using test::ReadText;
-using test::WriteText;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::SizeIs;
-using testing::StartsWith;
+using namespace test;
 
-class OwnMenus : public test::BuildFixture {
+class OwnMenus : public BuildFixture {
   protected:
     OwnMenus() { std::filesystem::create_directory(folder_ / "own"); }
 
@@ -29,19 +25,16 @@ class OwnMenus : public test::BuildFixture {
         WriteText(path, content);
     }
     // The menu's bytes in the ROM of a build that must succeed.
-    std::string BuiltMenu(BoardType board, std::optional<std::filesystem::path> keepWork = {}) {
+    std::string BuiltMenu(BoardType board) {
         BuildContext context = Context();
-        context.keepWork = std::move(keepWork);
+        context.keepWork = folder_ / "kept";
         user_.messages.clear();
         const BuildOutcome outcome = BuildRom(context, board, taskBusy_);
         EXPECT_TRUE(outcome.done) << testing::PrintToString(user_.messages);
-        for (const MulticartItem& item : outcome.layout.items) {
-            if (item.isMenu != 0) {
-                menuOffset_ = item.prgOffset;
-                return ReadText(outcome.output).substr(item.prgOffset, item.prgSpan);
-            }
-        }
-        return "no menu";
+        if (!outcome.done) return "no menu";
+        const auto menu = std::ranges::find(outcome.layout.items, 1, &MulticartItem::isMenu);
+        menuOffset_ = menu->prgOffset;
+        return ReadText(outcome.output).substr(menu->prgOffset, menu->prgSpan);
     }
 
     // A design with something of everything, and names with numbers.
@@ -51,22 +44,13 @@ class OwnMenus : public test::BuildFixture {
         settings_.NameInsertRow = settings_.PageNumber = true;
         settings_.Music = 5;
         std::vector<uint8_t> map(256);
-        for (size_t i = 0; i < map.size(); ++i)
-            map[i] = static_cast<uint8_t>(i ^ 0x11);
-        const std::vector<uint8_t> on{1};
+        std::iota(map.rbegin(), map.rend(), uint8_t{0});
         store_->RegWriteBinary(kDesignKey, "ChrData", std::vector<uint8_t>(8192, 0x5A));
         store_->RegWriteBinary(kDesignKey, "CharMapData", map);
-        store_->RegWriteBinary(kDesignKey, "BigCursor", on);
-        store_->RegWriteBinary(kDesignKey, "BigSprite", on);
+        for (const char* name : {"BigCursor", "BigSprite"})
+            store_->RegWriteBinary(kDesignKey, name, std::vector<uint8_t>{1});
         store_->RegWriteString(kDesignKey, "CaptionText", u"A CAPTION THAT IS CUT AT THE EDGE");
-        for (int i = 0; i < 20; ++i) {
-            TileItem tile;
-            tile.X = i;
-            tile.Y = i + 1;
-            tile.Tile = static_cast<uint8_t>(i);
-            design_.BkgTileList.push_back(tile);
-            design_.SpriteTileList.push_back(tile);
-        }
+        design_.BkgTileList = design_.SpriteTileList = {20, TileItem{.X = 2, .Y = 3, .Tile = 4}};
         design_.ItemPpuAddr = 0x2044;
         design_.CaptionPpuAddr = 0x2025;
         design_.PageNumberPpuAddr = 0x2361;
@@ -80,26 +64,13 @@ using FolderContent = std::map<std::string, std::string>;
 FolderContent ContentOf(const std::filesystem::path& folder) {
     FolderContent content;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
-        if (entry.is_regular_file()) {
-            content[entry.path().lexically_relative(folder).generic_string()] =
-                ReadText(entry.path());
-        }
+        const std::string name = entry.path().lexically_relative(folder).generic_string();
+        if (entry.is_regular_file()) content[name] = ReadText(entry.path());
     }
     return content;
 }
 
-std::vector<std::string> NamesOf(const FolderContent& content) {
-    std::vector<std::string> names;
-    for (const auto& [name, unused] : content)
-        names.push_back(name);
-    return names;
-}
-
-struct ExportCase {
-    BoardType board;
-    uint32_t size;  // 16 KB units
-    bool design;
-};
+using ExportCase = std::tuple<BoardType, uint32_t, bool>;  // size in 16 KB units; with a design
 
 class ExportedMenu : public OwnMenus, public testing::WithParamInterface<ExportCase> {};
 
@@ -109,18 +80,19 @@ TEST_P(ExportedMenu, AssemblesToTheMenuOfABuild) {
     AddMany(1000);  // two banks of records of either kind, four of names
     for (size_t i = 0; i < games_.size(); ++i)
         games_[i].name = ToWide("A Name of Many Letters " + std::to_string(i));
-    if (design) {
-        MakeDesign();
-    }
+    if (design) MakeDesign();
     settings_.MenuSize = size;
     settings_.ExportRomType = coolgirl ? 1 : 0;
     settings_.ExportPrgSize = size / 16;
-    if (coolgirl && size != 8) {  // COOLGIRL's own menu knows one size
+    if (coolgirl && size == 8) {  // COOLGIRL's own menu knows this size only
+        settings_.MenuSize = 32;
+    } else if (coolgirl) {
         ASSERT_FALSE(WriteResources(folder_ / "own"));
         settings_.ExternMenuEnable = true;
         settings_.ExternMenuPath = folder_ / "own" / "menu" / "menu.asm";
     }
-    const std::string built = BuiltMenu(board, folder_ / "kept");
+    const std::string built = BuiltMenu(board);
+    EXPECT_EQ(menuOffset_, coolgirl ? 0 : 0x80000 - size * 16384);
 
     const std::filesystem::path menu = folder_ / "hand" / "menu";
     ASSERT_FALSE(WriteResources(folder_ / "hand"));
@@ -131,29 +103,21 @@ TEST_P(ExportedMenu, AssemblesToTheMenuOfABuild) {
         RunAssembler(AssemblerPath(folder_ / "hand"), menu / "menu.asm", menu, Language::kEnglish);
     ASSERT_TRUE(assembly.done) << ToUtf8(assembly.output);
     EXPECT_TRUE(ReadText(menu / "menu.nes").substr(16) == built);
+    EXPECT_EQ(ReadText(folder_ / "kept" / "menu.asm"), ReadText(menu / "menu.asm"));
 
     FolderContent exported = ContentOf(menu / "build");
     const FolderContent inBuild = ContentOf(folder_ / "kept" / "build");
-    EXPECT_EQ(NamesOf(exported), NamesOf(inBuild));
+    EXPECT_EQ(exported.size(), inBuild.size());
     for (const auto& [name, content] : inBuild)
         EXPECT_TRUE(exported[name] == content) << name;
-    EXPECT_THAT(NamesOf(inBuild), testing::IsSupersetOf({"game_data_1.asm", "game_final_data_1.asm",
-                                                         "game_list_3.asm"}));
+    for (const char* name : {"game_data_1.asm", "game_final_data_1.asm", "game_list_3.asm"})
+        EXPECT_TRUE(inBuild.contains(name));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    TypesAndSizes, ExportedMenu, testing::ValuesIn([] {
-        std::vector<ExportCase> cases;
-        for (const BoardType board : {BoardType::kCoolboy, BoardType::kCoolgirl})
-            for (const uint32_t size : {8u, 16u, 32u})
-                for (const bool design : {false, true})
-                    cases.push_back({board, size, design});
-        return cases;
-    }()),
-    [](const auto& param) {
-        return std::string(BoardName(param.param.board)) + std::to_string(param.param.size) +
-               (param.param.design ? "design" : "");
-    });
+INSTANTIATE_TEST_SUITE_P(BoardsSizesAndDesigns, ExportedMenu,
+                         testing::Combine(testing::Values(BoardType::kCoolboy,
+                                                          BoardType::kCoolgirl),
+                                          testing::Values(8u, 16u, 32u), testing::Bool()));
 
 // A menu of one's own: a byte for each constant that the test looks at, and filling. Its size is
 // its own affair.
@@ -168,9 +132,8 @@ TEST_F(OwnMenus, ASourceIsAssembledAgainstTablesOfItsOwn) {
     Add("game", {1, 1, 0});
     settings_.ShowNumberOrder = true;
     std::filesystem::create_directory(Own("build"));
-    const std::vector<std::string> stale{"game_list_1.asm",       "game_list_F.asm",
-                                         "game_data_1.asm",       "game_data_7.asm",
-                                         "game_final_data_7.asm", "game_config.asm"};
+    const std::vector<std::string> stale{"game_list_1.asm", "game_list_F.asm", "game_data_1.asm",
+                                         "game_data_7.asm", "game_final_data_7.asm"};
     for (const std::string& name : stale)
         WriteText(Own("build") / name, "old");
     // Not the build's to remove: the highest banks' files and whatever else lies there.
@@ -185,8 +148,8 @@ TEST_F(OwnMenus, ASourceIsAssembledAgainstTablesOfItsOwn) {
         const bool coolgirl = board == BoardType::kCoolgirl;
         const std::string menu = BuiltMenu(board);
         // The tables of an export know COOLBOY and COOLGIRL only, and number names without a point.
-        const std::string head{'\x01', coolgirl ? '\x02' : '\x00', '\x10', '\x00', '\x00', '\x05'};
-        EXPECT_EQ(menu.substr(0, 5), head.substr(0, 5));
+        const std::string head{'\x01', coolgirl ? '\x02' : '\x00', '\x10', '\x00', '\x00'};
+        EXPECT_EQ(menu.substr(0, 5), head);
         EXPECT_EQ(menu.substr(7, 6),
                   "\x05"
                   "1GAME");
@@ -194,19 +157,10 @@ TEST_F(OwnMenus, ASourceIsAssembledAgainstTablesOfItsOwn) {
         EXPECT_EQ(menuOffset_, coolgirl ? 0u : 0x40000u);
     }
     FolderContent content = ContentOf(folder_ / "own");
-    EXPECT_THAT(
-        NamesOf(content),
-        ElementsAre(
-            "build/char_mapping.bin", "build/custom_chr_data.bin", "build/game_attributes_data.bin",
-            "build/game_big_arrow_data.bin", "build/game_bkg_palette_data.bin",
-            "build/game_caption_addr.asm", "build/game_caption_data.asm", "build/game_config.asm",
-            "build/game_data_0.asm", "build/game_data_8.asm", "build/game_data_bank.asm",
-            "build/game_final_data_0.asm", "build/game_final_data_B.asm",
-            "build/game_final_data_bank.asm", "build/game_item_addr.asm", "build/game_list.txt",
-            "build/game_list_0.asm", "build/game_list_bank.asm", "build/game_name_table.bin",
-            "build/game_page_number_addr.asm", "build/game_prg_chr_offset.txt",
-            "build/game_sprite_list.asm", "build/game_sprite_palette_data.bin",
-            "build/game_title.asm", "build/mine.inc", "mine.ASM", "mine.nes"));
+    for (const std::string& name : stale)
+        EXPECT_FALSE(content.contains("build/" + name)) << name;
+    EXPECT_EQ(content["build/game_data_8.asm"] + content["build/game_final_data_B.asm"],
+              "keptkept");
     EXPECT_EQ(content["build/mine.inc"], "kept");
     EXPECT_EQ(content["build/game_list.txt"], "1game\r\n");
     EXPECT_THAT(content["build/game_config.asm"], HasSubstr("MENU_PRG_SIZE = 16\r\n"));
@@ -214,19 +168,20 @@ TEST_F(OwnMenus, ASourceIsAssembledAgainstTablesOfItsOwn) {
 }
 
 TEST_F(OwnMenus, TheFirstExportLeavesTheCurrentFolderAlone) {
-    struct InFolder {
-        explicit InFolder(const std::filesystem::path& folder) { current_path(folder); }
-        ~InFolder() { current_path(before); }
-        const std::filesystem::path before = std::filesystem::current_path();
-    };
     Add("game", {1, 1, 0});
     WriteText(Own("game_list_1.asm"), "kept");
-    const InFolder here(folder_ / "own");
+    const std::filesystem::path start = std::filesystem::current_path();
+    std::filesystem::current_path(folder_ / "own");
+    settings_.ExportRomType = 1;
+    settings_.ExportPrgSize = 2;
+    EXPECT_FALSE(RunExport(Context())) << "no folder chosen";
     user_.folder = folder_ / "out";
-    ASSERT_TRUE(settings_.LastExportDir.empty());
     EXPECT_TRUE(RunExport(Context()));
-    EXPECT_THAT(NamesOf(ContentOf(folder_ / "own")), ElementsAre("game_list_1.asm"));
-    EXPECT_TRUE(std::filesystem::exists(folder_ / "out" / "game_config.asm"));
+    std::filesystem::current_path(start);
+    EXPECT_THAT(user_.messages, IsEmpty());
+    EXPECT_THAT(ContentOf(folder_ / "own"), ElementsAre(testing::Key("game_list_1.asm")));
+    EXPECT_THAT(ReadText(folder_ / "out" / "game_config.asm"),
+                HasSubstr("BOARD_TYPE = 2\r\nMENU_PRG_SIZE = 32\r\n"));
 }
 
 TEST_F(OwnMenus, ARomIsTakenAsItIs) {
@@ -237,69 +192,72 @@ TEST_F(OwnMenus, ARomIsTakenAsItIs) {
         EXPECT_TRUE(BuiltMenu(BoardType::kCoolboy) == image.substr(16)) << units;
         EXPECT_EQ(menuOffset_, units > 32 ? 0 : 0x80000 - static_cast<uint32_t>(units) * 16384);
     }
-    EXPECT_THAT(NamesOf(ContentOf(folder_ / "own")), ElementsAre("menu.NES"));
+    EXPECT_THAT(ContentOf(folder_ / "own"), ElementsAre(testing::Key("menu.NES")));
 }
 
 TEST_F(OwnMenus, AreRefusedWithTheirReason) {
     Add("game", {1, 1, 0});
-    const auto menuError = [this](const char* file, const std::string& facts) {
-        return "Error: Menu ROM error! \r\nPath = " + Own(file).string() + " \r\n" + facts;
+    const auto menuError = [this](const char* file, int mapper, int prg, int chr) {
+        return fmt::format(
+            "Error: Menu ROM error! \r\nPath = {} \r\nMapper = {} \r\nPRG = {}KB \r\nCHR = "
+            "{}KB\r\n",
+            Own(file).string(), mapper, prg, chr);
     };
-    struct Case {
-        const char* file;
-        std::string content;
-        std::string message;
+    const auto notOne = [this](const char* file) {
+        return "Error: Invalid external menu file: " + Own(file).string();
     };
-    const std::vector<Case> cases{
-        {"a.asm", OwnSource(8, 2),
-         menuError("a.nes", "Mapper = 4 \r\nPRG = 128KB \r\nCHR = 16KB\r\n")},
-        {"b.asm", OwnSource(4), menuError("b.nes", "Mapper = 4 \r\nPRG = 64KB \r\nCHR = 0KB\r\n")},
+    const std::tuple<const char*, std::string, std::string> rows[] = {
+        {"a.asm", OwnSource(8, 2), menuError("a.nes", 4, 128, 16)},
+        {"b.asm", OwnSource(4), menuError("b.nes", 4, 64, 0)},
         {"c.asm", " LDA Nowhere\n", "Undefined symbol in operand field!"},
         {"d.asm", " INCLUDE \"build/nothing.asm\"\n", "Can not open file!"},
-        {"e.nes", ImageBytes({12, 0, 4}, 1),
-         menuError("e.nes", "Mapper = 4 \r\nPRG = 192KB \r\nCHR = 0KB\r\n")},
-        {"f.nes", ImageBytes({16, 1, 1}, 1),
-         menuError("f.nes", "Mapper = 1 \r\nPRG = 256KB \r\nCHR = 8KB\r\n")},
-        {"g.nes", "no image", menuError("g.nes", "Mapper = 0 \r\nPRG = 128KB \r\nCHR = 0KB\r\n")},
-        {"h.txt", "no menu", "Error: Invalid external menu file: " + Own("h.txt").string()},
-        {"i", "no menu", "Error: Invalid external menu file: " + Own("i").string()}};
-    for (const Case& test : cases) {
-        SCOPED_TRACE(test.file);
-        UseExternMenu(Own(test.file), test.content);
-        ExpectRefused(test.message);
+        {"e.nes", ImageBytes({12, 0, 4}, 1), menuError("e.nes", 4, 192, 0)},
+        {"f.nes", ImageBytes({16, 1, 1}, 1), menuError("f.nes", 1, 256, 8)},
+        {"g.nes", "no image", menuError("g.nes", 0, 128, 0)},
+        {"h.txt", "no menu", notOne("h.txt")},
+    };
+    for (const auto& [file, content, message] : rows) {
+        SCOPED_TRACE(file);
+        UseExternMenu(Own(file), content);
+        ExpectRefused(message);
     }
-    for (const char* gone : {"c.nes", "d.nes"})
-        EXPECT_FALSE(std::filesystem::exists(Own(gone)));
-
+    EXPECT_FALSE(exists(Own("c.nes")) || exists(Own("d.nes")));
     settings_.ExternMenuPath = Own("none.nes");
-    ExpectRefused("Invalid external menu file: " + Own("none.nes").string());
+    ExpectRefused(notOne("none.nes"));
     settings_.ExternMenuPath = Own("none.asm");
     ExpectRefused("Can not open file!");
     settings_.ExternMenuPath.clear();
     ExpectRefused("Invalid external menu file: ");
     user_.language = Language::kChinese;
-    user_.messages.clear();
-    EXPECT_FALSE(Build().done);
-    ASSERT_THAT(user_.messages, SizeIs(1));
-    EXPECT_THAT(user_.messages[0], testing::Not(HasSubstr("Invalid")));
-}
-
-TEST_F(OwnMenus, AnExportThatFailsIsToldAndTheAssemblerFollows) {
-    Add("game", {1, 1, 0});
-    UseExternMenu(Own("mine.asm"), OwnSource(8));
-    WriteText(Own("build"), "a file stands in the way");
-    EXPECT_FALSE(Build().done);
-    EXPECT_THAT(user_.messages,
-                ElementsAre(testing::AllOf(StartsWith("Error: The operation failed"),
-                                           HasSubstr("game_config.asm")),
-                            HasSubstr("Can not open file!")));
-}
-
-TEST_F(OwnMenus, TheAssembledMenuIsNoPlaceForTheOutput) {
-    Add("game", {1, 1, 0});
+    ExpectRefused(": ");
+    EXPECT_THAT(user_.messages[0], Not(HasSubstr("Invalid")));
+    user_.language = Language::kEnglish;
     UseExternMenu(Own("mine.asm"), OwnSource(8));
     user_.output = OutputChoice{Own("mine"), RomFormat::kNes20};
-    ExpectRefused("Choose another name");
+    ExpectRefused("Choose another name");  // the assembled menu is no place for the output
+    // An export that fails is told, and the assembler follows.
+    std::filesystem::remove_all(Own("build"));
+    WriteText(Own("build"), "a file stands in the way");
+    user_.messages.clear();
+    EXPECT_FALSE(Build().done);
+    EXPECT_THAT(user_.messages, ElementsAre(AllOf(StartsWith("Error: The operation failed"),
+                                                  HasSubstr("game_config.asm")),
+                                            HasSubstr("Can not open file!")));
+}
+
+std::string Failure(const std::filesystem::path& assembler, const std::filesystem::path& source) {
+    const AssemblyOutcome outcome = RunAssembler(assembler, source, "/", Language::kEnglish);
+    EXPECT_FALSE(outcome.done);
+    return ToUtf8(outcome.output);
+}
+
+TEST(MenuAssembler, IsNamedIfItCantDoItsWorkAndStoppedIfItHangs) {
+    EXPECT_THAT(Failure("/no/such/assembler", "menu.asm"),
+                HasSubstr("/no/such/assembler can't be started"));
+    EXPECT_THAT(Failure("/bin/false", "menu.asm"), HasSubstr("without a word (exit code 1)"));
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_THAT(Failure("/bin/sleep", "1000"), HasSubstr("no answer for 3 seconds"));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
 }
 
 }  // namespace

@@ -1,14 +1,17 @@
 // The texts that the menu's source includes, byte for byte.
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "builder/tables/final_data.h"
 #include "builder/tables/game_data.h"
+#include "builder/tables/generated_text.h"
 #include "builder/tables/menu_config.h"
 #include "builder/tables/name_tables.h"
 #include "builder/tables/reports.h"
 #include "common/game_image.h"
 #include "common/temporary_folder.h"
+#include "support/numbers.h"
 #include "test_items.h"
 
 namespace bw {
@@ -20,137 +23,151 @@ using test::WriteText;
 using testing::HasSubstr;
 using testing::StartsWith;
 
+// What is appended to an "x", which stays.
+std::string With(auto&& append, auto... values) {
+    std::string text = "x";
+    append(text, values...);
+    return text;
+}
+
+TEST(GeneratedText, Numbers) {
+    EXPECT_EQ(With(AppendHex, 0, 2), "x00");
+    EXPECT_EQ(With(AppendHex, 0xAB, 4), "x00AB");
+    EXPECT_EQ(With(AppendHex, 0x12345, 4), "x12345");
+    EXPECT_EQ(With(AppendHex, 0xFFFFFFFF, 8), "xFFFFFFFF");
+    EXPECT_EQ(With(AppendDecimal, 0, 1), "x0");
+    EXPECT_EQ(With(AppendDecimal, 7, 3), "x007");
+    EXPECT_EQ(With(AppendDecimal, 4294967295u, 3), "x4294967295");
+    EXPECT_EQ(With(AppendBinary, 0x805, 12), "x100000000101");
+    EXPECT_EQ(With(AppendBinary, 0x1F7, 8), "x11110111");
+}
+
+TEST(GeneratedText, CountedStringPlacesTheSameBytesWhateverTheyAre) {
+    const std::string full(255, 'A');
+    const std::pair<std::string, std::string> rows[] = {
+        {"SUPER GAME; $1%", "x .STR \"SUPER GAME; $1%\""},
+        {"", "x .STR \"\""},
+        {"\xC2\x80", "x .STR \"\xC2\x80\""},
+        {"A\"B", "x .DB $03,$41,$22,$42"},
+        {"\r\n\xFF", "x .DB $03,$0D,$0A,$FF"},
+        {full + "AA", "x .STR \"" + full + "\""},
+        {full + '"', "x .STR \"" + full + "\""},  // cut away, so no reason for the other form
+    };
+    for (const auto& [bytes, text] : rows)
+        EXPECT_EQ(With(AppendCountedString, bytes), text);
+    const std::string last = With(AppendCountedString, full.substr(1) + "\"A");
+    EXPECT_TRUE(last.starts_with("x .DB $FF,$41,") && last.ends_with(",$41,$22")) << last;
+}
+
+TEST(GeneratedText, CommentCannotEndItsLine) {
+    EXPECT_EQ(With(AppendComment, "a\r\n .DB 1\t\"\xE9\xAD\x82"), "xa?? .DB 1?\"\xE9\xAD\x82");
+    std::string line = "label\r\n";
+    AppendComment(line, "\n");
+    EXPECT_EQ(line, "label\r\n?") << "what stood there before is kept";
+}
+
 std::vector<std::u16string> Names(size_t count, const std::u16string& name) {
     return std::vector<std::u16string>(count, name);
 }
 
-TEST(NameTables, OneGame) {
-    const TemporaryFolder folder;
-    uint32_t banks = 9;
-    ASSERT_TRUE(GenerateNameTables(Names(1, u"1.Pong"), folder.Path(), {}, banks));
-    EXPECT_EQ(banks, 1u);
-    EXPECT_EQ(ReadText(folder / "game_list_0.asm"),
-              "game_name_begin_000\r\n .WORD 0\r\ngame_name_list_000\r\n"
-              " .WORD game_name_000\r\n\r\n"
-              "game_name_000 .STR \"1.PONG\"\r\n\r\n");
-    EXPECT_EQ(ReadText(folder / "game_list_bank.asm"), "game_list_bank_index\r\n .DB $00\r\n");
-    EXPECT_EQ(ReadText(folder / "game_title.asm"), " .STR \"1 IN 1\"");
-}
+class MenuTexts : public testing::Test {
+  protected:
+    bool MakeNames(const std::vector<std::u16string>& names, const NameTableOptions& options = {}) {
+        return GenerateNameTables(names, folder_.Path(), options, banks_);
+    }
+    std::string Text(const char* file) const { return ReadText(folder_ / file); }
+    bool Exists(const char* file) const { return std::filesystem::exists(folder_ / file); }
 
-TEST(NameTables, NamesInTheConsolesAlphabet) {
+    TemporaryFolder folder_;
+    uint32_t banks_ = 9;
+};
+
+TEST_F(MenuTexts, NamesInTheConsolesAlphabet) {
+    ASSERT_TRUE(MakeNames({u"1.Pong"}));
+    EXPECT_EQ(banks_, 1u);
+    EXPECT_EQ(
+        Text("game_list_0.asm"),
+        "game_name_begin_000\r\n .WORD 0\r\ngame_name_list_000\r\n .WORD game_name_000\r\n\r\n"
+        "game_name_000 .STR \"1.PONG\"\r\n\r\n");
+    EXPECT_EQ(Text("game_list_bank.asm"), "game_list_bank_index\r\n .DB $00\r\n");
+    EXPECT_EQ(Text("game_title.asm"), " .STR \"1 IN 1\"");
     EXPECT_EQ(ConsoleName(u"Pok\u00E9mon \u5168\u96C6 z{"), "POK?MON ?? Z{");
     EXPECT_EQ(ConsoleName(u"\u0080\u0081"), "\x80?");
-
-    const TemporaryFolder folder;
-    uint32_t banks = 0;
-    const std::vector<std::u16string> names{u"a \"b\"", u"", u"two\nlines", u"\u0080"};
-    ASSERT_TRUE(GenerateNameTables(names, folder.Path(), {}, banks));
-    const std::string text = ReadText(folder / "game_list_0.asm");
-    EXPECT_THAT(text, HasSubstr("game_name_000 .DB $05,$41,$20,$22,$42,$22\r\n"));
-    EXPECT_THAT(text, HasSubstr("game_name_001 .DB $00\r\n"));
-    EXPECT_THAT(text, HasSubstr("game_name_002 .DB $09,$54,$57,$4F,$0A,"));
-    EXPECT_THAT(text, HasSubstr("game_name_003 .STR \"\xC2\x80\"\r\n"));
+    ASSERT_TRUE(MakeNames({u"a \"b\"", u"", u"two\nlines", u"\u0080"}));
+    for (const char* line : {"000 .DB $05,$41,$20,$22,$42,$22\r\n", "001 .DB $00\r\n",
+                             "002 .DB $09,$54,$57,$4F,$0A,", "003 .STR \"\xC2\x80\"\r\n"})
+        EXPECT_THAT(Text("game_list_0.asm"), HasSubstr(std::string("game_name_") + line));
 }
 
-TEST(NameTables, RowsOfTenAndNumbersThatRunOn) {
-    const TemporaryFolder folder;
-    uint32_t banks = 0;
-    ASSERT_TRUE(GenerateNameTables(Names(2500, std::u16string(28, u'x')), folder.Path(),
-                                   {.nameColumn = 4, .removalPattern = {}, .files = {}}, banks));
-    EXPECT_EQ(banks, 10u);  // 264 names of 31 bytes in each
-    const std::string second = ReadText(folder / "game_list_1.asm");
+TEST_F(MenuTexts, NamesInRowsOfTenAndNumbersThatRunOn) {
+    ASSERT_TRUE(MakeNames(Names(2500, std::u16string(28, u'x')),
+                          {.nameColumn = 4, .removalPattern = {}, .files = {}}));
+    EXPECT_EQ(banks_, 10u);  // 264 names of 31 bytes in each
+    const std::string second = Text("game_list_1.asm");
     EXPECT_THAT(second, StartsWith("game_name_begin_264\r\n .WORD 264\r\ngame_name_list_264\r\n"
                                    " .WORD game_name_264,game_name_265,"));
     EXPECT_THAT(second, HasSubstr(",game_name_273\r\n .WORD game_name_274,"));
-    EXPECT_THAT(ReadText(folder / "game_list_9.asm"), HasSubstr("game_name_2499 .STR"));
-    const std::string index = ReadText(folder / "game_list_bank.asm");
+    EXPECT_THAT(Text("game_list_9.asm"), HasSubstr("game_name_2499 .STR"));
+    const std::string index = Text("game_list_bank.asm");
     EXPECT_THAT(index, StartsWith("game_list_bank_index\r\n .DB $00,$00,$00,$00,$00,$00,$00,$00,"
                                   "$00,$00\r\n .DB "));
     EXPECT_THAT(index, testing::EndsWith("$09\r\n"));
 }
 
-TEST(NameTables, CutsToTheScreenButNotTheNameThatOpensABank) {
-    const TemporaryFolder folder;
-    uint32_t banks = 0;
+TEST_F(MenuTexts, NamesAreCutToTheScreenButNotTheOneThatOpensABank) {
     // 26 columns and 3 bytes: 282 names in 8178 bytes, and 12 bytes left.
-    ASSERT_TRUE(GenerateNameTables(Names(284, std::u16string(40, u'A')), folder.Path(), {}, banks));
-    EXPECT_EQ(banks, 2u);
+    ASSERT_TRUE(MakeNames(Names(284, std::u16string(40, u'A'))));
+    EXPECT_EQ(banks_, 2u);
     const auto line = [](const char* number, size_t length) {
-        return std::string("game_name_") + number + " .STR \"" + std::string(length, 'A') +
-               "\"\r\n";
+        return HasSubstr(std::string("game_name_") + number + " .STR \"" +
+                         std::string(length, 'A') + "\"\r\n");
     };
-    EXPECT_THAT(ReadText(folder / "game_list_0.asm"), HasSubstr(line("281", 26)));
-    EXPECT_THAT(ReadText(folder / "game_list_1.asm"), HasSubstr(line("282", 40)));
-    EXPECT_THAT(ReadText(folder / "game_list_1.asm"), HasSubstr(line("283", 26)));
-}
-
-TEST(NameTables, ABankHoldsExactly8192Bytes) {
-    const TemporaryFolder folder;
-    const auto banksOf = [&](size_t lastLength) {
-        std::vector<std::u16string> names(282, std::u16string(26, u'A'));  // 2 + 282 * 29 = 8180
-        names.emplace_back(lastLength, u'B');
-        uint32_t banks = 0;
-        GenerateNameTables(names, folder.Path(), {}, banks);
-        return banks;
-    };
-    EXPECT_EQ(banksOf(9), 1u);
-    EXPECT_EQ(banksOf(10), 2u);
-}
-
-TEST(NameTables, RemovesPatternsAndLeftovers) {
-    const TemporaryFolder folder;
-    for (const char* file : {"game_list_1.asm", "game_list_F.asm"}) {
-        WriteText(folder / file, "old");
+    EXPECT_THAT(Text("game_list_0.asm"), line("281", 26));
+    EXPECT_THAT(Text("game_list_1.asm"), testing::AllOf(line("282", 40), line("283", 26)));
+    // A bank holds exactly 8192 bytes.
+    for (const size_t last : {9u, 10u}) {
+        std::vector<std::u16string> names = Names(282, std::u16string(26, u'A'));  // 2 + 282 * 29
+        names.emplace_back(last, u'B');
+        MakeNames(names);
+        EXPECT_EQ(banks_, last == 9 ? 1u : 2u);
     }
-    uint32_t banks = 0;
-    ASSERT_TRUE(GenerateNameTables(
-        Names(1, u"Game (E) [!]"), folder.Path(),
-        {.nameColumn = 6, .removalPattern = R"( [(\[].*?[)\]])", .files = {}}, banks));
-    EXPECT_THAT(ReadText(folder / "game_list_0.asm"), HasSubstr(".STR \"GAME\""));
-    EXPECT_FALSE(std::filesystem::exists(folder / "game_list_1.asm"));
-    EXPECT_FALSE(std::filesystem::exists(folder / "game_list_F.asm"));
-    EXPECT_FALSE(GenerateNameTables(Names(1, u"x"), folder.Path(),
-                                    {.nameColumn = 6, .removalPattern = "(", .files = {}}, banks));
 }
 
-TEST(NameTables, CountsWithoutWriting) {
-    const TemporaryFolder folder;
-    uint32_t banks = 0;
-    const NameTableOptions countOnly{
-        .nameColumn = 6, .removalPattern = {}, .files = {.write = false}};
-    EXPECT_TRUE(GenerateNameTables(Names(2, u"x"), folder.Path(), countOnly, banks));
-    EXPECT_EQ(banks, 1u);
-    EXPECT_FALSE(std::filesystem::exists(folder / "game_list_0.asm"));
-    EXPECT_TRUE(std::filesystem::exists(folder / "game_list_bank.asm"));
-    EXPECT_FALSE(GenerateNameTables(Names(2, u"x"), folder / "missing", countOnly, banks));
-    EXPECT_EQ(banks, 1u);
-    banks = 7;
-    EXPECT_FALSE(GenerateNameTables({}, folder.Path(), countOnly, banks));
-    EXPECT_EQ(banks, 7u);
+TEST_F(MenuTexts, NamesWithoutPatternsAndLeftovers) {
+    for (const char* file : {"game_list_1.asm", "game_list_F.asm"})
+        WriteText(folder_ / file, "old");
+    NameTableOptions options{.nameColumn = 6, .removalPattern = R"( [(\[].*?[)\]])", .files = {}};
+    ASSERT_TRUE(MakeNames({u"Game (E) [!]"}, options));
+    EXPECT_THAT(Text("game_list_0.asm"), HasSubstr(".STR \"GAME\""));
+    EXPECT_FALSE(Exists("game_list_1.asm") || Exists("game_list_F.asm"));
+    options.removalPattern = "(";
+    EXPECT_FALSE(MakeNames({u"x"}, options));
 }
 
-MulticartItem LaidGame() {
-    MulticartItem item = Game(0, 16, 3, 74);
+TEST_F(MenuTexts, NamesAreCountedWithoutWriting) {
+    const NameTableOptions count{.nameColumn = 6, .removalPattern = {}, .files = {.write = false}};
+    EXPECT_FALSE(MakeNames({}, count));
+    EXPECT_EQ(banks_, 9u);
+    EXPECT_TRUE(MakeNames(Names(2, u"x"), count));
+    EXPECT_EQ(banks_, 1u);
+    EXPECT_FALSE(Exists("game_list_0.asm"));
+    EXPECT_TRUE(Exists("game_list_bank.asm"));
+    banks_ = 0;
+    EXPECT_FALSE(GenerateNameTables(Names(2, u"x"), folder_ / "missing", count, banks_));
+    EXPECT_EQ(banks_, 1u);
+}
+
+TEST_F(MenuTexts, GameData) {
+    MulticartItem item = test::Placed(Game(0, 16, 3, 74), 0x80000, 0xC0000);
     item.SetChrUnits(4);
-    item.prgOffset = 0x80000;
-    item.chrOffset = 0xC0000;
     item.prgCrc = 0xDEADBEEF;
     item.chrCrc = 0x1234;
-    item.mirroring = 1;
-    item.fourScreen = 1;
+    item.mirroring = item.fourScreen = 1;
     item.name = u"Caf\u00E9\nLDA #0";  // a name must not end its comment
-    return item;
-}
-
-TEST(GameData, Golden) {
-    const TemporaryFolder folder;
-    MulticartItem menu = test::Menu(8);
-    menu.isMenu = 1;
-    uint32_t banks = 0;
-    ASSERT_TRUE(GenerateGameData(std::vector{menu, LaidGame()}, folder.Path(), {}, banks));
-    EXPECT_EQ(banks, 1u);
+    ASSERT_TRUE(GenerateGameData(std::vector{test::Menu(8), item}, folder_.Path(), {}, banks_));
+    EXPECT_EQ(banks_, 1u);
     EXPECT_EQ(
-        ReadText(folder / "game_data_0.asm"),
+        Text("game_data_0.asm"),
         "game_data_begin_000\r\n .WORD 0\r\ngame_data_list_000\r\n .WORD game_data_000\r\n\r\n"
         "game_data_000;Caf\xC3\xA9?LDA #0\r\n"
         " .DW $0040 ;000001000000 00080000 CRC32: DEADBEEF Size: 00040000\r\n"
@@ -160,15 +177,13 @@ TEST(GameData, Golden) {
         " .DB %00000101 ;Mirroring D0(0: H 1: V) Battery: D1(0: N 1: Y) Four-Screen: D2(0: N 1: "
         "Y)\r\n"
         " .DB 074 ;Mapper\r\n\r\n");
-    EXPECT_EQ(ReadText(folder / "game_data_bank.asm"), "game_data_bank_index\r\n .DB $00\r\n");
-    EXPECT_EQ(ReadText(folder / "game_prg_chr_offset.txt"),
+    EXPECT_EQ(Text("game_data_bank.asm"), "game_data_bank_index\r\n .DB $00\r\n");
+    EXPECT_EQ(Text("game_prg_chr_offset.txt"),
               "rom prg offset:\r\n0000 00080000 040000 Caf\xE9?LDA #0\r\n"
               "\r\nrom chr offset:\r\n0000 000C0000 008000 Caf\xE9?LDA #0\r\n");
 }
 
-TEST(FinalData, Golden) {
-    const TemporaryFolder folder;
-    uint32_t banks = 0;
+TEST_F(MenuTexts, FinalData) {
     FinalDataRecord record;
     record.name = u"One";
     record.registers.chr = {1, 2, 3, 4};
@@ -182,59 +197,48 @@ TEST(FinalData, Golden) {
     const std::string head =
         "game_final_data_begin_000\r\n .WORD 0\r\ngame_final_data_list_000\r\n"
         " .WORD game_final_data_000\r\n\r\ngame_final_data_000;One\r\n";
-    ASSERT_TRUE(
-        GenerateFinalData(std::vector{record}, folder.Path(), BoardType::kMindkids, {}, banks));
-    EXPECT_EQ(ReadText(folder / "game_final_data_0.asm"),
-              ";COOLBOY\r\n" + head + flags +
-                  " .DB $10 ;CHR 8KB count\r\n"
-                  " .DB $01 ;Reg0 for CHR\r\n .DB $02 ;Reg1 for CHR\r\n"
-                  " .DB $03 ;Reg2 for CHR\r\n .DB $04 ;Reg3 for CHR\r\n"
-                  " .DB $11 ;Reg0 for PRG\r\n .DB $12 ;Reg1 for PRG\r\n"
-                  " .DB $13 ;Reg2 for PRG\r\n .DB $14 ;Reg3 for PRG\r\n\r\n");
-    ASSERT_TRUE(
-        GenerateFinalData(std::vector{record}, folder.Path(), BoardType::kCoolgirl, {}, banks));
-    EXPECT_EQ(ReadText(folder / "game_final_data_0.asm"),
-              ";COOLGIRL\r\n" + head +
-                  " .DW $0ABC ;CHR 8KB offset\r\n"
-                  " .DB $10 ;CHR 8KB count\r\n" +
-                  flags +
-                  " .DB $11 ;Reg0 for PRG\r\n .DB $12 ;Reg1 for PRG\r\n"
-                  " .DB $13 ;Reg2 for PRG\r\n .DB $14 ;Reg3 for PRG\r\n"
-                  " .DB $15 ;Reg4 for PRG\r\n .DB $16 ;Reg5 for PRG\r\n"
-                  " .DB $17 ;Reg6 for PRG\r\n .DB $18 ;Reg7 for PRG\r\n\r\n");
+    const auto registers = [](const char* data, int first, int count) {
+        std::string text;
+        for (int i = 0; i < count; ++i)
+            text += fmt::format(" .DB ${:02X} ;Reg{} for {}\r\n", first + i, i, data);
+        return text + (data[0] == 'P' ? "\r\n" : "");
+    };
+    const auto made = [&](BoardType board) {
+        EXPECT_TRUE(GenerateFinalData(std::vector{record}, folder_.Path(), board, {}, banks_));
+        return Text("game_final_data_0.asm");
+    };
+    const std::string count = " .DB $10 ;CHR 8KB count\r\n";
+    EXPECT_EQ(made(BoardType::kMindkids), ";COOLBOY\r\n" + head + flags + count +
+                                              registers("CHR", 1, 4) + registers("PRG", 0x11, 4));
+    EXPECT_EQ(made(BoardType::kCoolgirl), ";COOLGIRL\r\n" + head +
+                                              " .DW $0ABC ;CHR 8KB offset\r\n" + count + flags +
+                                              registers("PRG", 0x11, 8));
 }
 
-TEST(TableBanks, GamesInABank) {
-    const TemporaryFolder folder;
+TEST_F(MenuTexts, GamesInABank) {
     const TableWriteOptions count{.write = false};
     const auto data = [&](size_t games) {
-        uint32_t banks = 0;
-        GenerateGameData(std::vector<MulticartItem>(games), folder.Path(), count, banks);
-        return banks;
-    };
-    const auto finalData = [&](size_t games, BoardType board) {
-        uint32_t banks = 0;
-        GenerateFinalData(std::vector<FinalDataRecord>(games), folder.Path(), board, count, banks);
-        return banks;
+        GenerateGameData(std::vector<MulticartItem>(games), folder_.Path(), count, banks_);
+        return banks_;
     };
     EXPECT_EQ(data(0), 0u);
     EXPECT_EQ(data(819), 1u);
     EXPECT_EQ(data(820), 2u);
-    EXPECT_EQ(finalData(682, BoardType::kCoolboy), 1u);
-    EXPECT_EQ(finalData(683, BoardType::kMindkids), 2u);
-    EXPECT_EQ(finalData(585, BoardType::kCoolgirl), 1u);
-    EXPECT_EQ(finalData(586, BoardType::kCoolgirl), 2u);
-}
-
-TEST(TableBanks, ShorterRunsDeleteOnlyTheFirstEightFiles) {
-    const TemporaryFolder folder;
-    for (const char* file : {"game_data_7.asm", "game_data_8.asm"}) {
-        WriteText(folder / file, "old");
+    const std::tuple<size_t, BoardType, uint32_t> rows[] = {{682, BoardType::kCoolboy, 1},
+                                                            {683, BoardType::kMindkids, 2},
+                                                            {585, BoardType::kCoolgirl, 1},
+                                                            {586, BoardType::kCoolgirl, 2}};
+    for (const auto& [games, board, banks] : rows) {
+        const std::vector<FinalDataRecord> records(games);
+        GenerateFinalData(records, folder_.Path(), board, count, banks_);
+        EXPECT_EQ(banks_, banks) << games;
     }
-    uint32_t banks = 0;
-    GenerateGameData(std::vector<MulticartItem>(1), folder.Path(), {}, banks);
-    EXPECT_FALSE(std::filesystem::exists(folder / "game_data_7.asm"));
-    EXPECT_TRUE(std::filesystem::exists(folder / "game_data_8.asm"));
+    // Shorter runs delete the first eight files only.
+    for (const char* file : {"game_data_7.asm", "game_data_8.asm"})
+        WriteText(folder_ / file, "old");
+    data(1);
+    EXPECT_FALSE(Exists("game_data_7.asm"));
+    EXPECT_TRUE(Exists("game_data_8.asm"));
 }
 
 TEST(MenuConfig, Golden) {
@@ -242,11 +246,7 @@ TEST(MenuConfig, Golden) {
     design.BigSprite = 1;
     design.CaptionText = u"MY GAMES";
     design.SpriteTileList.resize(9);
-    design.ArrowTile.Tile = 0x1F;
-    design.ArrowTile.X = 0x48;
-    design.ArrowTile.Y = 1;
-    design.ArrowTile.Palette = 3;
-    design.ArrowTile.Flags = 3;
+    design.ArrowTile = {.X = 0x48, .Y = 1, .Tile = 0x1F, .Palette = 3, .Flags = 3};
     BuildSettings settings;
     settings.NameInsertRow = true;
     settings.Music = 1;
@@ -254,13 +254,8 @@ TEST(MenuConfig, Golden) {
     settings.ShowStyle = 1;
     settings.PageNumber = true;
     settings.PageSize = 20;
-    const MenuConfig config{.board = BoardType::kCoolgirl,
-                            .menuPrgUnits = 8,
-                            .nameBanks = 4,
-                            .dataBanks = 2,
-                            .finalDataBanks = 3,
-                            .games = 1024,
-                            .BigCursor = 1};
+    // 128 KB; banks of names, of data, of final data; games; the large cursor
+    const MenuConfig config{BoardType::kCoolgirl, 8, 4, 2, 3, 1024, 1};
     EXPECT_EQ(MenuConfigText(config, settings, design),
               "BIG_CURSOR = 1\r\nBIG_SPRITE = 1\r\nCAPTION_LENGTH = 8\r\nNAME_INSERT_ROW = 1\r\n"
               "FINAL_DATA_ENABLE = 1\r\nNAME_BANK_COUNT = 4\r\nDATA_BANK_COUNT = 2\r\n"
@@ -274,13 +269,12 @@ TEST(MenuConfig, Golden) {
 
 TEST(BuildSettings, MissingAndWrongValuesCountAsDefaults) {
     const auto store = MakeMemoryStore();
-    EXPECT_EQ(LoadBuildSettings(*store).PageSize, 10u);
-    EXPECT_EQ(LoadBuildSettings(*store).Music, 0u);
-    store->RegWriteDword(kMainKey, "PageSize", 7);
-    store->RegWriteDword(kMainKey, "MenuSize", 64);
-    store->RegWriteDword(kMainKey, "Music", 9);
-    store->RegWriteDword(kMainKey, "PageTurningSpeed", 0);
-    store->RegWriteDword(kMainKey, "ShowNumberOrder", 8);
+    for (const auto& [name, value] : {std::pair{"PageSize", 7u},
+                                      {"MenuSize", 64u},
+                                      {"Music", 9u},
+                                      {"PageTurningSpeed", 0u},
+                                      {"ShowNumberOrder", 8u}})
+        store->RegWriteDword(kMainKey, name, value);
     store->RegWriteDword(kBoardKey, "CoolboyType", 1);
     store->RegWriteString(kMainKey, "ExternMenuPath", u"menu.asm");
     const BuildSettings settings = LoadBuildSettings(*store);

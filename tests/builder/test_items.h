@@ -25,8 +25,15 @@ inline MulticartItem Game(uint32_t index, uint32_t prg, uint32_t chr, uint32_t m
     return item;
 }
 
+inline MulticartItem Placed(MulticartItem item, uint32_t prg, uint32_t chr = 0) {
+    item.prgOffset = prg;
+    item.chrOffset = chr;
+    return item;
+}
+
 inline MulticartItem Menu(uint32_t units) {
     MulticartItem menu;
+    menu.isMenu = 1;
     menu.SetPrgCount(units);
     menu.SetPrgUnits(units);
     return menu;
