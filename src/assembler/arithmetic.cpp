@@ -6,35 +6,35 @@
 namespace bw::assembler {
 namespace {
 
-constexpr std::array<std::uint8_t, 18> kBinding = {1, 2, 3, 4, 5, 6, 6,  7,  7,
-                                                   7, 7, 8, 8, 9, 9, 10, 10, 10};
+constexpr std::array<uint8_t, 18> kBinding = {1, 2, 3, 4, 5, 6, 6,  7,  7,
+                                              7, 7, 8, 8, 9, 9, 10, 10, 10};
 
-constexpr std::int64_t Signed(std::uint64_t value) {
-    return static_cast<std::int64_t>(value);
+constexpr int64_t Signed(uint64_t value) {
+    return static_cast<int64_t>(value);
 }
 
-std::optional<std::int64_t> Divide(std::int64_t left, std::int64_t right, bool remainder) {
+std::optional<int64_t> Divide(int64_t left, int64_t right, bool remainder) {
     if (right == 0) return std::nullopt;
     // The one quotient that doesn't fit 64 bits; processors trap on it.
-    if (right == -1) return remainder ? 0 : Signed(0 - static_cast<std::uint64_t>(left));
+    if (right == -1) return remainder ? 0 : Signed(0 - static_cast<uint64_t>(left));
     return remainder ? left % right : left / right;
 }
 
-std::optional<std::int64_t> Shift(std::int64_t left, std::int64_t count, bool toTheLeft) {
+std::optional<int64_t> Shift(int64_t left, int64_t count, bool toTheLeft) {
     if (count < 0) return std::nullopt;
-    if (toTheLeft) return count > 63 ? 0 : Signed(static_cast<std::uint64_t>(left) << count);
+    if (toTheLeft) return count > 63 ? 0 : Signed(static_cast<uint64_t>(left) << count);
     return left >> (count > 63 ? 63 : count);
 }
 
 }  // namespace
 
 int Binding(Operator op) {
-    return kBinding[static_cast<std::size_t>(op)];
+    return kBinding[static_cast<size_t>(op)];
 }
 
-std::optional<std::int64_t> Apply(Operator op, std::int64_t left, std::int64_t right) {
-    const auto a = static_cast<std::uint64_t>(left);
-    const auto b = static_cast<std::uint64_t>(right);
+std::optional<int64_t> Apply(Operator op, int64_t left, int64_t right) {
+    const auto a = static_cast<uint64_t>(left);
+    const auto b = static_cast<uint64_t>(right);
     switch (op) {
         case Operator::Or:
             return left != 0 || right != 0 ? 1 : 0;

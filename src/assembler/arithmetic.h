@@ -6,7 +6,7 @@
 namespace bw::assembler {
 
 // Operators of expressions, in the order of their binding in kBinding (arithmetic.cpp).
-enum class Operator : std::uint8_t {
+enum class Operator : uint8_t {
     Or,
     And,
     BitOr,
@@ -33,19 +33,19 @@ int Binding(Operator op);
 // Computes in 64 bits and wraps there; comparisons and logic give 0 or 1. Division cuts toward zero
 // and the remainder has the sign of the dividend, as in C. A shift by 64 or more leaves nothing
 // but the sign of a value shifted right. Nothing for a division by zero or a negative shift count.
-std::optional<std::int64_t> Apply(Operator op, std::int64_t left, std::int64_t right);
+std::optional<int64_t> Apply(Operator op, int64_t left, int64_t right);
 
 // Expression results must fit 32 bits, read as signed or as unsigned number.
-constexpr bool FitsResult(std::int64_t value) {
-    return value >= INT32_MIN && value <= static_cast<std::int64_t>(UINT32_MAX);
+constexpr bool FitsResult(int64_t value) {
+    return value >= INT32_MIN && value <= static_cast<int64_t>(UINT32_MAX);
 }
-constexpr bool FitsByte(std::int64_t value) {
+constexpr bool FitsByte(int64_t value) {
     return value >= -128 && value <= 255;
 }
-constexpr bool FitsWord(std::int64_t value) {
+constexpr bool FitsWord(int64_t value) {
     return value >= -32768 && value <= 65535;
 }
-constexpr bool FitsZeroPage(std::int64_t value) {
+constexpr bool FitsZeroPage(int64_t value) {
     return value >= 0 && value <= 255;
 }
 

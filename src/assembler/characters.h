@@ -7,15 +7,15 @@
 namespace bw::assembler {
 
 // Classes of source bytes. Bytes above 127 have none: they may only stand in comments and strings.
-inline constexpr std::uint8_t kBlank = 1;      // blank, tab, and the CR of a CR LF
-inline constexpr std::uint8_t kWordStart = 2;  // letter or underscore
-inline constexpr std::uint8_t kWord = 4;       // letter, underscore or digit
-inline constexpr std::uint8_t kDigit = 8;
-inline constexpr std::uint8_t kHexDigit = 16;
-inline constexpr std::uint8_t kEnd = 32;  // end of a statement: line feed or semicolon
+inline constexpr uint8_t kBlank = 1;      // blank, tab, and the CR of a CR LF
+inline constexpr uint8_t kWordStart = 2;  // letter or underscore
+inline constexpr uint8_t kWord = 4;       // letter, underscore or digit
+inline constexpr uint8_t kDigit = 8;
+inline constexpr uint8_t kHexDigit = 16;
+inline constexpr uint8_t kEnd = 32;  // end of a statement: line feed or semicolon
 
-inline constexpr std::array<std::uint8_t, 256> kCharClasses = [] {
-    std::array<std::uint8_t, 256> classes{};
+inline constexpr std::array<uint8_t, 256> kCharClasses = [] {
+    std::array<uint8_t, 256> classes{};
     for (unsigned c = 'a'; c <= 'z'; ++c)
         classes[c] = classes[c - 32] = kWordStart | kWord;
     for (unsigned c = '0'; c <= '9'; ++c)
@@ -29,7 +29,7 @@ inline constexpr std::array<std::uint8_t, 256> kCharClasses = [] {
     return classes;
 }();
 
-inline bool Is(char c, std::uint8_t classes) {
+inline bool Is(char c, uint8_t classes) {
     return (kCharClasses[static_cast<unsigned char>(c)] & classes) != 0;
 }
 
@@ -52,9 +52,9 @@ inline const char* SkipWord(const char* at) {
 
 // A word of up to 8 characters as one number, letters in upper case; 0 for an empty or longer word.
 // Words compare by one compare of numbers.
-constexpr std::uint64_t PackWord(std::string_view word) {
+constexpr uint64_t PackWord(std::string_view word) {
     if (word.size() > 8) return 0;
-    std::uint64_t packed = 0;
+    uint64_t packed = 0;
     for (const char c : word) {
         const bool lower = c >= 'a' && c <= 'z';
         packed = packed << 8U | static_cast<unsigned char>(lower ? c - 32 : c);

@@ -8,10 +8,10 @@ namespace {
 
 // Errors of later stages may stand above earlier ones in the source, so more than the first
 // kDiagnosticLimit are kept until they are sorted. The rest is only counted.
-constexpr std::size_t kKept = 4096;
+constexpr size_t kKept = 4096;
 
 // A detail is shown up to this many bytes, with control bytes as `?`.
-constexpr std::size_t kDetailBytes = 120;
+constexpr size_t kDetailBytes = 120;
 
 std::string Printable(std::string_view detail) {
     std::string text(detail.substr(0, kDetailBytes));

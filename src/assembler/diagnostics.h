@@ -29,7 +29,7 @@ class Diagnostics {
     // "FILE:LINE" for texts that point elsewhere.
     std::string Spot(const Place& place) const;
 
-    std::size_t ErrorCount() const { return errorCount_; }
+    size_t ErrorCount() const { return errorCount_; }
     // The first kDiagnosticLimit in the order of the source.
     std::vector<Diagnostic> Take();
 
@@ -46,7 +46,7 @@ class Diagnostics {
 
     const SourceFiles& files_;
     std::vector<Entry> entries_;
-    std::size_t errorCount_ = 0;
+    size_t errorCount_ = 0;
 };
 
 }  // namespace bw::assembler

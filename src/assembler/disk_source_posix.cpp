@@ -28,26 +28,26 @@ class OpenFile {
     int handle_;
 };
 
-SourceBytes ReadFile(const std::string& path, std::size_t limit) {
+SourceBytes ReadFile(const std::string& path, size_t limit) {
     SourceBytes result;
     const OpenFile file(path);
     struct stat info {};
     if (file.Handle() < 0 || ::fstat(file.Handle(), &info) != 0 || !S_ISREG(info.st_mode)) {
         return result;
     }
-    result.size = static_cast<std::size_t>(info.st_size);
+    result.size = static_cast<size_t>(info.st_size);
     if (result.size > limit) {
         result.status = ReadStatus::TooLarge;
         return result;
     }
     result.bytes = std::make_unique_for_overwrite<char[]>(result.size + kSourcePadding);
-    std::size_t have = 0;
+    size_t have = 0;
     while (have < result.size) {
         const ssize_t got = ::read(file.Handle(), result.bytes.get() + have, result.size - have);
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) return {};
         if (got == 0) break;  // cut while it was read: what is there counts
-        have += static_cast<std::size_t>(got);
+        have += static_cast<size_t>(got);
     }
     result.size = have;
     std::memset(result.bytes.get() + have, 0, kSourcePadding);
@@ -57,7 +57,7 @@ SourceBytes ReadFile(const std::string& path, std::size_t limit) {
 
 }  // namespace
 
-SourceBytes DiskSourceProvider::Read(std::string_view path, std::size_t limit) {
+SourceBytes DiskSourceProvider::Read(std::string_view path, size_t limit) {
     if (path.find('\0') != std::string_view::npos) return {};
     std::string name(path);
     SourceBytes result = ReadFile(name, limit);

@@ -10,7 +10,7 @@
 namespace bw::assembler {
 namespace {
 
-enum class Function : std::uint8_t { Low, High, Bank };
+enum class Function : uint8_t { Low, High, Bank };
 
 struct OperatorToken {
     Operator op;
@@ -96,7 +96,7 @@ class Walk {
 
   private:
     // Only the first error counts; the rest of the expression is skipped without a look.
-    std::int64_t Fail(const char* error, std::string_view detail) {
+    int64_t Fail(const char* error, std::string_view detail) {
         if (error_ == nullptr) {
             error_ = error;
             detail_ = detail;
@@ -104,24 +104,24 @@ class Walk {
         return 0;
     }
 
-    std::int64_t Unknown(std::string_view name) {
+    int64_t Unknown(std::string_view name) {
         if (!unknown_) detail_ = name;
         unknown_ = true;
         return 0;
     }
 
-    std::int64_t Binary(int loosest);
-    std::int64_t Unary();
-    std::int64_t Primary();
-    std::int64_t Number(unsigned base, const char* digits);
-    std::int64_t Character();
-    std::int64_t Parenthesis();
-    std::int64_t Name();
-    std::int64_t Call(Function function);
-    std::int64_t BankOf(const char* nameBegin);
+    int64_t Binary(int loosest);
+    int64_t Unary();
+    int64_t Primary();
+    int64_t Number(unsigned base, const char* digits);
+    int64_t Character();
+    int64_t Parenthesis();
+    int64_t Name();
+    int64_t Call(Function function);
+    int64_t BankOf(const char* nameBegin);
     Symbol& Lookup(std::string_view name);
-    std::int64_t ValueOf(Symbol& symbol);
-    bool Guessed(const Symbol& symbol, std::int64_t& value);
+    int64_t ValueOf(Symbol& symbol);
+    bool Guessed(const Symbol& symbol, int64_t& value);
     void ResolveDeferred(Symbol& symbol);
 
     Names& names_;
@@ -137,8 +137,8 @@ class Walk {
     std::string_view detail_;
 };
 
-std::int64_t Walk::Binary(int loosest) {
-    std::int64_t left = Unary();
+int64_t Walk::Binary(int loosest) {
+    int64_t left = Unary();
     while (error_ == nullptr) {
         at_ = SkipBlanks(at_);
         const std::optional<OperatorToken> token = OperatorAt(at_);
@@ -146,10 +146,10 @@ std::int64_t Walk::Binary(int loosest) {
         const char* spot = at_;
         at_ += token->length;
         single_ = nullptr;
-        const std::int64_t right = Binary(Binding(token->op) + 1);
+        const int64_t right = Binary(Binding(token->op) + 1);
         single_ = nullptr;
         if (error_ != nullptr || unknown_) continue;
-        const std::optional<std::int64_t> result = Apply(token->op, left, right);
+        const std::optional<int64_t> result = Apply(token->op, left, right);
         if (!result) {
             const bool shift =
                 token->op == Operator::ShiftLeft || token->op == Operator::ShiftRight;
@@ -160,7 +160,7 @@ std::int64_t Walk::Binary(int loosest) {
     return left;
 }
 
-std::int64_t Walk::Unary() {
+int64_t Walk::Unary() {
     at_ = SkipBlanks(at_);
     const char sign = *at_;
     if (sign != '-' && sign != '+' && sign != '~' && sign != '!' && sign != '<' && sign != '>') {
@@ -168,7 +168,7 @@ std::int64_t Walk::Unary() {
     }
     if (++depth_ > kExpressionDepth) return Fail("Expression nested too deeply!", {});
     ++at_;
-    const std::int64_t value = Unary();
+    const int64_t value = Unary();
     single_ = nullptr;
     --depth_;
     switch (sign) {
@@ -187,7 +187,7 @@ std::int64_t Walk::Unary() {
     }
 }
 
-std::int64_t Walk::Primary() {
+int64_t Walk::Primary() {
     const char c = *at_;
     if (c == '$') return Number(16, at_ + 1);
     if (c == '%') return Number(2, at_ + 1);
@@ -204,12 +204,12 @@ std::int64_t Walk::Primary() {
     return Fail("Unexpected character in expression!", {at_, 1});
 }
 
-std::int64_t Walk::Number(unsigned base, const char* digits) {
+int64_t Walk::Number(unsigned base, const char* digits) {
     const char* end = SkipWord(digits);
-    const std::string_view all(at_, static_cast<std::size_t>(end - at_));
+    const std::string_view all(at_, static_cast<size_t>(end - at_));
     at_ = end;
     if (digits == end) return Fail("Number without digits!", all);
-    std::int64_t value = 0;
+    int64_t value = 0;
     for (const char* p = digits; p != end; ++p) {
         const unsigned digit = Is(*p, kHexDigit) ? HexValue(*p) : base;
         if (digit >= base) return Fail("Wrong digit in number!", all);
@@ -219,17 +219,17 @@ std::int64_t Walk::Number(unsigned base, const char* digits) {
     return value;
 }
 
-std::int64_t Walk::Character() {
+int64_t Walk::Character() {
     if (at_[1] == '\n' || at_[2] != '\'') return Fail("Character literal must be one byte!", {});
     const auto value = static_cast<unsigned char>(at_[1]);
     at_ += 3;
     return value;
 }
 
-std::int64_t Walk::Parenthesis() {
+int64_t Walk::Parenthesis() {
     if (++depth_ > kExpressionDepth) return Fail("Expression nested too deeply!", {});
     ++at_;
-    const std::int64_t value = Binary(1);
+    const int64_t value = Binary(1);
     --depth_;
     if (error_ != nullptr) return 0;
     if (*at_ != ')') return Fail("Missing closing parenthesis!", {});
@@ -237,10 +237,10 @@ std::int64_t Walk::Parenthesis() {
     return value;
 }
 
-std::int64_t Walk::Name() {
+int64_t Walk::Name() {
     const char* begin = at_;
     at_ = SkipWord(at_ + 1);
-    const std::string_view name(begin, static_cast<std::size_t>(at_ - begin));
+    const std::string_view name(begin, static_cast<size_t>(at_ - begin));
     if (name == ".") return Fail("Unexpected character in expression!", name);
     const char* next = SkipBlanks(at_);
     if (*next == '(') {
@@ -254,17 +254,17 @@ std::int64_t Walk::Name() {
     return ValueOf(symbol);
 }
 
-std::int64_t Walk::Call(Function function) {
+int64_t Walk::Call(Function function) {
     if (function == Function::Bank) return BankOf(SkipBlanks(at_ + 1));
-    const std::int64_t value = Parenthesis();
+    const int64_t value = Parenthesis();
     single_ = nullptr;
     return function == Function::Low ? value & 0xFF : value >> 8 & 0xFF;
 }
 
-std::int64_t Walk::BankOf(const char* nameBegin) {
+int64_t Walk::BankOf(const char* nameBegin) {
     const char* end = nameBegin;
     if (Is(*end, kWordStart) || *end == '.') end = SkipWord(end + 1);
-    const std::string_view name(nameBegin, static_cast<std::size_t>(end - nameBegin));
+    const std::string_view name(nameBegin, static_cast<size_t>(end - nameBegin));
     at_ = SkipBlanks(end);
     if (name.empty() || *at_ != ')') return Fail("BANK() takes one label!", {});
     ++at_;
@@ -276,7 +276,7 @@ std::int64_t Walk::BankOf(const char* nameBegin) {
     if (symbol.state != SymbolState::Defined) label = names_.Before()->Find(name, symbol.scope);
     if (label->bank == kNoBank) return Fail("BANK() takes a label, not a constant!", name);
     if (label->bank < kBankCountLimit) return label->bank;
-    const auto slot = static_cast<std::size_t>(label->bank - kBankCountLimit);
+    const auto slot = static_cast<size_t>(label->bank - kBankCountLimit);
     if (names_.unknownBanks[slot] != kNoBank) return names_.unknownBanks[slot];
     if (forward_ == Forward::Resolve) return Fail("Bank depends on itself!", name);
     return Unknown(name);
@@ -287,9 +287,9 @@ std::int64_t Walk::BankOf(const char* nameBegin) {
 Symbol& Walk::Lookup(std::string_view name) {
     ambiguous_ = false;
     if (name.front() != '.') return names_.table.Get(name, 0);
-    const std::uint32_t parent = names_.scopes.Parent(from_.scope);
+    const uint32_t parent = names_.scopes.Parent(from_.scope);
     if (parent == 0) return names_.table.Get(name, from_.scope);
-    for (std::uint32_t scope = from_.scope; scope != 0; scope = names_.scopes.Parent(scope)) {
+    for (uint32_t scope = from_.scope; scope != 0; scope = names_.scopes.Parent(scope)) {
         Symbol* symbol = names_.table.Find(name, scope);
         const bool sure = scope == from_.scope || forward_ != Forward::Wait;
         if (symbol != nullptr && symbol->state != SymbolState::Undefined && sure) return *symbol;
@@ -298,9 +298,9 @@ Symbol& Walk::Lookup(std::string_view name) {
     return names_.table.Get(name, from_.scope);
 }
 
-std::int64_t Walk::ValueOf(Symbol& symbol) {
+int64_t Walk::ValueOf(Symbol& symbol) {
     if (symbol.state == SymbolState::Defined) return symbol.value;
-    std::int64_t guess = 0;
+    int64_t guess = 0;
     if (forward_ == Forward::Guess && Guessed(symbol, guess)) return guess;
     if (forward_ != Forward::Resolve) return Unknown(symbol.name);
     if (symbol.state == SymbolState::Failed) return Fail(kReportedBefore, {});
@@ -313,7 +313,7 @@ std::int64_t Walk::ValueOf(Symbol& symbol) {
     return Fail(kUndefinedSymbol, symbol.name);
 }
 
-bool Walk::Guessed(const Symbol& symbol, std::int64_t& value) {
+bool Walk::Guessed(const Symbol& symbol, int64_t& value) {
     const SymbolTable* before = names_.Before();
     const Symbol* known = before == nullptr ? nullptr : before->Find(symbol.name, symbol.scope);
     if (known == nullptr || known->state != SymbolState::Defined) {
@@ -343,7 +343,7 @@ std::optional<ExpressionValue> Names::EvaluateSimple(const char* text, const cha
     if (Is(*at, kWordStart)) {
         at = SkipWord(at);
         if (!ends(at)) return std::nullopt;
-        const std::string_view name(text, static_cast<std::size_t>(at - text));
+        const std::string_view name(text, static_cast<size_t>(at - text));
         Symbol& symbol = table.Get(name, 0);
         const bool known = symbol.state == SymbolState::Defined;
         result.status = known ? ExpressionStatus::Known : ExpressionStatus::Unknown;
@@ -369,9 +369,9 @@ std::optional<ExpressionValue> Names::EvaluateSimple(const char* text, const cha
 }
 
 ExpressionValue Names::Resolve(Symbol& symbol, int depth) {
-    const std::int64_t index = symbol.value;
+    const int64_t index = symbol.value;
     symbol.state = SymbolState::Resolving;
-    const ExpressionPlace& from = deferred[static_cast<std::size_t>(index)];
+    const ExpressionPlace& from = deferred[static_cast<size_t>(index)];
     const ExpressionValue result = Walk(*this, from, Forward::Resolve, depth).Run();
     symbol.state = result.Known() ? SymbolState::Defined : SymbolState::Deferred;
     symbol.value = result.Known() ? result.value : index;

@@ -12,18 +12,18 @@ namespace bw::assembler {
 // What an expression can see from where it stands.
 struct ExpressionPlace {
     const char* text = nullptr;  // first byte; the line's end or any foreign character ends it
-    std::uint32_t scope = 0;
-    std::uint32_t location = 0;  // value of `*`
+    uint32_t scope = 0;
+    uint32_t location = 0;  // value of `*`
     Place place;
 };
 
-enum class ExpressionStatus : std::uint8_t { Known, Unknown, Failed };
+enum class ExpressionStatus : uint8_t { Known, Unknown, Failed };
 
 // Unknown: the name `detail` in it isn't defined so far. Failed: `error` says why, `detail` shows
 // the culprit.
 struct ExpressionValue {
     ExpressionStatus status = ExpressionStatus::Known;
-    std::int64_t value = 0;
+    int64_t value = 0;
     bool usesLocation = false;  // `*` occurs in it
     Symbol* name = nullptr;     // if the whole expression is this one name
     const char* error = nullptr;
@@ -34,7 +34,7 @@ struct ExpressionValue {
 };
 
 // What is to be done about names that aren't defined so far.
-enum class Forward : std::uint8_t {
+enum class Forward : uint8_t {
     Wait,     // the value is Unknown
     Guess,    // take the value of the run before, if there was one
     Resolve,  // all lines are read: a name must be defined by now
@@ -43,7 +43,7 @@ enum class Forward : std::uint8_t {
 // A value taken from the run before; it must turn out the same in this one.
 struct Guess {
     const Symbol* symbol = nullptr;
-    std::int64_t value = 0;
+    int64_t value = 0;
 };
 
 // The names of a run with all that finding their values takes.
@@ -54,8 +54,8 @@ class Names {
 
     SymbolTable table;
     Scopes scopes;
-    std::vector<ExpressionPlace> deferred;   // expressions of Deferred symbols
-    std::vector<std::int16_t> unknownBanks;  // bank of each unknown slot, kNoBank until it is found
+    std::vector<ExpressionPlace> deferred;  // expressions of Deferred symbols
+    std::vector<int16_t> unknownBanks;      // bank of each unknown slot, kNoBank until it is found
     std::vector<Guess> guesses;
     std::vector<const Symbol*> missing;  // asked for by Guess in vain
 

@@ -8,11 +8,11 @@
 
 namespace bw::assembler {
 
-inline constexpr std::uint32_t kBankSize = 0x2000;  // bytes of a .BANK
-inline constexpr std::uint32_t kHeaderSize = 16;
-inline constexpr std::int16_t kBankCountLimit = 255 * 2 + 255;  // what an iNES header can name
-inline constexpr std::size_t kUnknownBankLimit = 64;            // slots of SelectUnknown()
-inline constexpr std::uint8_t kFill = 0xFF;                     // of ROM that nothing is put in
+inline constexpr uint32_t kBankSize = 0x2000;  // bytes of a .BANK
+inline constexpr uint32_t kHeaderSize = 16;
+inline constexpr int16_t kBankCountLimit = 255 * 2 + 255;  // what an iNES header can name
+inline constexpr size_t kUnknownBankLimit = 64;            // slots of SelectUnknown()
+inline constexpr uint8_t kFill = 0xFF;                     // of ROM that nothing is put in
 
 // The ROM while it is assembled: header, banks, and for each bank where the next byte goes.
 //
@@ -22,54 +22,54 @@ inline constexpr std::uint8_t kFill = 0xFF;                     // of ROM that n
 class Image {
   public:
     // Makes `slot` current, at the location where it was left, or at 0 when it is new.
-    void Select(std::int16_t slot);
+    void Select(int16_t slot);
     // A slot for a bank of unknown number, made current: a new one, or beyond kUnknownBankLimit the
     // last one again. Until SetAddress() its location is not known either.
-    std::int16_t SelectUnknown();
-    void SetAddress(std::uint32_t address);
+    int16_t SelectUnknown();
+    void SetAddress(uint32_t address);
 
-    std::int16_t Slot() const { return slot_; }
-    std::uint32_t Offset() const { return offset_; }  // in the bank; may run past kBankSize
-    std::uint32_t Address() const { return page_ + offset_; }
+    int16_t Slot() const { return slot_; }
+    uint32_t Offset() const { return offset_; }  // in the bank; may run past kBankSize
+    uint32_t Address() const { return page_ + offset_; }
     bool Located() const { return located_; }
 
     // Puts a byte at the location and moves on; past the end of the bank it only moves on.
-    void Put(std::uint8_t value) {
+    void Put(uint8_t value) {
         if (offset_ < kBankSize) current_[offset_] = value;
         ++offset_;
     }
-    void Put(std::span<const std::uint8_t> bytes);
-    void Skip(std::size_t count);
+    void Put(std::span<const uint8_t> bytes);
+    void Skip(size_t count);
 
     // The byte at an offset of a slot, for values that become known later.
-    std::uint8_t* At(std::int16_t slot, std::uint32_t offset);
+    uint8_t* At(int16_t slot, uint32_t offset);
 
     // Moves a slot of SelectUnknown() into its bank. False if that bank was selected by other means
     // too: what lies where, and what lies on top, is then only known with the number at hand.
-    bool Settle(std::int16_t slot, std::int16_t bank);
+    bool Settle(int16_t slot, int16_t bank);
 
-    void Reserve(std::uint32_t banks);
+    void Reserve(uint32_t banks);
     // Ends assembly: the file of exactly `banks` banks, with room for the header in front.
-    std::vector<std::uint8_t> Take(std::uint32_t banks);
+    std::vector<uint8_t> Take(uint32_t banks);
 
   private:
     struct Location {
-        std::uint32_t offset = 0;
-        std::uint32_t page = 0;  // the address bits above the offset
+        uint32_t offset = 0;
+        uint32_t page = 0;  // the address bits above the offset
         bool used = false;
     };
-    using Bank = std::array<std::uint8_t, kBankSize>;
+    using Bank = std::array<uint8_t, kBankSize>;
 
-    std::uint8_t* BytesOf(std::int16_t slot);
+    uint8_t* BytesOf(int16_t slot);
     void Leave();
 
-    std::vector<std::uint8_t> file_ = std::vector<std::uint8_t>(kHeaderSize + kBankSize, kFill);
+    std::vector<uint8_t> file_ = std::vector<uint8_t>(kHeaderSize + kBankSize, kFill);
     std::deque<Bank> unknown_;
     std::vector<Location> locations_ = std::vector<Location>(kBankCountLimit);
-    std::uint8_t* current_ = file_.data() + kHeaderSize;
-    std::int16_t slot_ = 0;
-    std::uint32_t offset_ = 0;
-    std::uint32_t page_ = 0;
+    uint8_t* current_ = file_.data() + kHeaderSize;
+    int16_t slot_ = 0;
+    uint32_t offset_ = 0;
+    uint32_t page_ = 0;
     bool located_ = true;
 };
 

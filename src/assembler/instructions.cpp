@@ -6,12 +6,12 @@
 namespace bw::assembler {
 namespace {
 
-constexpr std::int16_t kNone = kNoOpcode;
+constexpr int16_t kNone = kNoOpcode;
 
 // Rows in the order of Mnemonic, columns in the order of Mode. Source: NESdev wiki, "CPU unofficial
 // opcodes" (the table that has the official ones too), checked against the 6502 data sheet.
 // clang-format off
-constexpr std::array<std::array<std::int16_t, kModeCount>, kMnemonicCount> kOpcodes = {{
+constexpr std::array<std::array<int16_t, kModeCount>, kMnemonicCount> kOpcodes = {{
     // impl acc   imm   zp    zp,x  zp,y  abs   abs,x abs,y ind   (,x)  (),y  rel
     {{kNone, kNone, 0x69, 0x65, 0x75, kNone, 0x6D, 0x7D, 0x79, kNone, 0x61, 0x71, kNone}},  // ADC
     {{kNone, kNone, 0x29, 0x25, 0x35, kNone, 0x2D, 0x3D, 0x39, kNone, 0x21, 0x31, kNone}},  // AND
@@ -75,7 +75,7 @@ constexpr std::array<std::array<std::int16_t, kModeCount>, kMnemonicCount> kOpco
 }  // namespace
 
 int Opcode(Mnemonic mnemonic, Mode mode) {
-    return kOpcodes[static_cast<std::size_t>(mnemonic)][static_cast<std::size_t>(mode)];
+    return kOpcodes[static_cast<size_t>(mnemonic)][static_cast<size_t>(mode)];
 }
 
 }  // namespace bw::assembler

@@ -4,7 +4,7 @@
 
 namespace bw::assembler {
 
-enum class Mode : std::uint8_t {
+enum class Mode : uint8_t {
     Implied,
     Accumulator,
     Immediate,
@@ -22,7 +22,7 @@ enum class Mode : std::uint8_t {
 inline constexpr int kModeCount = 13;
 
 // The 56 official instructions, in alphabetical order.
-enum class Mnemonic : std::uint8_t {
+enum class Mnemonic : uint8_t {
     ADC,
     AND,
     ASL,

@@ -35,47 +35,47 @@ constexpr DirectiveName kDirectives[] = {
 constexpr std::string_view kMnemonics =
     "ADCANDASLBCCBCSBEQBITBMIBNEBPLBRKBVCBVSCLCCLDCLICLVCMPCPXCPYDECDEXDEYEORINCINXINYJMPJSRLDALDX"
     "LDYLSRNOPORAPHAPHPPLAPLPROLRORRTIRTSSBCSECSEDSEISTASTXSTYTAXTAYTSXTXATXSTYA";
-static_assert(kMnemonics.size() == std::size_t{kMnemonicCount} * 3);
+static_assert(kMnemonics.size() == size_t{kMnemonicCount} * 3);
 
 struct Entry {
-    std::uint64_t packed = 0;
+    uint64_t packed = 0;
     Keyword keyword;
 };
 
-constexpr std::size_t kSlots = 256;
+constexpr size_t kSlots = 256;
 
-constexpr std::size_t SlotOf(std::uint64_t packed) {
-    return static_cast<std::size_t>(packed * 0x9E3779B97F4A7C15U >> 56U);
+constexpr size_t SlotOf(uint64_t packed) {
+    return static_cast<size_t>(packed * 0x9E3779B97F4A7C15U >> 56U);
 }
 
 struct Table {
     std::array<Entry, kSlots> entries{};
 
-    constexpr void Add(std::string_view name, KeywordKind kind, std::size_t index) {
-        const std::uint64_t packed = PackWord(name);
-        std::size_t slot = SlotOf(packed);
+    constexpr void Add(std::string_view name, KeywordKind kind, size_t index) {
+        const uint64_t packed = PackWord(name);
+        size_t slot = SlotOf(packed);
         while (entries[slot].packed != 0)
             slot = (slot + 1) % kSlots;
-        entries[slot] = {packed, {kind, static_cast<std::uint8_t>(index)}};
+        entries[slot] = {packed, {kind, static_cast<uint8_t>(index)}};
     }
 };
 
 constexpr Table kTable = [] {
     Table table;
-    for (std::size_t i = 0; i < kMnemonicCount; ++i) {
+    for (size_t i = 0; i < kMnemonicCount; ++i) {
         table.Add(kMnemonics.substr(i * 3, 3), KeywordKind::Instruction, i);
     }
     for (const DirectiveName& entry : kDirectives) {
-        table.Add(entry.name, KeywordKind::Directive, static_cast<std::size_t>(entry.directive));
+        table.Add(entry.name, KeywordKind::Directive, static_cast<size_t>(entry.directive));
     }
     return table;
 }();
 
 }  // namespace
 
-Keyword FindKeyword(std::uint64_t packed) {
+Keyword FindKeyword(uint64_t packed) {
     if (packed == 0) return {};
-    for (std::size_t slot = SlotOf(packed); kTable.entries[slot].packed != 0;
+    for (size_t slot = SlotOf(packed); kTable.entries[slot].packed != 0;
          slot = (slot + 1) % kSlots) {
         if (kTable.entries[slot].packed == packed) return kTable.entries[slot].keyword;
     }

@@ -8,7 +8,7 @@
 
 namespace bw::assembler {
 
-enum class Directive : std::uint8_t {
+enum class Directive : uint8_t {
     Bank,
     Byte,
     Ds,
@@ -36,19 +36,19 @@ enum class Directive : std::uint8_t {
     Word,
 };
 
-enum class KeywordKind : std::uint8_t { None, Instruction, Directive };
+enum class KeywordKind : uint8_t { None, Instruction, Directive };
 
 struct Keyword {
     KeywordKind kind = KeywordKind::None;
-    std::uint8_t index = 0;  // a Mnemonic or a Directive
+    uint8_t index = 0;  // a Mnemonic or a Directive
 
     bool Is(Directive directive) const {
-        return kind == KeywordKind::Directive && index == static_cast<std::uint8_t>(directive);
+        return kind == KeywordKind::Directive && index == static_cast<uint8_t>(directive);
     }
 };
 
 // What a word packed by PackWord() means. Directives are listed without their dot.
-Keyword FindKeyword(std::uint64_t packed);
+Keyword FindKeyword(uint64_t packed);
 
 // All directives, in upper case and without their dot.
 std::vector<std::string_view> DirectiveNames();

@@ -6,20 +6,20 @@
 namespace bw::assembler {
 namespace {
 
-constexpr std::uint32_t kBytesShown = 8;
-constexpr std::size_t kBytesWidth = 24;
+constexpr uint32_t kBytesShown = 8;
+constexpr size_t kBytesWidth = 24;
 
-std::int16_t BankOfSlot(std::int16_t slot, const Names& names) {
+int16_t BankOfSlot(int16_t slot, const Names& names) {
     if (slot < kBankCountLimit) return slot;
-    return names.unknownBanks[static_cast<std::size_t>(slot - kBankCountLimit)];
+    return names.unknownBanks[static_cast<size_t>(slot - kBankCountLimit)];
 }
 
 // Bytes of up to kBytesShown in hex, blanks up to the width of that many.
 std::string HexOf(const ListedLine& line, Image& image) {
     std::string text;
     char hex[4];
-    const std::uint32_t end = std::min({line.end, kBankSize, line.offset + kBytesShown});
-    for (std::uint32_t offset = line.offset; offset < end; ++offset) {
+    const uint32_t end = std::min({line.end, kBankSize, line.offset + kBytesShown});
+    for (uint32_t offset = line.offset; offset < end; ++offset) {
         std::snprintf(hex, sizeof hex, "%02X ", *image.At(line.slot, offset));
         text += hex;
     }
@@ -38,18 +38,17 @@ std::string_view WithoutReturn(std::string_view text) {
 std::string RenderListing(const std::vector<ListedLine>& lines, const SourceFiles& files,
                           Image& image, const Names& names) {
     std::string text;
-    std::uint32_t file = UINT32_MAX;
+    uint32_t file = UINT32_MAX;
     char head[48];
     for (const ListedLine& line : lines) {
         if (line.place.file != file) {
             file = line.place.file;
             text.append("# ").append(files.At(file).name).append("\n");
         }
-        std::snprintf(
-            head, sizeof head, "%6u%c %02X:%04X  ", line.place.line,
-            line.place.expansion == 0 ? ' ' : '+',
-            static_cast<unsigned>(std::max(BankOfSlot(line.slot, names), std::int16_t{0})),
-            line.address);
+        std::snprintf(head, sizeof head, "%6u%c %02X:%04X  ", line.place.line,
+                      line.place.expansion == 0 ? ' ' : '+',
+                      static_cast<unsigned>(std::max(BankOfSlot(line.slot, names), int16_t{0})),
+                      line.address);
         text.append(head).append(HexOf(line, image)).append(" ");
         text.append(WithoutReturn(line.text)).append("\n");
     }

@@ -10,11 +10,11 @@ namespace {
 
 const char* LineEnd(const char* at, const char* end) {
     if (*at == '\n') return at;
-    return static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)));
+    return static_cast<const char*>(std::memchr(at, '\n', static_cast<size_t>(end - at)));
 }
 
 std::string_view View(const char* begin, const char* end) {
-    return {begin, static_cast<std::size_t>(end - begin)};
+    return {begin, static_cast<size_t>(end - begin)};
 }
 
 }  // namespace
@@ -24,12 +24,12 @@ Pass::Pass(SourceFiles& files, const AssemblyOptions& options, const Pass* befor
       options_(options),
       diagnostics_(files),
       names_(before == nullptr ? nullptr : &before->names_.table) {
-    constexpr std::size_t kUsualFixups = 4096;  // about as many as a menu for 1,024 games has
+    constexpr size_t kUsualFixups = 4096;  // about as many as a menu for 1,024 games has
     fixups_.reserve(kUsualFixups);
 }
 
 void Pass::Read(std::string_view path) {
-    const std::uint32_t file = files_.Open(path);
+    const uint32_t file = files_.Open(path);
     const SourceFiles::File& source = files_.At(file);
     if (source.content.status != ReadStatus::Ok) {
         const bool large = source.content.status == ReadStatus::TooLarge;
@@ -278,7 +278,7 @@ void Pass::DefineConstant() {
         Report(from, value);
     } else {
         symbol.state = SymbolState::Deferred;
-        symbol.value = static_cast<std::int64_t>(names_.deferred.size());
+        symbol.value = static_cast<int64_t>(names_.deferred.size());
         names_.deferred.push_back(from);
         deferredSymbols_.push_back(&symbol);
     }

@@ -19,18 +19,18 @@
 namespace bw::assembler {
 
 // How a value is put into the ROM, and with which limits.
-enum class ValueKind : std::uint8_t { Byte, Word, Immediate, ZeroPage, Absolute, Relative };
+enum class ValueKind : uint8_t { Byte, Word, Immediate, ZeroPage, Absolute, Relative };
 
 // Bytes that a value of this kind takes.
-inline std::uint32_t SizeOf(ValueKind kind) {
+inline uint32_t SizeOf(ValueKind kind) {
     return kind == ValueKind::Word || kind == ValueKind::Absolute ? 2 : 1;
 }
 
 // A value that wasn't known when its bytes were passed.
 struct Fixup {
     ValueKind kind = ValueKind::Byte;
-    std::int16_t slot = 0;
-    std::uint32_t offset = 0;
+    int16_t slot = 0;
+    uint32_t offset = 0;
     Symbol* name = nullptr;  // if the value is just this one
     ExpressionPlace from;
 };
@@ -39,10 +39,10 @@ struct Fixup {
 struct ListedLine {
     Place place;
     std::string_view text;
-    std::int16_t slot = 0;
-    std::uint32_t offset = 0;
-    std::uint32_t end = 0;
-    std::uint32_t address = 0;
+    int16_t slot = 0;
+    uint32_t offset = 0;
+    uint32_t end = 0;
+    uint32_t address = 0;
 };
 
 // One reading of the whole source.
@@ -69,16 +69,16 @@ class Pass {
     AssemblyResult TakeResult();
 
   private:
-    enum class FrameKind : std::uint8_t { File, Macro };
+    enum class FrameKind : uint8_t { File, Macro };
 
     // A text that is being read: a file, or the expansion of a macro.
     struct Frame {
         FrameKind kind = FrameKind::File;
         const char* at = nullptr;  // the next line
         const char* end = nullptr;
-        Place place;                 // of the line at hand
-        std::size_t conditions = 0;  // open ones when the frame was entered
-        std::uint32_t scope = 0;     // to go back to at the end of a macro
+        Place place;            // of the line at hand
+        size_t conditions = 0;  // open ones when the frame was entered
+        uint32_t scope = 0;     // to go back to at the end of a macro
     };
 
     struct Macro {
@@ -92,28 +92,28 @@ class Pass {
     };
 
     struct UnknownBank {
-        std::int16_t slot = 0;
+        int16_t slot = 0;
         ExpressionPlace from;
     };
 
     struct BankUse {
-        std::int64_t bank = 0;
+        int64_t bank = 0;
         Place place;
     };
 
     struct Procedure {
         Place place;
-        std::uint32_t scope = 0;
+        uint32_t scope = 0;
     };
 
     // What the line at hand has in store for the lines behind it.
-    enum class FollowUp : std::uint8_t { None, SkipToElse, SkipToEndIf, CaptureMacro, Enter, End };
+    enum class FollowUp : uint8_t { None, SkipToElse, SkipToEndIf, CaptureMacro, Enter, End };
 
     struct Header {
-        std::uint8_t prg = 1;  // 16 KB units
-        std::uint8_t chr = 0;  // 8 KB units
-        std::uint8_t mapper = 0;
-        std::uint8_t mirroring = 0;  // the low four bits of header byte 6
+        uint8_t prg = 1;  // 16 KB units
+        uint8_t chr = 0;  // 8 KB units
+        uint8_t mapper = 0;
+        uint8_t mirroring = 0;  // the low four bits of header byte 6
     };
 
     // Lines and labels (pass.cpp)
@@ -150,7 +150,7 @@ class Pass {
     void EndProcedure();
 
     // Banks, addresses, RAM and header (pass_layout.cpp)
-    std::optional<std::int64_t> LayoutValue();
+    std::optional<int64_t> LayoutValue();
     void SelectBank();
     void SetOrigin();
     void SetRamCounter();
@@ -178,8 +178,7 @@ class Pass {
     ExpressionPlace PlaceOfExpression() const;
     ExpressionValue Evaluate(Forward forward = Forward::Wait);
     void PutValue(ValueKind kind, const ExpressionPlace& from, const ExpressionValue& value);
-    void Store(ValueKind kind, const ExpressionPlace& from, std::int64_t value,
-               std::uint8_t* bytes);
+    void Store(ValueKind kind, const ExpressionPlace& from, int64_t value, uint8_t* bytes);
     void Report(const ExpressionPlace& from, const ExpressionValue& value);
 
     // After the last line (pass_finish.cpp)
@@ -189,8 +188,8 @@ class Pass {
     void SettleBanks();
     void CheckBanks();
     void CheckGuesses();
-    std::uint32_t BankCount() const;
-    void WriteHeader(std::vector<std::uint8_t>& rom) const;
+    uint32_t BankCount() const;
+    void WriteHeader(std::vector<uint8_t>& rom) const;
 
     const Place& Here() const { return frames_.back().place; }
     // Reports an error of the line at hand and gives up the rest of that line.
@@ -213,15 +212,15 @@ class Pass {
     std::unordered_map<std::string_view, Macro> macros_;
     std::string_view macroName_;  // of the macro to capture; empty if its head had an error
     std::deque<std::string> expandedTexts_;
-    std::size_t textBytes_ = 0;  // of all frames entered so far
+    size_t textBytes_ = 0;  // of all frames entered so far
 
-    std::uint32_t sequence_ = 0;
+    uint32_t sequence_ = 0;
     const char* cursor_ = nullptr;
     std::string_view label_;  // of the line at hand, until it is used
-    std::uint32_t lineOffset_ = 0;
-    std::uint32_t lineAddress_ = 0;
-    std::uint32_t scope_ = kFirstScope;
-    std::int64_t ramCounter_ = 0;
+    uint32_t lineOffset_ = 0;
+    uint32_t lineAddress_ = 0;
+    uint32_t scope_ = kFirstScope;
+    int64_t ramCounter_ = 0;
     bool overflowReported_ = false;  // in the stretch at hand
     bool needsAnother_ = false;
     bool hopeless_ = false;  // an error that another reading would only find again

@@ -8,10 +8,10 @@
 namespace bw::assembler {
 namespace {
 
-constexpr std::size_t kCountedStringLimit = 255;
+constexpr size_t kCountedStringLimit = 255;
 
-std::span<const std::uint8_t> AsBytes(std::string_view text) {
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+std::span<const uint8_t> AsBytes(std::string_view text) {
+    return {reinterpret_cast<const uint8_t*>(text.data()), text.size()};
 }
 
 }  // namespace
@@ -30,7 +30,7 @@ std::optional<std::string_view> Pass::QuotedText() {
         Error("Missing closing quote!");
         return std::nullopt;
     }
-    return std::string_view(begin, static_cast<std::size_t>(cursor_++ - begin));
+    return std::string_view(begin, static_cast<size_t>(cursor_++ - begin));
 }
 
 void Pass::Bytes() {
@@ -38,7 +38,7 @@ void Pass::Bytes() {
         const char* p = cursor_ = SkipBlanks(cursor_);
         if (*p == '$' && Is(p[1], kHexDigit) && Is(p[2], kHexDigit) &&
             (Is(p[3], kEnd | kBlank) || p[3] == ',')) {
-            image_.Put(static_cast<std::uint8_t>(HexValue(p[1]) << 4U | HexValue(p[2])));
+            image_.Put(static_cast<uint8_t>(HexValue(p[1]) << 4U | HexValue(p[2])));
             cursor_ = p + 3;
         } else if (*p == '"') {
             const std::optional<std::string_view> text = QuotedText();
@@ -70,7 +70,7 @@ void Pass::CountedString() {
         return Error("The string length overflows, up to 255 characters!",
                      std::to_string(text->size()));
     }
-    image_.Put(static_cast<std::uint8_t>(text->size()));
+    image_.Put(static_cast<uint8_t>(text->size()));
     image_.Put(AsBytes(*text));
 }
 
@@ -78,12 +78,10 @@ void Pass::IncludeBinary() {
     const std::optional<std::string_view> path = QuotedText();
     if (!path) return;
     // A file that doesn't fit isn't read: its size is all that the message needs.
-    const std::uint32_t room = image_.Offset() < kBankSize ? kBankSize - image_.Offset() : 0;
+    const uint32_t room = image_.Offset() < kBankSize ? kBankSize - image_.Offset() : 0;
     const SourceBytes file = files_.ReadBinary(*path, room);
     if (file.status == ReadStatus::CanNotOpen) return Error("Can not open file!", *path);
-    if (file.status == ReadStatus::TooLarge) {
-        return image_.Skip(file.size);
-    }
+    if (file.status == ReadStatus::TooLarge) return image_.Skip(file.size);
     image_.Put(AsBytes({file.bytes.get(), file.size}));
 }
 

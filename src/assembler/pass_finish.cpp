@@ -17,7 +17,7 @@ void Pass::Finish() {
     CheckBanks();
 }
 
-std::uint32_t Pass::BankCount() const {
+uint32_t Pass::BankCount() const {
     return header_.prg * 2U + header_.chr;
 }
 
@@ -31,8 +31,8 @@ void Pass::ResolveBanks() {
         }
         bankUses_.push_back({value.value, unknown.from.place});
         if (value.value >= 0 && value.value < kBankCountLimit) {
-            names_.unknownBanks[static_cast<std::size_t>(unknown.slot - kBankCountLimit)] =
-                static_cast<std::int16_t>(value.value);
+            names_.unknownBanks[static_cast<size_t>(unknown.slot - kBankCountLimit)] =
+                static_cast<int16_t>(value.value);
         }
     }
 }
@@ -46,7 +46,7 @@ void Pass::ResolveDeferred() {
     for (auto it = deferredSymbols_.rbegin(); it != deferredSymbols_.rend(); ++it) {
         Symbol& symbol = **it;
         if (symbol.state != SymbolState::Deferred) continue;
-        const ExpressionPlace& from = names_.deferred[static_cast<std::size_t>(symbol.value)];
+        const ExpressionPlace& from = names_.deferred[static_cast<size_t>(symbol.value)];
         const ExpressionValue value = names_.Resolve(symbol);
         if (value.Known()) continue;
         symbol.state = SymbolState::Failed;
@@ -77,9 +77,9 @@ void Pass::ApplyFixups() {
             Report(fixup.from, value);
             continue;
         }
-        std::uint8_t bytes[2] = {0, 0};
+        uint8_t bytes[2] = {0, 0};
         Store(fixup.kind, fixup.from, value.value, bytes);
-        const std::uint32_t size = SizeOf(fixup.kind);
+        const uint32_t size = SizeOf(fixup.kind);
         if (fixup.offset + size > kBankSize) continue;  // reported as an overflow
         std::copy_n(bytes, size, image_.At(fixup.slot, fixup.offset));
     }
@@ -87,13 +87,13 @@ void Pass::ApplyFixups() {
 
 void Pass::SettleBanks() {
     for (const UnknownBank& unknown : unknownBanks_) {
-        const std::int16_t bank =
-            names_.unknownBanks[static_cast<std::size_t>(unknown.slot - kBankCountLimit)];
+        const int16_t bank =
+            names_.unknownBanks[static_cast<size_t>(unknown.slot - kBankCountLimit)];
         if (bank != kNoBank && !image_.Settle(unknown.slot, bank)) needsAnother_ = true;
     }
     for (Symbol& symbol : names_.table.All()) {
         if (symbol.bank < kBankCountLimit) continue;
-        symbol.bank = names_.unknownBanks[static_cast<std::size_t>(symbol.bank - kBankCountLimit)];
+        symbol.bank = names_.unknownBanks[static_cast<size_t>(symbol.bank - kBankCountLimit)];
     }
 }
 
@@ -102,7 +102,7 @@ void Pass::CheckBanks() {
     for (const BankUse& use : bankUses_) {
         if (use.bank >= 0 && use.bank < BankCount()) continue;
         diagnostics_.Error(use.place, "Bank index out of range! limit is: " +
-                                          std::to_string(std::int64_t{BankCount()} - 1));
+                                          std::to_string(int64_t{BankCount()} - 1));
     }
 }
 
@@ -119,14 +119,14 @@ void Pass::ReportUnsettled() {
 }
 
 // iNES header, 16 bytes. Source: NESdev wiki, "INES".
-void Pass::WriteHeader(std::vector<std::uint8_t>& rom) const {
-    std::fill_n(rom.begin(), kHeaderSize, std::uint8_t{0});
-    constexpr std::uint8_t kMagic[] = {'N', 'E', 'S', 0x1A};
+void Pass::WriteHeader(std::vector<uint8_t>& rom) const {
+    std::fill_n(rom.begin(), kHeaderSize, uint8_t{0});
+    constexpr uint8_t kMagic[] = {'N', 'E', 'S', 0x1A};
     std::copy(std::begin(kMagic), std::end(kMagic), rom.begin());
     rom[4] = header_.prg;
     rom[5] = header_.chr;
-    rom[6] = static_cast<std::uint8_t>((header_.mapper & 0x0F) << 4 | header_.mirroring);
-    rom[7] = static_cast<std::uint8_t>(header_.mapper & 0xF0);
+    rom[6] = static_cast<uint8_t>((header_.mapper & 0x0F) << 4 | header_.mirroring);
+    rom[7] = static_cast<uint8_t>(header_.mapper & 0xF0);
 }
 
 AssemblyResult Pass::TakeResult() {

@@ -9,7 +9,7 @@ namespace bw::assembler {
 namespace {
 
 const char* NextLine(const char* at, const char* end) {
-    return static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at))) + 1;
+    return static_cast<const char*>(std::memchr(at, '\n', static_cast<size_t>(end - at))) + 1;
 }
 
 // The keyword that a line's statement begins with, for lines that are only looked through.
@@ -21,7 +21,7 @@ Keyword KeywordOfLine(const char* at) {
     at = SkipBlanks(at);
     if (*at == '.') ++at;
     const char* end = SkipWord(at);
-    return FindKeyword(PackWord({at, static_cast<std::size_t>(end - at)}));
+    return FindKeyword(PackWord({at, static_cast<size_t>(end - at)}));
 }
 
 }  // namespace
@@ -29,7 +29,7 @@ Keyword KeywordOfLine(const char* at) {
 // Every text that is gone through is counted, so that no nest of macros or includes can run on
 // without end.
 void Pass::EnterFrame(Frame frame) {
-    textBytes_ += static_cast<std::size_t>(frame.end - frame.at);
+    textBytes_ += static_cast<size_t>(frame.end - frame.at);
     if (textBytes_ > options_.textLimit) {
         diagnostics_.Error(frame.place, "Source is too large!");
         return EndReading();
@@ -87,7 +87,7 @@ void Pass::IfDefined(bool wanted) {
     const char* begin = cursor_;
     const char* end = begin;
     if (*end == '.' || Is(*end, kWordStart)) end = SkipWord(end + 1);
-    const std::string_view name(begin, static_cast<std::size_t>(end - begin));
+    const std::string_view name(begin, static_cast<size_t>(end - begin));
     if (name.empty()) {
         Error("Missing operand!");
         return If(false);
@@ -115,7 +115,7 @@ void Pass::EndIf() {
 // macro where it began; LeaveFrame() reports it if it doesn't.
 void Pass::SkipLines(bool stopAtElse) {
     Frame& frame = frames_.back();
-    std::size_t depth = 0;
+    size_t depth = 0;
     while (frame.at != frame.end) {
         const Keyword keyword = KeywordOfLine(frame.at);
         frame.at = NextLine(frame.at, frame.end);
@@ -128,9 +128,7 @@ void Pass::SkipLines(bool stopAtElse) {
         } else if (keyword.Is(Directive::EndIf)) {
             if (depth-- == 0) return conditions_.pop_back();
         } else if (keyword.Is(Directive::Else) && depth == 0) {
-            if (conditions_.back().elseSeen) {
-                diagnostics_.Error(Here(), "Second .ELSE of one .IF!");
-            }
+            if (conditions_.back().elseSeen) diagnostics_.Error(Here(), "Second .ELSE of one .IF!");
             conditions_.back().elseSeen = true;
             if (stopAtElse) return;
         }
@@ -140,11 +138,11 @@ void Pass::SkipLines(bool stopAtElse) {
 void Pass::Include() {
     const std::optional<std::string_view> path = QuotedText();
     if (!path) return;
-    const std::uint32_t file = files_.Open(*path);
+    const uint32_t file = files_.Open(*path);
     const SourceFiles::File& source = files_.At(file);
     if (source.content.status == ReadStatus::CanNotOpen) return Error("Can not open file!", *path);
     if (source.content.status == ReadStatus::TooLarge) return Error("File is too large!", *path);
-    std::size_t depth = 0;
+    size_t depth = 0;
     for (const Frame& frame : frames_) {
         if (frame.kind != FrameKind::File) continue;
         ++depth;
@@ -163,7 +161,7 @@ void Pass::DefineMacro() {
     cursor_ = SkipBlanks(cursor_);
     if (name.empty() && Is(*cursor_, kWordStart)) {
         const char* end = SkipWord(cursor_);
-        name = {cursor_, static_cast<std::size_t>(end - cursor_)};
+        name = {cursor_, static_cast<size_t>(end - cursor_)};
         cursor_ = end;
     }
     followUp_ = FollowUp::CaptureMacro;
@@ -183,7 +181,7 @@ void Pass::CaptureMacro() {
     Frame& frame = frames_.back();
     const Place head = frame.place;
     const char* begin = frame.at;
-    std::size_t depth = 0;
+    size_t depth = 0;
     while (frame.at != frame.end) {
         const char* line = frame.at;
         const Keyword keyword = KeywordOfLine(line);
@@ -193,7 +191,7 @@ void Pass::CaptureMacro() {
         if (keyword.Is(Directive::Macro)) ++depth;
         if (!keyword.Is(Directive::EndM) || depth-- != 0) continue;
         if (!macroName_.empty()) {
-            macros_[macroName_] = {{begin, static_cast<std::size_t>(line - begin)}, head};
+            macros_[macroName_] = {{begin, static_cast<size_t>(line - begin)}, head};
         }
         return;
     }
@@ -201,7 +199,7 @@ void Pass::CaptureMacro() {
 }
 
 void Pass::CallMacro(std::string_view name, const Macro& macro) {
-    std::size_t depth = 0;
+    size_t depth = 0;
     for (const Frame& frame : frames_)
         depth += frame.kind == FrameKind::Macro ? 1 : 0;
     if (depth >= kMacroDepth) {
@@ -218,7 +216,7 @@ void Pass::CallMacro(std::string_view name, const Macro& macro) {
              .at = text.data(),
              .end = text.data() + text.size(),
              .place = macro.place};
-    next_.place.expansion = static_cast<std::uint32_t>(diagnostics_.expansions.size() - 1);
+    next_.place.expansion = static_cast<uint32_t>(diagnostics_.expansions.size() - 1);
     followUp_ = FollowUp::Enter;
 }
 
@@ -251,7 +249,7 @@ std::vector<std::string_view> Pass::MacroArguments() {
         const char* end = cursor_;
         while (end != begin && Is(end[-1], kBlank))
             --end;
-        arguments.emplace_back(begin, static_cast<std::size_t>(end - begin));
+        arguments.emplace_back(begin, static_cast<size_t>(end - begin));
         if (*cursor_ != ',') return arguments;
     }
 }
@@ -262,14 +260,14 @@ std::string_view Pass::Expand(std::string_view body,
                               const std::vector<std::string_view>& arguments) {
     if (body.find('\\') == std::string_view::npos) return body;
     std::string& text = expandedTexts_.emplace_back();
-    for (std::size_t at = 0; at < body.size();) {
-        const std::size_t slash = std::min(body.find('\\', at), body.size());
+    for (size_t at = 0; at < body.size();) {
+        const size_t slash = std::min(body.find('\\', at), body.size());
         text.append(body, at, slash - at);
         at = slash + 2;
         if (slash == body.size()) break;
         const char code = body[slash + 1];  // the body ends in a line feed
         if (code >= '1' && code <= '9') {
-            const auto index = static_cast<std::size_t>(code - '1');
+            const auto index = static_cast<size_t>(code - '1');
             if (index < arguments.size()) text.append(arguments[index]);
         } else if (code == '#') {
             text.append(std::to_string(arguments.size()));
@@ -280,7 +278,7 @@ std::string_view Pass::Expand(std::string_view body,
         }
         if (text.size() > options_.textLimit) break;
     }
-    const std::size_t size = text.size();
+    const size_t size = text.size();
     text.append(kSourcePadding, '\0');
     return std::string_view(text.data(), size);
 }
@@ -290,7 +288,7 @@ void Pass::BeginProcedure() {
     cursor_ = SkipBlanks(cursor_);
     if (label_.empty() && Is(*cursor_, kWordStart)) {
         const char* end = SkipWord(cursor_);
-        label_ = {cursor_, static_cast<std::size_t>(end - cursor_)};
+        label_ = {cursor_, static_cast<size_t>(end - cursor_)};
         cursor_ = end;
     }
     if (label_.empty()) return Error("Procedure without a name!");

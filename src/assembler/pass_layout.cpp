@@ -7,13 +7,13 @@
 namespace bw::assembler {
 namespace {
 
-constexpr std::int64_t kAddressLimit = 0x10000;
+constexpr int64_t kAddressLimit = 0x10000;
 
 }  // namespace
 
 // A value that decides where things stand. If a name in it is only defined further down, the value
 // of the reading before serves; without one this is an error, unless another reading follows.
-std::optional<std::int64_t> Pass::LayoutValue() {
+std::optional<int64_t> Pass::LayoutValue() {
     const ExpressionPlace from = PlaceOfExpression();
     const ExpressionValue value = Evaluate(Forward::Guess);
     if (value.Known()) return value.value;
@@ -30,11 +30,11 @@ void Pass::SelectBank() {
     if (value.Known()) {
         bankUses_.push_back({value.value, from.place});
         if (value.value >= 0 && value.value < kBankCountLimit) {
-            image_.Select(static_cast<std::int16_t>(value.value));
+            image_.Select(static_cast<int16_t>(value.value));
             return NoteLocation();
         }
     }
-    const std::int16_t slot = image_.SelectUnknown();
+    const int16_t slot = image_.SelectUnknown();
     const bool fresh = names_.unknownBanks.size() < kUnknownBankLimit;
     if (fresh) names_.unknownBanks.push_back(kNoBank);
     if (value.status == ExpressionStatus::Unknown) {
@@ -52,18 +52,18 @@ void Pass::SelectBank() {
 }
 
 void Pass::SetOrigin() {
-    const std::optional<std::int64_t> address = LayoutValue();
+    const std::optional<int64_t> address = LayoutValue();
     if (!address) return;
     if (*address < 0 || *address >= kAddressLimit) {
         return Error("Address out of range!", std::to_string(*address));
     }
-    image_.SetAddress(static_cast<std::uint32_t>(*address));
+    image_.SetAddress(static_cast<uint32_t>(*address));
     NoteLocation();
     overflowReported_ = false;
 }
 
 void Pass::SetRamCounter() {
-    const std::optional<std::int64_t> address = LayoutValue();
+    const std::optional<int64_t> address = LayoutValue();
     if (!address) return;
     if (*address < 0 || *address > kAddressLimit) {
         return Error("Address out of range!", std::to_string(*address));
@@ -79,9 +79,9 @@ void Pass::AllocateRam() {
         symbol.state = SymbolState::Defined;
         symbol.value = ramCounter_;
     }
-    const std::optional<std::int64_t> count = LayoutValue();
+    const std::optional<int64_t> count = LayoutValue();
     if (!count) return;
-    const std::int64_t next = ramCounter_ + *count;
+    const int64_t next = ramCounter_ + *count;
     if (next < 0 || next > kAddressLimit) {
         return Error("Address out of range!", std::to_string(next));
     }
@@ -90,31 +90,30 @@ void Pass::AllocateRam() {
 
 // .DS count [, fill]: without a fill the bytes stay as unused ROM.
 void Pass::ReserveSpace() {
-    const std::optional<std::int64_t> count = LayoutValue();
+    const std::optional<int64_t> count = LayoutValue();
     if (!count) return;
     if (*count < 0) return Error("Negative count!", std::to_string(*count));
     // One bank and a bit is as good as any larger number: it overflows the bank, and is told so.
-    const auto bytes =
-        static_cast<std::uint32_t>(std::min<std::int64_t>(*count, std::int64_t{kBankSize} * 2));
+    const auto bytes = static_cast<uint32_t>(std::min<int64_t>(*count, int64_t{kBankSize} * 2));
     cursor_ = SkipBlanks(cursor_);
     if (*cursor_ != ',') return image_.Skip(bytes);
     ++cursor_;
     const ExpressionPlace from = PlaceOfExpression();
     const ExpressionValue value = Evaluate();
-    for (std::uint32_t i = 0; i < bytes && i < kBankSize + 1; ++i) {
+    for (uint32_t i = 0; i < bytes && i < kBankSize + 1; ++i) {
         PutValue(ValueKind::Byte, from, value);
         if (value.Failed()) return;
     }
 }
 
 void Pass::HeaderField(Directive directive) {
-    const std::int64_t limit = directive == Directive::InesMir ? 15 : 255;
-    const std::optional<std::int64_t> value = LayoutValue();
+    const int64_t limit = directive == Directive::InesMir ? 15 : 255;
+    const std::optional<int64_t> value = LayoutValue();
     if (!value) return;
     if (*value < 0 || *value > limit) {
         return Error("Header value out of range!", std::to_string(*value));
     }
-    const auto field = static_cast<std::uint8_t>(*value);
+    const auto field = static_cast<uint8_t>(*value);
     switch (directive) {
         case Directive::InesPrg:
             header_.prg = field;

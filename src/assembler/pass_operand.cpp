@@ -7,7 +7,7 @@ namespace {
 
 constexpr const char* kIllegalMode = "Illegal addressing mode!";
 
-enum class Index : std::uint8_t { None, X, Y };
+enum class Index : uint8_t { None, X, Y };
 
 // Whether the word of one letter stands at `at`, in either case.
 bool IsLetter(const char* at, char upper) {
@@ -54,7 +54,7 @@ bool ClosesBehindX(const char* closing) {
 }  // namespace
 
 void Pass::PutInstruction(Mnemonic mnemonic, Mode mode) {
-    image_.Put(static_cast<std::uint8_t>(Opcode(mnemonic, mode)));
+    image_.Put(static_cast<uint8_t>(Opcode(mnemonic, mode)));
 }
 
 void Pass::PutOperand(Mnemonic mnemonic, Mode mode, ValueKind kind, const ExpressionPlace& from,

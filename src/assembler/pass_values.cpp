@@ -8,9 +8,9 @@ namespace bw::assembler {
 namespace {
 
 // Far more than a menu has; what goes beyond is made to use up memory.
-constexpr std::size_t kFixupLimit = 1'000'000;
+constexpr size_t kFixupLimit = 1'000'000;
 
-bool Fits(ValueKind kind, std::int64_t value) {
+bool Fits(ValueKind kind, int64_t value) {
     switch (kind) {
         case ValueKind::Byte:
         case ValueKind::Immediate:
@@ -67,19 +67,18 @@ void Pass::Report(const ExpressionPlace& from, const ExpressionValue& value) {
 }
 
 // Puts the value's bytes into `bytes` and reports it if it is out of range.
-void Pass::Store(ValueKind kind, const ExpressionPlace& from, std::int64_t value,
-                 std::uint8_t* bytes) {
-    const std::int64_t distance = value - (from.location + std::int64_t{2});
-    const std::int64_t stored = kind == ValueKind::Relative ? distance : value;
-    bytes[0] = static_cast<std::uint8_t>(stored & 0xFF);
-    if (SizeOf(kind) == 2) bytes[1] = static_cast<std::uint8_t>(stored >> 8 & 0xFF);
+void Pass::Store(ValueKind kind, const ExpressionPlace& from, int64_t value, uint8_t* bytes) {
+    const int64_t distance = value - (from.location + int64_t{2});
+    const int64_t stored = kind == ValueKind::Relative ? distance : value;
+    bytes[0] = static_cast<uint8_t>(stored & 0xFF);
+    if (SizeOf(kind) == 2) bytes[1] = static_cast<uint8_t>(stored >> 8 & 0xFF);
     if (!Fits(kind, stored)) {
         diagnostics_.Error(from.place, RangeError(kind), std::to_string(value));
     }
 }
 
 void Pass::PutValue(ValueKind kind, const ExpressionPlace& from, const ExpressionValue& value) {
-    std::uint8_t bytes[2] = {0, 0};
+    uint8_t bytes[2] = {0, 0};
     if (value.Known()) {
         Store(kind, from, value.value, bytes);
     } else if (value.Failed()) {

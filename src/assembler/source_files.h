@@ -24,11 +24,11 @@ class SourceFiles {
     explicit SourceFiles(SourceProvider& provider) : provider_(provider) {}
 
     // The index of the file, read now if it is new. Its status tells whether there is a text.
-    std::uint32_t Open(std::string_view path);
-    const File& At(std::uint32_t index) const { return files_[index]; }
+    uint32_t Open(std::string_view path);
+    const File& At(uint32_t index) const { return files_[index]; }
 
     // Bytes for an INCBIN; not kept.
-    SourceBytes ReadBinary(std::string_view path, std::size_t limit) {
+    SourceBytes ReadBinary(std::string_view path, size_t limit) {
         return provider_.Read(path, limit);
     }
 

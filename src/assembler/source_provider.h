@@ -14,10 +14,10 @@ enum class ReadStatus { Ok, CanNotOpen, TooLarge };
 struct SourceBytes {
     ReadStatus status = ReadStatus::CanNotOpen;
     std::unique_ptr<char[]> bytes;
-    std::size_t size = 0;
+    size_t size = 0;
 };
 
-inline constexpr std::size_t kSourcePadding = 16;
+inline constexpr size_t kSourcePadding = 16;
 
 // Where the assembler gets its files from. A path is what stands between the quotes of an INCLUDE
 // or INCBIN, or the main source's name.
@@ -26,7 +26,7 @@ class SourceProvider {
     virtual ~SourceProvider() = default;
 
     // Gives the file's content, or TooLarge (with `size` set, nothing read) above `limit` bytes.
-    virtual SourceBytes Read(std::string_view path, std::size_t limit) = 0;
+    virtual SourceBytes Read(std::string_view path, size_t limit) = 0;
 };
 
 // Reads from the disk; relative paths start at the current working folder. A path with backslashes
@@ -34,7 +34,7 @@ class SourceProvider {
 // Refuses everything but regular files: a device or a pipe has no end to rely on.
 class DiskSourceProvider : public SourceProvider {
   public:
-    SourceBytes Read(std::string_view path, std::size_t limit) override;
+    SourceBytes Read(std::string_view path, size_t limit) override;
 };
 
 }  // namespace bw::assembler

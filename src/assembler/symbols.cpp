@@ -5,18 +5,18 @@
 namespace bw::assembler {
 namespace {
 
-constexpr std::size_t kFirstSlots = 8192;  // a power of two, as the mask of SlotOf demands
+constexpr size_t kFirstSlots = 8192;  // a power of two, as the mask of SlotOf demands
 
-std::uint64_t Mix(std::uint64_t state, std::uint64_t word) {
+uint64_t Mix(uint64_t state, uint64_t word) {
     state = (state ^ word) * 0x9E3779B97F4A7C15U;
     return state ^ state >> 32U;
 }
 
 }  // namespace
 
-std::uint32_t SymbolTable::HashOf(std::string_view name, std::uint32_t scope) {
-    std::uint64_t state = name.size() + (std::uint64_t{scope} << 32U);
-    std::uint64_t word = 0;
+uint32_t SymbolTable::HashOf(std::string_view name, uint32_t scope) {
+    uint64_t state = name.size() + (uint64_t{scope} << 32U);
+    uint64_t word = 0;
     while (name.size() >= sizeof word) {
         std::memcpy(&word, name.data(), sizeof word);
         state = Mix(state, word);
@@ -25,15 +25,14 @@ std::uint32_t SymbolTable::HashOf(std::string_view name, std::uint32_t scope) {
     word = 0;
     for (const char c : name)
         word = word << 8U | static_cast<unsigned char>(c);
-    return static_cast<std::uint32_t>(Mix(state, word));
+    return static_cast<uint32_t>(Mix(state, word));
 }
 
 SymbolTable::SymbolTable() : slots_(kFirstSlots) {}
 
-std::size_t SymbolTable::SlotOf(std::string_view name, std::uint32_t scope,
-                                std::uint32_t hash) const {
-    const std::size_t mask = slots_.size() - 1;
-    std::size_t at = hash & mask;
+size_t SymbolTable::SlotOf(std::string_view name, uint32_t scope, uint32_t hash) const {
+    const size_t mask = slots_.size() - 1;
+    size_t at = hash & mask;
     while (slots_[at].index != 0) {
         if (slots_[at].hash == hash) {
             const Symbol& symbol = symbols_[slots_[at].index - 1];
@@ -44,9 +43,9 @@ std::size_t SymbolTable::SlotOf(std::string_view name, std::uint32_t scope,
     return at;
 }
 
-Symbol& SymbolTable::Get(std::string_view name, std::uint32_t scope) {
-    const std::uint32_t hash = HashOf(name, scope);
-    std::size_t at = SlotOf(name, scope, hash);
+Symbol& SymbolTable::Get(std::string_view name, uint32_t scope) {
+    const uint32_t hash = HashOf(name, scope);
+    size_t at = SlotOf(name, scope, hash);
     if (slots_[at].index == 0) {
         if (symbols_.size() * 4 >= slots_.size() * 3) {
             Grow();
@@ -55,28 +54,28 @@ Symbol& SymbolTable::Get(std::string_view name, std::uint32_t scope) {
         Symbol& symbol = symbols_.emplace_back();
         symbol.name = name;
         symbol.scope = scope;
-        slots_[at] = {hash, static_cast<std::uint32_t>(symbols_.size())};
+        slots_[at] = {hash, static_cast<uint32_t>(symbols_.size())};
     }
     return symbols_[slots_[at].index - 1];
 }
 
-Symbol* SymbolTable::Find(std::string_view name, std::uint32_t scope) {
-    const std::uint32_t hash = HashOf(name, scope);
+Symbol* SymbolTable::Find(std::string_view name, uint32_t scope) {
+    const uint32_t hash = HashOf(name, scope);
     const Slot& slot = slots_[SlotOf(name, scope, hash)];
     return slot.index == 0 ? nullptr : &symbols_[slot.index - 1];
 }
 
-const Symbol* SymbolTable::Find(std::string_view name, std::uint32_t scope) const {
+const Symbol* SymbolTable::Find(std::string_view name, uint32_t scope) const {
     return const_cast<SymbolTable*>(this)->Find(name, scope);
 }
 
 void SymbolTable::Grow() {
     std::vector<Slot> old(slots_.size() * 4);
     old.swap(slots_);
-    const std::size_t mask = slots_.size() - 1;
+    const size_t mask = slots_.size() - 1;
     for (const Slot& slot : old) {
         if (slot.index == 0) continue;
-        std::size_t at = slot.hash & mask;
+        size_t at = slot.hash & mask;
         while (slots_[at].index != 0)
             at = (at + 1) & mask;
         slots_[at] = slot;

@@ -3,27 +3,19 @@
 #include <cstring>
 #include <map>
 #include <string>
-#include <string_view>
-#include <utility>
 #include <vector>
 
 #include "assembler/assembler.h"
 
 namespace bw::assembler {
 
-// Files in memory. A file of `hugeFiles` is only said to have that size.
+// Files in memory.
 class MemorySource : public SourceProvider {
   public:
     std::map<std::string, std::string, std::less<>> files;
-    std::map<std::string, std::size_t, std::less<>> hugeFiles;
 
-    SourceBytes Read(std::string_view path, std::size_t limit) override {
+    SourceBytes Read(std::string_view path, size_t limit) override {
         SourceBytes result;
-        if (const auto huge = hugeFiles.find(path); huge != hugeFiles.end()) {
-            result.size = huge->second;
-            result.status = ReadStatus::TooLarge;
-            return result;
-        }
         const auto file = files.find(path);
         if (file == files.end()) return result;
         result.size = file->second.size();
@@ -43,20 +35,18 @@ inline AssemblyResult AssembleText(std::string text, const AssemblyOptions& opti
 }
 
 // The ROM's bytes behind the header, up to `count`.
-inline std::vector<int> RomBytes(const AssemblyResult& result, std::size_t count) {
+inline std::vector<int> RomBytes(const AssemblyResult& result, size_t count) {
     std::vector<int> bytes;
-    for (std::size_t i = 16; i < result.rom.size() && bytes.size() < count; ++i) {
+    for (size_t i = 16; i < result.rom.size() && bytes.size() < count; ++i)
         bytes.push_back(result.rom[i]);
-    }
     return bytes;
 }
 
 // The texts of all diagnostics, one per line, with their line numbers.
 inline std::string Messages(const AssemblyResult& result) {
     std::string text;
-    for (const Diagnostic& diagnostic : result.diagnostics) {
+    for (const Diagnostic& diagnostic : result.diagnostics)
         text += std::to_string(diagnostic.line) + ": " + diagnostic.text + "\n";
-    }
     return text;
 }
 

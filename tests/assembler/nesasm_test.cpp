@@ -1,14 +1,15 @@
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <regex>
 #include <string>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include "common/game_image.h"
+#include "common/temporary_folder.h"
 
 // The command line as a process: exit status, files, messages.
 
@@ -25,60 +26,43 @@ struct Outcome {
 class Nesasm : public testing::Test {
   protected:
     Nesasm() {
-        std::string name = (fs::temp_directory_path() / "nesasm_test_XXXXXX").string();
-        folder_ = ::mkdtemp(name.data());
         Write("good.asm", " .db 1,2,3\n");
         Write("bad.asm", " lda #300\n");
     }
-    ~Nesasm() override { fs::remove_all(folder_); }
-    Nesasm(const Nesasm&) = delete;
-    Nesasm& operator=(const Nesasm&) = delete;
-
     void Write(const std::string& name, const std::string& text) const {
-        std::ofstream(folder_ / name, std::ios::binary) << text;
+        bw::test::WriteText(folder_ / name, text);
     }
-    std::string Text(const std::string& name) const {
-        std::ifstream file(folder_ / name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    bool Exists(const std::string& name) const { return fs::exists(folder_ / name); }
-    std::size_t FileCount() const {
-        return static_cast<std::size_t>(
-            std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
-    }
+    std::string Text(const std::string& name) const { return bw::test::ReadText(folder_ / name); }
+    size_t FileCount() const { return folder_.CountFiles(); }
 
     Outcome Run(const std::string& arguments) const {
-        const std::string command =
-            "cd '" + folder_.string() + "' && '" BANKWEAVER_NESASM "' " + arguments + " 2>&1";
+        const std::string command = "cd '" + folder_.Path().string() +
+                                    "' && '" BANKWEAVER_NESASM "' " + arguments + " 2>&1";
         Outcome outcome;
         std::FILE* pipe = ::popen(command.c_str(), "r");
         char buffer[65536];
         for (;;) {
             const ssize_t got = ::read(::fileno(pipe), buffer, sizeof buffer);
             if (got <= 0) break;
-            outcome.output.append(buffer, static_cast<std::size_t>(got));
+            outcome.output.append(buffer, static_cast<size_t>(got));
             ++outcome.writes;
         }
         outcome.status = WEXITSTATUS(::pclose(pipe));
         return outcome;
     }
 
-    fs::path folder_;
+    TemporaryFolder folder_;
 };
 
 TEST_F(Nesasm, WritesTheRomBesideTheSource) {
     fs::create_directory(folder_ / "sub.dir");
     Write("sub.dir/menu.v2.asm", " .db 1\n");
-    const Outcome outcome = Run("sub.dir/menu.v2.asm");
-    EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(Run("sub.dir/menu.v2.asm").output, "");
     EXPECT_EQ(Text("sub.dir/menu.v2.nes").size(), 16U + 16384U);
     Write("sub.dir/plain", " .db 1\n");
-    EXPECT_EQ(Run("sub.dir/plain").status, 0);
-    EXPECT_TRUE(Exists("sub.dir/plain.nes"));
-}
-
-TEST_F(Nesasm, IncludesStartAtTheWorkingFolder) {
+    Run("sub.dir/plain");
+    EXPECT_TRUE(fs::exists(folder_ / "sub.dir/plain.nes"));
+    // Included files are looked for from the working folder.
     fs::create_directory(folder_ / "sub");
     Write("sub/main.asm", " include \"sub/part.asm\"\n incbin \"sub\\data\"\n");
     Write("sub/part.asm", " .db 7\n");
@@ -103,7 +87,6 @@ TEST_F(Nesasm, ManyErrorsComeInOnePiece) {
         text += " lda nowhere\n";
     Write("many.asm", text);
     const Outcome outcome = Run("many.asm");
-    EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.writes, 1);
     EXPECT_TRUE(outcome.output.ends_with("# 500 error(s)\n"));
 }
@@ -112,18 +95,18 @@ TEST_F(Nesasm, WritesWhatTheOptionsName) {
     Write("out.nes", "old");
     EXPECT_EQ(Run("-l list.txt -s names.txt -o out.nes good.asm").status, 0);
     EXPECT_EQ(Text("out.nes").size(), 16U + 16384U);
-    EXPECT_FALSE(Exists("good.nes"));
+    EXPECT_FALSE(fs::exists(folder_ / "good.nes"));
     EXPECT_NE(Text("list.txt").find("01 02 03"), std::string::npos);
-    EXPECT_TRUE(Exists("names.txt"));
     EXPECT_EQ(FileCount(), 5U);
 }
 
 TEST_F(Nesasm, OutputThatCannotBeWrittenIsAFailure) {
-    const Outcome outcome = Run("-o missing/out.nes good.asm");
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_NE(outcome.output.find("missing/out.nes"), std::string::npos);
     fs::create_directory(folder_ / "taken.nes");
-    EXPECT_EQ(Run("-o taken.nes good.asm").status, 1);
+    for (const char* output : {"missing/out.nes", "taken.nes"}) {
+        const Outcome outcome = Run(std::string("-o ") + output + " good.asm");
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_NE(outcome.output.find(output), std::string::npos);
+    }
     EXPECT_EQ(FileCount(), 3U);
 }
 
@@ -139,17 +122,22 @@ TEST_F(Nesasm, WrongCommandLinesAreRefused) {
 }
 
 TEST_F(Nesasm, HelpAndVersionGoToStandardOutput) {
-    EXPECT_EQ(Run("--help 2>/dev/null").status, 0);
-    EXPECT_EQ(Run("--help 2>/dev/null").output.substr(0, 6), "Usage:");
+    const Outcome help = Run("--help 2>/dev/null");
+    EXPECT_EQ(help.status, 0);
+    EXPECT_EQ(help.output.substr(0, 6), "Usage:");
     EXPECT_EQ(Run("--version 2>/dev/null").output.substr(0, 7), "nesasm ");
+    // The manual has every option and directive.
+    const std::string manual = bw::test::ReadText(BANKWEAVER_DOCS "/assembler.md");
+    const std::regex word("-[a-z]\\b|--[a-z]+|\\.[A-Z]+\\b");
+    const auto& text = help.output;
+    for (std::sregex_iterator it(text.begin(), text.end(), word), end; it != end; ++it)
+        EXPECT_TRUE(std::regex_search(manual, std::regex("`.*" + it->str() + "\\b"))) << it->str();
 }
 
 TEST_F(Nesasm, UnreadableSourcesAreFailures) {
-    EXPECT_EQ(Run("gone.asm").status, 1);
-    EXPECT_EQ(Run(".").status, 1);
-    EXPECT_EQ(Run("/dev/zero").status, 1);
     EXPECT_EQ(::mkfifo((folder_ / "pipe").c_str(), 0600), 0);
-    EXPECT_EQ(Run("pipe").status, 1);
+    for (const char* source : {"gone.asm", ".", "/dev/zero", "pipe"})
+        EXPECT_EQ(Run(source).status, 1) << source;
 }
 
 }  // namespace

@@ -274,9 +274,7 @@ class SetReader {
         const SongText& text = songs_[index];
         MusicSong& song = set_.songs[index];
         song.name = kSongNames[index];
-        if (text.line == 0) {
-            return faults_.Add(line_, "the song " + song.name + " is missing");
-        }
+        if (text.line == 0) return faults_.Add(line_, "the song " + song.name + " is missing");
         const LineContext context{set_, names_, beat_, text.bar, index != 0};
         bool any = false;
         for (size_t i = 0; i < kSounds; ++i) {

@@ -4,6 +4,8 @@
 #include <iterator>
 #include <utility>
 
+#include "assembler/keywords.h"
+
 namespace bw::nesasm {
 namespace {
 
@@ -43,8 +45,8 @@ CommandLine UsageError(std::string text) {
 }  // namespace
 
 std::string DefaultOutput(std::string_view source) {
-    const std::size_t name = source.find_last_of("/\\") + 1;  // 0 if there is none
-    const std::size_t dot = source.find_last_of('.');
+    const size_t name = source.find_last_of("/\\") + 1;  // 0 if there is none
+    const size_t dot = source.find_last_of('.');
     if (dot != std::string_view::npos && dot > name) source = source.substr(0, dot);
     return std::string(source) + ".nes";
 }
@@ -52,7 +54,7 @@ std::string DefaultOutput(std::string_view source) {
 CommandLine ParseCommandLine(std::span<const std::string_view> words) {
     CommandLine result;
     bool optionsEnded = false;
-    for (std::size_t i = 0; i < words.size(); ++i) {
+    for (size_t i = 0; i < words.size(); ++i) {
         const std::string_view word = words[i];
         if (word == "--" && !optionsEnded) {
             optionsEnded = true;
@@ -78,8 +80,8 @@ CommandLine ParseCommandLine(std::span<const std::string_view> words) {
     if (result.source.empty()) return UsageError("no source named");
     if (result.output.empty()) result.output = DefaultOutput(result.source);
     const std::string* files[] = {&result.source, &result.output, &result.listing, &result.symbols};
-    for (std::size_t i = 0; i < std::size(files); ++i) {
-        for (std::size_t k = i + 1; k < std::size(files); ++k) {
+    for (size_t i = 0; i < std::size(files); ++i) {
+        for (size_t k = i + 1; k < std::size(files); ++k) {
             if (!files[i]->empty() && *files[i] == *files[k]) {
                 return UsageError(*files[i] + " is named twice");
             }
@@ -89,6 +91,7 @@ CommandLine ParseCommandLine(std::span<const std::string_view> words) {
 }
 
 std::string HelpText() {
+    constexpr size_t kHelpWidth = 80;
     std::string text =
         "Usage: nesasm [OPTION]... SOURCE\n"
         "Assembles SOURCE for the 6502 of the Famicom and NES into an iNES file.\n\n";
@@ -97,12 +100,23 @@ std::string HelpText() {
         if (!option.shortForm.empty()) words.append(option.shortForm).append(", ");
         words.append(option.longForm);
         if (!option.argument.empty()) words.append(" ").append(option.argument);
-        constexpr std::size_t kHelpColumn = 24;
+        constexpr size_t kHelpColumn = 24;
         words.resize(kHelpColumn, ' ');
         text.append(words).append(option.help).append("\n");
     }
+    text.append("\nDirectives:");
+    size_t column = kHelpWidth;
+    for (const std::string_view name : assembler::DirectiveNames()) {
+        if (column + name.size() + 2 > kHelpWidth) {
+            text.append("\n ");
+            column = 1;
+        }
+        text.append(" .").append(name);
+        column += name.size() + 2;
+    }
     return text +
-           "\nIncluded files are looked for from the current folder. The exit status is 0 if the\n"
+           "\n\nIncluded files are looked for from the current folder. The exit status is 0 if "
+           "the\n"
            "ROM was written, 1 if not, 2 for a wrong command line.\n";
 }
 

@@ -20,8 +20,7 @@ void Print(std::FILE* stream, const std::string& text) {
     std::fwrite(text.data(), 1, text.size(), stream);
 }
 
-bool WriteOutput(const std::string& path, const void* bytes, std::size_t size,
-                 std::string& messages) {
+bool WriteOutput(const std::string& path, const void* bytes, size_t size, std::string& messages) {
     if (ReplaceFile(path, bytes, size)) return true;
     messages += path + ": error: Can not write file!\n# 1 error(s)\n";
     return false;
@@ -35,9 +34,7 @@ int Run(const CommandLine& line) {
     const assembler::AssemblyResult result = assembler::Assemble(line.source, disk, options);
     std::string messages = assembler::FormatDiagnostics(result);
     bool done = result.Ok();
-    if (done) {
-        done = WriteOutput(line.output, result.rom.data(), result.rom.size(), messages);
-    }
+    if (done) done = WriteOutput(line.output, result.rom.data(), result.rom.size(), messages);
     if (done && options.symbols) {
         done = WriteOutput(line.symbols, result.symbols.data(), result.symbols.size(), messages);
     }

@@ -9,20 +9,20 @@
 namespace bw::nesasm {
 namespace {
 
-bool WriteAll(int file, const char* bytes, std::size_t size) {
+bool WriteAll(int file, const char* bytes, size_t size) {
     while (size != 0) {
         const ssize_t done = ::write(file, bytes, size);
         if (done < 0 && errno == EINTR) continue;
         if (done <= 0) return false;
         bytes += done;
-        size -= static_cast<std::size_t>(done);
+        size -= static_cast<size_t>(done);
     }
     return true;
 }
 
 }  // namespace
 
-bool ReplaceFile(const std::string& path, const void* bytes, std::size_t size) {
+bool ReplaceFile(const std::string& path, const void* bytes, size_t size) {
     const std::string temporary = path + "." + std::to_string(::getpid()) + ".tmp";
     const int file = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (file < 0) return false;

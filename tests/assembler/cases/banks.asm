@@ -1,5 +1,8 @@
 ; Each bank keeps its own location; the address only gives the labels their upper bits.
  .INESPRG 2
+ .INESCHR 1
+ .INESMAP $45
+ .INESMIR 3
  .BANK 1
  .DB $11                ; a bank begins at offset 0
  .BANK 3
@@ -22,3 +25,6 @@ Ahead
  .DB 1,2,3
  .ORG $8011
  .DB 9                  ; over what stood there
+ .BANK 4                ; CHR banks lie behind those of PRG
+ .ORG $0000
+ .DB $C0

@@ -1,6 +1,7 @@
 ; Conditions use names defined above them, and end where they began.
  .org $8000
  .if Below
+ .fail "not this one"
  .endif
  .else
  .endif
@@ -12,5 +13,7 @@
  .endif
  .ifdef
  .endif
+ .fail "this menu needs a board"  ; stops nothing, but makes the run fail
+ .fail
  .if 1                          ; never closed
 Below = 1

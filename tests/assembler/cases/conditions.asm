@@ -13,16 +13,12 @@ X = 2
  .endif
  .endif
  .else
- .db $EE
  .if X
  .db $EE
  .else
  .db $EE
  .endif
  .endif
- if X != 2
- .db $EE
- endif
  .ifdef X
  .db 4
  .endif
@@ -35,9 +31,9 @@ X = 2
 Label .if X >= 2
  .db LOW(Label)
  .endif
- .IF X - 2
+ IF X - 2
  .DB $EE
- .ELSE
+ ELSE
  .DB 6
- .ENDIF
+ ENDIF
 Y = 1

@@ -4,12 +4,9 @@
  .BANK 0
  .ORG $8000
     LDA Nowhere                 ; undefined
-    .DW Nowhere + 1
     LDA #256
-    LDA #-129
     LDA #Late                   ; known later
     STA <$100
-    LDA [Late],Y
     BNE Far                     ; 128 bytes ahead
     .DS 128
 Far BEQ Far - 127               ; 129 bytes back
@@ -19,6 +16,5 @@ Far BEQ Far - 127               ; 129 bytes back
  .ORG $BFFE
  .DW 1
  .DW 2                          ; past the end
- .DW 3                          ; told once
 Late = 300
  .STR "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx"

@@ -7,7 +7,6 @@
 Byte .RS Size
 Next .RS 1
  .DW Next
-End
 Base = $8003
 Gap = Size
 Ram = $300

@@ -2,7 +2,6 @@
  .bank 4
  .bank 3
  .bank -1
- .bank 100000
  .inesprg 256
  .inesmap -1
  .inesmir 16

@@ -5,7 +5,6 @@ one                             ; again
 .local
 .local                          ; again, in the same stretch
 two = 1
-two = 1                         ; a constant is defined once, whatever its value
  .rsset 0
 two .rs 1                       ; nor in RAM
 three
@@ -15,3 +14,9 @@ ring = round
 round = ring
  = 5                            ; no name in front
 .fail
+ .endp                          ; procedures don't nest and must end
+ .proc
+ .proc a
+ .proc b
+ .endp
+ .proc c

@@ -15,3 +15,14 @@ a_name_of_more_than_thirty_one_characters_in_all = 4
   indented: .dw indented        ; a colon makes a label anywhere
   four = 4
  .db four
+start                           ; a procedure is a label; its local names end with it
+.x nop
+ .proc first
+.x nop
+ jmp .x
+ .endp
+second .proc
+ jmp start
+ .endp
+ jmp .x                         ; that of `start` again
+ .dw first,second

@@ -17,15 +17,11 @@ Start:
     LDA #LOW(Table) - 2         ; LOW() binds first
     LDX #08                     ; leading zeros stay decimal
     STA <Count_L
-    LDA [Count_L],Y
     LDA Table,x
-    JMP [$FFFC]
-    ASL A
 .Next:
     DEX
     BNE .Next
     JSR Start
-    RTS
 .Last
 TILES = 5
 Table;Super Game

@@ -13,7 +13,9 @@ zero = $20
  ldx (zero),y                   ; LDX has no indirect form
  jmp (zero)
  jmp later
- lda later                      ; absolute, as it isn't known here
+ lda later                      ; absolute, as it isn't known here: a size that was decided
+ sta later,x                    ; further down would move everything behind it
+ sty later,x                    ; has no absolute form
  lda #>later
  lda -2                         ; wraps to $FFFE
 later = $30
