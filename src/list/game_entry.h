@@ -36,12 +36,10 @@ struct GameEntry {
 // cold disk answers many questions in the time of one. `paths` are taken from the current folder.
 std::vector<GameEntry> ReadGameEntries(std::span<const std::filesystem::path> paths);
 
-// All .nes files (in any letter case) of a folder and its folders, in order of path, component by
-// component. Links to folders are not followed. Folders that can't be read are left out.
-std::vector<std::filesystem::path> FindGameImages(const std::filesystem::path& folder);
-
-// The shallow reading of all images that FindGameImages gives, in its order: the fast way to take
-// in a collection. Files without a valid header are among the entries.
+// The shallow reading of all .nes files (in any letter case) of a folder and its folders, in order
+// of path, component by component: the fast way to take in a collection. Links to folders are not
+// followed, folders that can't be read are left out. Files without a valid header are among the
+// entries.
 std::vector<GameEntry> ReadGameFolder(const std::filesystem::path& folder);
 
 }  // namespace bw

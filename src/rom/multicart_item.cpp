@@ -32,10 +32,6 @@ uint32_t CrcOfFile(const File& file, uint64_t offset, uint32_t size, ReadBuffer&
 
 }  // namespace
 
-uint64_t MulticartItem::AnnouncedSize() const {
-    return uint64_t{headerSize} + trainerSize + prgBytes + chrBytes;
-}
-
 bool MulticartItem::Load(const std::filesystem::path& file) {
     path = file;
     const std::optional<File> image = OpenImage(path);

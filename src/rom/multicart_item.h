@@ -41,10 +41,6 @@ struct MulticartItem {
     std::u16string name;         // the file's name without folder and extension
     uint64_t fileSize = 0;       // bytes
 
-    // Bytes of a file that holds just what its header announces. A fileSize below it means missing
-    // data, which counts as 0xFF.
-    uint64_t AnnouncedSize() const;
-
     // The deep reading: sizes, flags and the CRC of PRG and CHR data. True if the header was read
     // and its magic matched. Whole images are never held in memory. Bytes 4 and 5 alone give the
     // sizes, also in a NES 2.0 header (the list's reading adds byte 9; the difference is meant). A

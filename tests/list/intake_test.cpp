@@ -16,15 +16,14 @@ using test::ImageFolder;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::vector<std::u16string> Paths(const std::vector<GameEntry>& entries) {
-    std::vector<std::u16string> paths;
-    paths.reserve(entries.size());
+std::vector<std::filesystem::path> Paths(const std::vector<GameEntry>& entries) {
+    std::vector<std::filesystem::path> paths;
     for (const GameEntry& entry : entries)
-        paths.push_back(entry.path);
+        paths.push_back(TextPath(entry.path));
     return paths;
 }
 
-TEST(FindGameImages, GoesThroughFoldersInOrderOfPath) {
+TEST(ReadGameFolder, GoesThroughFoldersInOrderOfPath) {
     const ImageFolder folder;
     for (const char* name : {"b.nes", "a/z.NES", "a/deeper/1.nes", "a.nes", "c/readme.txt",
                              "c/x.nes~", "B.Nes", ".nes", "c/no extension", "unes"}) {
@@ -38,22 +37,25 @@ TEST(FindGameImages, GoesThroughFoldersInOrderOfPath) {
     std::filesystem::create_directory_symlink(folder.Path(), folder / "a" / "loop");
     std::filesystem::create_directory_symlink(folder / "a", folder / "loop.nes");
 
-    const std::vector<std::filesystem::path> found = FindGameImages(folder.Path());
-    EXPECT_THAT(found, ElementsAre(folder / "B.Nes", folder / "a" / "deeper" / "1.nes",
-                                   folder / "a" / "z.NES", folder / "a.nes", folder / "b.nes",
-                                   folder / "link.nes"));
-    EXPECT_TRUE(std::is_sorted(found.begin(), found.end()));
-    EXPECT_THAT(FindGameImages(folder / "no such folder"), IsEmpty());
-    EXPECT_THAT(FindGameImages(folder / "b.nes"), IsEmpty());
+    EXPECT_THAT(
+        Paths(ReadGameFolder(folder.Path())),
+        ElementsAre(folder / "B.Nes", folder / "a" / "deeper" / "1.nes", folder / "a" / "z.NES",
+                    folder / "a.nes", folder / "b.nes", folder / "link.nes"));
+    EXPECT_THAT(ReadGameFolder(folder / "no such folder"), IsEmpty());
+    EXPECT_THAT(ReadGameFolder(folder / "b.nes"), IsEmpty());
 }
 
 // Enough files for several threads and several pieces of work each.
-void MakeCollection(const ImageFolder& folder) {
+std::vector<std::filesystem::path> MakeCollection(const ImageFolder& folder) {
+    std::vector<std::filesystem::path> paths;
     for (int i = 0; i < 700; ++i) {
         std::string number = std::to_string(i);
         const std::string name = "set " + number.substr(0, 1) + "/game " + number + ".nes";
-        folder.Write(name, i % 100 == 7 ? "foreign" : Header({i % 256, i / 256, 0x10}));
+        paths.push_back(
+            folder.Write(name, i % 100 == 7 ? "foreign" : Header({i % 256, i / 256, 0x10})));
     }
+    std::ranges::sort(paths);
+    return paths;
 }
 
 void ExpectSame(const GameEntry& a, const GameEntry& b) {
@@ -66,9 +68,7 @@ void ExpectSame(const GameEntry& a, const GameEntry& b) {
 
 TEST(ReadGameFolder, GivesWhatReadingOneByOneGives) {
     const ImageFolder folder;
-    MakeCollection(folder);
-    const auto paths = FindGameImages(folder.Path());
-    ASSERT_EQ(paths.size(), 700u);
+    const auto paths = MakeCollection(folder);
     std::vector<GameEntry> byPaths;
     // Two collections at once share nothing.
     std::jthread other([&] { byPaths = ReadGameEntries(paths); });
@@ -88,7 +88,7 @@ TEST(ReadGameFolder, KeepsARelativeFolderRelative) {
     folder.Write("set/游戏.nes", Header({1}));
     const auto relative = std::filesystem::relative(folder.Path());
     const auto entries = ReadGameFolder(relative / "");
-    EXPECT_THAT(Paths(entries), ElementsAre(PathText(relative / "set" / "游戏.nes")));
+    EXPECT_THAT(Paths(entries), ElementsAre(relative / "set" / "游戏.nes"));
     EXPECT_TRUE(entries.at(0).HasValidHeader());
     EXPECT_EQ(entries.at(0).name, u"游戏");
 }
@@ -99,7 +99,7 @@ TEST(ReadGameFolder, NamesThatAreNoUtf8LeadToTheirFile) {
     const auto entries = ReadGameFolder(folder.Path());
     ASSERT_EQ(entries.size(), 1u);
     EXPECT_TRUE(GameEntry(entries[0].path).HasValidHeader());
-    EXPECT_EQ(entries[0].path, PathText(FindGameImages(folder.Path()).at(0)));
+    EXPECT_EQ(TextPath(entries[0].path), folder / "Caf\xE9.nes");
 }
 
 TEST(ReadGameFolder, TakesAFileThatLeftBetweenListingAndReading) {
