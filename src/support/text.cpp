@@ -1,9 +1,12 @@
 #include "support/text.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <exception>
+
+#include <utf8proc.h>
 
 namespace bw {
 namespace {
@@ -32,47 +35,25 @@ bool IsTrailSurrogate(char16_t unit) {
 
 // The first sequence of `bytes`, which isn't empty. A length of 0 says that it is malformed.
 struct Decoded {
-    char32_t point = 0;
+    utf8proc_int32_t point = 0;
     size_t length = 0;
 };
 
 Decoded DecodeFirst(std::string_view bytes) {
-    const auto first = static_cast<uint8_t>(bytes[0]);
-    if (first < 0x80) return {first, 1};
-    const size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-    if (first < 0xC2 || first > 0xF4 || bytes.size() < length) return {};
-    char32_t point = first & (0x7Fu >> length);
-    for (size_t i = 1; i < length; ++i) {
-        const auto next = static_cast<uint8_t>(bytes[i]);
-        if ((next & 0xC0) != 0x80) return {};
-        point = (point << 6) | (next & 0x3F);
-    }
-    // Longer forms than needed, halves of surrogate pairs and points beyond the last one are
-    // malformed as well.
-    const bool tooLong = (length == 3 && point < 0x800) || (length == 4 && point < 0x10000);
-    const bool outside = (point >= 0xD800 && point <= 0xDFFF) || point > 0x10FFFF;
-    return tooLong || outside ? Decoded{} : Decoded{point, length};
+    Decoded decoded;
+    const auto length =
+        utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(bytes.data()),
+                         static_cast<utf8proc_ssize_t>(bytes.size()), &decoded.point);
+    decoded.length = static_cast<size_t>(std::max<utf8proc_ssize_t>(length, 0));
+    return decoded;
 }
 
 void AppendPoint(std::string& text, char32_t point) {
-    const auto trail = [&](int shift) {
-        text += static_cast<char>(0x80 | ((point >> shift) & 0x3F));
-    };
-    if (point < 0x80) {
-        text += static_cast<char>(point);
-    } else if (point < 0x800) {
-        text += static_cast<char>(0xC0 | (point >> 6));
-        trail(0);
-    } else if (point < 0x10000) {
-        text += static_cast<char>(0xE0 | (point >> 12));
-        trail(6);
-        trail(0);
-    } else {
-        text += static_cast<char>(0xF0 | (point >> 18));
-        trail(12);
-        trail(6);
-        trail(0);
-    }
+    const size_t end = text.size();
+    text.resize(end + 4);
+    const auto length = utf8proc_encode_char(static_cast<utf8proc_int32_t>(point),
+                                             reinterpret_cast<utf8proc_uint8_t*>(&text[end]));
+    text.resize(end + static_cast<size_t>(length));
 }
 
 // `malformed` gives the unit for a byte that starts no valid sequence.
@@ -121,6 +102,46 @@ std::string Narrow(std::u16string_view wide, Lone lone) {
     return utf8;
 }
 
+// The Unicode case folding. Where that is two letters, the one small letter counts.
+char16_t FoldedUnit(char16_t unit) {
+    std::array<utf8proc_int32_t, 4> points{};
+    int boundary = 0;  // of no use here
+    const auto count =
+        utf8proc_decompose_char(unit, points.data(), points.size(), UTF8PROC_CASEFOLD, &boundary);
+    return static_cast<char16_t>(count == 1 ? points[0] : utf8proc_tolower(unit));
+}
+
+// How far each folded unit is away, modulo 65,536. Asking the library costs too much for each
+// letter of a long list. 256 units to a page; all without letters share the first one, which so
+// stays in the processor's cache.
+class Distances {
+  public:
+    Distances() {
+        size_t used = 1;
+        for (uint32_t first = 0; first < 0x10000; first += 256) {
+            auto& page = pages_.at(used);
+            for (uint32_t i = 0; i < page.size(); ++i) {
+                const auto unit = static_cast<char16_t>(first + i);
+                page[i] = static_cast<uint16_t>(FoldedUnit(unit) - unit);
+            }
+            if (page != pages_.front()) pageOf_[first >> 8] = static_cast<uint8_t>(used++);
+        }
+    }
+
+    char16_t Of(char16_t unit) const {
+        return static_cast<char16_t>(unit + pages_[pageOf_[unit >> 8]][unit & 0xFF]);
+    }
+
+  private:
+    std::array<uint8_t, 256> pageOf_{};
+    std::array<std::array<uint16_t, 256>, 64> pages_{};  // Unicode 15 fills 19
+};
+
+const Distances& Folding() {
+    static const Distances distances;
+    return distances;
+}
+
 }  // namespace
 
 std::u16string ToWide(std::string_view utf8) {
@@ -159,6 +180,18 @@ char16_t AsciiUpper(char16_t unit) {
 bool EqualIgnoringAsciiCase(std::u16string_view a, std::u16string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                       [](char16_t x, char16_t y) { return AsciiUpper(x) == AsciiUpper(y); });
+}
+
+char16_t detail::FoldBeyondAscii(char16_t unit) {
+    return Folding().Of(unit);
+}
+
+std::u16string FoldCase(std::u16string_view text) {
+    const Distances& folding = Folding();
+    std::u16string folded(text);
+    for (char16_t& unit : folded)
+        unit = unit < 0x80 ? FoldCase(unit) : folding.Of(unit);
+    return folded;
 }
 
 std::strong_ordering CompareAsUtf8(std::u16string_view a, std::u16string_view b) {

@@ -40,7 +40,7 @@ char16_t FoldBeyondAscii(char16_t unit);
 }  // namespace detail
 
 // Letters that differ in case alone get the same unit, in any script and any locale. Letters beyond
-// the first 65,536 points stay, as do those that would become two ("\u00DF" isn't "ss").
+// the first 65,536 points stay, and none becomes two ("\u00DF" isn't "ss").
 inline char16_t FoldCase(char16_t unit) {
     if (unit >= 0x80) return detail::FoldBeyondAscii(unit);
     return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;

@@ -71,7 +71,7 @@ TEST(Text, CapitalsAndComparisonKnowAsciiOnly) {
 
 TEST(Text, FoldingJoinsLettersOfAllScripts) {
     EXPECT_EQ(FoldCase(u"Game \u00C9\u0130\u0410\u03A3\u03C2\uFF21\u1E9E \u6E38[@"),
-              u"game \u00E9\u0130\u0430\u03C3\u03C3\uFF41\u00DF \u6E38[@");
+              u"game \u00E9i\u0430\u03C3\u03C3\uFF41\u00DF \u6E38[@");
     // Folding twice changes nothing more, and nothing leaves or enters the surrogates.
     for (uint32_t i = 0; i < 0x10000; ++i) {
         const auto unit = static_cast<char16_t>(i);
