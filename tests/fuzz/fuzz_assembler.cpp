@@ -1,21 +1,16 @@
 // Any bytes as assembler source. A line of "---" ends the main source and begins the file "1", the
 // next one the file "2" and so on, for inputs that include each other.
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "assembler/assembler.h"
+#include "fuzz.h"
 
 namespace {
 
 using namespace bw::assembler;
-
-void Expect(bool condition) {
-    if (!condition) std::abort();
-}
 
 class Parts : public SourceProvider {
   public:
@@ -49,7 +44,7 @@ class Parts : public SourceProvider {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    Parts parts({reinterpret_cast<const char*>(data), size});
+    Parts parts(TextOf({data, size}));
     // Enough for some nesting; the full limit would only cost time here.
     constexpr std::size_t kText = 32768;
     const AssemblyResult result =

@@ -1,17 +1,12 @@
 // Any bytes as a design: what is refused changes nothing, what is taken can be written and read
 // again, has an exact text, and compiles to files of the right size.
-#include <cstdint>
-#include <cstdlib>
 
 #include "builder/tables/design_compile.h"
 #include "designer/files/design_file.h"
 #include "designer/files/design_text.h"
+#include "fuzz.h"
 
 namespace {
-
-void Expect(bool condition) {
-    if (!condition) std::abort();
-}
 
 constexpr bw::Language kEnglish = bw::Language::kEnglish;
 

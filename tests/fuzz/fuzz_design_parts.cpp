@@ -1,15 +1,10 @@
 // Any bytes as a part of a design, the first of them saying which: what is refused changes nothing,
 // and what is taken can be stored and read again to the same end.
-#include <cstdint>
-#include <cstdlib>
 
 #include "designer/files/design_parts.h"
+#include "fuzz.h"
 
 namespace {
-
-void Expect(bool condition) {
-    if (!condition) std::abort();
-}
 
 constexpr bw::Language kEnglish = bw::Language::kEnglish;
 constexpr uint8_t kParts = static_cast<uint8_t>(bw::DesignPart::kCharMap) + 1;

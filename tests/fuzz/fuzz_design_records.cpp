@@ -1,18 +1,9 @@
 // Any bytes as the stored lists of a design: what is read stays within its limits, loads into a
 // document, and compiles to files of the right size.
-#include <cstdint>
-#include <cstdlib>
 
 #include "builder/tables/design_compile.h"
 #include "designer/model/design_records.h"
-
-namespace {
-
-void Expect(bool condition) {
-    if (!condition) std::abort();
-}
-
-}  // namespace
+#include "fuzz.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::span<const uint8_t> bytes(data, size);

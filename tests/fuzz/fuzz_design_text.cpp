@@ -1,17 +1,12 @@
 // Any text as a design: what is taken is a design, and its own text leads to the same file.
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
 
 #include "designer/files/design_file.h"
 #include "designer/files/design_text.h"
 #include "designer/files/tile_picture.h"
+#include "fuzz.h"
 
 namespace {
-
-void Expect(bool condition) {
-    if (!condition) std::abort();
-}
 
 // The pictures' contents are the fuzzer's too: the first bytes of the text.
 std::optional<std::string> ReadPicture(std::string_view text, const std::string& name,
@@ -27,7 +22,7 @@ std::optional<std::string> ReadPicture(std::string_view text, const std::string&
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    const std::string_view text = TextOf({data, size});
     std::vector<uint8_t> bytes{1, 2, 3};
     const auto problem = bw::ParseDesign(
         text,

@@ -1,21 +1,16 @@
 // Any bytes as a game image: the header's accessors, the board tests and the deep reading.
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
 #include <string>
 
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include "fuzz.h"
 #include "list/game_entry.h"
 #include "rom/board_tables.h"
 #include "rom/multicart_item.h"
 
 namespace {
-
-void Expect(bool condition) {
-    if (!condition) std::abort();
-}
 
 // A file in memory, by a path that any reader can open.
 class MemoryFile {

@@ -1,15 +1,10 @@
 // Any bytes as a list file or as the remembered list: what is loaded and stored again loads the
 // same, and leaving out of a text what no list has changes nothing.
-#include <cstdint>
-#include <cstdlib>
 
+#include "fuzz.h"
 #include "list/remembered_list.h"
 
 namespace {
-
-void Expect(bool condition) {
-    if (!condition) std::abort();
-}
 
 // No file lies below it, so every entry is one whose file is gone.
 const std::filesystem::path kBase = "/nonexistent/base";

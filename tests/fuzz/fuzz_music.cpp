@@ -1,16 +1,11 @@
 // Any bytes as a music set: faults, or data in which the driver can't lose its way.
-#include <cstdint>
-#include <cstdlib>
 
+#include "fuzz.h"
 #include "music/music_data.h"
 #include "music/periods.h"
 #include "music/set_reader.h"
 
 namespace {
-
-void Expect(bool condition) {
-    if (!condition) std::abort();
-}
 
 void CheckLine(const bw::MusicSet& set, const bw::MusicLine& line, bool isNoise) {
     size_t loopFrames = 0;
@@ -29,7 +24,7 @@ void CheckLine(const bw::MusicSet& set, const bw::MusicLine& line, bool isNoise)
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    const std::string_view text = TextOf({data, size});
     const bw::MusicReading reading = bw::ReadMusicSet(text, "set");
     Expect(reading.faults.size() <= bw::MusicReading::kMaxFaults);
     if (!reading.faults.empty()) return 0;

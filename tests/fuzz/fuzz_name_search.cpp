@@ -1,19 +1,14 @@
 // Any bytes as a search and a name: the kind of search, what to find, what to put there and the
 // name, a line each. A search can be stopped, finds where it replaces, and refuses in words.
 #include <chrono>
-#include <cstdint>
-#include <cstdlib>
 #include <string_view>
 #include <thread>
 
+#include "fuzz.h"
 #include "list/search/name_search.h"
 #include "support/text.h"
 
 namespace {
-
-void Expect(bool condition) {
-    if (!condition) std::abort();
-}
 
 std::u16string TakeLine(std::string_view& text) {
     const size_t end = text.find('\n');
@@ -38,7 +33,7 @@ const bw::StopFlag& Impatience() {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    std::string_view text(reinterpret_cast<const char*>(data), size);
+    std::string_view text = TextOf({data, size});
     bw::FindRecord record;
     record.regex = TakeLine(text) == u"r";
     record.find = TakeLine(text);

@@ -1,16 +1,11 @@
 // Any bytes as a stored work state and as a stored history: what is refused changes nothing but for
 // the lists that a foreign state empties, and what is taken is stored again to the same end.
-#include <cstdint>
-#include <cstdlib>
 
 #include "designer/history/undo_history.h"
 #include "designer/history/work_state.h"
+#include "fuzz.h"
 
 namespace {
-
-void Expect(bool condition) {
-    if (!condition) std::abort();
-}
 
 void ReadState(std::span<const uint8_t> bytes) {
     bw::WorkingCopy copy;
