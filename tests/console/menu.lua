@@ -1,6 +1,6 @@
 -- Helpers for scripts that drive the menu. Addresses of its variables as docs/menu.md has them.
 
-local PAGE, SELECTED, UPDATING, DELAY = 0x53, 0x57, 0x5D, 0x64
+local PAGE, SELECTED, UPDATING = 0x53, 0x57, 0x5D
 FC_PPU_CTRL, FC_PPU_MASK, FC_PPU_CURSOR = 0x2C0, 0x2C1, 0x2C2
 
 function selected() return peek16(SELECTED) end
@@ -33,19 +33,28 @@ function move(buttons, pad)
     return busy
 end
 
--- One line of state: item, first item of the page, Y of the first sprite, frames of the last
--- redraw, and the screen's 960 tiles.
-function put_state(key, busy)
-    put(key, string.format("%d %d %d %d %s", selected(), peek16(PAGE), sprite(0).y, busy or 0,
-        hex(ppu_bytes(0x2000, 960))))
-end
-
--- One letter per move: U D L R are the directions, S is Select, A and B themselves.
+-- One letter per move: U D L R are the directions, S is Select, A and B themselves. look(n) is
+-- called before the first and after the nth; without it the state is put: item, first item of the
+-- page, Y of the first sprite, frames of the last redraw, and the screen's 960 tiles.
 local BUTTONS = {U = "up", D = "down", L = "left", R = "right", S = "select", A = "A", B = "B"}
-function walk(moves)
-    put_state("state 0")
+function walk(moves, look)
+    local busy = 0
+    look = look or function(n)
+        put("state " .. n, string.format("%d %d %d %d %s", selected(), peek16(PAGE), oam():byte(1),
+            busy, hex(ppu_bytes(0x2000, 960))))
+    end
+    look(0)
     for i = 1, #moves do
-        put_state("state " .. i, move(BUTTONS[moves:sub(i, i)]))
+        busy = move(BUTTONS[moves:sub(i, i)])
+        look(i)
     end
 end
 
+-- START, and on until a game of the tests' own waits in its loop.
+function start_game()
+    press("start", 2, 0)
+    assert(wait_until(function()
+        local pc = memory.getregister("pc")
+        return pc >= 0xFFC0 and pc < 0xFFC4
+    end, 200), "the game doesn't run")
+end

@@ -1,7 +1,8 @@
 #include "menu_cart.h"
 
 #include <atomic>
-#include <stdexcept>
+
+#include <fmt/format.h>
 
 #include "builder/menu_assembler.h"
 #include "builder/resources.h"
@@ -47,131 +48,121 @@ class SilentUser : public BuildUser {
     OutputChoice output_;
 };
 
-BuildContext ContextOf(const CartPlan& plan, const GameList& games, DesignStore& design,
-                       BuildUser& user, const std::filesystem::path& workFolder) {
-    return {.games = games,
-            .settings = plan.settings,
-            .store = *plan.store,
-            .design = design,
-            .user = user,
-            .workFolder = workFolder,
-            .keepWork = std::nullopt};
+GameList WriteGames(const CartPlan& plan, const std::filesystem::path& folder) {
+    std::filesystem::create_directories(folder);
+    GameList entries;
+    for (const GameImage& image : plan.images)
+        entries.push_back(image.Write(folder));
+    GameList games;
+    for (size_t i = 0; i < plan.names.size(); ++i) {
+        games.push_back(entries[std::min(i, entries.size() - 1)]);
+        if (plan.lastImage && i + 1 == plan.names.size()) games[i] = plan.lastImage->Write(folder);
+        games[i].name = plan.names[i];
+    }
+    return games;
+}
+
+// Gives the assembled menu's file.
+std::filesystem::path MakeMenuByHand(const CartPlan& plan, const BuildContext& context,
+                                     const SilentUser& user, const std::filesystem::path& place) {
+    const std::filesystem::path menu = place / "menu";
+    std::filesystem::path build = menu / "build";
+    WriteResources(place);
+    std::filesystem::create_directories(build);
+    const auto type =
+        plan.board == BoardType::kCoolgirl ? ExportType::kCoolgirl : ExportType::kCoolboy;
+    if (!ExportInfo(context, type, plan.settings.MenuSize, build, false)) {
+        throw ConsoleFailure("the export failed: " + user.problem);
+    }
+    if (plan.board == BoardType::kMindkids) {  // an export knows no MINDKIDS
+        EditFile(build / "game_config.asm", "BOARD_TYPE = 0", "BOARD_TYPE = 1");
+    }
+    plan.byHand(menu);
+    const AssemblyOutcome assembly =
+        RunAssembler(AssemblerPath(place), menu / "menu.asm", menu, Language::kEnglish);
+    if (!assembly.done) throw ConsoleFailure(ToUtf8(assembly.output));
+    return menu / "menu.nes";
 }
 
 }  // namespace
 
 std::string GameImage::Prg() const {
-    static constexpr unsigned char kProgram[] = {
-        0xA5, 0x11, 0xF0, 0xFC,              // wait for $11
-        0xA5, 0x10, 0x0A, 0x0A, 0x0A, 0xA8,  // 8 KB number * 8
-        0xA2, 0x00,                          // MMC3 R0 to R5
-        0x8E, 0x00, 0x80, 0x8C, 0x01, 0x80,  //
-        0xC8, 0xE0, 0x02, 0xB0, 0x01, 0xC8,  // R0 and R1 are 2 KB
-        0xE8, 0xE0, 0x06, 0xD0, 0xEF,        //
-        0x4C, 0xC0, 0xFF};                   // again
-    static constexpr unsigned char kVectors[] = {0xC0, 0xFF, 0xC0, 0xFF, 0xC0, 0xFF};
+    static constexpr std::string_view kProgram(
+        "\xA5\x11\xF0\xFC"                   // wait for $11
+        "\xA5\x10\x0A\x0A\x0A\xA8"           // 8 KB number * 8
+        "\xA2\x00"                           // MMC3 R0 to R5
+        "\x8E\x00\x80\x8C\x01\x80"           //
+        "\xC8\xE0\x02\xB0\x01\xC8"           // R0 and R1 are 2 KB
+        "\xE8\xE0\x06\xD0\xEF\x4C\xC0\xFF",  // again
+        32);
     std::string bytes = Noise(prg * kPrgUnit, number * 2 + 1);
-    bytes.replace(bytes.size() - 0x40, sizeof kProgram, reinterpret_cast<const char*>(kProgram),
-                  sizeof kProgram);
-    bytes.replace(bytes.size() - 6, 6, reinterpret_cast<const char*>(kVectors), 6);
-    return bytes;
+    bytes.replace(bytes.size() - 0x40, kProgram.size(), kProgram);
+    return bytes.replace(bytes.size() - 6, 6, "\xC0\xFF\xC0\xFF\xC0\xFF");
 }
 
 std::string GameImage::Chr() const {
     return Noise(chr * kChrUnit, number * 2 + 2);
 }
 
-std::string GameImage::File() const {
-    std::string bytes = "NES\x1A";
-    bytes += static_cast<char>(prg);
-    bytes += static_cast<char>(chr);
-    bytes += static_cast<char>((mapper & 15) << 4 | flags);
-    bytes += static_cast<char>(mapper & 0xF0);
-    bytes.resize(16);
-    return bytes + Prg() + Chr();
+GameEntry GameImage::Write(const std::filesystem::path& folder) const {
+    std::string header = "NES\x1A";
+    for (const uint32_t byte : {prg, chr, (mapper & 15) << 4 | flags, mapper & 0xF0})
+        header += static_cast<char>(byte);
+    header.resize(16);
+    WriteText(folder / (name + ".nes"), header + Prg() + Chr());
+    GameEntry entry(folder / (name + ".nes"));
+    entry.checked = true;
+    return entry;
 }
 
-GameList WriteGames(const CartPlan& plan, const std::filesystem::path& folder,
-                    const std::string& label) {
-    GameList games;
-    const std::filesystem::path images = folder / (label + "_games");
-    std::filesystem::create_directories(images);
-    for (const GameImage& image : plan.images) {
-        WriteWholeFile(images / (image.name + ".nes"), image.File());
-    }
-    for (size_t i = 0; i < plan.names.size(); ++i) {
-        const GameImage& image = plan.images[std::min(i, plan.images.size() - 1)];
-        GameEntry entry(images / (image.name + ".nes"));
-        entry.name = plan.names[i];
-        entry.checked = true;
-        games.push_back(std::move(entry));
-    }
-    return games;
-}
-
-Cart BuildCart(const CartPlan& plan, const std::filesystem::path& folder,
-               const std::string& label) {
-    return BuildCart(plan, WriteGames(plan, folder, label), folder, label);
-}
-
-Cart BuildCart(const CartPlan& plan, const GameList& games, const std::filesystem::path& folder,
-               const std::string& label) {
+Cart BuildCart(CartPlan plan, const std::filesystem::path& folder, const std::string& label) {
     const char* const extension = plan.format == RomFormat::kUnif ? ".unf" : ".nes";
     SilentUser user({folder / (label + extension), plan.format});
-    DesignStore design = plan.design;
+    if (plan.games.empty()) plan.games = WriteGames(plan, folder / (label + "_games"));
+    const BuildContext context{.games = plan.games,
+                               .settings = plan.settings,
+                               .store = *plan.store,
+                               .design = plan.design,
+                               .user = user,
+                               .workFolder = folder / (label + "_work"),
+                               .keepWork = std::nullopt};
+    if (plan.byHand) {
+        plan.settings.ExternMenuPath =
+            MakeMenuByHand(plan, context, user, folder / (label + "_hand"));
+        plan.settings.ExternMenuEnable = true;
+    }
     std::atomic<bool> taskBusy = false;
-    Cart cart;
-    cart.outcome = BuildRom(ContextOf(plan, games, design, user, folder / (label + "_work")),
-                            plan.board, taskBusy);
-    cart.rom = cart.outcome.output;
-    if (!cart.outcome.done) cart.problem = "the build failed: " + user.problem;
-    return cart;
+    const BuildOutcome outcome = BuildRom(context, plan.board, taskBusy);
+    if (!outcome.done) throw ConsoleFailure(label + ": the build failed: " + user.problem);
+    return {outcome.output, outcome};
 }
 
-std::string MakeMenuByHand(CartPlan& plan, const GameList& games,
-                           const std::filesystem::path& folder, const std::string& label,
-                           const std::function<void(const std::filesystem::path& menu)>& edit) {
-    const std::filesystem::path place = folder / (label + "_hand");
-    const std::filesystem::path menu = place / "menu";
-    std::filesystem::path build = menu / "build";
-    SilentUser user({{}, plan.format});
-    DesignStore design = plan.design;
-    WriteResources(place);
-    std::filesystem::create_directories(build);
-    const bool coolgirl = plan.board == BoardType::kCoolgirl;
-    if (!ExportInfo(ContextOf(plan, games, design, user, place),
-                    coolgirl ? ExportType::kCoolgirl : ExportType::kCoolboy, plan.settings.MenuSize,
-                    build, false)) {
-        return "the export failed: " + user.problem;
-    }
-    if (plan.board == BoardType::kMindkids) {  // an export knows no MINDKIDS
-        EditFile(build / "game_config.asm", "BOARD_TYPE = 0", "BOARD_TYPE = 1");
-    }
-    edit(menu);
-    const AssemblyOutcome assembly =
-        RunAssembler(AssemblerPath(place), menu / "menu.asm", menu, Language::kEnglish);
-    plan.settings.ExternMenuEnable = true;
-    plan.settings.ExternMenuPath = menu / "menu.nes";
-    return assembly.done ? "" : ToUtf8(assembly.output);
+ConsoleResult Play(const CartPlan& plan, const std::string& script, const std::string& label) {
+    const TemporaryFolder folder;
+    return RunOnConsole({.rom = BuildCart(plan, folder.Path(), label).rom,
+                         .script = MenuScript(script),
+                         .label = label});
 }
 
-std::string UseDesign(CartPlan& plan, const std::filesystem::path& file, DesignDocument& design) {
+DesignDocument UseDesign(CartPlan& plan, const std::filesystem::path& file) {
+    DesignDocument design;
     LoadDesignData(design.store, *plan.store, DefaultTileSet());
-    design.store.CaptionText = ToWide(std::to_string(plan.names.size()) + " IN 1");
-    if (const auto problem = LoadDesign(file, design, Language::kEnglish)) return ToUtf8(*problem);
-    if (!StoreDesign(design, *plan.store)) return "the design can't be stored";
+    design.store.CaptionText = MulticartTitle(plan.names.size());
+    if (const auto problem = LoadDesign(file, design, Language::kEnglish)) {
+        throw ConsoleFailure(ToUtf8(*problem));
+    }
+    if (!StoreDesign(design, *plan.store)) throw ConsoleFailure("the design can't be stored");
     plan.design = design.store;
     plan.settings.CustomEnable = true;
-    return "";
+    return design;
 }
 
 void EditFile(const std::filesystem::path& file, std::string_view from, std::string_view to) {
-    std::string text = ReadWholeFile(file);
+    std::string text = ReadText(file);
     const size_t at = text.find(from);
-    if (at == std::string::npos) {
-        throw std::runtime_error(file.string() + " has no " + std::string(from));
-    }
-    WriteWholeFile(file, text.replace(at, from.size(), to));
+    if (at == std::string::npos)
+        throw ConsoleFailure(file.string() + " has no " + std::string(from));
+    WriteText(file, text.replace(at, from.size(), to));
 }
 
 void UsePlainRecords(const std::filesystem::path& menu) {
@@ -187,15 +178,18 @@ std::vector<std::u16string> CountedNames(size_t count) {
 }
 
 std::string MenuScript(const std::string& body) {
-    return ReadWholeFile(std::filesystem::path(BANKWEAVER_TEST_DATA) / "menu.lua") + body;
+    return ReadText(std::filesystem::path(BANKWEAVER_TEST_DATA) / "menu.lua") + body;
 }
 
 std::string FromHex(std::string_view digits) {
     std::string bytes;
-    for (size_t i = 0; i + 1 < digits.size(); i += 2) {
+    for (size_t i = 0; i + 1 < digits.size(); i += 2)
         bytes += static_cast<char>(std::stoi(std::string(digits.substr(i, 2)), nullptr, 16));
-    }
     return bytes;
+}
+
+std::string ToHex(std::span<const uint8_t> bytes) {
+    return fmt::format("{:02X}", fmt::join(bytes, ""));
 }
 
 }  // namespace bw::console

@@ -1,7 +1,8 @@
 #include "menu_model.h"
 
 #include <algorithm>
-#include <numeric>
+
+#include <fmt/format.h>
 
 namespace bw::console {
 namespace {
@@ -31,51 +32,20 @@ std::vector<std::string> TableNames(const std::vector<std::u16string>& names, si
     return stored;
 }
 
-MenuModel::CharMap Identity() {
-    MenuModel::CharMap map;
-    std::iota(map.begin(), map.end(), uint8_t{0});
-    return map;
-}
-
-std::string Digits(size_t number, size_t width) {
-    const std::string text = std::to_string(number);
-    return std::string(width - std::min(width, text.size()), '0') + text;
-}
-
 }  // namespace
 
-MenuLook DefaultLook(const BuildSettings& settings, size_t games) {
-    MenuLook look;
+MenuModel::MenuModel(const BuildSettings& settings, const std::vector<std::u16string>& names)
+    : settings_(settings) {
+    const size_t count = names.size();
     if (settings.ShowStyle == 0) {
-        look.item = settings.PageSize <= 10 ? 0x20C6 : 0x20A6;
-        look.title = games > 999 ? 0x206B : games > 9 ? 0x206C : 0x206D;
-        look.titleText = std::to_string(games) + " IN 1";
-        look.page = 0x234E;
+        if (settings.PageSize > 10) item_ = 0x20A6;
+        pageNumber_ = 0x234E;
+        Put(count > 999 ? 0x206B : count > 9 ? 0x206C : 0x206D, std::to_string(count) + " IN 1");
     } else {
-        look.item = 0x20C6;
-        look.title = 0x2064;
-        look.titleText = "PUSH SEL OR START BUTTON";
-        look.page = 0x236E;
+        Put(0x2064, "PUSH SEL OR START BUTTON");
     }
-    look.firstSpriteY = look.item == 0x20C6 ? 47 : 39;
-    return look;
-}
-
-MenuModel::MenuModel(const MenuLook& look, const BuildSettings& settings,
-                     const std::vector<std::u16string>& names)
-    : MenuModel(look, settings, names, Screen{}, false, Identity()) {}
-
-MenuModel::MenuModel(const MenuLook& look, const BuildSettings& settings,
-                     const std::vector<std::u16string>& names, const Screen& background,
-                     bool showBackground, const CharMap& map)
-    : look_(look),
-      settings_(settings),
-      names_(TableNames(names, look.item % kColumns)),
-      background_(background),
-      map_(map) {
-    if (showBackground) screen_ = background_;
+    names_ = TableNames(names, item_ % kColumns);
     Redraw(0);
-    Put(look_.title, look_.titleText);
 }
 
 void MenuModel::Move(char button) {
@@ -84,41 +54,28 @@ void MenuModel::Move(char button) {
     const size_t lastPage = last / size * size;
     const size_t offset = selected_ - page_;
     const size_t oldPage = page_;
+    const bool big = button == 'A' || button == 'B';
     frames_ = 0;
-    switch (button) {
-        case 'U':
-            selected_ = selected_ == 0 ? last : selected_ - 1;
-            page_ = selected_ / size * size;
-            break;
-        case 'D':
-        case 'S':
-            selected_ = selected_ == last ? 0 : selected_ + 1;
-            page_ = selected_ / size * size;
-            break;
-        case 'L':
-            page_ = page_ == 0 ? lastPage : page_ - size;
-            selected_ = std::min(page_ + offset, last);
-            break;
-        case 'R':
-            page_ = page_ == lastPage ? 0 : page_ + size;
-            selected_ = std::min(page_ + offset, last);
-            break;
-        case 'B':
-            page_ = page_ == 0 ? lastPage : page_ - std::min(page_, 5 * size);
-            selected_ = std::min(page_ + offset, last);
-            break;
-        case 'A':
-            page_ = page_ == lastPage ? 0 : std::min(page_ + 5 * size, lastPage);
-            selected_ = std::min(page_ + offset, last);
-            break;
-        default:
-            break;
+    if (button == 'U') {
+        selected_ = selected_ == 0 ? last : selected_ - 1;
+        page_ = selected_ / size * size;
+    } else if (button == 'D' || button == 'S') {
+        selected_ = selected_ == last ? 0 : selected_ + 1;
+        page_ = selected_ / size * size;
+    } else {
+        const size_t step = big ? 5 * size : size;
+        if (button == 'L' || button == 'B') {
+            page_ = page_ == 0 ? lastPage : page_ - std::min(page_, step);
+        } else {
+            page_ = page_ == lastPage ? 0 : std::min(page_ + step, lastPage);
+        }
+        selected_ = std::min(page_ + offset, last);
     }
     if (page_ != oldPage) Redraw(oldPage);
 }
 
 uint8_t MenuModel::CursorY() const {
-    return static_cast<uint8_t>(look_.firstSpriteY +
+    return static_cast<uint8_t>((item_ - 0x2000) / kColumns * 8 - 1 +
                                 (selected_ - page_) * (settings_.NameInsertRow ? 16 : 8));
 }
 
@@ -146,47 +103,26 @@ void MenuModel::Redraw(size_t oldPage) {
             used += kRecordHead + length(item);
         }
         ++rows;
-        Wipe(RowAddress(row), length(oldPage + row));
+        Put(RowAddress(row), std::string(length(oldPage + row), '\0'));
         if (length(page_ + row) > 0) Put(RowAddress(row), names_[page_ + row]);
     }
-    if (settings_.PageNumber) PutPageNumber();
+    if (!settings_.PageNumber) return;
+    const size_t size = settings_.PageSize;
+    const std::string pages = std::to_string((names_.size() + size - 1) / size);
+    Put(pageNumber_ - (pages.size() - 1),
+        fmt::format("{:0{}}/{}", page_ / size + 1, pages.size(), pages));
 }
 
 size_t MenuModel::RowAddress(size_t row) const {
-    return look_.item + row * (settings_.NameInsertRow ? 64 : 32);
+    return item_ + row * (settings_.NameInsertRow ? 64 : 32);
 }
 
+// A blank shows nothing.
 void MenuModel::Put(size_t address, const std::string& text) {
     for (const char character : text) {
         const size_t at = address++ - 0x2000;
-        if (at >= kScreenSize) return;
-        screen_[at] =
-            character == ' ' ? background_[at] : map_[static_cast<unsigned char>(character)];
+        if (at < screen_.size()) screen_[at] = character == ' ' ? '\0' : character;
     }
-}
-
-void MenuModel::Wipe(size_t address, size_t count) {
-    for (size_t at = address - 0x2000; count > 0 && at < kScreenSize; --count, ++at) {
-        screen_[at] = background_[at];
-    }
-}
-
-void MenuModel::PutPageNumber() {
-    const size_t size = std::max<size_t>(settings_.PageSize, 1);
-    const size_t pages = (names_.size() + size - 1) / size;
-    const size_t width = std::to_string(pages).size();
-    Put(look_.page - (look_.centrePage ? width - 1 : 0),
-        Digits(page_ / size + 1, width) + "/" + std::to_string(pages));
-}
-
-std::string ScreenText(std::string_view tiles) {
-    std::string text;
-    for (size_t i = 0; i < tiles.size(); ++i) {
-        const auto tile = static_cast<unsigned char>(tiles[i]);
-        text += tile == 0 ? ' ' : tile >= 0x20 && tile < 0x60 ? static_cast<char>(tile) : '.';
-        if (i % kColumns == kColumns - 1) text += "|\n";
-    }
-    return text;
 }
 
 }  // namespace bw::console

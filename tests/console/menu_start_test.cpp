@@ -1,11 +1,10 @@
 // START on the console: what the board's registers get, what is copied to CHR RAM, and in what
 // state the console is handed to the game.
-#include <gmock/gmock.h>
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include "menu_cart.h"
 #include "rom/crc32.h"
-#include "support/text.h"
 
 namespace bw::console {
 namespace {
@@ -50,120 +49,92 @@ const std::vector<StartCase>& Cases() {
 }
 
 // For every game: power on, go down to it, START, look, then walk its CHR.
-std::string StartScript(const Cart& cart, unsigned firstRegister) {
-    std::string script =
-        "local registers = log_writes(" + std::to_string(firstRegister) + R"lua(, 8)
-        local mirroring = log_writes(0xA000, 2)
-        local function clear(log) for i = #log, 1, -1 do log[i] = nil end end
-        local function start(game, chr_banks)
-            emu.poweron()
-            boot()
-            for _ = 1, game do move("down") end
-            for address = 0x300, 0x7FF do
-                if address < 0x400 or address > 0x4FF then memory.writebyte(address, 0xAA) end
-            end
-            clear(registers) clear(mirroring)
-            press("start", 2, 0)
-            assert(wait_until(function() return memory.getregister("pc") >= 0xFFC0
-                and memory.getregister("pc") < 0xFFC4 end, 200), "the game doesn't run")
-            put("registers " .. game, log_text(registers))
-            put("mirroring " .. game, log_text(mirroring))
-            put("ram " .. game, hex(bytes(0, 0x1E0) .. bytes(0x200, 0x600)):gsub("00", ""))
-            put("prg " .. game, crc(bytes(0x8000, 0x4000)) .. " " .. crc(bytes(0xC000, 0x4000)))
-            put("chr " .. game, crc(ppu_bytes(0, 0x2000)))
-            for bank = 0, chr_banks - 1 do
-                memory.writebyte(0x10, bank) memory.writebyte(0x11, 1)
-                frames(2)
-                put(string.format("chr %d %d", game, bank), crc(ppu_bytes(0, 0x2000)))
-            end
+constexpr std::string_view kScript = R"lua(
+    local registers, mirroring = log_writes(FIRST, 8), log_writes(0xA000, 2)
+    function start(game, chr_banks, banked)
+        emu.poweron()
+        boot()
+        for _ = 1, game do move("down") end
+        for address = 0x300, 0x7FF do
+            if address < 0x400 or address > 0x4FF then memory.writebyte(address, 0xAA) end
         end
-    )lua";
-    for (size_t i = 0; i < cart.outcome.finalData.size(); ++i) {
-        const bool banked = Games()[i].mapper != 0;
-        script += "start(" + std::to_string(i) + ", " +
-                  std::to_string(banked ? Games()[i].chr : 0) + ")\n";
-    }
-    return MenuScript(script);
-}
+        clear(registers) clear(mirroring)
+        start_game()
+        put("registers " .. game, log_text(registers))
+        put("mirroring " .. game, log_text(mirroring))
+        put("ram " .. game, hex(bytes(0, 0x1E0) .. bytes(0x200, 0x600)):gsub("00", ""))
+        put("prg " .. game, crc(bytes(0x8000, 0x4000)) .. " " .. crc(bytes(0xC000, 0x4000)))
+        local chr = {}
+        for bank = 0, chr_banks - 1 do
+            if banked then memory.writebyte(0x10, bank) memory.writebyte(0x11, 1) frames(2) end
+            chr[bank + 1] = crc(ppu_bytes(0, 0x2000))
+        end
+        put("chr " .. game, table.concat(chr, " "))
+    end
+)lua";
 
-std::string CrcText(std::string_view bytes) {
-    return std::to_string(Crc32({reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size()}));
+// CRC-32 of each `unit` bytes.
+std::string Crcs(std::string_view bytes, size_t unit) {
+    std::string text;
+    for (size_t at = 0; at < bytes.size(); at += unit) {
+        const std::string_view part = bytes.substr(at, unit);
+        text += fmt::format(" {}", Crc32({reinterpret_cast<const uint8_t*>(part.data()), unit}));
+    }
+    return text.empty() ? "" : text.substr(1);
 }
 
 // The register writes as the table's record asks for them: first those that bring CHR into view,
 // then those of the game.
 std::string ExpectedRegisters(const FinalDataRecord& record, bool coolgirl, unsigned first) {
-    std::vector<uint8_t> values;
-    if (coolgirl) {
-        const unsigned base = record.chrOffset / 2;
-        values = {static_cast<uint8_t>(base >> 8), static_cast<uint8_t>(base), 0, 0, 0, 0};
-        values.insert(values.end(), record.registers.prg.begin(), record.registers.prg.end());
-    } else {
-        values.assign(record.registers.chr.begin(), record.registers.chr.begin() + 4);
-        values.insert(values.end(), record.registers.prg.begin(), record.registers.prg.begin() + 4);
-    }
-    const size_t chrCount = coolgirl ? 6 : 4;
+    const unsigned base = record.chrOffset / 2;
+    std::vector<unsigned> chr{base >> 8, base & 0xFF, 0, 0, 0, 0};
+    if (!coolgirl) chr.assign(record.registers.chr.begin(), record.registers.chr.begin() + 4);
+    const std::vector<unsigned> prg(record.registers.prg.begin(),
+                                    record.registers.prg.begin() + (coolgirl ? 8 : 4));
     std::string text;
-    for (size_t i = 0; i < values.size(); ++i) {
-        const size_t number = i < chrCount ? i : i - chrCount;
-        text += ToUtf8(FormatText(u"%s%04X=%02X", i == 0 ? "" : " ",
-                                  static_cast<unsigned>(first + number),
-                                  static_cast<unsigned>(values[i])));
-    }
-    return text;
+    for (const auto& values : {chr, prg})
+        for (size_t i = 0; i < values.size(); ++i)
+            text += fmt::format(" {:04X}={:02X}", first + i, values[i]);
+    return text.substr(1);
 }
 
 class MenuStart : public testing::TestWithParam<StartCase> {};
 
 TEST_P(MenuStart, HandsTheConsoleToEachGame) {
-    const bool coolgirl = GetParam().board == BoardType::kCoolgirl;
-    const unsigned firstRegister = GetParam().board == BoardType::kCoolboy ? 0x6000 : 0x5000;
-    CartPlan plan{.board = GetParam().board, .format = GetParam().format, .images = Games()};
-    plan.settings.MenuSize = GetParam().menuSize;
-    plan.names = CountedNames(Games().size());
+    const auto& [label, board, format, menuSize, plainRecords] = GetParam();
+    const bool coolgirl = board == BoardType::kCoolgirl;
+    const unsigned firstRegister = board == BoardType::kCoolboy ? 0x6000 : 0x5000;
+    CartPlan plan{
+        .board = board, .format = format, .names = CountedNames(Games().size()), .images = Games()};
+    plan.settings.MenuSize = menuSize;
+    if (plainRecords) plan.byHand = UsePlainRecords;
     const TemporaryFolder folder;
-    const bool plainRecords = GetParam().plainRecords;
-    if (plainRecords) {
-        ASSERT_EQ(MakeMenuByHand(plan, WriteGames(plan, folder.Path(), GetParam().label),
-                                 folder.Path(), GetParam().label, UsePlainRecords),
-                  "");
-    }
-    const Cart cart = BuildCart(plan, folder.Path(), GetParam().label);
-    ASSERT_EQ(cart.problem, "");
+    const Cart cart = BuildCart(plan, folder.Path(), label);
     ASSERT_EQ(cart.outcome.finalData.size(), Games().size());
-    const ConsoleResult result = RunOnConsole(
-        {.rom = cart.rom, .script = StartScript(cart, firstRegister), .label = GetParam().label});
-    ASSERT_TRUE(result.Ok()) << result.problem;
+    std::string script = fmt::format("FIRST = {}\n{}", firstRegister, kScript);
+    for (size_t i = 0; i < Games().size(); ++i)
+        script += fmt::format("start({}, {}, {})\n", i, Games()[i].chr, Games()[i].mapper != 0);
+    const ConsoleResult result =
+        RunOnConsole({.rom = cart.rom, .script = MenuScript(script), .label = label});
 
     bool oddNromChr = false;
     bool evenNromChr = false;
     for (size_t i = 0; i < Games().size(); ++i) {
         const GameImage& game = Games()[i];
         const FinalDataRecord& record = cart.outcome.finalData[i];
-        const std::string number = std::to_string(i);
+        const auto at = [&](const char* key) { return result.At(fmt::format("{} {}", key, i)); };
         SCOPED_TRACE(game.name);
-        EXPECT_EQ(result.At("registers " + number),
-                  ExpectedRegisters(record, coolgirl, firstRegister));
+        EXPECT_EQ(at("registers"), ExpectedRegisters(record, coolgirl, firstRegister));
         const std::string mirroring = (game.flags & 1) != 0 ? "A000=00 " : "A000=01 ";
-        EXPECT_EQ(result.At("mirroring " + number),
+        EXPECT_EQ(at("mirroring"),
                   coolgirl ? "" : mirroring + (plainRecords ? "A001=00 A001=80" : "A001=80"));
         if (!plainRecords) {
-            EXPECT_EQ(result.At("ram " + number), "");
+            EXPECT_EQ(at("ram"), "");
         }
         const std::string prg = game.Prg();
-        const std::string_view first = std::string_view(prg).substr(0, 0x4000);
-        const std::string_view last = std::string_view(prg).substr(prg.size() - 0x4000);
-        EXPECT_EQ(result.At("prg " + number), CrcText(first) + " " + CrcText(last));
-        const std::string chr = game.Chr();
-        if (game.mapper == 0) {
-            EXPECT_EQ(result.At("chr " + number), CrcText(chr));
-            (record.chrOffset % 2 != 0 ? oddNromChr : evenNromChr) = true;
-        }
-        for (uint32_t bank = 0; game.mapper != 0 && bank < game.chr; ++bank) {
-            EXPECT_EQ(result.At("chr " + number + " " + std::to_string(bank)),
-                      CrcText(std::string_view(chr).substr(bank * kChrUnit, kChrUnit)))
-                << "8 KB number " << bank;
-        }
+        EXPECT_EQ(at("prg"), Crcs(prg.substr(0, 0x4000) + prg.substr(prg.size() - 0x4000), 0x4000));
+        EXPECT_EQ(at("chr"), Crcs(game.Chr(), kChrUnit)) << "of each 8 KB";
+        if (game.mapper == 0) (record.chrOffset % 2 != 0 ? oddNromChr : evenNromChr) = true;
     }
     EXPECT_TRUE(oddNromChr && evenNromChr) << "the games no longer cover both halves";
 }

@@ -4,8 +4,8 @@
 local register = {}
 for i = 0, 0x17 do register[i] = 0 end
 local last_high = {}
-local shown, songs = {}, {}
-local started, began, cycles, total, worst = false, nil, 0, 0, 0
+local shown, songs = {}, {}  -- for each frame the four sound channels; {frame, number} of each song
+local began, cycles, total, worst = nil, 0, 0, 0
 local needless_highs, nmis, nested, nmi_began, nmi_worst = 0, 0, 0, nil, 0
 local replace_song
 local setup, written, banks = {}, {}, {}
@@ -22,46 +22,34 @@ memory.registerwrite(0x4000, 0x18, function(address, size, value)
 end)
 
 memory.registerwrite(0x8000, 2, function(address, size, value)
-    if began then banks[address * 256 + value] = string.format("%04X=%02X", address, value) end
+    if began then banks[string.format("%04X=%02X", address, value)] = true end
 end)
 
-local function pulse(i)
-    if register[i] % 16 == 0 then return "-" end
-    return string.format("%02X%03X", register[i], register[i + 2] + register[i + 3] % 8 * 256)
-end
-
+-- A pulse's control and period, the triangle's period, the noise's volume and period; "-" where
+-- nothing is to be heard.
 local function snapshot()
-    local triangle, noise = "-", "-"
-    if register[8] % 128 ~= 0 then
-        triangle = string.format("%03X", register[10] + register[11] % 8 * 256)
-    end
-    if register[12] % 16 ~= 0 then
-        noise = string.format("%X%02X", register[12] % 16, register[14])
-    end
-    shown[#shown + 1] = pulse(0) .. " " .. pulse(4) .. " " .. triangle .. " " .. noise
-end
-
-local function find_call(target)
-    for address = 0xFE00, 0xFFF0 do
-        if peek(address) == 0x20 and peek16(address + 1) == target then return address end
-    end
-    error("nothing calls the music set")
+    local function period(i) return register[i + 2] + register[i + 3] % 8 * 256 end
+    local function channel(heard, ...) return heard ~= 0 and string.format(...) or "-" end
+    shown[#shown + 1] = table.concat({
+        channel(register[0] % 16, "%02X%03X", register[0], period(0)),
+        channel(register[4] % 16, "%02X%03X", register[4], period(4)),
+        channel(register[8] % 128, "%03X", period(8)),
+        channel(register[12] % 16, "%X%02X", register[12] % 16, register[14])}, " ")
 end
 
 memory.registerexecute(SOUND_INIT, 1, function()
-    local song = memory.getregister("a")
-    if replace_song then
-        song = replace_song
-        memory.setregister("a", song)
-        replace_song = nil
-    end
-    songs[#songs + 1] = #shown .. ":" .. song
-    started = true
+    if replace_song then memory.setregister("a", replace_song) end
+    songs[#songs + 1] = {#shown, replace_song or memory.getregister("a")}
+    replace_song = nil
 end)
 
--- Clocks a call; those of a song's start count for the frame that follows.
+-- Clocks the calls of an entry; those of a song's start count for the frame that follows.
 local function clock(entry, ended)
-    local call = find_call(entry)
+    local call = 0xFE00
+    while peek(call) ~= 0x20 or peek16(call + 1) ~= entry do
+        call = call + 1
+        assert(call < 0xFFF0, "nothing calls the music set")
+    end
     memory.registerexecute(call, 1, function() began = debugger.getcyclescount() end)
     memory.registerexecute(call + 3, 1, function()
         cycles = cycles + debugger.getcyclescount() - began
@@ -73,7 +61,7 @@ end
 frames(8)
 clock(SOUND_INIT, nil)
 clock(SOUND_PLAY, function()
-    if started then
+    if #songs > 0 then
         snapshot()
         total = total + cycles
         worst = math.max(worst, cycles)
@@ -90,23 +78,20 @@ end
 
 function sounded() return #shown end
 
--- From here on the addresses in RAM, but for the stack, to which the music writes.
-function watch_ram()
+-- From here on the addresses in RAM, but for the stack, to which the music writes; the length of an
+-- NMI, and how often one came before the last one had ended.
+function watch_load()
     memory.registerwrite(0, 0x800, function(address)
-        if began and math.floor(address / 256) ~= 1 then written[address] = true end
+        if began and math.floor(address / 256) ~= 1 then
+            written[string.format("%04X", address)] = true
+        end
     end)
-end
-
--- From here on the length of an NMI, and how often one came before the last one had ended.
-function watch_nmis()
-    local entry = peek16(0xFFFA)
-    local exit = peek16(0xFFFE)
-    memory.registerexecute(entry, 1, function()
+    memory.registerexecute(peek16(0xFFFA), 1, function()
         nmis = nmis + 1
         if nmi_began then nested = nested + 1 end
         nmi_began = debugger.getcyclescount()
     end)
-    memory.registerexecute(exit, 1, function()
+    memory.registerexecute(peek16(0xFFFE), 1, function()
         nmi_worst = math.max(nmi_worst, debugger.getcyclescount() - nmi_began)
         nmi_began = nil
     end)
@@ -114,24 +99,44 @@ end
 
 local function put_set(key, set)
     local list = {}
-    for _, text in pairs(set) do list[#list + 1] = text end
+    for text in pairs(set) do list[#list + 1] = text end
     table.sort(list)
     put(key, table.concat(list, " "))
 end
 
-function put_music()
-    for i = 1, #shown, 1000 do  -- the emulator cuts long texts
-        put(string.format("shown %06d", i), table.concat(shown, ",", i, math.min(i + 999, #shown)))
-    end
-    put("songs", table.concat(songs, " "))
+function put_load()
     put("average", math.floor(total / #shown))
     put("worst", worst)
     put("needless highs", needless_highs)
     put("setup", table.concat(setup, " "))
-    for address in pairs(written) do written[address] = string.format("%04X", address) end
     put_set("written", written)
     put_set("banks", banks)
     put("nmis", nmis)
     put("nested", nested)
     put("nmi worst", nmi_worst)
+end
+
+-- The file log.txt: the songs as NUMBER@FRAME; of each second a CRC-32 and its first frame; of each
+-- song's first two seconds every frame, with the number of equal ones.
+function write_log()
+    local out, seen = io.open("log.txt", "w"), {}
+    for _, song in ipairs(songs) do out:write(song[2], "@", song[1], " ") end
+    for i = 1, #shown, 60 do
+        local second = table.concat(shown, ",", i, math.min(i + 59, #shown))
+        out:write(string.format("\n%d %08X %s", (i - 1) / 60, crc(second), shown[i]))
+    end
+    for _, song in ipairs(songs) do
+        local count = 0
+        if not seen[song[2]] then out:write("\n\nsong ", song[2]) end
+        for i = song[1] + 1, seen[song[2]] and 0 or math.min(song[1] + 120, #shown) do
+            count = count + 1
+            if shown[i] ~= shown[i + 1] or i == song[1] + 120 then
+                out:write("\n", count, "x ", shown[i])
+                count = 0
+            end
+        end
+        seen[song[2]] = true
+    end
+    out:write("\n")
+    out:close()
 end

@@ -1,18 +1,22 @@
--- Helpers for the scripts that the console tests run inside FCEUX. The runner sets these globals
--- first: RESULT_FILE, SCRIPT_FILE, TAKE_SHOTS. A script prints key=value lines with put() and ends
--- by returning; an error in it ends the emulator at once and becomes the run's problem.
+-- Helpers for the scripts that the console tests run inside FCEUX. The runner sets LABEL, the run's
+-- name, first. A script prints key=value lines with put() and ends by returning; an error in it ends
+-- the emulator at once and becomes the run's problem.
 --
 -- Addresses are CPU addresses unless the name says ppu. Strings of bytes are Lua strings; hex()
 -- makes them printable. A frame is one emu.frameadvance().
 
 emu.speedmode("maximum")
 
-local result = assert(io.open(RESULT_FILE, "w"))
+local result = assert(io.open("result.txt", "w"))
 local held = {}
-local oam_shadow = string.rep("\248", 256)
+local oam_shadow
 
 -- Sprite memory can't be read from Lua in this emulator. Programs fill it by DMA, so the page that
 -- each write to $4014 names is kept; the hook runs before the program goes on, so the page is whole.
+-- $F8 everywhere before the first time, and after forget_oam().
+function oam() return oam_shadow end
+function forget_oam() oam_shadow = string.rep("\248", 256) end
+forget_oam()
 memory.registerwrite(0x4014, 1, function(address, size, value)
     oam_shadow = memory.readbyterange(value * 256, 256)
 end)
@@ -52,10 +56,10 @@ function hold(buttons, pad)
 end
 
 -- Holds the buttons for `down` frames (default 2), then releases them for `up` frames (default 2).
-function press(buttons, down, up, pad)
-    hold(buttons, pad)
+function press(buttons, down, up)
+    hold(buttons)
     frames(down or 2)
-    hold("", pad)
+    hold("")
     frames(up or 2)
 end
 
@@ -75,48 +79,27 @@ function bytes(address, count) return memory.readbyterange(address, count) end
 function ppu_bytes(address, count) return ppu.readbyterange(address, count) end
 function palette() return ppu.readbyterange(0x3F00, 32) end
 
--- The 256 bytes last sent to sprite memory by DMA ($F8 everywhere before the first time), and one
--- sprite of it, counted from 0. forget_oam() goes back to the state before the first time.
-function oam() return oam_shadow end
-function forget_oam() oam_shadow = string.rep("\248", 256) end
-function sprite(index)
-    local y, tile, attribute, x = oam_shadow:byte(index * 4 + 1, index * 4 + 4)
-    return {y = y, tile = tile, attribute = attribute, x = x}
-end
-
--- Tile numbers to characters: $20 to $5F are their ASCII codes in the menu and in the samples,
--- every other tile shows as '.', tile 0 as a blank. Pass a table {[tile] = "c"} for other sets.
-local function tile_character(tile, map)
-    if map and map[tile] then return map[tile] end
-    if tile == 0 then return " " end
-    if tile >= 0x20 and tile <= 0x5F then return string.char(tile) end
-    return "."
-end
-
--- The text of one row of a name table (0 to 3), 32 characters, trailing blanks cut.
-function row(y, table_number, map)
-    local tiles = ppu.readbyterange(0x2000 + (table_number or 0) * 0x400 + y * 32, 32)
-    local text = tiles:gsub(".", function(c) return tile_character(c:byte(), map) end)
+-- The text of one row of the name table, trailing blanks cut. $20 to $5F are the characters' ASCII
+-- codes in the menu and in the samples, tile 0 is a blank, and every other tile shows as '.'.
+function row(y)
+    local text = ppu_bytes(0x2000 + y * 32, 32):gsub("%z", " "):gsub("[^ -_]", ".")
     return (text:gsub("%s+$", ""))
-end
-
--- All 30 rows as lines row_00=... to row_29=..., with a prefix for the key if one is given.
-function put_rows(prefix, table_number, map)
-    for y = 0, 29 do
-        put(string.format("%srow_%02d", prefix or "", y), row(y, table_number, map))
-    end
 end
 
 -- Starts a log of all writes to `count` addresses from `first`; gives a table of {address, value}
 -- in the order of writing, which goes on growing.
-function log_writes(first, count)
-    local log = {}
+function log_writes(first, count, log)
+    log = log or {}
     for address = first, first + count - 1 do
         memory.registerwrite(address, 1, function(a, size, value)
             log[#log + 1] = {address = a, value = value}
         end)
     end
     return log
+end
+
+function clear(log)
+    for i = #log, 1, -1 do log[i] = nil end
 end
 
 -- A log as one line of text: "6000=C3 6001=80 ...".
@@ -128,16 +111,16 @@ function log_text(log)
     return table.concat(parts, " ")
 end
 
--- A picture of the screen, only if the run asks for pictures. Takes one frame then.
+-- A picture of the screen, only if there is a folder for it. Takes one frame then.
 function shot(name)
-    if not TAKE_SHOTS then return end
-    gui.savescreenshotas(name .. ".png")
+    local folder = os.getenv("BANKWEAVER_SCREENSHOTS")
+    if not folder then return end
+    gui.savescreenshotas(folder .. "/" .. LABEL .. "-" .. name .. ".png")
     frames(1)
 end
 
 local function finish(problem)
-    if problem then result:write("!problem=", (problem:gsub("[\r\n]+", " | ")), "\n") end
-    result:write("!end=1\n")
+    result:write("!end=", (problem:gsub("[\r\n]+", " | ")), "\n")
     result:close()
     emu.frameadvance()  -- an exit before the first frame is not heard
     emu.exit()
@@ -145,21 +128,15 @@ end
 
 -- The script runs as a coroutine: a frame's end can't cross a protected call, but it can be passed
 -- on from a coroutine, whose errors are caught here.
-local chunk, syntax_error = loadfile(SCRIPT_FILE)
-if not chunk then
-    finish(syntax_error)
-else
-    local script = coroutine.create(chunk)
-    while true do
-        local good, message = coroutine.resume(script)
-        if not good then
-            finish(debug.traceback(script, message))
-            break
-        end
-        if coroutine.status(script) == "dead" then
-            finish(nil)
-            break
-        end
+local chunk, syntax_error = loadfile("script.lua")
+local script = coroutine.create(chunk or function() error(syntax_error) end)
+repeat
+    local good, message = coroutine.resume(script)
+    if not good then
+        finish(debug.traceback(script, message))
+    elseif coroutine.status(script) == "dead" then
+        finish("")
+    else
         coroutine.yield()
     end
-end
+until coroutine.status(script) == "dead"

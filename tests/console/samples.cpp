@@ -2,6 +2,11 @@
 
 #include <array>
 
+#include <fmt/format.h>
+
+#include "list/list_file.h"
+#include "support/text.h"
+
 namespace bw::console {
 
 std::filesystem::path Sample::File() const {
@@ -20,26 +25,25 @@ std::span<const Sample> Samples() {
     return samples;
 }
 
-std::filesystem::path SampleList(BoardType board) {
-    return std::filesystem::path(BANKWEAVER_SAMPLES) /
-           (board == BoardType::kCoolgirl ? "samples.fcl" : "samples_coolboy.fcl");
+GameList SampleGames(BoardType board) {
+    const std::filesystem::path folder = BANKWEAVER_SAMPLES;
+    GameList games;
+    LoadListFile(folder / (board == BoardType::kCoolgirl ? "samples.fcl" : "samples_coolboy.fcl"),
+                 folder, games);
+    return games;
 }
 
 std::filesystem::path SampleDesign(const std::string& name) {
     return std::filesystem::path(BANKWEAVER_SAMPLES) / "designs" / (name + ".fcm");
 }
 
-std::string SampleScript() {
-    return R"lua(
-        function sample_result(id)
-            local seen = wait_until(function()
-                local word = bytes(0x07F0, 4)
-                return peek(0x07F7) == id and (word == "PASS" or word == "FAIL")
-            end, 300)
-            if not seen then return "no result, id " .. peek(0x07F7) end
-            return string.format("%s %d %02X", bytes(0x07F0, 4), peek(0x07F4), peek(0x07F5))
-        end
-    )lua";
+std::string PlaySamples(const GameList& games) {
+    std::string script;
+    for (size_t i = 0; i < games.size(); ++i)
+        for (const Sample& sample : Samples())
+            if (ToUtf8(games[i].path).ends_with("/" + sample.name + ".nes"))
+                script += fmt::format("play({}, {}, '{}')\n", i, sample.id, sample.name);
+    return script;
 }
 
 }  // namespace bw::console

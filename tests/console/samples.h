@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 
+#include "list/game_list.h"
 #include "rom/board_tables.h"
 
 namespace bw::console {
@@ -22,18 +23,29 @@ struct Sample {
 
 std::span<const Sample> Samples();
 
-// The list file that names all samples, or those for COOLBOY and MINDKIDS.
-std::filesystem::path SampleList(BoardType board);
+// The games of the list file that names all samples, or those for COOLBOY and MINDKIDS.
+GameList SampleGames(BoardType board);
 
 // The packed design `name` of the samples.
 std::filesystem::path SampleDesign(const std::string& name);
 
-// Where a sample's outcome stands; fault, bank and the byte read there follow the word.
-inline constexpr unsigned kResultAddress = 0x07F0;
+// What went wrong, as a sample leaves it.
 enum class Fault : uint8_t { kNone, kPrg, kChr, kChrRam, kMirroring, kWorkRam, kCounter };
 
-// Lua: a function sample_result() that waits for the outcome of sample `id` and gives it as text
+// Lua: a function sample_result(id) that waits for the outcome of sample `id` and gives it as text
 // "PASS 0 00" or "FAIL fault bank", the bank in two digits of hexadecimal.
-std::string SampleScript();
+inline const std::string kSampleScript = R"lua(
+    function sample_result(id)
+        local seen = wait_until(function()
+            local word = bytes(0x07F0, 4)
+            return peek(0x07F7) == id and (word == "PASS" or word == "FAIL")
+        end, 300)
+        if not seen then return "no result, id " .. peek(0x07F7) end
+        return string.format("%s %d %02X", bytes(0x07F0, 4), peek(0x07F4), peek(0x07F5))
+    end
+)lua";
+
+// Lua: for each sample among the games a call play(index in the list, id, name).
+std::string PlaySamples(const GameList& games);
 
 }  // namespace bw::console

@@ -1,12 +1,11 @@
 // The samples from the cartridge: START on each of them, on every board and in every file form,
 // ends in its PASS, wherever in the ROM its banks lie.
-#include <gmock/gmock.h>
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
-#include "list/list_file.h"
 #include "menu_cart.h"
 #include "samples.h"
-#include "support/text.h"
 
 namespace bw::console {
 namespace {
@@ -47,55 +46,40 @@ const std::vector<CartCase>& Cases() {
     return cases;
 }
 
-void AddImage(GameList& games, const GameImage& image, const std::filesystem::path& folder) {
-    const auto file = folder / (image.name + ".nes");
-    WriteWholeFile(file, image.File());
-    GameEntry entry(file);
-    entry.checked = true;
-    games.push_back(std::move(entry));
-}
-
 // The games of a case in the order of the menu.
 GameList ListOf(const CartCase& plan, const std::filesystem::path& folder) {
-    GameList samples;
-    const auto list = SampleList(plan.board);
-    EXPECT_TRUE(LoadListFile(list, list.parent_path(), samples));
+    GameList samples = SampleGames(plan.board);
     if (plan.reversed) std::reverse(samples.begin(), samples.end());
-    GameList games;
+    std::vector<GameImage> first;
+    std::vector<GameImage> last;
     if (plan.company == Company::kSmallGamesFirst) {
         for (uint32_t i = 0; i < 3; ++i)
-            AddImage(games, {.name = std::string("small") + std::to_string(i), .number = 10 + i},
-                     folder);
-        AddImage(games, {.name = "odd", .number = 20, .mapper = 4, .prg = 8, .chr = 3}, folder);
+            first.push_back({.name = "small" + std::to_string(i), .number = 10 + i});
+        first.push_back({.name = "odd", .number = 20, .mapper = 4, .prg = 8, .chr = 3});
     }
-    games.insert(games.end(), samples.begin(), samples.end());
     if (plan.company == Company::kLargeGameLast)
-        AddImage(games, {.name = "large", .number = 30, .mapper = 4, .prg = 64, .chr = 32}, folder);
+        last.push_back({.name = "large", .number = 30, .mapper = 4, .prg = 64, .chr = 32});
+    GameList games;
+    for (const GameImage& image : first)
+        games.push_back(image.Write(folder));
+    games.insert(games.end(), samples.begin(), samples.end());
+    for (const GameImage& image : last)
+        games.push_back(image.Write(folder));
     return games;
-}
-
-const Sample* SampleOf(const GameEntry& entry) {
-    for (const Sample& sample : Samples())
-        if (ToUtf8(entry.path).ends_with("/" + sample.name + ".nes")) return &sample;
-    return nullptr;
 }
 
 class SamplesOnCart : public testing::TestWithParam<CartCase> {};
 
 TEST_P(SamplesOnCart, EachEndsInItsPass) {
-    const CartCase& plan = GetParam();
+    const CartCase& test = GetParam();
     const TemporaryFolder folder;
-    const GameList games = ListOf(plan, folder.Path());
-    CartPlan cartPlan{.board = plan.board, .format = plan.format};
-    cartPlan.settings.MenuSize = plan.menuSize;
-    if (plan.plainRecords) {
-        ASSERT_EQ(MakeMenuByHand(cartPlan, games, folder.Path(), plan.label, UsePlainRecords), "");
-    }
-    const Cart cart = BuildCart(cartPlan, games, folder.Path(), plan.label);
-    ASSERT_EQ(cart.problem, "");
-
-    std::string script = SampleScript() + R"lua(
-        function start(index, id, name)
+    CartPlan plan{.board = test.board, .format = test.format, .games = ListOf(test, folder.Path())};
+    plan.settings.MenuSize = test.menuSize;
+    if (test.plainRecords) plan.byHand = UsePlainRecords;
+    const Cart cart = BuildCart(plan, folder.Path(), test.label);
+    const ConsoleResult result = RunOnConsole({.rom = cart.rom,
+                                               .script = MenuScript(kSampleScript + R"lua(
+        function play(index, id, name)
             emu.poweron()
             boot()
             if index == 0 then shot("menu") end
@@ -105,22 +89,11 @@ TEST_P(SamplesOnCart, EachEndsInItsPass) {
             frames(20)
             shot(name)
         end
-    )lua";
-    size_t count = 0;
-    for (size_t i = 0; i < games.size(); ++i) {
-        const Sample* sample = SampleOf(games[i]);
-        if (sample == nullptr) continue;
-        ++count;
-        script += "start(" + std::to_string(i) + ", " + std::to_string(sample->id) + ", '" +
-                  sample->name + "')\n";
-    }
-    const ConsoleResult result =
-        RunOnConsole({.rom = cart.rom, .script = MenuScript(script), .label = plan.label});
-    ASSERT_TRUE(result.Ok()) << result.problem;
-    EXPECT_EQ(count, result.values.size());
+    )lua" + PlaySamples(plan.games)),
+                                               .label = test.label});
     for (const Sample& sample : Samples()) {
-        if (sample.onEveryBoard || plan.board == BoardType::kCoolgirl) {
-            EXPECT_EQ(result.At(sample.name), "PASS 0 00");
+        if (sample.onEveryBoard || test.board == BoardType::kCoolgirl) {
+            EXPECT_EQ(result.At(sample.name), "PASS 0 00") << sample.name;
         }
     }
 
@@ -128,7 +101,7 @@ TEST_P(SamplesOnCart, EachEndsInItsPass) {
     bool inHole = false;
     for (const MulticartItem& item : cart.outcome.layout.items)
         inHole = inHole || (item.isMenu == 0 && item.prgOffset < kHoleEnd);
-    EXPECT_EQ(inHole, plan.board == BoardType::kCoolgirl || plan.menuSize < 32);
+    EXPECT_EQ(inHole, test.board == BoardType::kCoolgirl || test.menuSize < 32);
 }
 
 INSTANTIATE_TEST_SUITE_P(Boards, SamplesOnCart, testing::ValuesIn(Cases()),

@@ -5,7 +5,6 @@
 
 #include <fmt/format.h>
 
-#include "design_picture.h"
 #include "designer/files/png_file.h"
 #include "menu_cart.h"
 #include "samples.h"
@@ -15,6 +14,8 @@ namespace {
 
 constexpr size_t kScale = 2;
 constexpr size_t kColours = 64;
+constexpr size_t kWidth = 256;  // pixels of the console's picture
+constexpr size_t kHeight = 240;
 
 struct Shot {
     std::string name;
@@ -79,54 +80,31 @@ std::string Png(const std::string& picture, const std::string& colours) {
         palette.push_back(part(0) << 16 | part(1) << 8 | part(2));
     }
     std::vector<uint8_t> indices;
-    for (size_t y = 0; y < kPictureHeight * kScale; ++y) {
-        for (size_t x = 0; x < kPictureWidth * kScale; ++x) {
-            const char number = picture[y / kScale * kPictureWidth + x / kScale];
+    for (size_t y = 0; y < kHeight * kScale; ++y) {
+        for (size_t x = 0; x < kWidth * kScale; ++x) {
+            const char number = picture[y / kScale * kWidth + x / kScale];
             indices.push_back(entry[static_cast<uint8_t>(number) % kColours]);
         }
     }
     const std::vector<uint8_t> bytes =
-        EncodePng(kPictureWidth * kScale, kPictureHeight * kScale, palette, indices);
+        EncodePng(kWidth * kScale, kHeight * kScale, palette, indices);
     return {bytes.begin(), bytes.end()};
 }
 
-// What went wrong, or nothing.
-std::optional<std::string> Take(const Shot& shot, const std::filesystem::path& folder) {
+void Take(const Shot& shot, const std::filesystem::path& folder) {
     const TemporaryFolder work;
     CartPlan plan{.names = Names()};
     plan.settings.PageNumber = true;
     plan.settings.ShowStyle = shot.style;
     plan.settings.NameInsertRow = shot.insertRow;
-    if (!shot.design.empty()) {
-        DesignDocument design;
-        const std::string problem = UseDesign(plan, SampleDesign(shot.design), design);
-        if (!problem.empty()) return problem;
-    }
-    const Cart cart = BuildCart(plan, work.Path(), shot.name);
-    if (!cart.problem.empty()) return cart.problem;
-    const ConsoleResult result = RunOnConsole({.rom = cart.rom,
+    if (!shot.design.empty()) UseDesign(plan, SampleDesign(shot.design));
+    const ConsoleResult result = RunOnConsole({.rom = BuildCart(plan, work.Path(), shot.name).rom,
                                                .script = Script(shot.selected),
                                                .label = shot.name,
                                                .wantedFiles = {"picture", "colours"}});
-    if (!result.Ok()) return result.problem;
-    const std::string& picture = result.files.at("picture");
-    const std::string& colours = result.files.at("colours");
-    if (picture.size() != kPictureSize || colours.size() != kColours * 3) {
-        return "the emulator gave no whole picture";
-    }
-    WriteWholeFile(folder / (shot.name + ".png"), Png(picture, colours));
-    return std::nullopt;
-}
-
-int Run(const std::filesystem::path& folder) {
-    for (const Shot& shot : Shots()) {
-        if (const auto problem = Take(shot, folder)) {
-            std::cerr << shot.name << ": " << *problem << '\n';
-            return 1;
-        }
-        std::cout << (folder / (shot.name + ".png")).string() << '\n';
-    }
-    return 0;
+    WriteText(folder / (shot.name + ".png"),
+              Png(result.files.at("picture"), result.files.at("colours")));
+    std::cout << (folder / (shot.name + ".png")).string() << '\n';
 }
 
 }  // namespace
@@ -137,5 +115,12 @@ int main(int count, char** words) {
         std::cerr << "usage: menu_pictures FOLDER\n";
         return 2;
     }
-    return bw::console::Run(words[1]);
+    try {
+        for (const bw::console::Shot& shot : bw::console::Shots())
+            bw::console::Take(shot, words[1]);
+    } catch (const bw::console::ConsoleFailure& failure) {
+        std::cerr << failure.what() << '\n';
+        return 1;
+    }
+    return 0;
 }
