@@ -57,9 +57,9 @@ ConsoleResult RunOnConsole(const ConsoleRun& run) {
     const std::string home = folder.Path().string();
     create_directory(folder / ".fceux");
     // The plain drawing of video driver 1 needs no OpenGL; a preset of RAM makes runs repeatable.
-    WriteText(folder / ".fceux" / "fceux.cfg",
-              std::string("SDL.VideoDriver = 1\nSDL.RamInitMethod = ") +
-                  (run.ram == PowerOnRam::kZero ? "2\n" : "0\n"));
+    WriteText(
+        folder / ".fceux" / "fceux.cfg",
+        std::string("SDL.VideoDriver = 1\nSDL.RamInitMethod = ") + (run.zeroRam ? "2\n" : "0\n"));
     WriteText(folder / "script.lua", run.script);
     WriteText(folder / "main.lua",
               "LABEL = '" + run.label + "' " + ReadText(BANKWEAVER_CONSOLE_PRELUDE));

@@ -28,16 +28,14 @@ struct ConsoleFailure : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// What work RAM, name tables, CHR RAM and cartridge RAM hold at power-on.
-enum class PowerOnRam { kPattern, kZero };
-
 struct ConsoleRun {
     std::filesystem::path rom;
     // Lua text, run after the prelude.
     std::string script;
     // Names the run in messages and its pictures' file names; no blanks, quotes or slashes.
     std::string label = "run";
-    PowerOnRam ram = PowerOnRam::kPattern;
+    // What work RAM, name tables, CHR RAM and cartridge RAM hold at power-on: zeros, or a pattern.
+    bool zeroRam = false;
     // The emulator is killed when it takes longer; long enough for a busy machine.
     std::chrono::seconds patience{300};
     // More files that the script wrote with a relative name and that the test wants to read; their

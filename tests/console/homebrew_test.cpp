@@ -4,7 +4,6 @@
 //
 // Needs a folder of images in BANKWEAVER_TEST_ROMS; none are part of the project.
 #include <cstdlib>
-#include <iostream>
 #include <set>
 #include <sstream>
 
@@ -66,17 +65,11 @@ std::string Difference(const ConsoleResult& cart, const ConsoleResult& alone) {
 
 // The folder's games that the board takes.
 GameList GamesFor(BoardType board, const char* folder) {
-    GameList games;
-    std::cout << "Not taken by the board:";
-    for (GameEntry& entry : ReadGameFolder(folder)) {
+    GameList games = ReadGameFolder(folder);
+    std::erase_if(games, [&](GameEntry& entry) {
         entry.checked = true;
-        if (board == BoardType::kCoolgirl ? entry.coolgirlSupported : entry.coolboySupported) {
-            games.push_back(std::move(entry));
-        } else {
-            std::cout << ' ' << ToUtf8(entry.name);
-        }
-    }
-    std::cout << '\n';
+        return !(board == BoardType::kCoolgirl ? entry.coolgirlSupported : entry.coolboySupported);
+    });
     return games;
 }
 
@@ -107,7 +100,7 @@ TEST_P(Homebrew, ShowsWhatItShowsByItself) {
     const std::vector<ConsoleResult> fromCart = RunAllOnConsole(runs);
     for (size_t i = 0; i < games.size(); ++i) {
         runs[i].rom = TextPath(games[i].path);
-        runs[i].ram = PowerOnRam::kZero;
+        runs[i].zeroRam = true;
         runs[i].script =
             helpers +
             fmt::format("prepare({}, '{}', '{}', {}) record({}) shot('alone')",

@@ -8,7 +8,7 @@ local shown, songs = {}, {}  -- for each frame the four sound channels; {frame, 
 local began, cycles, total, worst = nil, 0, 0, 0
 local needless_highs, nmis, nested, nmi_began, nmi_worst = 0, 0, 0, nil, 0
 local replace_song
-local setup, written, banks = {}, {}, {}
+local setup, strays, banks, own = {}, {}, {}, 0
 
 memory.registerwrite(0x4000, 0x18, function(address, size, value)
     local i = address - 0x4000
@@ -78,12 +78,15 @@ end
 
 function sounded() return #shown end
 
--- From here on the addresses in RAM, but for the stack, to which the music writes; the length of an
--- NMI, and how often one came before the last one had ended.
+-- From here on the writes of the music to its own RAM, and the addresses of those to other RAM but
+-- the stack; the length of an NMI, and how often one came before the last one had ended.
 function watch_load()
     memory.registerwrite(0, 0x800, function(address)
-        if began and math.floor(address / 256) ~= 1 then
-            written[string.format("%04X", address)] = true
+        if not began or address >= 0x100 and address < 0x200 then return end
+        if address >= 2 and address < 0x40 or address >= 0x600 and address < 0x700 then
+            own = own + 1
+        else
+            strays[string.format("%04X", address)] = true
         end
     end)
     memory.registerexecute(peek16(0xFFFA), 1, function()
@@ -109,7 +112,8 @@ function put_load()
     put("worst", worst)
     put("needless highs", needless_highs)
     put("setup", table.concat(setup, " "))
-    put_set("written", written)
+    put_set("strays", strays)
+    put("own RAM", own)
     put_set("banks", banks)
     put("nmis", nmis)
     put("nested", nested)

@@ -96,7 +96,7 @@ TEST_F(Runner, RunsSideBySideDontMix) {
     std::vector<ConsoleRun> runs;
     for (const char* number : {"0", "1", "2", "3", "4", "5"})
         runs.push_back(Of(std::string("frames(30) put('n', ") + number + ")"));
-    runs[4].ram = PowerOnRam::kZero;
+    runs[4].zeroRam = true;
     runs[4].script = "put('n', peek(0x204) + 4)";
     const auto results = RunAllOnConsole(runs);
     for (size_t i = 0; i < runs.size(); ++i)
