@@ -8,17 +8,6 @@ namespace bw {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
-
-TEST(TileRecords, RestTooShortForARecordIsIgnored) {
-    Bytes bytes;
-    AppendTile(bytes, 1, 2, 3);
-    AppendTile(bytes, 4, 5, 6);
-    EXPECT_EQ(ReadTileItems(bytes).size(), 2u);
-    bytes.pop_back();
-    EXPECT_EQ(ReadTileItems(bytes).size(), 1u);
-    EXPECT_THAT(ReadTileItems({}), IsEmpty());
-}
 
 TEST(TextRecords, OtherTypesArePassedOverBySize) {
     Bytes bytes;

@@ -42,20 +42,21 @@ TEST_F(GestureClicks, StripsShowTheirCharacters) {
 }
 
 TEST_F(GestureClicks, QuickModesEndOutsideTheirControls) {
-    const struct {
-        Point at;
-        bool fromBkg, toBkg, toSprites;
-    } cases[] = {{In(kSourceStrip, 1), true, false, false},
-                 {In(kTargetStrip, 1), false, true, true},
-                 {In(kBkgTileList, 1), true, true, false},
-                 {In(kSpriteTileList, 1), false, false, true},
-                 {In(kNameTable, 1), false, false, false}};
-    for (const auto& c : cases) {
-        copy.QuickReplaceFromBkg = copy.QuickReplaceToBkg = copy.QuickReplaceToSprites = true;
-        EXPECT_TRUE(Press(c.at).Has(View::kCheckBoxes));
-        EXPECT_EQ(copy.QuickReplaceFromBkg, c.fromBkg);
-        EXPECT_EQ(copy.QuickReplaceToBkg, c.toBkg);
-        EXPECT_EQ(copy.QuickReplaceToSprites, c.toSprites);
+    // Which of the modes stay: from the background, to it, to the sprites.
+    const std::pair<Point, const char*> cases[] = {{In(kSourceStrip, 1), "100"},
+                                                   {In(kTargetStrip, 1), "011"},
+                                                   {In(kBkgTileList, 1), "110"},
+                                                   {In(kSpriteTileList, 1), "001"},
+                                                   {In(kNameTable, 1), "000"}};
+    for (const auto& [at, stay] : cases) {
+        std::string modes;
+        for (const auto mode : {&WorkingCopy::QuickReplaceFromBkg, &WorkingCopy::QuickReplaceToBkg,
+                                &WorkingCopy::QuickReplaceToSprites}) {
+            copy.QuickReplaceFromBkg = copy.QuickReplaceToBkg = copy.QuickReplaceToSprites = true;
+            EXPECT_TRUE(Press(at).Has(View::kCheckBoxes));
+            modes += copy.*mode ? '1' : '0';
+        }
+        EXPECT_EQ(modes, stay);
     }
 }
 

@@ -469,13 +469,11 @@ TEST_F(Gestures, DamagedPlacesDoNoHarm) {
         store.BkgTileList = {{.Index = 0xFFFFFFFF, .X = place, .Y = place}};
         store.ArrowTile = store.SpriteTileList[0];
         store.ArrowTileList = {store.ArrowTile};
-        const auto chr = store.ChrData;
-        const auto palette = store.BkgPalette;
-        const auto attributes = store.Attributes;
+        const DesignStore before = store;
         Click(In(kSystemPalette, 3));
         time += std::chrono::seconds(1);
         Click(In(kBkgPalette, 3));
-        EXPECT_TRUE(store.BkgPalette == palette && store.Attributes == attributes);
+        EXPECT_TRUE(store.BkgPalette == before.BkgPalette && store.Attributes == before.Attributes);
         copy.QuickReplaceToBkg = copy.QuickReplaceFromBkg = copy.QuickAction = true;
         copy.NameCellPos = copy.MapSourcePos = copy.MapTargetPos = pos;
         Click(In(kBkgTileList, 3));
@@ -491,7 +489,7 @@ TEST_F(Gestures, DamagedPlacesDoNoHarm) {
         DoubleClick(In(kNameTable, 1, 1));
         Drag(In(kBkgTileList, 0), kNowhere);
         EXPECT_EQ(store.BkgTileList.size(), 1u) << "a tile's missing number names nothing";
-        EXPECT_EQ(store.ChrData, chr);
+        EXPECT_EQ(store.ChrData, before.ChrData);
     }
 }
 

@@ -1,6 +1,5 @@
 #include "designer/history/undo_history.h"
 
-#include <random>
 #include <string_view>
 
 #include <gtest/gtest.h>
@@ -105,26 +104,6 @@ TEST(UndoHistory, CostsWhatChanged) {
     }
     EXPECT_EQ(history.Count(), kSteps + 1);
     EXPECT_LE(mallinfo2().uordblks - held, kSteps * 500) << "states are 10 KB and more each";
-}
-
-TEST(StateDelta, TakesAnyBytes) {
-    std::mt19937 random(46);
-    for (int round = 0; round < 3000; ++round) {
-        WorkState sides[2];
-        for (WorkState& side : sides) {
-            for (size_t count = random() % 5; count > 0; --count) {
-                const auto size = static_cast<uint8_t>(random() % 4);
-                side.insert(side.end(),
-                            {static_cast<uint8_t>(random() % 3), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
-                             size, 0, 0, static_cast<uint8_t>(random() % 20 == 0)});
-                side.insert(side.end(), size, static_cast<uint8_t>(random() % 2));
-            }
-            side.resize(side.size() - std::min<size_t>(side.size(), random() % 3));
-        }
-        const StateDelta delta(sides[0], sides[1]);
-        ASSERT_EQ(delta.Forward(sides[0]), sides[1]) << round;
-        ASSERT_EQ(delta.Backward(sides[1]), sides[0]) << round;
-    }
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // The designer's mouse: one state machine over all its views. A window forwards the pointer and the
-// keys, redraws the views that come back as out of date, and shows the ghost where it says. What a
-// gesture does is done on the working copy, from the press to the release as one step of its
-// history. What each gesture does is its own affair: gesture_list.h.
+// keys, redraws the views that come back as out of date, and shows the ghost where it says. The
+// machine keeps the order in which gestures are offered a press (gesture_list.h), the capture, and
+// the step of the undo history that a gesture is from its press to its release.
 #pragma once
 
 #include <cstdint>
