@@ -1,5 +1,5 @@
 // Commands on the tiles, sprites and cursors that are placed on the screen. Each is one step of the
-// history; the caller opens and closes it. The result names the views that are out of date.
+// undo history, for EditSession::Run. The result names the views that are out of date.
 #pragma once
 
 #include <cstdint>

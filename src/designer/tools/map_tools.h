@@ -1,6 +1,6 @@
 // Commands that bend the pattern tables, the character map and what is on the screen towards each
-// other. Each is one step of the history; the caller opens and closes it. The result names the
-// views that are out of date.
+// other. Each is one step of the undo history, for EditSession::Run. The result names the views
+// that are out of date.
 #pragma once
 
 #include "designer/model/views.h"

@@ -1,5 +1,5 @@
-// Commands that change the pixels of the pattern tables. Each is one step of the history; the
-// caller opens and closes it. The result names the views that are out of date.
+// Commands that change the pixels of the pattern tables. Each is one step of the undo history, for
+// EditSession::Run. The result names the views that are out of date.
 #pragma once
 
 #include <array>
