@@ -2,9 +2,9 @@
 
 build_packages="g++ cmake ninja-build libfmt-dev libutf8proc-dev libsqlite3-dev libdeflate-dev libcli11-dev
     libpng-dev rapidjson-dev qt6-base-dev qt6-translations-l10n librsvg2-bin"
-# A window manager, a tray, a person's hands, and a small font that has Chinese.
-window_test_packages="openbox trayer xdotool fonts-wqy-microhei"
-test_packages="libgtest-dev libgmock-dev fceux xvfb xauth $window_test_packages"
+# A display, a window manager, a tray, a person's hands, and a small font that has Chinese.
+window_test_packages="xvfb xauth openbox trayer xdotool fonts-wqy-microhei"
+test_packages="libgtest-dev libgmock-dev fceux $window_test_packages"
 
 say() { printf '\n== %s\n' "$*"; }
 

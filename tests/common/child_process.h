@@ -38,7 +38,6 @@ class ChildProcess {
     int Status() const { return status_; }
     // Of one that hasn't: false if it is gone.
     bool Signal(int number) const;
-    pid_t Id() const { return id_; }
 
   private:
     explicit ChildProcess(pid_t id) : id_(id) {}

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <string_view>
 
 namespace bw::test {
 
@@ -16,7 +17,17 @@ struct ImageShape {
     int flags = 0;  // byte 6, bits 3-0
 };
 
-// Every byte of the data follows from `seed` and its place, so that misplaced data shows.
+// Every byte follows from `seed` and its place, so that misplaced data shows.
+inline std::string Noise(size_t size, uint32_t seed) {
+    std::string bytes(size, '\0');
+    uint32_t state = seed * 2654435761u + 1;
+    for (char& byte : bytes) {
+        state = state * 1664525u + 1013904223u;
+        byte = static_cast<char>(state >> 24);
+    }
+    return bytes;
+}
+
 inline std::string ImageBytes(ImageShape shape, uint32_t seed) {
     std::string image = "NES\x1A";
     image += static_cast<char>(shape.prg);
@@ -24,18 +35,12 @@ inline std::string ImageBytes(ImageShape shape, uint32_t seed) {
     image += static_cast<char>((shape.mapper & 0x0F) << 4 | shape.flags);
     image += static_cast<char>(shape.mapper & 0xF0);
     image.resize(16);
-    const size_t size = size_t{16384} * static_cast<size_t>(shape.prg) +
-                        size_t{8192} * static_cast<size_t>(shape.chr);
-    uint32_t state = seed * 2654435761u + 1;
-    image.reserve(16 + size);
-    for (size_t i = 0; i < size; ++i) {
-        state = state * 1664525u + 1013904223u;
-        image += static_cast<char>(state >> 24);
-    }
-    return image;
+    return image + Noise(size_t{16384} * static_cast<size_t>(shape.prg) +
+                             size_t{8192} * static_cast<size_t>(shape.chr),
+                         seed);
 }
 
-inline void WriteText(const std::filesystem::path& file, const std::string& bytes) {
+inline void WriteText(const std::filesystem::path& file, std::string_view bytes) {
     std::ofstream(file, std::ios::binary)
         .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 }

@@ -2,12 +2,11 @@
 #pragma once
 
 #include <filesystem>
-#include <fstream>
 #include <initializer_list>
-#include <iterator>
 #include <string>
 #include <string_view>
 
+#include "common/game_image.h"
 #include "common/temporary_folder.h"
 
 namespace bw::test {
@@ -18,16 +17,10 @@ class ImageFolder : public TemporaryFolder {
     std::filesystem::path Write(std::string_view name, std::string_view bytes) const {
         std::filesystem::path file = Path() / name;
         std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file, std::ios::binary)
-            .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        WriteText(file, bytes);
         return file;
     }
 };
-
-inline std::string ReadText(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-}
 
 // The header bytes behind the magic; the rest of the 16 are zeros.
 inline std::string Header(std::initializer_list<int> bytes) {

@@ -12,19 +12,9 @@
 namespace bw::console {
 namespace {
 
+using test::Noise;
 constexpr size_t kPrgUnit = 16384;
 constexpr size_t kChrUnit = 8192;
-
-// Bytes that differ in every part of every image.
-std::string Noise(size_t size, uint32_t seed) {
-    std::string bytes(size, '\0');
-    uint32_t state = seed * 2654435761u + 1;
-    for (char& byte : bytes) {
-        state = state * 1664525u + 1013904223u;
-        byte = static_cast<char>(state >> 24);
-    }
-    return bytes;
-}
 
 class SilentUser : public BuildUser {
   public:

@@ -1,10 +1,9 @@
 // The runner must tell a failed run from a good one; a harness that passes everything would make
 // every console test worthless.
-#include <cstdlib>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "common/environment_variable.h"
 #include "fceux_runner.h"
 
 namespace bw::console {
@@ -87,9 +86,8 @@ TEST_F(Runner, TellsWhatWentWrong) {
     EXPECT_THAT(Fails(run), ThrowsMessage<ConsoleFailure>(HasSubstr("killed after 2 s")));
     run.rom = folder / "none.nes";
     EXPECT_THAT(Fails(run), ThrowsMessage<ConsoleFailure>(HasSubstr("none.nes")));
-    setenv("BANKWEAVER_FCEUX", (folder / "gone").c_str(), 1);
+    const EnvironmentVariable gone("BANKWEAVER_FCEUX", (folder / "gone").c_str());
     EXPECT_THAT(Fails(run), ThrowsMessage<ConsoleFailure>(HasSubstr("install the package fceux")));
-    unsetenv("BANKWEAVER_FCEUX");
 }
 
 TEST_F(Runner, RunsSideBySideDontMix) {
