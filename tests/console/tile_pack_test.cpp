@@ -2,10 +2,12 @@
 // tree has what the menu needs.
 #include "tiles/tile_pack.h"
 
+#include <map>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "fceux_runner.h"
+#include "common/game_image.h"
 
 namespace bw {
 namespace {
@@ -67,7 +69,7 @@ TEST(TilePack, NamesFileLineAndFault) {
 // The menu shows a character by the tile of its code, a blank by tile 0 or 32, and its cursors by
 // the tiles 2, 3, 18, 19, 26 and 31. Two characters that look alike would be a slip of the pen.
 TEST(DefaultTileSet, HasWhatTheMenuShows) {
-    const std::string bytes = console::ReadWholeFile(BANKWEAVER_CHR_DATA);
+    const std::string bytes = test::ReadText(BANKWEAVER_CHR_DATA);
     ASSERT_EQ(bytes.size(), 8192u);
     const auto tile = [&](size_t number) { return bytes.substr(number * 16, 16); };
     const std::string blank(16, '\0');
