@@ -55,10 +55,9 @@ put("worst", worst)
 )lua";
 
 size_t LoopEnd(uint32_t music) {
-    const MusicReading reading =
-        ReadMusicSet(ReadWholeFile(std::filesystem::path(BANKWEAVER_MUSIC) /
-                                   ("set_" + std::to_string(music) + ".txt")),
-                     "set");
+    const MusicReading reading = ReadMusicSet(ReadText(std::filesystem::path(BANKWEAVER_MUSIC) /
+                                                       ("set_" + std::to_string(music) + ".txt")),
+                                              "set");
     size_t frames = 0;
     for (const auto& line : reading.set.songs[0].lines) {
         size_t length = 0;
@@ -79,10 +78,6 @@ int main() {
         CartPlan plan{.names = CountedNames(5)};
         plan.settings.Music = set.music;
         const Cart cart = BuildCart(plan, folder.Path(), "set" + std::to_string(set.music));
-        if (!cart.problem.empty()) {
-            std::fprintf(stderr, "%s\n", cart.problem.c_str());
-            return 1;
-        }
         const size_t once = LoopEnd(set.music);
         for (const unsigned song : {0u, set.sounds[0], set.sounds[1], set.sounds[2]}) {
             const size_t frames = (song == 0 ? 2 : 1) * once + 60;
@@ -99,13 +94,8 @@ int main() {
     for (size_t i = 0; i + 3 < results.size(); i += 4) {
         for (const char* what : {"average", "worst"}) {
             std::printf("set %u, %-10s", kSets[i / 4].music, what);
-            for (size_t run = i; run < i + 4; ++run) {
-                if (!results[run].Ok()) {
-                    std::fprintf(stderr, "\n%s\n", results[run].problem.c_str());
-                    return 1;
-                }
+            for (size_t run = i; run < i + 4; ++run)
                 std::printf("%10ld", results[run].Number(what));
-            }
             std::printf("\n");
         }
     }
