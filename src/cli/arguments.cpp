@@ -95,9 +95,7 @@ void ApplyMenuOptions(const MenuOptions& options, Arguments& arguments) {
     settings.MenuSize = options.menuSize / 16;
     settings.ShowStyle = options.style == "white" ? 1 : 0;
     settings.ExternMenuEnable = !options.externMenu.empty();
-    if (settings.ExternMenuEnable) {
-        settings.ExternMenuPath = FromCurrentFolder(options.externMenu);
-    }
+    if (settings.ExternMenuEnable) settings.ExternMenuPath = FromCurrentFolder(options.externMenu);
     settings.CustomEnable = !options.design.empty();
     if (settings.CustomEnable) arguments.design = options.design;
     settings.ExportRomType = arguments.board == BoardType::kCoolgirl ? 1 : 0;
@@ -272,9 +270,7 @@ ParseResult ParseArguments(int count, const char* const* values) {
                                                    : Command::kList;
     ApplyMenuOptions(menu, arguments);
     arguments.format = FormatOf(format, arguments.output);
-    if (!keepWork.empty()) {
-        arguments.keepWork = keepWork;
-    }
+    if (!keepWork.empty()) arguments.keepWork = keepWork;
     result.arguments = std::move(arguments);
     return result;
 }

@@ -186,9 +186,7 @@ void WriteReport(int file, int signal, const siginfo_t& what, const ucontext_t& 
         head.Add(", address 0x").AddNumber(reinterpret_cast<uintptr_t>(what.si_addr), 16);
     }
     head.Add("\nThread: ").AddNumber(static_cast<uint64_t>(gettid()));
-    if (!handler.exception.View().empty()) {
-        head.Add("\nException: ").Add(handler.exception.View());
-    }
+    if (!handler.exception.View().empty()) head.Add("\nException: ").Add(handler.exception.View());
     head.Add("\n");
     Write(file, head.View());
     WriteRegisters(file, where.uc_mcontext);

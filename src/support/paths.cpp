@@ -64,14 +64,11 @@ void RemoveAbandonedWorkFolders() {
     for (fs::directory_iterator at(WorkFolder().parent_path(), error), end; !error && at != end;
          at.increment(error)) {
         const fs::file_time_type touched = at->last_write_time(error);
-        if (!error && touched < dayAgo) {
-            abandoned.push_back(at->path());
-        }
+        if (!error && touched < dayAgo) abandoned.push_back(at->path());
         error.clear();
     }
-    for (const fs::path& folder : abandoned) {
+    for (const fs::path& folder : abandoned)
         fs::remove_all(folder, error);
-    }
 }
 
 }  // namespace bw

@@ -61,9 +61,7 @@ class Allocator {
         for (FreeRegion& region : regions_) {
             for (size_t at = 0; region.length != 0 && at < order_.size(); ++at) {
                 MulticartItem& item = items_[order_[at]];
-                if (Side::Placed(item)) {
-                    continue;
-                }
+                if (Side::Placed(item)) continue;
                 const uint32_t span = Side::Span(item);
                 if (span == 0) {
                     Side::Placed(item) = true;
@@ -80,9 +78,7 @@ class Allocator {
     template <typename Side>
     uint64_t FillBehind(uint64_t cursor) {
         for (size_t at = 0; at < order_.size(); ++at) {
-            if (Settled<Side>(Item(at))) {
-                continue;
-            }
+            if (Settled<Side>(Item(at))) continue;
             if (cursor % Side::Span(Item(at)) != 0 && !FindFitting<Side>(at, cursor)) {
                 cursor = Align<Side>(at, cursor);
             }
@@ -96,18 +92,15 @@ class Allocator {
     }
 
     void AddRegion(uint64_t offset, uint64_t length) {
-        if (length != 0) {
-            regions_.push_back({offset, length});
-        }
+        if (length != 0) regions_.push_back({offset, length});
     }
     void ForgetRegions() { regions_.clear(); }
 
     std::vector<MulticartItem> TakeItems() {
         std::vector<MulticartItem> result;
         result.reserve(order_.size());
-        for (const size_t at : order_) {
+        for (const size_t at : order_)
             result.push_back(std::move(items_[at]));
-        }
         return result;
     }
 
@@ -117,9 +110,7 @@ class Allocator {
     // Placed already, or without data and so placed by definition.
     template <typename Side>
     static bool Settled(MulticartItem& item) {
-        if (Side::Span(item) == 0) {
-            Side::Placed(item) = true;
-        }
+        if (Side::Span(item) == 0) Side::Placed(item) = true;
         return Side::Placed(item);
     }
 
@@ -130,9 +121,7 @@ class Allocator {
         for (size_t other = at + 1; other < order_.size(); ++other) {
             std::swap(order_[at], order_[other]);
             MulticartItem& item = Item(at);
-            if (!Settled<Side>(item) && cursor % Side::Span(item) == 0) {
-                return true;
-            }
+            if (!Settled<Side>(item) && cursor % Side::Span(item) == 0) return true;
         }
         return false;
     }
@@ -141,16 +130,11 @@ class Allocator {
     template <typename Side>
     uint64_t Align(size_t at, uint64_t cursor) {
         const uint64_t span = Side::Span(Item(at));
-        if (span == 0) {
-            return cursor;
-        }
+        if (span == 0) return cursor;
         const uint64_t start = cursor;
-        while (cursor % span != 0) {
+        while (cursor % span != 0)
             cursor += Side::kStep;
-        }
-        if (Side::kKeepsGaps) {
-            AddRegion(start, cursor - start);
-        }
+        if (Side::kKeepsGaps) AddRegion(start, cursor - start);
         return cursor;
     }
 
@@ -190,29 +174,22 @@ uint32_t MenuOffset(const MulticartItem& menu, BoardType board) {
 uint32_t SumOfDistinct(const std::vector<MulticartItem>& items, uint32_t MulticartItem::*crc,
                        uint32_t MulticartItem::*span) {
     std::unordered_map<uint32_t, uint32_t> spans;
-    for (const MulticartItem& item : items) {
+    for (const MulticartItem& item : items)
         spans.emplace(item.*crc, item.*span);
-    }
     uint64_t sum = 0;
-    for (const auto& [unused, bytes] : spans) {
+    for (const auto& [unused, bytes] : spans)
         sum += bytes;
-    }
     return ClampTo32(sum);
 }
 
 uint32_t RomSize(const std::vector<MulticartItem>& items) {
     uint64_t size = 0;
     for (const MulticartItem& item : items) {
-        if (item.prgOffset >= size) {
-            size = uint64_t{item.prgOffset} + item.prgSpan;
-        }
-        if (item.chrOffset >= size) {
-            size = uint64_t{item.chrOffset} + item.chrSpan;
-        }
+        if (item.prgOffset >= size) size = uint64_t{item.prgOffset} + item.prgSpan;
+        if (item.chrOffset >= size) size = uint64_t{item.chrOffset} + item.chrSpan;
     }
-    while (size % kPrgUnit != 0) {
+    while (size % kPrgUnit != 0)
         size += kChrUnit;
-    }
     return ClampTo32(size);
 }
 
@@ -239,17 +216,13 @@ void RoundChrUnits(std::span<MulticartItem> items) {
 
 void ApplyPrgMinimum(std::span<MulticartItem> items) {
     for (MulticartItem& item : items) {
-        if (item.mapper != 0 && item.prgCount >= 1 && item.prgCount <= 7) {
-            item.SetPrgUnits(8);
-        }
+        if (item.mapper != 0 && item.prgCount >= 1 && item.prgCount <= 7) item.SetPrgUnits(8);
     }
 }
 
 LayoutResult Allocate(MulticartItem menu, std::vector<MulticartItem> games, BoardType board) {
     LayoutResult result;
-    if (menu.prgUnits == 0) {
-        return result;
-    }
+    if (menu.prgUnits == 0) return result;
     menu.isMenu = 1;
     menu.prgOffset = MenuOffset(menu, board);
     menu.prgPlaced = true;
@@ -289,9 +262,7 @@ std::optional<LayoutConflict> FindLayoutConflict(const LayoutResult& layout) {
     std::vector<Extent> extents;
     for (const MulticartItem& item : layout.items) {
         const auto add = [&](uint32_t offset, uint32_t span, uint32_t crc) -> bool {
-            if (span == 0) {
-                return true;
-            }
+            if (span == 0) return true;
             extents.push_back({offset, uint64_t{offset} + span, crc, &item});
             return offset % span == 0 && extents.back().end <= layout.romSize;
         };
@@ -310,9 +281,7 @@ std::optional<LayoutConflict> FindLayoutConflict(const LayoutResult& layout) {
             (extent.begin != furthest->begin || extent.crc != furthest->crc)) {
             return LayoutConflict{furthest->item, extent.item};
         }
-        if (furthest == nullptr || extent.end > furthest->end) {
-            furthest = &extent;
-        }
+        if (furthest == nullptr || extent.end > furthest->end) furthest = &extent;
     }
     return std::nullopt;
 }

@@ -66,9 +66,8 @@ Nes20Header MakeNes20Header(uint32_t romSize, BoardType board) {
         bytes[9] = static_cast<uint8_t>(units >> 8 & 0x0F);
     } else {
         uint32_t exponent = 0;
-        while ((uint64_t{1} << exponent) < romSize) {
+        while ((uint64_t{1} << exponent) < romSize)
             ++exponent;
-        }
         dataSize = uint64_t{1} << exponent;
         bytes[4] = static_cast<uint8_t>(exponent * 4);
         bytes[9] = 0x0F;
@@ -93,9 +92,7 @@ void UnifChunks::SetMirroring(uint8_t value) {
 }
 
 void UnifChunks::SetPrgSize(uint32_t number, uint32_t size) {
-    if (number > 15 || size == 0) {
-        return;
-    }
+    if (number > 15 || size == 0) return;
     prgName_ = "PRG";
     AppendHex(prgName_, number, 1);
     prgSize_ = size;
@@ -109,9 +106,7 @@ std::vector<uint8_t> UnifChunks::Head() const {
         AppendChunkHead(bytes, name, static_cast<uint32_t>(data.size()));
         bytes.insert(bytes.end(), data.begin(), data.end());
     }
-    if (prgSize_ != 0) {
-        AppendChunkHead(bytes, prgName_, prgSize_);
-    }
+    if (prgSize_ != 0) AppendChunkHead(bytes, prgName_, prgSize_);
     return bytes;
 }
 

@@ -51,9 +51,7 @@ BoardRegisters CoolboyRegisters(const MulticartItem& item) {
     SetAddressAndMask(chr, item.chrOffset, chrMask);
     chr[3] = Bits(item.chrOffset, 16, 13);
 
-    if (item.mapper == 0) {
-        SetNrom(item, registers);
-    }
+    if (item.mapper == 0) SetNrom(item, registers);
     return registers;
 }
 
