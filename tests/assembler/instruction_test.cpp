@@ -40,20 +40,18 @@ struct Form {
     bool refusable = true;              // false: another form stands in for a missing one
 };
 
-const std::vector<Form> kForms = {
-    {"imm", {"#$12", "# 18", "#(3*6)"}, {0x12}},
-    {"zp", {"<$34", "$34", "< $34 ;x"}, {0x34}},
-    {"zpx", {"<$34,X", "$34,x", "<$34 , X"}, {0x34}, false},
-    {"zpy", {"<$34,Y", "$34,y"}, {0x34}, false},
-    {"abs", {"$1234", "$1200+$34"}, {0x34, 0x12}, false},
-    {"abx", {"$1234,X", "$1234 ,x"}, {0x34, 0x12}},
-    {"aby", {"$1234,Y", "$1234,y"}, {0x34, 0x12}},
-    {"ind", {"[$1234]", "($1234)"}, {0x34, 0x12}},
-    {"(,x)", {"[$34,X]", "($34,x)", "[ $34 , X ]"}, {0x34}},
-    {"(),y", {"[$34],Y", "($34),y", "[$34] , Y"}, {0x34}},
-    {"acc", {"A", "a", ""}, {}, false},
-    {"rel", {"$8000", "*", "here"}, {0xFE}, false},
-};
+const std::vector<Form> kForms = {{"imm", {"#$12", "# 18", "#(3*6)"}, {0x12}},
+                                  {"zp", {"<$34", "$34", "< $34 ;x"}, {0x34}},
+                                  {"zpx", {"<$34,X", "$34,x", "<$34 , X"}, {0x34}, false},
+                                  {"zpy", {"<$34,Y", "$34,y"}, {0x34}, false},
+                                  {"abs", {"$1234", "$1200+$34"}, {0x34, 0x12}, false},
+                                  {"abx", {"$1234,X", "$1234 ,x"}, {0x34, 0x12}},
+                                  {"aby", {"$1234,Y", "$1234,y"}, {0x34, 0x12}},
+                                  {"ind", {"[$1234]", "($1234)"}, {0x34, 0x12}},
+                                  {"(,x)", {"[$34,X]", "($34,x)", "[ $34 , X ]"}, {0x34}},
+                                  {"(),y", {"[$34],Y", "($34),y", "[$34] , Y"}, {0x34}},
+                                  {"acc", {"A", "a", ""}, {}, false},
+                                  {"rel", {"$8000", "*", "here"}, {0xFE}, false}};
 
 AssemblyResult Assembled(const std::string& name, const std::string& operand) {
     return AssembleText(" .org $8000\nhere " + name + " " + operand + "\n");

@@ -39,8 +39,7 @@ TEST(Limits, RefuseWithAMessage) {
          "Too many names are used above their definition! x"},
         {" .inesprg 0\n .db 1\n", "The ROM has no banks!"},
         {" .org here + 1\nhere .db 1\n", "Phase error: the value changes with its own use! here"},
-        {std::string(" .db 1\n \0\0\n", 11), "Unexpected character!"},
-    };
+        {std::string(" .db 1\n \0\0\n", 11), "Unexpected character!"}};
     for (const auto& [text, message] : rows) {
         const AssemblyResult result = AssembleText(text);
         EXPECT_TRUE(!result.Ok() && result.rom.empty()) << message;

@@ -64,8 +64,7 @@ TEST(BankLayout, PlacesGamesAroundTheMenu) {
         {"COOLGIRL's menu starts at 0", Laid(kGirl, 8, {{2}}), "0 | 20000 | 28000"},
         {"MINDKIDS as COOLBOY", Laid(kKids, 16, {{2, 1}}), "40000 | 0 8000 | 80000"},
         {"a multiple of 1.5 MB", Laid(kGirl, 8, {{96}}), "0 | 180000 | 300000"},
-        {"no menu gives nothing", Laid(kBoy, 0, {{2, 1}}), " |  | 0"},
-    };
+        {"no menu gives nothing", Laid(kBoy, 0, {{2, 1}}), " |  | 0"}};
     for (const auto& [what, places, expected] : rows)
         EXPECT_EQ(places, expected) << what;
 }

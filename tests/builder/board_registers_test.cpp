@@ -34,8 +34,7 @@ TEST(BoardRegisters, Coolboy) {
         {"256 KB of CHR clear the top bit", 16, 32, 4, 0x100000, 0, "00900080", "00800000"},
         {"1 MB", 64, 1, 4, 0x100000, 0x2000, "80500080", "40800001"},
         {"NROM of 32 KB at an odd place", 2, 1, 0, 0x2C000, 0x36000, "C1820096", "C180001B"},
-        {"NROM of 16 KB", 1, 1, 0, 0x10000, 0x14000, "C0800098", "C080001A"},
-    };
+        {"NROM of 16 KB", 1, 1, 0, 0x10000, 0x14000, "C0800098", "C080001A"}};
     for (const auto& row : rows) {
         const BoardRegisters registers = CoolboyRegisters(
             Placed(Game(0, row.prgUnits, row.chrUnits, row.mapper), row.prgOffset, row.chrOffset));
@@ -59,8 +58,7 @@ TEST(BoardRegisters, Coolgirl) {
         {"a code above 31 reaches register 7", 8, 16, 67, 0x20000, 0, 1, "0008F800D00004E9"},
         {"flags go to the top of register 6", 8, 16, 25, 0x20000, 1, 0, "0008F880F000B881"},
         {"96 units at 126 MB", 96, 64, 228, 0x7E00000, 1, 0, "1F8020E000000981"},
-        {"256 KB of CHR", 128, 32, 4, 0, 1, 0, "0000808040001481"},
-    };
+        {"256 KB of CHR", 128, 32, 4, 0, 1, 0, "0000808040001481"}};
     for (const auto& row : rows) {
         MulticartItem item =
             Placed(Game(0, row.prgUnits, row.chrUnits, row.mapper), row.prgOffset, 0);

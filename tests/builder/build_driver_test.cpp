@@ -42,8 +42,7 @@ TEST_F(BuildDriver, RefusesWhatTheBoardCantRun) {
         {"mapper1", {8, 0, 1}, "Error: 1.mapper1 Mapper1 not supported!\r\n"},
         {"trained", {1, 1, 0, 4}, "1.trained Trainer not supported!"},
         {"three", {3, 1, 0}, "1.three PRG = 48KB CHR = 8KB not supported!"},
-        {"gone", {8, 0, 4}, "1.gone Not a valid NES file!"},
-    };
+        {"gone", {8, 0, 4}, "1.gone Not a valid NES file!"}};
     for (const auto& [name, shape, message] : rows) {
         games_.clear();
         const auto file = Add(name, shape);

@@ -81,8 +81,7 @@ TEST_F(DesignCompile, CaptionEndsAtTheScreensEdgeButIsKeptWhole) {
         {0x204C, std::u16string(20, u'B'), " .STR \"" + std::string(20, 'B') + "\""},
         {0x205F, u"CD", " .STR \"C\""},
         {0x2040, caption, " .STR \"" + std::string(32, 'A') + "\""},
-        {0x204C, caption, " .STR \"" + std::string(20, 'A') + "\""},
-    };
+        {0x204C, caption, " .STR \"" + std::string(20, 'A') + "\""}};
     for (const auto& [address, text, line] : rows) {
         design_.CaptionPpuAddr = address;
         EXPECT_EQ(CaptionLine(text), line);

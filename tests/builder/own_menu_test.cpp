@@ -214,8 +214,7 @@ TEST_F(OwnMenus, AreRefusedWithTheirReason) {
         {"e.nes", ImageBytes({12, 0, 4}, 1), menuError("e.nes", 4, 192, 0)},
         {"f.nes", ImageBytes({16, 1, 1}, 1), menuError("f.nes", 1, 256, 8)},
         {"g.nes", "no image", menuError("g.nes", 0, 128, 0)},
-        {"h.txt", "no menu", notOne("h.txt")},
-    };
+        {"h.txt", "no menu", notOne("h.txt")}};
     for (const auto& [file, content, message] : rows) {
         SCOPED_TRACE(file);
         UseExternMenu(Own(file), content);

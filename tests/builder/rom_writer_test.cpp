@@ -29,8 +29,7 @@ TEST(RomHeader, Nes20) {
         {kPlainLimit, girl, {0xFF, 0, 0x62, 0x58, 0x01, 0x0E, 0x90, 12}, kPlainLimit},
         {kPlainLimit + 16384, girl, {104, 0, 0x62, 0x58, 0x01, 0x0F, 0x90, 12}, 64 * kMegabyte},
         {100 * kMegabyte, girl, {108, 0, 0x62, 0x58, 0x01, 0x0F, 0x90, 12}, 128 * kMegabyte},
-        {128 * kMegabyte, girl, {108, 0, 0x62, 0x58, 0x01, 0x0F, 0x90, 12}, 128 * kMegabyte},
-    };
+        {128 * kMegabyte, girl, {108, 0, 0x62, 0x58, 0x01, 0x0F, 0x90, 12}, 128 * kMegabyte}};
     for (const auto& [romSize, board, bytes, dataSize] : rows) {
         const Nes20Header header = MakeNes20Header(romSize, board);
         EXPECT_THAT(std::span(header.bytes).subspan(4, 8), testing::ElementsAreArray(bytes));

@@ -2,6 +2,7 @@
 
 #include <regex>
 #include <set>
+#include <sstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,13 +15,20 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-ParseResult Parse(std::vector<const char*> values) {
-    values.insert(values.begin(), "bankweaver-cli");
+// Of words with blanks between them; '' is an empty one.
+ParseResult Parse(const std::string& line) {
+    std::istringstream text("bankweaver-cli " + line);
+    std::vector<std::string> words;
+    for (std::string word; text >> word;)
+        words.push_back(word == "''" ? "" : word);
+    std::vector<const char*> values;
+    for (const std::string& word : words)
+        values.push_back(word.c_str());
     return ParseArguments(static_cast<int>(values.size()), values.data());
 }
 
 TEST(Arguments, DefaultsAreThoseOfAFreshStore) {
-    const auto parsed = Parse({"build", "-o", "cart.nes", "b.nes", "a.fcl"});
+    const auto parsed = Parse("build -o cart.nes b.nes a.fcl");
     ASSERT_TRUE(parsed.arguments) << parsed.text;
     const Arguments& arguments = *parsed.arguments;
     EXPECT_EQ(arguments.command, Command::kBuild);
@@ -38,33 +46,11 @@ TEST(Arguments, DefaultsAreThoseOfAFreshStore) {
 }
 
 TEST(Arguments, EveryOptionReachesItsSetting) {
-    const auto parsed = Parse({"build",
-                               "--board",
-                               "mindkids",
-                               "--menu-size",
-                               "512",
-                               "--page-size",
-                               "20",
-                               "--style",
-                               "white",
-                               "--music",
-                               "1",
-                               "--page-number",
-                               "--insert-row",
-                               "--turning-speed",
-                               "4",
-                               "--number",
-                               "--dot",
-                               "--fill",
-                               "--extern-menu",
-                               "m.asm",
-                               "--keep-work",
-                               "kept",
-                               "--report",
-                               "-",
-                               "-o",
-                               "x.UNF",
-                               "g.nes"});
+    const auto parsed = Parse(
+        "build --board mindkids --menu-size 512 --page-size 20 --style white --music 1 "
+        "--page-number "
+        "--insert-row --turning-speed 4 --number --dot --fill --extern-menu m.asm --keep-work kept "
+        "--report - -o x.UNF g.nes");
     ASSERT_TRUE(parsed.arguments) << parsed.text;
     const Arguments& arguments = *parsed.arguments;
     const BuildSettings& settings = arguments.settings;
@@ -81,64 +67,44 @@ TEST(Arguments, EveryOptionReachesItsSetting) {
     EXPECT_EQ(arguments.keepWork, "kept");
     EXPECT_EQ(arguments.report, "-");
     EXPECT_FALSE(settings.CustomEnable);
-    const auto designed = Parse({"export", "--design", "s.fcm", "-d", "x", "g.nes"});
+    const auto designed = Parse("export --design s.fcm -d x g.nes");
     ASSERT_TRUE(designed.arguments);
     EXPECT_TRUE(designed.arguments->settings.CustomEnable);
     EXPECT_EQ(designed.arguments->design, "s.fcm");
-    const auto exported =
-        Parse({"export", "--board", "coolgirl", "--menu-size", "256", "-d", "x", "g.nes"});
+    const auto exported = Parse("export --board coolgirl --menu-size 256 -d x g.nes");
     ASSERT_TRUE(exported.arguments);
     EXPECT_EQ(exported.arguments->settings.ExportRomType, 1u);
     EXPECT_EQ(exported.arguments->settings.ExportMenuUnits(), 16u);
 }
 
 TEST(Arguments, WrongUsageIsRefused) {
-    const std::vector<std::vector<const char*>> wrong{
-        {},
-        {"bild", "x.nes"},
-        {"build", "x.nes"},
-        {"build", "-o", "x.nes"},
-        {"build", "-o", "x.nes", "--frobnicate", "g.nes"},
-        {"build", "-o", "x.nes", "--board", "coolbox", "g.nes"},
-        {"build", "-o", "x.nes", "--menu-size", "64", "g.nes"},
-        {"build", "-o", "x.nes", "--page-size", "12", "g.nes"},
-        {"build", "-o", "x.nes", "--music", "6", "g.nes"},
-        {"build", "-o", "x.nes", "--turning-speed", "0", "g.nes"},
-        {"build", "-o", "x.nes", "--format", "ines", "g.nes"},
-        {"build", "-o", "x.nes", "--json", "g.nes"},
-        {"export", "g.nes"},
-        {"info", "--report", "x", "g.nes"},
-        {"info", "--design", "x.fcm", "g.nes"},
-        {"build", "-o", "x.nes", "--design", "", "g.nes"},
-        {"design"},
-        {"design", "pack", "folder"},
-        {"design", "pack", "-o", "x.fcm"},
-        {"design", "unpack", "x.fcm"},
-        {"design", "unpack", "x.fcm", "-o", "y"},
-        {"design", "pack", "a", "b", "-o", "x.fcm"},
-        {"design", "info"},
-        {"design", "convert", "x.fcm"},
-        {"design", "convert", "--save", "tiles=x"},
-        {"design", "convert", "--save", "sprites"},
-        {"design", "convert", "--save", "sprites="},
-        {"design", "convert", "--save", "video-memory-2000=x"},
-        {"design", "convert", "--save", "sprites=x", "--load", "characters=x"},
-    };
-    for (const auto& values : wrong) {
-        const auto parsed = Parse(values);
-        EXPECT_FALSE(parsed.arguments) << testing::PrintToString(values);
+    std::istringstream wrong(
+        ";bild x.nes;build x.nes;build -o x.nes;build -o x.nes --frobnicate g.nes;"
+        "build -o x.nes --board coolbox g.nes;build -o x.nes --menu-size 64 g.nes;"
+        "build -o x.nes --page-size 12 g.nes;build -o x.nes --music 6 g.nes;"
+        "build -o x.nes --turning-speed 0 g.nes;build -o x.nes --format ines g.nes;"
+        "build -o x.nes --json g.nes;export g.nes;info --report x g.nes;"
+        "info --design x.fcm g.nes;build -o x.nes --design '' g.nes;design;"
+        "design pack folder;design pack -o x.fcm;design unpack x.fcm;"
+        "design unpack x.fcm -o y;design pack a b -o x.fcm;design info;design convert x.fcm;"
+        "design convert --save tiles=x;design convert --save sprites;"
+        "design convert --save sprites=;design convert --save video-memory-2000=x;"
+        "design convert --save sprites=x --load characters=x;");
+    for (std::string line; std::getline(wrong, line, ';');) {
+        const auto parsed = Parse(line);
+        EXPECT_FALSE(parsed.arguments) << line;
         EXPECT_EQ(parsed.exitCode, 2);
         EXPECT_FALSE(parsed.text.empty());
     }
-    EXPECT_EQ(Parse({"--help"}).exitCode, 0);
-    EXPECT_THAT(Parse({"--version"}).text, HasSubstr("bankweaver-cli 0."));
+    EXPECT_EQ(Parse("--help").exitCode, 0);
+    EXPECT_THAT(Parse("--version").text, HasSubstr("bankweaver-cli 0."));
 }
 
 TEST(Arguments, ThePageTellsEveryOption) {
     const std::string page = test::ReadText(BANKWEAVER_CLI_PAGE);
     std::set<std::string> options;
     for (const char* command : {"info", "build", "export", "list"}) {
-        const std::string help = Parse({command, "--help"}).text;
+        const std::string help = Parse(std::string(command) + " --help").text;
         const std::regex option("--[a-z][a-z-]+");
         for (std::sregex_iterator at(help.begin(), help.end(), option), end; at != end; ++at) {
             options.insert(at->str());

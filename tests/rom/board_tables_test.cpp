@@ -89,13 +89,6 @@ TEST(BoardTables, ConfigsFitTheirRegisterBits) {
     EXPECT_THAT(columns(206), ElementsAre(20, 4, 4, 2));
 }
 
-struct ShownCase {
-    const char* what;
-    std::array<int, 6> bytes;  // header bytes 4 to 9
-    bool coolboy;
-    bool coolgirl;
-};
-
 InesHeader MakeHeader(const std::array<int, 6>& bytes) {
     InesHeader header;
     for (size_t i = 0; i < bytes.size(); ++i)
@@ -104,27 +97,29 @@ InesHeader MakeHeader(const std::array<int, 6>& bytes) {
 }
 
 TEST(BoardTables, WhatTheListShows) {
-    const ShownCase cases[] = {
-        {"mapper 0, 32 KB, 8 KB CHR", {2, 1, 0, 0, 0, 0}, true, true},
-        {"mapper 0, 48 KB: no power of two", {3, 1, 0, 0, 0, 0}, false, false},
-        {"mapper 0, 16 KB CHR: only COOLBOY looks", {2, 2, 0, 0, 0, 0}, false, true},
-        {"mapper 1", {8, 0, 0x10, 0, 0, 0}, false, true},
-        {"mapper 4, 2 MB", {128, 32, 0x40, 0, 0, 0}, true, true},
-        {"mapper 4, 1 MB CHR: CHR isn't looked at", {64, 128, 0x40, 0, 0, 0}, true, true},
-        {"mapper 4, 48 KB", {3, 0, 0x40, 0, 0, 0}, false, false},
-        {"mapper 74", {16, 16, 0xA0, 0x40, 0, 0}, true, true},
-        {"mapper 74, PRG sizes as mapper 4", {128, 16, 0xA0, 0x40, 0, 0}, true, true},
-        {"mapper 5 without CHR ROM", {8, 0, 0x50, 0, 0, 0}, false, true},
-        {"mapper 184", {2, 4, 0x80, 0xB0, 0, 0}, false, true},
-        {"mapper 228, 1.5 MB", {96, 64, 0x40, 0xE0, 0, 0}, false, true},
-        {"mapper 228, 768 KB", {48, 64, 0x40, 0xE0, 0, 0}, false, false},
-        {"mapper 6 is unknown", {2, 1, 0x60, 0, 0, 0}, false, false},
-        {"PRG size 0", {0, 1, 0, 0, 0, 0}, false, false},
-        {"NES 2.0 with mapper 256", {2, 1, 0, 0x08, 1, 0}, false, false},
-        {"NES 2.0 with 4 MB + 32 KB PRG", {2, 1, 0x40, 0x08, 0, 1}, false, false},
-        {"NES 2.0 with a low PRG size of 0", {0, 1, 0x40, 0x08, 0, 1}, false, false},
-    };
-    for (const ShownCase& c : cases) {
+    const struct {
+        const char* what;
+        std::array<int, 6> bytes;  // header bytes 4 to 9
+        bool coolboy, coolgirl;
+    } cases[] = {{"mapper 0, 32 KB, 8 KB CHR", {2, 1, 0, 0, 0, 0}, true, true},
+                 {"mapper 0, 48 KB: no power of two", {3, 1, 0, 0, 0, 0}, false, false},
+                 {"mapper 0, 16 KB CHR: only COOLBOY looks", {2, 2, 0, 0, 0, 0}, false, true},
+                 {"mapper 1", {8, 0, 0x10, 0, 0, 0}, false, true},
+                 {"mapper 4, 2 MB", {128, 32, 0x40, 0, 0, 0}, true, true},
+                 {"mapper 4, 1 MB CHR: CHR isn't looked at", {64, 128, 0x40, 0, 0, 0}, true, true},
+                 {"mapper 4, 48 KB", {3, 0, 0x40, 0, 0, 0}, false, false},
+                 {"mapper 74", {16, 16, 0xA0, 0x40, 0, 0}, true, true},
+                 {"mapper 74, PRG sizes as mapper 4", {128, 16, 0xA0, 0x40, 0, 0}, true, true},
+                 {"mapper 5 without CHR ROM", {8, 0, 0x50, 0, 0, 0}, false, true},
+                 {"mapper 184", {2, 4, 0x80, 0xB0, 0, 0}, false, true},
+                 {"mapper 228, 1.5 MB", {96, 64, 0x40, 0xE0, 0, 0}, false, true},
+                 {"mapper 228, 768 KB", {48, 64, 0x40, 0xE0, 0, 0}, false, false},
+                 {"mapper 6 is unknown", {2, 1, 0x60, 0, 0, 0}, false, false},
+                 {"PRG size 0", {0, 1, 0, 0, 0, 0}, false, false},
+                 {"NES 2.0 with mapper 256", {2, 1, 0, 0x08, 1, 0}, false, false},
+                 {"NES 2.0 with 4 MB + 32 KB PRG", {2, 1, 0x40, 0x08, 0, 1}, false, false},
+                 {"NES 2.0 with a low PRG size of 0", {0, 1, 0x40, 0x08, 0, 1}, false, false}};
+    for (const auto& c : cases) {
         EXPECT_EQ(CoolboySupported(MakeHeader(c.bytes)), c.coolboy) << c.what;
         EXPECT_EQ(CoolgirlSupported(MakeHeader(c.bytes)), c.coolgirl) << c.what;
     }
@@ -133,23 +128,20 @@ TEST(BoardTables, WhatTheListShows) {
     EXPECT_FALSE(CoolboySupported(foreign) || CoolgirlSupported(foreign));
 }
 
-struct HeaderCase {
-    const char* what;
-    std::array<int, 6> bytes;  // header bytes 4 to 9
-    bool nes20;
-    uint32_t prg, chr, mapper;
-};
-
 TEST(InesHeader, SizesAndMapperByItsVersion) {
-    const HeaderCase cases[] = {
+    const struct {
+        const char* what;
+        std::array<int, 6> bytes;  // header bytes 4 to 9
+        bool nes20;
+        uint32_t prg, chr, mapper;
+    } cases[] = {
         {"plain", {8, 16, 0x41, 0x20, 0, 0}, false, 8, 16, 0x24},
         {"iNES ignores bytes 8 and 9", {8, 16, 0x41, 0x20, 0xFF, 0xFF}, false, 8, 16, 0x24},
         {"NES 2.0", {8, 16, 0x41, 0x28, 0xF3, 0x21}, true, 0x108, 0x210, 0x324},
         {"NES 2.0, largest", {255, 255, 0xF0, 0xF8, 0x0F, 0xFF}, true, 4095, 4095, 4095},
         {"archaic", {8, 16, 0x41, 0x24, 0xF3, 0x21}, false, 8, 16, 0x24},
-        {"both bits", {8, 16, 0x41, 0x2C, 0xF3, 0x21}, false, 8, 16, 0x24},
-    };
-    for (const HeaderCase& c : cases) {
+        {"both bits", {8, 16, 0x41, 0x2C, 0xF3, 0x21}, false, 8, 16, 0x24}};
+    for (const auto& c : cases) {
         const InesHeader header = MakeHeader(c.bytes);
         EXPECT_EQ(header.IsNes20(), c.nes20) << c.what;
         EXPECT_EQ(header.PrgCount(), c.prg) << c.what;

@@ -33,8 +33,7 @@ void Die(const std::string& how) {
         {"abort", [] { std::abort(); }},
         {"bus", [] { std::raise(SIGBUS); }},
         {"number", [] { std::raise(SIGFPE); }},
-        {"instruction", [] { std::raise(SIGILL); }},
-    };
+        {"instruction", [] { std::raise(SIGILL); }}};
     ways.at(how)();
 }
 

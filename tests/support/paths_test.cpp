@@ -10,22 +10,19 @@ namespace bw {
 namespace {
 
 TEST(Paths, NameWithoutExtension) {
-    const std::pair<const char16_t*, const char16_t*> cases[] = {
-        {u"/roms/Game.nes", u"Game"},
-        {u"Game v1.2.nes", u"Game v1.2"},
-        {u"/roms.old/Game", u"Game"},
-        {u"/roms/.nes", u""},
-        {u"/roms/", u""},
-        {u"", u""},
-        {u"/roms/Game.", u"Game"},
-    };
-    for (const auto& [path, name] : cases) {
+    const std::pair<const char16_t*, const char16_t*> cases[] = {{u"/roms/Game.nes", u"Game"},
+                                                                 {u"Game v1.2.nes", u"Game v1.2"},
+                                                                 {u"/roms.old/Game", u"Game"},
+                                                                 {u"/roms/.nes", u""},
+                                                                 {u"/roms/", u""},
+                                                                 {u"", u""},
+                                                                 {u"/roms/Game.", u"Game"}};
+    for (const auto& [path, name] : cases)
         EXPECT_EQ(NameWithoutExtension(path), name) << ToUtf8(path);
-    }
 }
 
 TEST(Paths, ExtensionIgnoresCaseAndFolders) {
-    EXPECT_TRUE(HasExtension("/lists/my.FCL", "fcl"));
+    EXPECT_TRUE(HasExtension("/lists/my.v1.FCL", "fcl"));
     EXPECT_TRUE(HasExtension(".fcl", "fcl"));
     EXPECT_FALSE(HasExtension("/my.fcl/list", "fcl"));
     EXPECT_FALSE(HasExtension("fcl", "fcl"));

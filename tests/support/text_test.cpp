@@ -24,8 +24,7 @@ TEST(Text, WellFormedTextConvertsBothWays) {
         {"bounds of three bytes", "\xE0\xA0\x80\xEF\xBF\xBF", u"\u0800\uFFFF"},
         {"beside the surrogates", "\xED\x9F\xBF\xEE\x80\x80", u"\uD7FF\uE000"},
         {"bounds of four bytes", "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", u"\U00010000\U0010FFFF"},
-        {"a game's name", "\xE9\xAD\x82\xE6\x96\x97\xE7\xBD\x97", u"\u9B42\u6597\u7F57"},
-    };
+        {"a game's name", "\xE9\xAD\x82\xE6\x96\x97\xE7\xBD\x97", u"\u9B42\u6597\u7F57"}};
     for (const Conversion& c : cases) {
         EXPECT_EQ(ToWide(c.utf8), c.wide) << c.about;
         EXPECT_EQ(ToUtf8(c.wide), c.utf8) << c.about;
@@ -43,8 +42,7 @@ TEST(Text, MalformedBytesBecomeOneReplacementEach) {
         {"four bytes where three do", "\xF0\x8F\xBF\xBF", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
         {"half a surrogate pair", "\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},
         {"beyond the last point", "\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
-        {"no byte of UTF-8", "\xFF\xFE", u"\uFFFD\uFFFD"},
-    };
+        {"no byte of UTF-8", "\xFF\xFE", u"\uFFFD\uFFFD"}};
     for (const Conversion& c : cases)
         EXPECT_EQ(ToWide(c.utf8), c.wide) << c.about;
 }
@@ -57,11 +55,8 @@ TEST(Text, LoneSurrogatesBecomeReplacements) {
     EXPECT_EQ(ToUtf8(std::u16string{0xD83C, 0xD83C, 0xDFAE}), replacement + "\xF0\x9F\x8E\xAE");
 }
 
-TEST(Text, SingleByteKeepsLatinLettersOnly) {
+TEST(Text, SingleBytesAndCapitals) {
     EXPECT_EQ(ToSingleByte(u"A\u00E9\u00FF\u0100\u9B42\U0001F3AE"), "A\xE9\xFF????");
-}
-
-TEST(Text, CapitalsAndComparisonKnowAsciiOnly) {
     EXPECT_TRUE(EqualIgnoringAsciiCase(u"Game.FCL", u"gAME.fcl"));
     EXPECT_FALSE(EqualIgnoringAsciiCase(u"\u00E9", u"\u00C9"));
     EXPECT_FALSE(EqualIgnoringAsciiCase(u"fcl", u"fclx"));
@@ -99,10 +94,7 @@ TEST(Text, FormatsAsThePlaceholdersOfTheMessagesAsk) {
     EXPECT_EQ(FormatText(u"%d", uint64_t{1} << 33), u"8589934592");
     EXPECT_EQ(FormatText(u"%s", std::u16string_view(u"%d%n")), u"%d%n");
     EXPECT_EQ(FormatText(u"no placeholder"), u"no placeholder");
-}
-
-TEST(Text, FormatThatDoesNotFitComesBackUnfilled) {
-    EXPECT_EQ(FormatText(u"%d of %d", 1), u"%d of %d");
+    EXPECT_EQ(FormatText(u"%d of %d", 1), u"%d of %d") << "what doesn't fit comes back unfilled";
     EXPECT_EQ(FormatText(u"50%"), u"50%");
 }
 
