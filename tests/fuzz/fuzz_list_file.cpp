@@ -39,11 +39,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Expect(storedAgain.ToText() == first);
     if (tooMany) return 0;
 
-    const bw::RememberedList list = bw::LoadRememberedList({data, size}, kBase);
-    bw::IniFile storedList;
-    bw::StoreListEntries(list.games, kBase, storedList);
-    Expect(storedList.ToText() == first);
-    const std::string whole = bw::StoreRememberedList(list.games, list.widths, kBase);
-    Expect(bw::LoadRememberedList(Bytes(whole), kBase).widths == list.widths);
+    const bw::RememberedList remembered = bw::LoadRememberedList({data, size}, kBase);
+    bw::IniFile storedRemembered;
+    bw::StoreListEntries(remembered.games, kBase, storedRemembered);
+    Expect(storedRemembered.ToText() == first);
+    const std::string whole = bw::StoreRememberedList(remembered.games, remembered.widths, kBase);
+    Expect(bw::LoadRememberedList(Bytes(whole), kBase).widths == remembered.widths);
     return 0;
 }
