@@ -21,9 +21,8 @@ constexpr size_t kPiece = 64;
 std::u16string Key(size_t number, std::u16string_view field) {
     std::u16string key(6, u'0');
     key[5] = u'_';
-    for (size_t i = 5; i > 0; --i, number /= 10) {
+    for (size_t i = 5; i > 0; --i, number /= 10)
         key[i - 1] = static_cast<char16_t>(u'0' + number % 10);
-    }
     return key.append(field);
 }
 

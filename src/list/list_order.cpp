@@ -22,9 +22,8 @@ constexpr size_t kDeepest = 1000;   // units; equal beginnings are seldom longer
 
 uint64_t HeadOf(std::u16string_view text, size_t from) {
     uint64_t head = 0;
-    for (size_t i = from; i < from + kHeadUnits; ++i) {
+    for (size_t i = from; i < from + kHeadUnits; ++i)
         head = head << kUnitBits | (i < text.size() ? Utf8Rank(text[i]) + 1u : 0u);
-    }
     return head;
 }
 

@@ -21,9 +21,8 @@ std::string StoreRememberedList(const GameList& games, const ColumnWidths& width
                                 const std::filesystem::path& base) {
     IniFile text;
     StoreListEntries(games, base, text);
-    for (size_t column = 0; column < widths.size(); ++column) {
+    for (size_t column = 0; column < widths.size(); ++column)
         text.SetInt(kSection, WidthKey(column), widths[column]);
-    }
     return text.ToText();
 }
 

@@ -198,7 +198,7 @@ TEST_F(Building, AnExportRunsBesideAnything) {
     std::filesystem::create_directories(folder_ / "tables");
     host_.dialogs.folder = folder_ / "tables";
     host_.dialogs.answers = {kEndYes};
-    ASSERT_TRUE(host_.tasks->TryBegin());
+    const BackgroundTasks::Turn turn = host_.tasks->TryBegin();
     commands_.Export();
     ASSERT_TRUE(Until([&] { return !host_.tasks->AnyRunning(); }));
     EXPECT_TRUE(host_.tasks->TaskBusy()) << "another's";

@@ -21,13 +21,14 @@ constexpr const char* kOverLimit =
 class Hold {
   public:
     explicit Hold(BackgroundTasks& tasks) {
-        EXPECT_TRUE(tasks.TryBegin());
-        tasks.StartListTask(
-            [this](TaskControl& control) {
-                while (!letGo_ && !control.Stop())
-                    std::this_thread::yield();
-            },
-            {});
+        BackgroundTasks::Turn turn = tasks.TryBegin();
+        EXPECT_TRUE(turn);
+        tasks.StartListTask(std::move(turn),
+                            [this](TaskControl& control) {
+                                while (!letGo_ && !control.Stop())
+                                    std::this_thread::yield();
+                            },
+                            {});
     }
     void LetGo() { letGo_ = true; }
 
@@ -72,10 +73,10 @@ TEST_F(Tasks, TellTheNewestNewsNowAndThen) {
 }
 
 TEST_F(Tasks, AnExceptionEndsTheTaskAlone) {
-    ASSERT_TRUE(host_.tasks->TryBegin());
     bool finished = false;
-    host_.tasks->StartListTask([](TaskControl&) { throw std::runtime_error("no memory"); },
-                               [&] { finished = !host_.tasks->TaskBusy(); });
+    host_.tasks->StartListTask(
+        host_.tasks->TryBegin(), [](TaskControl&) { throw std::runtime_error("no memory"); },
+        [&] { finished = !host_.tasks->TaskBusy(); });
     Finish();
     EXPECT_TRUE(finished);
     EXPECT_EQ(host_.failure, "no memory");

@@ -40,9 +40,8 @@ CAboutDialog::CAboutDialog(Language language, QWidget* parent, const QString& ho
     connect(&link_, &QLabel::linkActivated, this, &CAboutDialog::FollowLink);
 
     layout_.addStretch();
-    for (QLabel* label : {&icon_, &product_, &link_}) {
+    for (QLabel* label : {&icon_, &product_, &link_})
         layout_.addWidget(label, 0, Qt::AlignHCenter);
-    }
     layout_.addStretch();
     layout_.addWidget(&button_, 0, Qt::AlignHCenter);
     button_.setDefault(true);

@@ -207,9 +207,8 @@ void CRenameDialog::ShowBusy(bool busy) {
     const bool atStop = focusWidget() == &stop_;
     if (busy) focusBefore_ = focusWidget();
     if (busy) stop_.show();
-    for (QPushButton* button : {&findNext_, &replaceOne_, &replaceAll_}) {
+    for (QPushButton* button : {&findNext_, &replaceOne_, &replaceAll_})
         button->setEnabled(!busy);
-    }
     if (busy && focusBefore_ && !focusBefore_->isEnabled()) stop_.setFocus();
     if (!busy && atStop && focusBefore_) focusBefore_->setFocus();
     if (!busy) stop_.hide();

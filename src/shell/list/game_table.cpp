@@ -48,9 +48,8 @@ GameTable::GameTable(GameListModel& model, QWidget* parent)
     setDragDropMode(DropOnly);
     SetUpHeaders();
     FitRows();
-    for (const QScrollBar* bar : {horizontalScrollBar(), verticalScrollBar()}) {
+    for (const QScrollBar* bar : {horizontalScrollBar(), verticalScrollBar()})
         connect(bar, &QScrollBar::valueChanged, this, &GameTable::CellsMoved);
-    }
 }
 
 GameTable::~GameTable() = default;

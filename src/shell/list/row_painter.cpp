@@ -13,7 +13,7 @@ constexpr int kTextMargin = 4;         // at both sides of a cell's text, in pix
 constexpr int kRowMargin = 3;          // above and below the line of text
 constexpr float kFrameOpacity = 0.6F;  // of the check square's frame
 
-// Light pinks and blues: selected, even and odd rows.
+// Light blues: selected, even and odd rows.
 constexpr std::array<QRgb, 3> kCheckedRows{0xFF90ACFF, 0xFF96F0FF, 0xFF96E1FF};
 constexpr std::array<QRgb, 3> kUncheckedRows{0xFFACACFF, 0xFFC8F0FF, 0xFFC8E1FF};
 constexpr QRgb kText = 0xFF000000;

@@ -34,9 +34,8 @@ CMainDialog::CMainDialog(const MainDialogServices& services)
     middle->addWidget(&parts_->buttons);
     rows->addLayout(middle, 1);
     rows->addWidget(&parts_->status);
-    for (size_t i = 0; i < ButtonColumn::kButtons; ++i) {
+    for (size_t i = 0; i < ButtonColumn::kButtons; ++i)
         AddControl(ButtonColumn::CommandOf(i), parts_->buttons.Button(i));
-    }
     setMinimumSize(kLeastSize);
     resize(kFirstSize);
 }

@@ -125,9 +125,7 @@ bool CMainDialog::Parts::TrayAvailable() const {
 }
 
 void CMainDialog::Parts::BringUp() {
-    if (window.isMinimized()) {
-        window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
-    }
+    if (window.isMinimized()) window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
     window.show();
     window.raise();
     window.activateWindow();

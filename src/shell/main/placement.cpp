@@ -65,9 +65,8 @@ QRect OntoScreen(const QRect& place, std::span<const QRect> screens) {
 
 void RestorePlacement(const SettingsStore& store, QWidget& window) {
     std::vector<QRect> screens;
-    for (const QScreen* screen : QGuiApplication::screens()) {
+    for (const QScreen* screen : QGuiApplication::screens())
         screens.push_back(screen->availableGeometry());
-    }
     if (const std::optional<QRect> place = StoredPlacement(store)) {
         window.setGeometry(OntoScreen(
             QRect(place->topLeft(), place->size().expandedTo(window.minimumSize())), screens));

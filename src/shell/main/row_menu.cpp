@@ -38,9 +38,8 @@ void RowMenu::AddCheckedEntries(const ListHost& host, size_t checked, const Main
     addSeparator();
     // The commands work on the checked rows, wherever the menu was opened: say so.
     checked_.setTitle(QtText(TextId::kCheckedItemsEntry, host.CurrentLanguage()).arg(checked));
-    for (const int id : {kCommandMoveUp, kCommandMoveDown, kCommandMoveTop, kCommandMoveBottom}) {
+    for (const int id : {kCommandMoveUp, kCommandMoveDown, kCommandMoveTop, kCommandMoveBottom})
         checked_.addAction(&menu.Entry(id));
-    }
     checked_.addSeparator();
     checked_.addAction(&menu.Entry(kCommandRemove));
     addMenu(&checked_);

@@ -20,7 +20,7 @@ constexpr int kNewsInterval = 60;  // milliseconds
 
 class BackgroundTasks::Task : public TaskControl {
   public:
-    Task(UiQueue& queue, bool ownsBusy) : queue_(queue), ownsBusy_(ownsBusy) {}
+    Task(UiQueue& queue, Turn turn) : queue_(queue), turn_(std::move(turn)) {}
 
     // `atEnd` runs on the task's thread, last of all.
     void Run(Work work, std::function<void()> atEnd) {
@@ -43,7 +43,8 @@ class BackgroundTasks::Task : public TaskControl {
     void Join() {
         if (thread_.joinable()) thread_.join();
     }
-    bool OwnsBusy() const { return ownsBusy_; }
+    bool OnList() const { return turn_ != nullptr; }
+    Turn TakeTurn() { return std::move(turn_); }
     TaskProgress News() const {
         const std::lock_guard guard(lock_);
         return news_;
@@ -70,7 +71,7 @@ class BackgroundTasks::Task : public TaskControl {
     }
 
     UiQueue& queue_;
-    bool ownsBusy_;
+    Turn turn_;  // of a list task
     std::atomic<bool> stop_ = false;
     mutable std::mutex lock_;
     TaskProgress news_;
@@ -95,19 +96,29 @@ BackgroundTasks::BackgroundTasks(UiQueue& queue, std::function<void()> changed,
 BackgroundTasks::~BackgroundTasks() {
     queue_.Close();
     StopAll();
+    changed_ = {};
     tasks_.clear();
 }
 
-void BackgroundTasks::StartListTask(Work work, std::function<void()> finish) {
-    Start(std::move(work), std::move(finish), true);
+void BackgroundTasks::GiveUp::operator()(BackgroundTasks* tasks) const {
+    tasks->ClearBusy();
+    tasks->Changed();
+}
+
+BackgroundTasks::Turn BackgroundTasks::TryBegin() {
+    return Turn(std::exchange(taskBusy_, true) ? nullptr : this);
+}
+
+void BackgroundTasks::StartListTask(Turn turn, Work work, std::function<void()> finish) {
+    Start(std::move(work), std::move(finish), std::move(turn));
 }
 
 void BackgroundTasks::StartFreeTask(Work work, std::function<void()> finish) {
-    Start(std::move(work), std::move(finish), false);
+    Start(std::move(work), std::move(finish), nullptr);
 }
 
-void BackgroundTasks::Start(Work work, std::function<void()> finish, bool ownsBusy) {
-    Task& task = *tasks_.emplace_back(std::make_unique<Task>(queue_, ownsBusy));
+void BackgroundTasks::Start(Work work, std::function<void()> finish, Turn turn) {
+    Task& task = *tasks_.emplace_back(std::make_unique<Task>(queue_, std::move(turn)));
     const auto atEnd = [this, &task, finish = std::move(finish)] {
         queue_.Post([this, &task, finish] { End(task, finish); });
     };
@@ -127,14 +138,10 @@ void BackgroundTasks::End(Task& task, const std::function<void()>& finish) {
     tasks_.erase(place);
     ended->Join();
     if (tasks_.empty()) newsTimer_.stop();
-    if (ended->OwnsBusy()) ClearBusy();
+    // Told of below, with the rest.
+    if (ended->TakeTurn().release() != nullptr) ClearBusy();
     if (!ended->Failure().empty() && failed_) failed_(ended->Failure());
     if (finish) finish();
-    Changed();
-}
-
-void BackgroundTasks::GiveUp() {
-    ClearBusy();
     Changed();
 }
 
@@ -154,7 +161,7 @@ void BackgroundTasks::WhenFree(std::function<void()> work) {
 
 TaskProgress BackgroundTasks::Progress() const {
     const auto listTask =
-        std::ranges::find_if(tasks_, [](const auto& task) { return task->OwnsBusy(); });
+        std::ranges::find_if(tasks_, [](const auto& task) { return task->OnList(); });
     if (listTask != tasks_.end()) return (*listTask)->News();
     return tasks_.empty() ? TaskProgress{} : tasks_.back()->News();
 }

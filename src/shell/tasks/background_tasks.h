@@ -45,21 +45,25 @@ class BackgroundTasks {
     ~BackgroundTasks();
 
     // The one flag that keeps list tasks apart. Commands that would change the list read it first.
-    std::atomic<bool>& TaskBusy() { return taskBusy_; }
-    const std::atomic<bool>& TaskBusy() const { return taskBusy_; }
+    bool TaskBusy() const { return taskBusy_; }
+    // Sets TaskBusy while somebody has it: whoever prepares a list task, then the task. Not to
+    // outlive the tasks.
+    struct GiveUp {
+        void operator()(BackgroundTasks* tasks) const;
+    };
+    using Turn = std::unique_ptr<BackgroundTasks, GiveUp>;
+    // Null if TaskBusy is set.
+    [[nodiscard]] Turn TryBegin();
+
     bool AnyRunning() const { return !tasks_.empty(); }
 
     // Starts `work` on a thread of its own and then calls `finish` on the window's thread, when
-    // TaskBusy is clear again (on every path). The caller has set TaskBusy, by TryBegin().
+    // TaskBusy is clear again (on every path).
     using Work = std::function<void(TaskControl&)>;
-    void StartListTask(Work work, std::function<void()> finish);
+    void StartListTask(Turn turn, Work work, std::function<void()> finish);
     // A task that neither reads nor sets TaskBusy.
     void StartFreeTask(Work work, std::function<void()> finish);
 
-    // Sets TaskBusy; false if it was set.
-    bool TryBegin() { return !taskBusy_.exchange(true); }
-    // Clears TaskBusy of a TryBegin() that no task followed.
-    void GiveUp();
     // Calls `work` on the window's thread as soon as TaskBusy is clear: now or after the task at
     // hand. Another task may have begun by then if several wait.
     void WhenFree(std::function<void()> work);
@@ -71,7 +75,7 @@ class BackgroundTasks {
 
   private:
     class Task;
-    void Start(Work work, std::function<void()> finish, bool ownsBusy);
+    void Start(Work work, std::function<void()> finish, Turn turn);
     void End(Task& task, const std::function<void()>& finish);
     void ClearBusy();
     void Changed() const;
@@ -79,7 +83,7 @@ class BackgroundTasks {
     UiQueue& queue_;
     std::function<void()> changed_;
     std::function<void(std::u16string_view)> failed_;
-    std::atomic<bool> taskBusy_ = false;
+    bool taskBusy_ = false;  // the window's thread alone looks at it
     std::vector<std::unique_ptr<Task>> tasks_;
     std::vector<std::function<void()>> waiting_;
     QTimer newsTimer_;  // runs while a task does

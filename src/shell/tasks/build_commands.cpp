@@ -69,11 +69,13 @@ void BuildCommands::Build(BoardType board) {
         Warn(host_, *problem);
         return;
     }
-    if (!tasks.TryBegin()) return;
+    BackgroundTasks::Turn turn = tasks.TryBegin();
+    if (!turn) return;
     host_.Tell({});
     const bool sweep = !std::exchange(sweptFolders_, true);
     const auto job = std::make_shared<Job>(host_);
     tasks.StartListTask(
+        std::move(turn),
         [job, board, sweep](TaskControl& control) {
             if (sweep) RemoveAbandonedWorkFolders();
             WindowBuildUser user(control, job->dialogs, job->language);

@@ -117,7 +117,8 @@ void Finish(Search& search, SearchFinish finish, ListHost& host) {
 
 // Nothing but `finish` touches the list, on the window's thread and at once.
 void Start(ListHost& host, const FindRecord& record, SearchStep step, SearchFinish finish) {
-    if (!BeginListTask(host)) return;
+    BackgroundTasks::Turn turn = BeginListTask(host);
+    if (!turn) return;
     host.Tell({});
     host.ShowSearchProblem({});
     const ListEditor& editor = host.Editor();
@@ -126,6 +127,7 @@ void Start(ListHost& host, const FindRecord& record, SearchStep step, SearchFini
                                         editor.FindRow(), editor.FindNextRow()});
     const auto done = std::make_shared<bool>(false);
     host.Tasks().StartListTask(
+        std::move(turn),
         [search, done, step](TaskControl& control) {
             RunSearch(*search, step, control);
             *done = true;

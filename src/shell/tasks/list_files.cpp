@@ -40,7 +40,8 @@ struct ListFiles::Reading {
     bool readable = true;
 };
 
-void ListFiles::Read(std::function<void(Reading&)> read, std::function<void(Reading&)> finish) {
+void ListFiles::Read(BackgroundTasks::Turn turn, std::function<void(Reading&)> read,
+                     std::function<void(Reading&)> finish) {
     host_.Tell({});
     struct Shared {
         std::unique_ptr<Reading> reading;
@@ -48,6 +49,7 @@ void ListFiles::Read(std::function<void(Reading&)> read, std::function<void(Read
     };
     const auto shared = std::make_shared<Shared>();
     host_.Tasks().StartListTask(
+        std::move(turn),
         [shared, read = std::move(read), &host = host_, base = host_.Base(),
          present = host_.Editor().Games().size()](TaskControl& control) {
             auto reading = std::make_unique<Reading>(control, host, base, present);
@@ -85,37 +87,37 @@ bool ListFiles::RefusesFullList() {
 }
 
 void ListFiles::Open() {
-    if (RefusesWhileBusy(host_) || RefusesFullList() || !BeginListTask(host_)) return;
+    BackgroundTasks::Turn turn = BeginListTask(host_);
+    if (!turn || RefusesFullList()) return;
     std::vector<std::filesystem::path> files = host_.Dialogs().AskImages(StoredFolder(kOpenFolder));
-    if (files.empty()) {
-        host_.Tasks().GiveUp();
-        return;
-    }
+    if (files.empty()) return;
     StoreFolderOf(kOpenFolder, files.front());
-    Read([files = std::move(files)](Reading& reading) { reading.intake.AddImages(files); },
-         [this](Reading& reading) {
-             // More than the limit may come in by one choice of files; that is meant.
-             Publish(reading, {.limited = false});
-         });
+    Read(
+        std::move(turn),
+        [files = std::move(files)](Reading& reading) { reading.intake.AddImages(files); },
+        [this](Reading& reading) {
+            // More than the limit may come in by one choice of files; that is meant.
+            Publish(reading, {.limited = false});
+        });
 }
 
 void ListFiles::Load() {
-    if (RefusesWhileBusy(host_) || RefusesFullList() || !BeginListTask(host_)) return;
+    BackgroundTasks::Turn turn = BeginListTask(host_);
+    if (!turn || RefusesFullList()) return;
     const auto file = host_.Dialogs().AskListToLoad(StoredFolder(kListFolder));
-    if (!file) {
-        host_.Tasks().GiveUp();
-        return;
-    }
+    if (!file) return;
     StoreFolderOf(kListFolder, *file);
-    Read([file = *file](Reading& reading) { reading.readable = reading.intake.AddList(file); },
-         [this, file = *file](Reading& reading) {
-             if (!reading.readable) {
-                 const auto format = LoadText(TextId::kNoListInFile, host_.CurrentLanguage());
-                 host_.Tell(FormatText(format, PathText(file)));
-                 return;
-             }
-             Publish(reading, {.reveal = false});
-         });
+    Read(
+        std::move(turn),
+        [file = *file](Reading& reading) { reading.readable = reading.intake.AddList(file); },
+        [this, file = *file](Reading& reading) {
+            if (!reading.readable) {
+                const auto format = LoadText(TextId::kNoListInFile, host_.CurrentLanguage());
+                host_.Tell(FormatText(format, PathText(file)));
+                return;
+            }
+            Publish(reading, {.reveal = false});
+        });
 }
 
 void ListFiles::Add(std::vector<std::filesystem::path> files) {
@@ -126,22 +128,22 @@ void ListFiles::Add(std::vector<std::filesystem::path> files) {
 
 void ListFiles::AddWaiting() {
     if (waiting_.empty()) return;
-    if (!host_.Tasks().TryBegin()) {
+    BackgroundTasks::Turn turn = host_.Tasks().TryBegin();
+    if (!turn) {
         host_.Tasks().WhenFree([this] { AddWaiting(); });
         return;
     }
     Read(
+        std::move(turn),
         [files = std::exchange(waiting_, {})](Reading& reading) { reading.intake.AddFiles(files); },
         [this](Reading& reading) { Publish(reading, {}); });
 }
 
 void ListFiles::Save() {
-    if (!BeginListTask(host_)) return;
+    BackgroundTasks::Turn turn = BeginListTask(host_);
+    if (!turn) return;
     const auto chosen = host_.Dialogs().AskListToSave(StoredFolder(kListFolder));
-    if (!chosen) {
-        host_.Tasks().GiveUp();
-        return;
-    }
+    if (!chosen) return;
     StoreFolderOf(kListFolder, *chosen);
     host_.Tell({});
     struct Saving {
@@ -153,6 +155,7 @@ void ListFiles::Save() {
     const auto saving = std::make_shared<Saving>(
         Saving{WithListExtension(*chosen), host_.Editor().Games(), host_.Base()});
     host_.Tasks().StartListTask(
+        std::move(turn),
         [saving](TaskControl& control) {
             control.Progress({PathText(saving->file.filename()), 0, 0});
             saving->done = SaveListFile(saving->file, saving->games, saving->base);
@@ -166,10 +169,12 @@ void ListFiles::Save() {
 }
 
 void ListFiles::LoadRemembered() {
-    if (!host_.Tasks().TryBegin()) return;
+    BackgroundTasks::Turn turn = host_.Tasks().TryBegin();
+    if (!turn) return;
     rememberedMissing_ = true;
     const auto remembered = std::make_shared<std::optional<RememberedList>>();
     host_.Tasks().StartListTask(
+        std::move(turn),
         [remembered, &host = host_, &store = host_.Store(),
          base = host_.Base()](TaskControl& control) {
             const auto stored = ReadWholeBinary(store, kHistoryKey, kHistoryValue);

@@ -34,7 +34,8 @@ class ListFiles {
   private:
     struct Reading;
     // `read` runs on the task's thread, `finish` on the window's unless the task was stopped.
-    void Read(std::function<void(Reading&)> read, std::function<void(Reading&)> finish);
+    void Read(BackgroundTasks::Turn turn, std::function<void(Reading&)> read,
+              std::function<void(Reading&)> finish);
     bool RefusesFullList();
     void AddWaiting();
     // Appends what was read and tells how much it was.

@@ -2,8 +2,8 @@
 
 namespace bw {
 
-bool BeginListTask(ListHost& host) {
-    return !RefusesWhileBusy(host) && host.Tasks().TryBegin();
+BackgroundTasks::Turn BeginListTask(ListHost& host) {
+    return RefusesWhileBusy(host) ? nullptr : host.Tasks().TryBegin();
 }
 
 bool RefusesWhileBusy(ListHost& host) {

@@ -39,8 +39,8 @@ class ListHost {
     virtual void ShowSearchProblem(std::u16string_view text) { Tell(text); }
 };
 
-// Sets TaskBusy; false, after telling the user, if a task is running.
-bool BeginListTask(ListHost& host);
+// For a list task; null, after telling the user, if one is running.
+[[nodiscard]] BackgroundTasks::Turn BeginListTask(ListHost& host);
 // The same look at TaskBusy without setting it, for commands that end before they return.
 bool RefusesWhileBusy(ListHost& host);
 // A message with the title of warnings.
