@@ -8,8 +8,8 @@
 #include <functional>
 #include <thread>
 
-#include "program.h"
-#include "user_home.h"
+#include "session/program.h"
+#include "session/user_home.h"
 
 namespace bw::test {
 namespace {
