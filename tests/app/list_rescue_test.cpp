@@ -16,10 +16,7 @@ class ListRescue : public testing::Test {
     // The end of a run with these games in its list.
     std::optional<std::filesystem::path> EndWith(size_t games) {
         GuardedStore store(MakeSqliteStore(file_), u"");
-        GameList list;
-        for (size_t i = 0; i < games; ++i)
-            list.emplace_back().name = u"Game";
-        const std::string text = StoreRememberedList(list, ColumnWidths{}, folder_.Path());
+        const std::string text = StoreRememberedList(GameList(games), {}, folder_.Path());
         store.RegWriteBinary(kHistoryKey, kHistoryValue,
                              std::span(reinterpret_cast<const uint8_t*>(text.data()), text.size()));
         return RescueList(store);
@@ -40,10 +37,8 @@ TEST_F(ListRescue, OnlyWhatTheSettingsRefuseGoesToNewFiles) {
     ASSERT_TRUE(first && second);
     GameList list;
     LoadListFile(*first, folder_.Path(), list);
-    EXPECT_EQ(list.size(), 2u);
     LoadListFile(*second, folder_.Path(), list);
     EXPECT_EQ(list.size(), 5u);
-    EXPECT_EQ(list[0].name, u"Game");
 }
 
 TEST_F(ListRescue, GoesElsewhereWhereTheUsersFolderCannotBeMade) {

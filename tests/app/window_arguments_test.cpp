@@ -5,22 +5,17 @@
 namespace bw {
 namespace {
 
-namespace fs = std::filesystem;
-
 WindowArguments Parse(std::vector<const char*> words) {
     words.insert(words.begin(), "bankweaver");
     return ParseWindowArguments(static_cast<int>(words.size()), words.data());
 }
 
-TEST(WindowArguments, FilesCountFromTheCurrentFolderInTheirOrder) {
-    const fs::path here = fs::current_path();
+TEST(WindowArguments, AreFilesFromTheCurrentFolderOrWordsInsteadOfTheWindow) {
+    const std::filesystem::path here = std::filesystem::current_path();
     EXPECT_EQ(Parse({"b.nes", "-platform", "offscreen", "./x/../a b.fcl", "/abs/c.nes"}).files,
-              (std::vector<fs::path>{here / "b.nes", here / "a b.fcl", "/abs/c.nes"}));
-    EXPECT_EQ(Parse({}).files, std::vector<fs::path>{});
-    EXPECT_EQ(Parse({"--", "--odd.nes"}).files, std::vector<fs::path>{here / "--odd.nes"});
-}
-
-TEST(WindowArguments, TextsInsteadOfTheWindow) {
+              (std::vector{here / "b.nes", here / "a b.fcl", std::filesystem::path("/abs/c.nes")}));
+    EXPECT_TRUE(Parse({}).files->empty());
+    EXPECT_EQ(Parse({"--", "--odd.nes"}).files, std::vector{here / "--odd.nes"});
     EXPECT_THAT(Parse({"--version"}).text, testing::StartsWith("bankweaver "));
     EXPECT_THAT(Parse({"--help"}).text, testing::HasSubstr(".fcl"));
     EXPECT_EQ(Parse({"--help"}).exitCode, 0);

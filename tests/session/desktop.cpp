@@ -25,15 +25,17 @@ void Append(std::vector<std::string>& words, const std::vector<std::string>& mor
     words.insert(words.end(), more.begin(), more.end());
 }
 
+std::vector<std::string> With(std::vector<std::string> words,
+                              const std::vector<std::string>& more) {
+    Append(words, more);
+    return words;
+}
+
 }  // namespace
 
 Desktop::Desktop() : display_(std::to_string(kWidth) + "x" + std::to_string(kHeight)) {
     if (!display_.Problem().empty()) throw SessionLost(display_.Problem());
     manager_.emplace(Run({Program("openbox"), "--sm-disable"}));
-    ShowTray();
-}
-
-void Desktop::ShowTray() {
     tray_.emplace(Run({Program("trayer"), "--edge", "bottom", "--align", "right", "--width", "10",
                        "--height", "24"}));
 }
@@ -49,23 +51,18 @@ void Desktop::MoveTo(Place place) {
     Hand(Motion(place));
 }
 
-void Desktop::Click(Place place, int button) {
-    std::vector<std::string> words = Motion(place);
-    Append(words, {"click", std::to_string(button)});
-    Hand(words);
+void Desktop::Click(Place place) {
+    Hand(With(Motion(place), {"click", "1"}));
 }
 
 void Desktop::DoubleClick(Place place) {
-    std::vector<std::string> words = Motion(place);
-    Append(words, {"click", "--repeat", "2", "--delay", "60", "1"});
-    Hand(words);
+    Hand(With(Motion(place), {"click", "--repeat", "2", "--delay", "60", "1"}));
 }
 
 // In steps, as a hand does it: a drag begins only some way from where the button went down, and
 // what lies below hears of it by motion.
 void Desktop::Drag(Place from, Place to) {
-    std::vector<std::string> words = Motion(from);
-    Append(words, {"mousedown", "1"});
+    std::vector<std::string> words = With(Motion(from), {"mousedown", "1"});
     for (int step = 1; step <= kDragSteps; ++step) {
         Append(words, {"sleep", "0.05"});
         Append(words, Motion({from.x + (to.x - from.x) * step / kDragSteps,
@@ -88,10 +85,9 @@ void Desktop::AwaitWindow(const std::string& title) {
 }
 
 void Desktop::Arrange(const std::string& title, Place corner, int width, int height) {
-    std::vector<std::string> words{"search", "--onlyvisible", "--name", "^" + title + "$"};
-    Append(words, {"windowsize", std::to_string(width), std::to_string(height)});
-    Append(words, {"windowmove", std::to_string(corner.x), std::to_string(corner.y)});
-    Hand(words);
+    Hand({"search", "--onlyvisible", "--name", "^" + title + "$", "windowsize",
+          std::to_string(width), std::to_string(height), "windowmove", std::to_string(corner.x),
+          std::to_string(corner.y)});
 }
 
 ChildProcess Desktop::Run(std::vector<std::string> words, std::vector<std::string> environment,

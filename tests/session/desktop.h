@@ -30,14 +30,12 @@ class Desktop {
     Desktop();
 
     const std::string& Display() const { return display_.Name(); }
-    void KillDisplay() { display_.Kill(); }
-    // Ends the program that shows tray icons, and starts it again.
+    // Ends the program that shows tray icons.
     void RemoveTray() { tray_.reset(); }
-    void ShowTray();
 
-    // Button 1 is the left one, 3 the right one. Keys as in "ctrl+f".
+    // Keys as in "ctrl+f".
     void MoveTo(Place place);
-    void Click(Place place, int button = 1);
+    void Click(Place place);
     void DoubleClick(Place place);
     void Drag(Place from, Place to);
     void Key(const std::string& keys);

@@ -10,27 +10,17 @@
 
 namespace {
 
-constexpr int kSide = 60;
+struct Source : QLabel {
+    QList<QUrl> files;
 
-class Source : public QLabel {
-  public:
-    explicit Source(QList<QUrl> files) : files_(std::move(files)) {
-        // Not the window manager's: it stays where it was put.
-        setWindowFlag(Qt::X11BypassWindowManagerHint);
-    }
-
-  protected:
     void mouseMoveEvent(QMouseEvent* event) override {
         if ((event->buttons() & Qt::LeftButton) == 0) return;
         auto* drag = new QDrag(this);  // Qt deletes it when the drop is done
         auto* urls = new QMimeData;
-        urls->setUrls(files_);
+        urls->setUrls(files);
         drag->setMimeData(urls);
         drag->exec(Qt::CopyAction);
     }
-
-  private:
-    QList<QUrl> files_;
 };
 
 }  // namespace
@@ -38,13 +28,14 @@ class Source : public QLabel {
 int main(int count, char** words) {
     const QApplication application(count, words);
     const QStringList given = QApplication::arguments();
-    QList<QUrl> files;
+    Source source;
     for (const QString& file : given.mid(3))
-        files.append(QUrl::fromLocalFile(file));
-    Source source(std::move(files));
+        source.files.append(QUrl::fromLocalFile(file));
+    // Not the window manager's: it stays where it was put.
+    source.setWindowFlag(Qt::X11BypassWindowManagerHint);
     source.setText("files");
     source.setWindowTitle("files to drag");
-    source.setGeometry(given.value(1).toInt(), given.value(2).toInt(), kSide, kSide);
+    source.setGeometry(given.value(1).toInt(), given.value(2).toInt(), 60, 60);
     source.show();
     return QApplication::exec();
 }

@@ -20,47 +20,46 @@ namespace {
 // The test has put its end of the conversation here.
 constexpr int kDescriptor = 3;
 
-QString Escaped(QString text) {
-    return text.replace('\\', "\\\\").replace('\t', "\\t").replace('\n', "\\n");
-}
-
 // One line for each thing that shows, parts below their whole.
 class Describer {
   public:
     QByteArray All() {
         for (QWidget* window : QApplication::topLevelWidgets())
-            if (window->isVisible()) Widget(*window, 0);
+            if (window->isVisible()) Widget(*window);
         return text_.toUtf8() + ".\n";
     }
 
   private:
-    void Line(int depth, const QString& type, const QString& id, const QString& name,
-              const QString& value, const QRect& place, const QString& states) {
-        QTextStream(&text_) << depth << '\t' << type << '\t' << Escaped(id) << '\t' << Escaped(name)
-                            << '\t' << Escaped(value) << '\t' << place.x() << '\t' << place.y()
-                            << '\t' << place.width() << '\t' << place.height() << '\t' << states
-                            << '\n';
+    // `place` is `on`'s own.
+    void Line(const QString& type, const QString& id, const QString& name, const QString& value,
+              const QWidget& on, const QRect& place, const QString& states) {
+        QTextStream line(&text_);
+        for (QString field : {type, id, name, value})
+            line << field.replace('\t', ' ').replace('\n', ' ') << '\t';
+        const QPoint corner = on.mapToGlobal(place.topLeft());
+        for (const int number : {corner.x(), corner.y(), place.width(), place.height()})
+            line << number << '\t';
+        line << states << '\n';
     }
 
-    void Widget(QWidget& widget, int depth) {
+    void Widget(QWidget& widget) {
         const auto* seen = QAccessible::queryAccessibleInterface(&widget);
-        Line(depth, widget.metaObject()->className(), widget.objectName(),
-             seen != nullptr ? seen->text(QAccessible::Name) : QString(), Value(widget),
-             QRect(widget.mapToGlobal(QPoint()), widget.size()), States(widget));
-        if (const auto* menu = qobject_cast<QMenu*>(&widget)) Actions(*menu, depth + 1);
-        if (const auto* bar = qobject_cast<QMenuBar*>(&widget)) Actions(*bar, depth + 1);
-        if (auto* header = qobject_cast<QHeaderView*>(&widget)) return Header(*header, depth + 1);
-        if (auto* view = qobject_cast<QAbstractItemView*>(&widget)) Rows(*view, depth + 1);
+        Line(widget.metaObject()->className(), widget.objectName(),
+             seen != nullptr ? seen->text(QAccessible::Name) : QString(), Value(widget), widget,
+             widget.rect(), States(widget));
+        if (const auto* menu = qobject_cast<QMenu*>(&widget)) Actions(*menu);
+        if (const auto* bar = qobject_cast<QMenuBar*>(&widget)) Actions(*bar);
+        if (auto* header = qobject_cast<QHeaderView*>(&widget)) return Header(*header);
+        if (auto* view = qobject_cast<QAbstractItemView*>(&widget)) Rows(*view);
         for (QObject* child : widget.children())
             if (auto* part = qobject_cast<QWidget*>(child); part != nullptr && part->isVisible())
-                if (!part->isWindow()) Widget(*part, depth + 1);
+                if (!part->isWindow()) Widget(*part);
     }
 
     static QString Value(const QWidget& widget) {
-        if (const auto* view = qobject_cast<const QAbstractItemView*>(&widget))
-            return view->model() != nullptr
-                       ? QString::number(view->model()->rowCount(view->rootIndex()))
-                       : "0";
+        const auto* view = qobject_cast<const QAbstractItemView*>(&widget);
+        if (view != nullptr && view->model() != nullptr)
+            return QString::number(view->model()->rowCount(view->rootIndex()));
         for (const char* property : {"text", "plainText", "currentText", "windowTitle"})
             if (const QVariant value = widget.property(property); value.isValid())
                 return value.toString();
@@ -68,41 +67,39 @@ class Describer {
     }
 
     static QString States(const QWidget& widget) {
+        const auto* button = qobject_cast<const QAbstractButton*>(&widget);
         QString states;
         if (widget.isEnabled()) states += 'e';
         if (widget.hasFocus()) states += 'f';
         if (widget.isWindow() && widget.isActiveWindow()) states += 'a';
         if (widget.isMaximized()) states += 'm';
-        const auto* button = qobject_cast<const QAbstractButton*>(&widget);
         if (button != nullptr && button->isChecked()) states += 'c';
         return states;
     }
 
     template <typename Menu>
-    void Actions(const Menu& menu, int depth) {
+    void Actions(const Menu& menu) {
         for (QAction* action : menu.actions()) {
             if (!action->isVisible() || action->isSeparator()) continue;
-            const QRect place = menu.actionGeometry(action);
-            Line(depth, "action", action->objectName(), action->text(), {},
-                 QRect(menu.mapToGlobal(place.topLeft()), place.size()),
-                 QString(action->isEnabled() ? "e" : "") + (action->isChecked() ? "c" : ""));
+            Line("action", action->objectName(), action->text(), {}, menu,
+                 menu.actionGeometry(action), action->isEnabled() ? "e" : "");
         }
     }
 
-    void Header(QHeaderView& header, int depth) {
+    void Header(const QHeaderView& header) {
         if (header.orientation() != Qt::Horizontal || header.model() == nullptr) return;
         for (int section = 0; section < header.count(); ++section) {
-            const QPoint corner(header.sectionViewportPosition(section), 0);
-            Line(depth, "header", QString::number(section),
+            Line("header", QString::number(section),
                  header.model()->headerData(section, Qt::Horizontal).toString(), {},
-                 QRect(header.viewport()->mapToGlobal(corner),
-                       QSize(header.sectionSize(section), header.height())),
+                 *header.viewport(),
+                 {header.sectionViewportPosition(section), 0, header.sectionSize(section),
+                  header.height()},
                  "e");
         }
     }
 
     // The cells in sight: a list may have twenty thousand rows.
-    void Rows(QAbstractItemView& view, int depth) {
+    void Rows(QAbstractItemView& view) {
         const QAbstractItemModel* model = view.model();
         if (model == nullptr) return;
         const QModelIndex root = view.rootIndex();
@@ -113,12 +110,9 @@ class Describer {
                 const QModelIndex cell = model->index(row, column, root);
                 const QRect place = view.visualRect(cell);
                 if (column == 0 && place.top() > sight.bottom()) return;
-                QString states = "e";
-                if (cell.data(Qt::CheckStateRole).toInt() == Qt::Checked) states += 'c';
-                if (view.selectionModel()->isSelected(cell)) states += 's';
-                Line(depth, "cell", QString("%1,%2").arg(row).arg(column), cell.data().toString(),
-                     {}, QRect(view.viewport()->mapToGlobal(place.topLeft()), place.size()),
-                     states);
+                const bool checked = cell.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+                Line("cell", QString("%1,%2").arg(row).arg(column), cell.data().toString(), {},
+                     *view.viewport(), place, checked ? "ec" : "e");
             }
         }
     }

@@ -20,38 +20,24 @@ using Clock = std::chrono::steady_clock;
 constexpr auto kPatience = 60s;
 constexpr auto kPause = 20ms;
 constexpr auto kRest = 80ms;  // of a thing that has come to its place
-constexpr size_t kSeenFields = 10;
-
-std::string Unescaped(const std::string& field) {
-    std::string text;
-    for (size_t i = 0; i < field.size(); ++i) {
-        if (field[i] != '\\' || i + 1 == field.size()) {
-            text += field[i];
-            continue;
-        }
-        const char kind = field[++i];
-        text += kind == 't' ? '\t' : kind == 'n' ? '\n' : kind;
-    }
-    return text;
-}
+constexpr size_t kSeenFields = 9;
 
 Seen ParseSeen(const std::string& line) {
     std::vector<std::string> fields;
     std::istringstream stream(line);
     for (std::string field; std::getline(stream, field, '\t');)
-        fields.push_back(Unescaped(field));
+        fields.push_back(field);
     fields.resize(kSeenFields);
     const auto number = [&](size_t field) { return std::atoi(fields[field].c_str()); };
-    return {.depth = number(0),
-            .type = fields[1],
-            .id = fields[2],
-            .name = fields[3],
-            .value = fields[4],
-            .x = number(5),
-            .y = number(6),
-            .width = number(7),
-            .height = number(8),
-            .states = fields[9]};
+    return {.type = fields[0],
+            .id = fields[1],
+            .name = fields[2],
+            .value = fields[3],
+            .x = number(4),
+            .y = number(5),
+            .width = number(6),
+            .height = number(7),
+            .states = fields[8]};
 }
 
 // "Open(&O)	Ctrl+O", "Find && Replace(&F)" and "&Undo" as a person reads them.
@@ -66,31 +52,26 @@ std::string Plain(std::string words) {
     return plain;
 }
 
-// Both ends of a conversation; the program's is closed here as soon as it has a copy.
-struct Conversation {
-    int ours = -1;
-    int theirs = -1;
-    Conversation() {
-        int ends[2];
-        if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
-            throw SessionLost("no socket");
-        ours = ends[0];
-        theirs = ends[1];
-    }
-    ~Conversation() { close(theirs); }
-};
+Wanted Of(std::string type, std::string Seen::*field, std::string words) {
+    return [=](const Seen& seen) { return seen.type == type && seen.*field == words; };
+}
 
+// The program's end of the conversation is closed here as soon as it has a copy.
 ChildProcess StartProgram(Desktop& desktop, const std::filesystem::path& home,
                           std::vector<std::string> words, std::vector<std::string> environment,
                           int& descriptor) {
-    const Conversation conversation;
-    descriptor = conversation.ours;
+    int ends[2];
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
+        throw SessionLost("no socket");
+    descriptor = ends[0];
     words.insert(words.begin(), BANKWEAVER_PROGRAM);
-    environment.insert(environment.begin(),
-                       {"BANKWEAVER_HOME=" + home.string(), "QT_QPA_PLATFORM=xcb",
-                        "QT_QPA_GENERIC_PLUGINS=session_probe",
-                        std::string("QT_PLUGIN_PATH=") + BANKWEAVER_PROBE_FOLDER});
-    return desktop.Run(std::move(words), std::move(environment), conversation.theirs);
+    environment.insert(
+        environment.begin(),
+        {"BANKWEAVER_HOME=" + home.string(), "QT_QPA_PLATFORM=xcb",
+         "QT_QPA_GENERIC_PLUGINS=session_probe", "QT_PLUGIN_PATH=" BANKWEAVER_PROBE_FOLDER});
+    ChildProcess program = desktop.Run(std::move(words), std::move(environment), ends[1]);
+    close(ends[1]);
+    return program;
 }
 
 }  // namespace
@@ -110,15 +91,15 @@ Wanted Entry(std::string words) {
 }
 
 Wanted Cell(int row, int column) {
-    return [id = std::to_string(row) + "," + std::to_string(column)](const Seen& seen) {
-        return seen.type == "cell" && seen.id == id;
-    };
+    return Of("cell", &Seen::id, std::to_string(row) + "," + std::to_string(column));
 }
 
 Wanted Header(int column) {
-    return [id = std::to_string(column)](const Seen& seen) {
-        return seen.type == "header" && seen.id == id;
-    };
+    return Of("header", &Seen::id, std::to_string(column));
+}
+
+Wanted Button(std::string words) {
+    return Of("QPushButton", &Seen::value, std::move(words));
 }
 
 Wanted TrayIcon() {
@@ -130,9 +111,7 @@ Wanted MainWindow() {
 }
 
 Wanted Rows(size_t count) {
-    return [words = std::to_string(count)](const Seen& seen) {
-        return seen.type == "bw::GameTable" && seen.value == words;
-    };
+    return Of("bw::GameTable", &Seen::value, std::to_string(count));
 }
 
 Program::Program(Desktop& desktop, const std::filesystem::path& home,
@@ -168,29 +147,26 @@ std::vector<Seen> Program::Look() {
     return all;
 }
 
+std::optional<Seen> Program::Find(const Wanted& wanted) {
+    const std::vector<Seen> all = Look();
+    const auto found = std::ranges::find_if(all, wanted);
+    return found != all.end() ? std::optional(*found) : std::nullopt;
+}
+
 Seen Program::Await(const std::string& what, const Wanted& wanted) {
-    const auto end = Clock::now() + kPatience;
-    while (Clock::now() < end) {
-        const std::vector<Seen> all = Look();
-        const auto found = std::find_if(all.begin(), all.end(), wanted);
-        if (found != all.end()) return *found;
+    for (const auto end = Clock::now() + kPatience; Clock::now() < end;) {
+        if (const auto found = Find(wanted)) return *found;
         std::this_thread::sleep_for(kPause);
     }
     Lose(what);
 }
 
 void Program::AwaitGone(const std::string& what, const Wanted& wanted) {
-    const auto end = Clock::now() + kPatience;
-    while (Clock::now() < end) {
-        if (!Shows(wanted)) return;
+    for (const auto end = Clock::now() + kPatience; Clock::now() < end;) {
+        if (!Find(wanted)) return;
         std::this_thread::sleep_for(kPause);
     }
     Lose(what + " to go");
-}
-
-bool Program::Shows(const Wanted& wanted) {
-    const std::vector<Seen> all = Look();
-    return std::any_of(all.begin(), all.end(), wanted);
 }
 
 // A window that has just opened may still be on its way to its place.
@@ -235,9 +211,8 @@ void Program::Lose(const std::string& what) {
     words << "waited in vain for " << what << "; what showed:\n";
     try {
         for (const Seen& seen : Look())
-            words << std::string(static_cast<size_t>(seen.depth), ' ') << seen.type << ' '
-                  << seen.id << " \"" << seen.name << "\" " << seen.value << ' ' << seen.states
-                  << '\n';
+            words << seen.type << ' ' << seen.id << " \"" << seen.name << "\" " << seen.value << ' '
+                  << seen.states << '\n';
     } catch (const SessionLost& lost) {
         words << lost.what();
     }

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,6 @@ namespace bw::test {
 
 // Something that shows. Rectangles are in pixels of the screen.
 struct Seen {
-    int depth = 0;      // a thing's parts follow it, one deeper
     std::string type;   // a widget's class, or: action, header, cell
     std::string id;     // "control_1002", "row,column" of a cell
     std::string name;   // as a screen reader says it; a cell's text
@@ -23,7 +23,6 @@ struct Seen {
 
     bool Enabled() const { return Has('e'); }
     bool Checked() const { return Has('c'); }
-    bool Selected() const { return Has('s'); }
     bool Focused() const { return Has('f'); }
     bool Active() const { return Has('a'); }
     bool Maximised() const { return Has('m'); }
@@ -40,6 +39,7 @@ Wanted Control(int id);
 Wanted Entry(std::string words);
 Wanted Cell(int row, int column);
 Wanted Header(int column);
+Wanted Button(std::string words);
 Wanted TrayIcon();  // a window of its own, which the tray takes in
 Wanted MainWindow();
 // The list of games with so many rows.
@@ -60,7 +60,6 @@ class Program {
     // Waits until the thing shows; throws SessionLost, telling what showed instead.
     Seen Await(const std::string& what, const Wanted& wanted);
     void AwaitGone(const std::string& what, const Wanted& wanted);
-    bool Shows(const Wanted& wanted);
 
     void Click(const std::string& what, const Wanted& wanted);
     // Opens menus by mouse, one after the other, and clicks the last entry.
@@ -76,6 +75,7 @@ class Program {
     std::string Words() const { return desktop_.WordsOf("bankweaver"); }
 
   private:
+    std::optional<Seen> Find(const Wanted& wanted);
     [[noreturn]] void Lose(const std::string& what);
 
     Desktop& desktop_;

@@ -21,11 +21,6 @@ std::unique_ptr<SettingsStore> UserHome::Store() const {
     return MakeSqliteStore(SettingsFile());
 }
 
-void UserHome::Remember(const std::string& history) const {
-    Store()->RegWriteBinary(kHistoryKey, "Data",
-                            std::vector<uint8_t>(history.begin(), history.end()));
-}
-
 void UserHome::RememberNames(const std::vector<std::string>& names) const {
     GameList games;
     for (const std::string& name : names) {
@@ -34,18 +29,16 @@ void UserHome::RememberNames(const std::vector<std::string>& names) const {
         game.name = ToWide(name);
         games.push_back(std::move(game));
     }
-    Remember(StoreRememberedList(games, ColumnWidths{}, folder_.Path()));
+    const std::string text = StoreRememberedList(games, ColumnWidths{}, folder_.Path());
+    Store()->RegWriteBinary(kHistoryKey, "Data", std::vector<uint8_t>(text.begin(), text.end()));
 }
 
 std::vector<uint8_t> UserHome::History() const {
     return ReadWholeBinary(*Store(), kHistoryKey, "Data");
 }
 
-std::vector<std::string> UserHome::RememberedNames() const {
-    std::vector<std::string> names;
-    for (const GameEntry& game : LoadRememberedList(History(), folder_.Path()).games)
-        names.push_back(ToUtf8(game.name));
-    return names;
+std::string Sample(const std::string& name) {
+    return (std::filesystem::path(BANKWEAVER_SAMPLES) / name).string();
 }
 
 std::vector<std::string> ManyNames(size_t count) {

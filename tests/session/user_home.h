@@ -23,16 +23,16 @@ class UserHome {
     // Opened anew, as another program does it.
     std::unique_ptr<SettingsStore> Store() const;
 
-    // The list that the window remembers: as text, or of games with these names and no files.
-    void Remember(const std::string& history) const;
+    // The list that the window remembers, of games with these names and no files; as text.
     void RememberNames(const std::vector<std::string>& names) const;
     std::vector<uint8_t> History() const;
-    std::vector<std::string> RememberedNames() const;
 
   private:
     TemporaryFolder folder_;
 };
 
+// A sample game's file.
+std::string Sample(const std::string& name);
 // As many names, each another.
 std::vector<std::string> ManyNames(size_t count);
 

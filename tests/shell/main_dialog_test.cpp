@@ -38,59 +38,49 @@ const ListCommand kListCommands[] = {
     {kCommandClear, "A*BCD", ""},
 };
 
-TEST_F(MainDialog, ListCommandsWorkByIdByButtonAndByMenu) {
+TEST_F(MainDialog, ListCommandsWorkAndCanBeTakenBack) {
     const auto files = Images(4);
     for (const ListCommand& command : kListCommands) {
-        for (const char* way : {"id", "button", "menu"}) {
-            SCOPED_TRACE(std::string(command.before) + " " + way + std::to_string(command.id));
-            store = MakeMemoryStore();
-            Store("Language", kCommandEnglish);
-            Start(files);
-            const std::string before = command.before;
-            int row = -1;
-            for (const char letter : before) {
-                if (letter != '*') {
-                    ++row;
-                } else {
-                    Table().model()->setData(Table().model()->index(row, 0), Qt::Checked,
-                                             Qt::CheckStateRole);
-                }
-            }
-            ASSERT_EQ(List(), before);
-            dialogs.answers = {kEndYes};
-            const QString button = QStringLiteral("control_%1").arg(command.id);
-            if (way[0] == 'i') Send(command.id);
-            if (way[0] == 'b') window->findChild<QPushButton*>(button)->click();
-            if (way[0] == 'm') Entry(command.id).trigger();
-            EXPECT_EQ(List(), command.after);
-            if (List() == before) continue;
-            if (command.id == kCommandSelectAll || command.id == kCommandSelectInverse) continue;
-            Send(kCommandUndo);
-            EXPECT_EQ(List(), before);
+        SCOPED_TRACE(std::string(command.before) + " " + std::to_string(command.id));
+        store = MakeMemoryStore();
+        Store("Language", kCommandEnglish);
+        Start(files);
+        const std::string before = command.before;
+        int row = -1;
+        QAbstractItemModel& model = *Table().model();
+        for (const char letter : before) {
+            row += letter == '*' ? 0 : 1;
+            if (letter == '*') model.setData(model.index(row, 0), Qt::Checked, Qt::CheckStateRole);
         }
+        ASSERT_EQ(List(), before);
+        dialogs.answers = {kEndYes};
+        Widget<QPushButton>(("control_" + std::to_string(command.id)).c_str()).click();
+        EXPECT_EQ(List(), command.after);
+        const bool checks = command.id == kCommandSelectAll || command.id == kCommandSelectInverse;
+        if (checks || List() == before) continue;
+        Entry(kCommandUndo).trigger();
+        EXPECT_EQ(List(), before);
+        Entry(kCommandRedo).trigger();
+        EXPECT_EQ(List(), command.after);
     }
 }
 
 TEST_F(MainDialog, TheRowsMenuWorksOnTheRowUnderIt) {
     Start(Images(2));
-    auto* view = window->findChild<GameListView*>();
     const auto choose = [&](const char* text) {
-        emit view->ContextMenuWanted({});
+        emit window->findChild<GameListView*>()->ContextMenuWanted({});
         for (QWidget* menu : QApplication::topLevelWidgets()) {
             if (menu->objectName() != QStringLiteral("row_menu")) continue;
-            for (QAction* action : menu->actions()) {
+            for (QAction* action : menu->actions())
                 if (action->text() == QString::fromLatin1(text)) action->trigger();
-            }
         }
+        return List();
     };
-    choose("&Check");
-    EXPECT_EQ(List(), "A*B");
-    choose("Un&check");
-    EXPECT_EQ(List(), "AB");
+    EXPECT_EQ(choose("&Check"), "A*B");
+    EXPECT_EQ(choose("Un&check"), "AB");
     choose("Show in &folder");
     EXPECT_EQ(dialogs.shown, std::vector{folder / "A.nes"});
-    choose("Undo");
-    EXPECT_EQ(List(), "");
+    EXPECT_EQ(choose("Undo"), "");
 }
 
 TEST_F(MainDialog, CommandsOnTheListAreRefusedWhileATaskHasIt) {
@@ -103,7 +93,6 @@ TEST_F(MainDialog, CommandsOnTheListAreRefusedWhileATaskHasIt) {
             Send(id);
             ASSERT_EQ(dialogs.told.size(), 1u) << id;
             EXPECT_EQ(dialogs.told[0].text, LoadText(TextId::kTaskBusy, Language::kEnglish));
-            EXPECT_EQ(dialogs.told[0].caption, LoadText(TextId::kWarnTitle, Language::kEnglish));
         }
         Send(kCommandClear);  // doesn't look at the task
         EXPECT_EQ(dialogs.told.back().text, LoadText(TextId::kConfirmEmptying, Language::kEnglish));
@@ -111,7 +100,8 @@ TEST_F(MainDialog, CommandsOnTheListAreRefusedWhileATaskHasIt) {
     Send(kCommandOpen);
     EXPECT_EQ(List(), "AB");
     Send(kCommandSelectAll);
-    EXPECT_EQ(StatusText(), "Selected: 2 item(s) All: 2 item(s)");
+    EXPECT_EQ(Widget<QLabel>("status_counts").text(),
+              QStringLiteral("Selected: 2 item(s) All: 2 item(s)"));
 }
 
 TEST_F(MainDialog, EveryCommandThatIsSentHasOneHandler) {
@@ -135,11 +125,7 @@ TEST_F(MainDialog, EveryCommandThatIsSentHasOneHandler) {
 TEST_F(MainDialog, CommandsThatAskOpenWhatTheyAreNamedAfter) {
     Start(Images(1));
     Send(kCommandSelectAll);
-    struct Question {
-        int id;
-        const char* asked;
-    };
-    for (const auto& [id, asked] : {Question{kCommandOpen, "images"},
+    for (const auto& [id, asked] : {std::pair{kCommandOpen, "images"},
                                     {kCommandLoad, "list to load"},
                                     {kCommandSave, "list to save"},
                                     {kCommandBuildCoolboy, "output"},
@@ -149,15 +135,12 @@ TEST_F(MainDialog, CommandsThatAskOpenWhatTheyAreNamedAfter) {
         EXPECT_TRUE(QTest::qWaitFor([&] { return !dialogs.asked.empty() && !Busy(); })) << asked;
         EXPECT_EQ(dialogs.asked, std::vector<std::string>{asked});
     }
-    struct Dialog {
-        int id;
-        int control;  // that no other one has
-    };
-    for (const auto& [id, control] : {Dialog{kCommandAbout, 1031},
+    // A control of the dialog that opens, which no other one has.
+    for (const auto& [id, control] : {std::pair{kCommandAbout, 1031},
                                       {kCommandExportSettings, 1084},
                                       {kCommandExternMenuConfig, 1092}}) {
         WhenModal([control = control](QWidget& dialog) {
-            EXPECT_TRUE(dialog.findChild<QWidget*>(QStringLiteral("control_%1").arg(control)));
+            ControlOf(dialog, control);
             dialog.close();
         });
         Send(id);
@@ -208,26 +191,25 @@ QStringList Texts(const CMainDialog& window) {
         if (widget->objectName() == QStringLiteral("status_told")) continue;
         if (qobject_cast<const QLineEdit*>(widget) != nullptr) continue;
         texts << widget->toolTip() << widget->accessibleName();
-        for (const char* property : {"text", "title"}) {
+        for (const char* property : {"text", "title"})
             texts << widget->property(property).toString();
-        }
     }
     const QAbstractItemModel& model = *window.findChild<QTableView*>()->model();
     for (int column = 0; column < model.columnCount(); ++column) {
         texts << model.headerData(column, Qt::Horizontal).toString();
-        if (column < 5 || column > 9) continue;  // names, paths, numbers
-        texts << model.index(0, column).data().toString();
+        // The others are names, paths, numbers.
+        if (column >= 5 && column <= 9) texts << model.index(0, column).data().toString();
     }
     return texts;
 }
 
 bool SameInBothLanguages(const QString& text) {
-    const bool letters = std::ranges::any_of(text, [](QChar unit) { return unit.isLetter(); });
-    if (!letters) return true;
-    const auto says = [&](const TextRow& row) {
-        return std::ranges::all_of(row.texts, [&](auto own) { return ToQt(own) == text; });
+    const auto same = [&](const auto& row) {
+        return row.chinese == row.english && ToQt(row.english) == text;
     };
-    return std::ranges::any_of(FixedTexts(), says) || std::ranges::any_of(OwnTexts(), says);
+    return std::ranges::none_of(text, [](QChar unit) { return unit.isLetter(); }) ||
+           std::ranges::any_of(LanguageTable(), same) ||
+           std::ranges::any_of(MainMenuRows(), same, &MenuRow::text);
 }
 
 TEST_F(MainDialog, AChangeOfLanguageLeavesNothingInTheOther) {
@@ -242,13 +224,11 @@ TEST_F(MainDialog, AChangeOfLanguageLeavesNothingInTheOther) {
     const QStringList chinese = settled();
     ASSERT_EQ(english.size(), chinese.size());
     for (qsizetype i = 0; i < english.size(); ++i) {
-        if (english[i] == chinese[i]) {
-            EXPECT_TRUE(SameInBothLanguages(english[i])) << english[i].toStdString();
-        }
+        EXPECT_TRUE(english[i] != chinese[i] || SameInBothLanguages(english[i]))
+            << english[i].toStdString();
     }
     EXPECT_EQ(Stored("Language"), 40022u);
-    EXPECT_TRUE(Entry(kCommandChinese).isChecked());
-    EXPECT_FALSE(Entry(kCommandEnglish).isChecked());
+    EXPECT_TRUE(Entry(kCommandChinese).isChecked() && !Entry(kCommandEnglish).isChecked());
     Send(kCommandEnglish);
     EXPECT_EQ(settled(), english);
 }
@@ -326,18 +306,17 @@ TEST_F(MainDialog, TheListAndThePlaceComeBackAtTheNextStart) {
 TEST_F(MainDialog, AListThatCannotBeStoredIsOfferedAFile) {
     listKept = [] { return false; };
     Start(Images(2));
-    dialogs.answers = {kEndCancel};
-    Close(kCloseByExit);
-    EXPECT_FALSE(Exited());
-    dialogs.answers = {kEndYes};  // and no file is chosen
-    Close(kCloseByExit);
-    EXPECT_FALSE(Exited());
+    for (const int answer : {kEndCancel, kEndYes}) {  // and no file is chosen
+        dialogs.answers = {answer};
+        Close(kCloseByExit);
+        EXPECT_FALSE(Exited());
+    }
     dialogs.answers = {kEndYes, kEndOk, kEndYes};
     dialogs.listToSave = folder / "no such folder" / "kept";
     dialogs.meanwhile = [this] {
-        if (dialogs.told.back().text == LoadText(TextId::kOperationFailed, Language::kEnglish)) {
-            dialogs.listToSave = folder / "kept";
-        }
+        const bool failed =
+            dialogs.told.back().text == LoadText(TextId::kOperationFailed, Language::kEnglish);
+        if (failed) dialogs.listToSave = folder / "kept";
     };
     Close(kCloseByExit);
     EXPECT_TRUE(Exited());
@@ -346,33 +325,39 @@ TEST_F(MainDialog, AListThatCannotBeStoredIsOfferedAFile) {
 
 TEST_F(MainDialog, AnExitAsksAboutARunningTaskAndWaitsForItsEnd) {
     Start(Images(1));
-    const FindRecord rename{u"A", std::u16string(40, u'a') + u"!", false, false};
+    const std::u16string name = std::u16string(40, u'a') + u"!";
+    const FindRecord rename{u"A", name, false, false};
     window->Send(kMessageReplaceAll, 0, reinterpret_cast<MessageParam>(&rename));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !Busy() && List().size() == 41; }));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !Busy() && List() == ToUtf8(name); }));
     const FindRecord endless{u"^(a+)+$", u"", true, false};
-    window->Send(kMessageReplaceAll, 0, reinterpret_cast<MessageParam>(&endless));
+    const auto search = [&] {
+        window->Send(kMessageReplaceAll, 0, reinterpret_cast<MessageParam>(&endless));
+    };
+    search();
     ASSERT_TRUE(Busy());
+    Widget<QAbstractButton>("status_stop").click();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !Busy(); }));
+    search();
     dialogs.told.clear();
     Close(kCloseByExit);  // answered with No
     EXPECT_EQ(dialogs.told.size(), 1u);
-    EXPECT_FALSE(Exited());
-    EXPECT_TRUE(Busy());
+    EXPECT_TRUE(!Exited() && Busy());
     dialogs.answers = {kEndYes};
     Close(kCloseByExit);
     EXPECT_TRUE(QTest::qWaitFor([&] { return Exited(); }));
     Start();
-    EXPECT_EQ(List().size(), 41u);
+    EXPECT_EQ(List(), ToUtf8(name));
 }
 
 TEST_F(MainDialog, StaysOnTopInItsPlace) {
     Start();
     window->setGeometry(50, 60, 640, 480);
-    Send(kCommandTopmost);
-    EXPECT_TRUE(window->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
-    EXPECT_TRUE(window->isVisible());
-    EXPECT_EQ(window->geometry(), QRect(50, 60, 640, 480));
-    Send(kCommandTopmost);
-    EXPECT_FALSE(window->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    for (const bool on : {true, false}) {
+        Send(kCommandTopmost);
+        EXPECT_EQ(window->windowFlags().testFlag(Qt::WindowStaysOnTopHint), on);
+        EXPECT_TRUE(window->isVisible());
+        EXPECT_EQ(window->geometry(), QRect(50, 60, 640, 480));
+    }
 }
 
 TEST_F(MainDialog, TellsAProblemOfTheStoreOnce) {
@@ -385,11 +370,8 @@ TEST_F(MainDialog, TellsAProblemOfTheStoreOnce) {
 
 TEST(Placement, BringsAWindowBackOntoAScreen) {
     const QRect screens[] = {{0, 0, 1920, 1040}, {1920, 0, 1280, 1024}};
-    struct Case {
-        QRect stored;
-        QRect place;
-    };
-    const Case cases[] = {
+    const std::pair<QRect, QRect> cases[] = {
+        // stored, and where the window stands
         {{100, 100, 800, 600}, {100, 100, 800, 600}},
         {{2000, 100, 800, 600}, {2000, 100, 800, 600}},   // on the second one
         {{-700, 100, 800, 600}, {-700, 100, 800, 600}},   // enough is seen
@@ -398,8 +380,8 @@ TEST(Placement, BringsAWindowBackOntoAScreen) {
         {{100, -500, 800, 600}, {100, 32, 800, 600}},     // the title bar is out of reach
         {{9000, 9000, 90000, 90000}, {0, 32, 1920, 1008}},
     };
-    for (const Case& each : cases)
-        EXPECT_EQ(OntoScreen(each.stored, screens), each.place);
+    for (const auto& [stored, place] : cases)
+        EXPECT_EQ(OntoScreen(stored, screens), place);
 }
 
 }  // namespace

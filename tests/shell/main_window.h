@@ -6,8 +6,6 @@
 #include <QLabel>
 #include <QSignalSpy>
 #include <QTableView>
-#include <QTest>
-#include <QTimer>
 #include <memory>
 #include <vector>
 
@@ -18,6 +16,7 @@
 #include "shell/framework/commands.h"
 #include "shell/framework/texts.h"
 #include "shell/main/main_dialog.h"
+#include "shell/qt_testing.h"
 #include "shell/scripted_dialogs.h"
 #include "support/text.h"
 
@@ -88,17 +87,11 @@ class MainWindow : public testing::Test {
         }
         return list;
     }
-    std::string StatusText() const { return Widget<QLabel>("status_counts").text().toStdString(); }
     // Clicks the button of a dialog that opens within the next call.
     void ClickLater(const char* name) {
-        QTimer::singleShot(0, window.get(), [name] {
-            QWidget* dialog = QApplication::activeModalWidget();
-            ASSERT_NE(dialog, nullptr);
-            if (auto* button = dialog->findChild<QAbstractButton*>(QString::fromLatin1(name))) {
-                button->click();
-            } else {
-                dialog->close();
-            }
+        WhenModal([name](QWidget& dialog) {
+            auto* button = dialog.findChild<QAbstractButton*>(QString::fromLatin1(name));
+            button != nullptr ? button->click() : static_cast<void>(dialog.close());
         });
     }
 

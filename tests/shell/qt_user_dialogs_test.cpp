@@ -18,25 +18,21 @@ namespace {
 
 class FileDialogs : public testing::Test {
   protected:
-    // Types a name into the file dialog that opens next.
-    void Type(const QString& name, int typesDown = 0) {
-        WhenModal([this, name, typesDown](QWidget& modal) {
-            start_ = dynamic_cast<QFileDialog&>(modal).directory().absolutePath();
-            for (int i = 0; i < typesDown; ++i) {
-                QTest::keyClick(modal.findChild<QComboBox*>(QStringLiteral("fileTypeCombo")),
-                                Qt::Key_Down);
+    // Types a name into the file dialog that opens next, and answers the question whether to
+    // replace the file that it leads to.
+    void Type(const QString& name, int typesDown = 0, std::optional<int> answer = {},
+              const std::function<void()>& then = {}) {
+        WhenModal([=, this](QWidget& modal) {
+            if (answer) {
+                WhenModal([=](QWidget& question) {
+                    if (then) then();
+                    dynamic_cast<QDialog&>(question).done(*answer);
+                });
             }
-            modal.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(name);
-            dynamic_cast<QDialog&>(modal).accept();
-        });
-    }
-    // Types a name, is asked whether to replace the file that it leads to, and answers.
-    void TypeAndAnswer(const QString& name, int answer, const std::function<void()>& then = {}) {
-        WhenModal([this, name, answer, then](QWidget& modal) {
-            WhenModal([answer, then](QWidget& question) {
-                if (then) then();
-                dynamic_cast<QDialog&>(question).done(answer);
-            });
+            start_ = dynamic_cast<QFileDialog&>(modal).directory().absolutePath();
+            auto* types = modal.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+            for (int i = 0; i < typesDown; ++i)
+                QTest::keyClick(types, Qt::Key_Down);
             modal.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(name);
             dynamic_cast<QDialog&>(modal).accept();
         });
@@ -63,9 +59,9 @@ TEST_F(FileDialogs, CompleteTheNameByTheTypeAndRememberIt) {
 
 TEST_F(FileDialogs, ReplaceNothingUnasked) {
     test::WriteText(folder_ / "my.list.fcl", "");
-    TypeAndAnswer(QStringLiteral("my.list"), kEndNo, [&] { Type(QStringLiteral("next")); });
+    Type(QStringLiteral("my.list"), 0, kEndNo, [&] { Type(QStringLiteral("next")); });
     EXPECT_EQ(dialogs_.AskListToSave(folder_.Path()), folder_ / "next.fcl");
-    TypeAndAnswer(QStringLiteral("my.list"), kEndYes);
+    Type(QStringLiteral("my.list"), 0, kEndYes);
     EXPECT_EQ(dialogs_.AskListToSave(folder_.Path()), folder_ / "my.list.fcl");
 }
 

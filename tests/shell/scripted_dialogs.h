@@ -17,9 +17,7 @@ namespace bw {
 class ScriptedDialogs : public UserDialogs {
   public:
     struct Told {
-        std::u16string text;
-        std::u16string caption;
-        MessageButtons buttons;
+        std::u16string text, caption;
     };
 
     // What was told and asked for, and the folders that the questions started at, all in order.
@@ -31,44 +29,40 @@ class ScriptedDialogs : public UserDialogs {
     // The answers to messages in order; without one, OK or No.
     std::deque<int> answers;
     std::vector<std::filesystem::path> images;
-    std::optional<std::filesystem::path> listToLoad;
-    std::optional<std::filesystem::path> listToSave;
-    std::optional<std::filesystem::path> menuFile;
+    std::optional<std::filesystem::path> listToLoad, listToSave, menuFile, folder;
     std::optional<OutputChoice> output;
-    std::optional<std::filesystem::path> folder;
     // Runs while any of the questions is open.
     std::function<void()> meanwhile;
 
     int Message(std::u16string_view text, std::u16string_view caption,
                 MessageButtons buttons) override {
-        told.push_back({std::u16string(text), std::u16string(caption), buttons});
+        told.push_back({std::u16string(text), std::u16string(caption)});
         if (meanwhile) meanwhile();
         if (answers.empty()) return buttons == MessageButtons::kYesNo ? kEndNo : kEndOk;
         const int answer = answers.front();
         answers.pop_front();
         return answer;
     }
-    std::vector<std::filesystem::path> AskImages(const std::filesystem::path& start) override {
+    using Path = std::filesystem::path;
+    std::vector<Path> AskImages(const Path& start) override {
         return Asked("images", start, images);
     }
-    std::optional<std::filesystem::path> AskListToLoad(
-        const std::filesystem::path& start) override {
+    std::optional<Path> AskListToLoad(const Path& start) override {
         return Asked("list to load", start, listToLoad);
     }
-    std::optional<std::filesystem::path> AskListToSave(
-        const std::filesystem::path& start) override {
+    std::optional<Path> AskListToSave(const Path& start) override {
         return Asked("list to save", start, listToSave);
     }
-    std::optional<std::filesystem::path> AskMenuFile(const std::filesystem::path& start) override {
+    std::optional<Path> AskMenuFile(const Path& start) override {
         return Asked("menu", start, menuFile);
     }
-    std::optional<OutputChoice> AskOutput(const std::filesystem::path& start) override {
+    std::optional<OutputChoice> AskOutput(const Path& start) override {
         return Asked("output", start, output);
     }
-    std::optional<std::filesystem::path> AskFolder(const std::filesystem::path& start) override {
+    std::optional<Path> AskFolder(const Path& start) override {
         return Asked("folder", start, folder);
     }
-    void ShowInFileManager(const std::filesystem::path& path) override { shown.push_back(path); }
+    void ShowInFileManager(const Path& path) override { shown.push_back(path); }
 
   private:
     template <typename Answer>

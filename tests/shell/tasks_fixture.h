@@ -1,7 +1,6 @@
 // A window's list without the window: tasks, a scripted person, and what was told.
 #pragma once
 
-#include <QDeadlineTimer>
 #include <functional>
 #include <memory>
 #include <string>
@@ -44,9 +43,7 @@ class FakeHost : public ListHost {
     std::vector<ListResult> applied;
     std::optional<bool> found;
     ColumnWidths widths{};
-    std::string told;
-    std::string problem;
-    std::string failure;
+    std::string told, problem, failure;
     // Null once the window has gone.
     std::unique_ptr<BackgroundTasks> tasks = std::make_unique<BackgroundTasks>(
         queue, [] {}, [this](std::u16string_view what) { failure = ToUtf8(what); });
@@ -56,13 +53,8 @@ class FakeHost : public ListHost {
 };
 
 // Runs events until this is true.
-inline testing::AssertionResult Until(const std::function<bool()>& done) {
-    const QDeadlineTimer deadline(60'000);
-    while (!done()) {
-        if (deadline.hasExpired()) return testing::AssertionFailure() << "nothing happened";
-        QTest::qWait(1);
-    }
-    return testing::AssertionSuccess();
+inline bool Until(const std::function<bool()>& done) {
+    return QTest::qWaitFor(done, 60'000);
 }
 
 class TasksFixture : public testing::Test {
@@ -72,12 +64,11 @@ class TasksFixture : public testing::Test {
         WriteText(file, ImageBytes(shape, seed));
         return file;
     }
-    void AddNames(const std::vector<std::u16string>& names, bool checked = true) {
-        GameList games;
-        for (const std::u16string& name : names) {
-            games.emplace_back();
-            games.back().name = name;
-            games.back().checked = checked;
+    void AddNames(const std::vector<std::u16string>& names) {
+        GameList games(names.size());
+        for (size_t i = 0; i < names.size(); ++i) {
+            games[i].name = names[i];
+            games[i].checked = true;
         }
         host_.editor.Append(std::move(games), {.limited = false});
     }
@@ -91,9 +82,8 @@ class TasksFixture : public testing::Test {
     // The texts of the messages since the last time.
     std::vector<std::string> Messages() {
         std::vector<std::string> texts;
-        for (const auto& message : std::exchange(host_.dialogs.told, {})) {
+        for (const auto& message : std::exchange(host_.dialogs.told, {}))
             texts.push_back(ToUtf8(message.caption) + ": " + ToUtf8(message.text));
-        }
         return texts;
     }
     void Finish() {
