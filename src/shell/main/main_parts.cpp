@@ -62,7 +62,7 @@ UserDialogs& CMainDialog::Parts::Dialogs() {
     return screenDialogs;
 }
 
-// What is missing is read at every use; what a designer has changed in this run stays.
+// For a designer at its opening and for each build: brings in what only the settings have so far.
 DesignStore& CMainDialog::Parts::Design() {
     LoadDesignData(design, services.store, DefaultTileSet());
     return design;
