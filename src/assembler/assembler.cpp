@@ -31,8 +31,9 @@ AssemblyResult Assemble(std::string_view path, SourceProvider& sources,
 std::string FormatDiagnostics(const AssemblyResult& result) {
     std::string text;
     for (const Diagnostic& diagnostic : result.diagnostics) {
-        const bool error = diagnostic.severity == Severity::Error;
-        text.append(diagnostic.file).append(":").append(std::to_string(diagnostic.line));
+        const bool error = diagnostic.severity == Severity::kError;
+        text.append(diagnostic.place.file).append(":");
+        text.append(std::to_string(diagnostic.place.line));
         text.append(error ? ": error: " : ": warning: ").append(diagnostic.text).append("\n");
     }
     if (result.errorCount != 0) {

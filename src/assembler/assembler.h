@@ -7,19 +7,14 @@
 #include <vector>
 
 #include "assembler/source_provider.h"
+#include "support/diagnostic.h"
 
 namespace bw::assembler {
 
-// An error makes the run fail; a warning is for the reader only. There is no third kind: a run goes
-// on after an error. Only text without end, too much of it or a macro that calls itself, ends it.
-enum class Severity : uint8_t { Warning, Error };
-
-struct Diagnostic {
-    Severity severity = Severity::Error;
-    std::string file;   // as named on the command line or in the INCLUDE
-    uint32_t line = 0;  // from 1
-    std::string text;
-};
+// A run goes on after an error. Only text without end, too much of it or a macro that calls itself,
+// ends it. Texts are bytes, as the source has them; files are named as on the command line or in
+// the INCLUDE.
+using Diagnostic = BasicDiagnostic<std::string>;
 
 // Limits that keep any input from eating time or memory without end.
 inline constexpr size_t kTextLimit = size_t{32} << 20U;  // bytes of all files and macros

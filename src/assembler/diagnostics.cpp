@@ -31,11 +31,11 @@ std::string Diagnostics::Spot(const Place& place) const {
 void Diagnostics::Error(const Place& place, std::string_view text, std::string_view detail) {
     if (text.empty()) return;  // kReportedBefore
     ++errorCount_;
-    Add(Severity::Error, place, text, detail);
+    Add(Severity::kError, place, text, detail);
 }
 
 void Diagnostics::Warning(const Place& place, std::string_view text, std::string_view detail) {
-    Add(Severity::Warning, place, text, detail);
+    Add(Severity::kWarning, place, text, detail);
 }
 
 void Diagnostics::Add(Severity severity, const Place& place, std::string_view text,
@@ -59,8 +59,9 @@ std::vector<Diagnostic> Diagnostics::Take() {
     std::vector<Diagnostic> result;
     result.reserve(entries_.size());
     for (Entry& entry : entries_) {
-        result.push_back({entry.severity, files_.At(entry.place.file).name, entry.place.line,
-                          std::move(entry.text)});
+        result.push_back({entry.severity,
+                          std::move(entry.text),
+                          {.file = files_.At(entry.place.file).name, .line = entry.place.line}});
     }
     return result;
 }

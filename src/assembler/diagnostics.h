@@ -37,7 +37,7 @@ class Diagnostics {
 
   private:
     struct Entry {
-        Severity severity = Severity::Error;
+        Severity severity = Severity::kError;
         Place place;
         std::string text;
     };

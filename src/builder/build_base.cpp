@@ -6,6 +6,7 @@
 
 #include "builder/resources.h"
 #include "builder/tables/menu_tables.h"
+#include "language/problem_text.h"
 #include "support/text.h"
 
 namespace bw {
@@ -20,18 +21,25 @@ void BuildBase::ShowError(std::u16string_view text) const {
 }
 
 void BuildBase::ShowFileProblem(const FileProblem& problem) const {
-    std::u16string text = Text(TextId::kOperationFailed) + u"\r\n" + PathText(problem.file);
-    if (!problem.reason.empty()) {
-        text += u": " + ToWide(problem.reason);
-    }
-    ShowError(text);
+    ShowError(Text(TextId::kOperationFailed) + u"\r\n" + ProblemText(problem, language_));
 }
 
-bool BuildBase::Passes(const CheckText& text) const {
-    if (text) {
-        ShowError(*text);
+bool BuildBase::Passes(const std::optional<Diagnostic>& fault) const {
+    if (fault) {
+        ShowError(fault->text);
     }
-    return !text;
+    return !fault;
+}
+
+bool BuildBase::Passes(const std::vector<Diagnostic>& faults) const {
+    std::u16string lines;
+    for (const Diagnostic& fault : faults) {
+        lines += fault.text + u"\r\n";
+    }
+    if (!faults.empty()) {
+        ShowError(lines);
+    }
+    return faults.empty();
 }
 
 void BuildBase::AskToShow(const std::filesystem::path& path) const {

@@ -2,12 +2,14 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "builder/input/build_context.h"
 #include "builder/layout/build_checks.h"
-#include "support/files.h"
+#include "support/diagnostic.h"
+#include "support/file_problem.h"
 
 namespace bw {
 
@@ -21,7 +23,8 @@ class BuildBase {
     void ShowError(std::u16string_view text) const;
     void ShowFileProblem(const FileProblem& problem) const;
     // True if the check has nothing to say; else the user has read it.
-    bool Passes(const CheckText& text) const;
+    bool Passes(const std::optional<Diagnostic>& fault) const;
+    bool Passes(const std::vector<Diagnostic>& faults) const;
     // Tells that the work is done, and shows the result if the user wants to see it.
     void AskToShow(const std::filesystem::path& path) const;
 

@@ -8,6 +8,7 @@
 #include "builder/output/rom_writer.h"
 #include "builder/resources.h"
 #include "builder/tables/menu_tables.h"
+#include "language/problem_text.h"
 #include "settings/setting_names.h"
 #include "support/files.h"
 #include "support/paths.h"
@@ -50,7 +51,7 @@ class RomBuild : BuildBase {
     }
 
     bool Build(BuildOutcome& outcome) {
-        const std::optional<FileProblem> unwritten = WriteResources(context_.workFolder);
+        FileResult<> prepared = WriteResources(context_.workFolder);
         if (items_.empty()) {
             user_.Message(Text(TextId::kNoFilesSelected), Text(TextId::kTipsTitle),
                           MessageKind::kTips);
@@ -59,8 +60,9 @@ class RomBuild : BuildBase {
         if (!PrepareGames(board_) || !CheckScreen()) {
             return false;
         }
-        if (unwritten || !MakeFolders(buildFolder_)) {
-            ShowFileProblem(unwritten ? *unwritten : LastFileProblem(buildFolder_));
+        if (prepared) prepared = MakeFolders(buildFolder_);
+        if (!prepared) {
+            ShowFileProblem(prepared.Problem());
             return false;
         }
         if (ExternMenuIs("asm") && !AssembleExternMenu(context_.settings.MenuSize)) {
@@ -96,8 +98,10 @@ class RomBuild : BuildBase {
         // The screen goes first, as in an export: it sets the caption whose length the
         // configuration tells, and both roads then assemble to the same menu.
         WriteScreenFiles(tables);
-        if (!WriteMenuTables(tables, outcome.layout, banks_, outcome.finalData)) {
-            ShowFileProblem(LastFileProblem(buildFolder_ / "game_config.asm"));
+        const FileResult<> written =
+            WriteMenuTables(tables, outcome.layout, banks_, outcome.finalData);
+        if (!written) {
+            ShowFileProblem(written.Problem());
             return false;
         }
         DeleteFile(menuFolder_ / "menu.nes");
@@ -117,7 +121,10 @@ class RomBuild : BuildBase {
         }
         if (exists && ExternMenuIs("nes")) {
             menu_.Load(path);
-            return true;
+            if (menu_.unread) {
+                ShowFileProblem(*menu_.unread);
+            }
+            return !menu_.unread;
         }
         ShowError(FormatText(Text(TextId::kInvalidExternalMenu), PathText(path)));
         return false;
@@ -167,17 +174,17 @@ class RomBuild : BuildBase {
             ShowError(FormatText(Text(TextId::kOutputIsAnInput), PathText(outcome.output)));
             return false;
         }
-        const std::optional<FileProblem> problem =
+        const FileResult<RomEnd> end =
             WriteRom(outcome.layout, board_, outcome.format, outcome.output,
                      [this](size_t done, size_t total, const MulticartItem& item) {
                          user_.Progress(BuildStage::kWriteRom, done, total, item.name);
                          return !user_.Cancelled();
                      });
-        if (user_.Cancelled()) {
+        if (!end) {
+            ShowFileProblem(end.Problem());
             return false;
         }
-        if (problem) {
-            ShowFileProblem(*problem);
+        if (*end == RomEnd::kStopped) {
             return false;
         }
         user_.Progress(BuildStage::kWriteRom, 1, 1, u"");
@@ -203,15 +210,18 @@ class RomBuild : BuildBase {
         if (!context_.keepWork) {
             return;
         }
-        std::error_code error;
-        std::filesystem::create_directories(*context_.keepWork, error);
-        std::filesystem::copy(menuFolder_, *context_.keepWork,
-                              std::filesystem::copy_options::recursive |
-                                  std::filesystem::copy_options::overwrite_existing,
-                              error);
-        if (error) {
-            user_.Diagnostic("the work folder can't be kept in " + context_.keepWork->string() +
-                             ": " + error.message());
+        FileResult<> kept = MakeFolders(*context_.keepWork);
+        if (kept) {
+            std::error_code error;
+            std::filesystem::copy(menuFolder_, *context_.keepWork,
+                                  std::filesystem::copy_options::recursive |
+                                      std::filesystem::copy_options::overwrite_existing,
+                                  error);
+            if (error) kept = ProblemOf(*context_.keepWork, error);
+        }
+        if (!kept) {
+            user_.Diagnostic(
+                ToUtf8(Text(TextId::kWorkFolderNotKept) + ProblemText(kept.Problem(), language_)));
         }
     }
 
@@ -221,29 +231,40 @@ class RomBuild : BuildBase {
     MulticartItem menu_;
 };
 
+// Sets the flag for as long as it lives.
+class BusyMark {
+  public:
+    explicit BusyMark(std::atomic<bool>& flag) : flag_(flag) { flag_ = true; }
+    BusyMark(const BusyMark&) = delete;
+    BusyMark& operator=(const BusyMark&) = delete;
+    ~BusyMark() { flag_ = false; }
+
+  private:
+    std::atomic<bool>& flag_;
+};
+
 }  // namespace
 
-CheckText CheckBuildStart(const GameList& games, bool taskBusy, Language language) {
-    if (taskBusy) return LoadText(TextId::kTaskBusy, language);
+std::optional<Diagnostic> CheckBuildStart(const GameList& games, bool taskBusy, Language language) {
+    if (taskBusy) return Diagnostic{Severity::kWarning, LoadText(TextId::kTaskBusy, language)};
     if (CountChecked(games) > kCheckedLimit) {
-        return FormatText(LoadText(TextId::kTooManyGames, language), kCheckedLimit);
+        return Diagnostic{Severity::kWarning,
+                          FormatText(LoadText(TextId::kTooManyGames, language), kCheckedLimit)};
     }
     return std::nullopt;
 }
 
 bool MayStartBuild(const GameList& games, const std::atomic<bool>& taskBusy, BuildUser& user) {
     const Language language = user.UiLanguage();
-    const CheckText problem = CheckBuildStart(games, taskBusy, language);
+    const std::optional<Diagnostic> problem = CheckBuildStart(games, taskBusy, language);
     if (problem)
-        user.Message(*problem, LoadText(TextId::kWarnTitle, language), MessageKind::kWarning);
+        user.Message(problem->text, LoadText(TextId::kWarnTitle, language), MessageKind::kWarning);
     return !problem;
 }
 
 BuildOutcome BuildRom(const BuildContext& context, BoardType board, std::atomic<bool>& taskBusy) {
-    taskBusy = true;
-    BuildOutcome outcome = RomBuild(context, board).Run();
-    taskBusy = false;
-    return outcome;
+    const BusyMark busy(taskBusy);
+    return RomBuild(context, board).Run();
 }
 
 }  // namespace bw

@@ -29,11 +29,12 @@ struct BuildOutcome {
 
 // What a build command tests before it starts a build: that no task runs and that not too many
 // games are checked. The words for what is in the way.
-CheckText CheckBuildStart(const GameList& games, bool taskBusy, Language language);
+std::optional<Diagnostic> CheckBuildStart(const GameList& games, bool taskBusy, Language language);
 // The same, told to the user; true if nothing is in the way.
 bool MayStartBuild(const GameList& games, const std::atomic<bool>& taskBusy, BuildUser& user);
 
-// Builds and writes the ROM. Sets `taskBusy` as its first act and clears it at its end. All
+// Builds and writes the ROM. Sets `taskBusy` as its first act and clears it at its end, whatever
+// that end is. All
 // failures are told to the user; the outcome is for programs.
 BuildOutcome BuildRom(const BuildContext& context, BoardType board, std::atomic<bool>& taskBusy);
 

@@ -21,8 +21,9 @@ class Export : BuildBase {
         if (!ReadGames(NameRules::kDesignerAndExport)) {
             return false;
         }
-        if (!folder.empty() && !WriteNameReport(names_, folder)) {
-            user_.Diagnostic("open file failed! game_list.txt in " + folder.string());
+        if (!folder.empty()) {
+            const FileResult<> report = WriteNameReport(names_, folder);
+            if (!report) TellUnwritten(user_, report.Problem());
         }
         if (!PrepareGames(board_)) {
             return false;
@@ -48,11 +49,11 @@ class Export : BuildBase {
         user_.Progress(BuildStage::kWriteTables, 0, 1, u"");
         WriteScreenFiles(tables);
         std::vector<FinalDataRecord> unused;
-        if (!WriteMenuTables(tables, layout, banks_, unused)) {
-            ShowFileProblem(LastFileProblem(folder / "game_config.asm"));
-            return false;
+        const FileResult<> written = WriteMenuTables(tables, layout, banks_, unused);
+        if (!written) {
+            ShowFileProblem(written.Problem());
         }
-        return true;
+        return static_cast<bool>(written);
     }
 
   private:

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "support/files.h"
+
 #define BANKWEAVER_EMBEDDED(name)                             \
     extern "C" const unsigned char embedded_##name##_begin[]; \
     extern "C" const unsigned char embedded_##name##_end[]
@@ -90,22 +92,23 @@ std::filesystem::path AssemblerPath(const std::filesystem::path& workFolder) {
     return workFolder / kAssembler;
 }
 
-std::optional<FileProblem> WriteResources(const std::filesystem::path& workFolder) {
+FileResult<> WriteResources(const std::filesystem::path& workFolder) {
     for (const Resource& row : ResourceTable()) {
         if (row.data.empty()) {
             continue;
         }
         const std::filesystem::path file = workFolder / row.path;
-        if (!MakeFolders(file.parent_path()) || !WriteScratchFile(file, row.data)) {
-            const FileProblem problem = LastFileProblem(file);
+        FileResult<> written = MakeFolders(file.parent_path());
+        if (written) written = WriteScratchFile(file, row.data);
+        if (!written) {
             RemoveFolder(workFolder);
-            return problem;
+            return written;
         }
     }
     std::error_code ignored;  // a folder that allows no execution shows when the assembler starts
     std::filesystem::permissions(AssemblerPath(workFolder), std::filesystem::perms::owner_exec,
                                  std::filesystem::perm_options::add, ignored);
-    return std::nullopt;
+    return {};
 }
 
 }  // namespace bw

@@ -5,11 +5,10 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <span>
 #include <string_view>
 
-#include "support/files.h"
+#include "support/file_problem.h"
 
 namespace bw {
 
@@ -31,6 +30,6 @@ std::filesystem::path AssemblerPath(const std::filesystem::path& workFolder);
 
 // Writes every row that the program carries. At the first row that fails the work folder is
 // removed and the problem comes back.
-std::optional<FileProblem> WriteResources(const std::filesystem::path& workFolder);
+FileResult<> WriteResources(const std::filesystem::path& workFolder);
 
 }  // namespace bw

@@ -15,6 +15,7 @@
 #include "cli/report.h"
 #include "cli/terminal_user.h"
 #include "designer/files/design_file.h"
+#include "language/problem_text.h"
 #include "list/list_file.h"
 #include "support/files.h"
 #include "support/paths.h"
@@ -41,59 +42,66 @@ class CommandRun {
             builds ? WithFormatExtension(FromCurrentFolder(arguments_.output), arguments_.format)
                    : std::filesystem::path(),
             language_);
-        for (const std::u16string& warning : gathered_.warnings) {
-            Warn(warning);
+        for (const Diagnostic& diagnostic : gathered_.diagnostics) {
+            if (diagnostic.severity == Severity::kWarning) Warn(FullText(diagnostic));
         }
-        Errors(gathered_.problems);
+        Errors(gathered_.diagnostics);
         switch (arguments_.command) {
             case Command::kInfo:
                 return Info();
             case Command::kList:
                 return List();
             case Command::kExport:
-                return gathered_.problems.empty() && Sound() && LoadScreen() ? Export() : kFailed;
+                return Gathered() && Sound() && LoadScreen() ? Export() : kFailed;
             default:
-                return gathered_.problems.empty() && Sound() && LoadScreen() ? Build() : kFailed;
+                return Gathered() && Sound() && LoadScreen() ? Build() : kFailed;
         }
     }
 
   private:
     const GameList& Games() const { return gathered_.games; }
     std::u16string Text(TextId id) const { return LoadText(id, language_); }
-    void Errors(const std::vector<std::u16string>& lines) {
-        for (const std::u16string& line : lines) {
-            user_.Message(line, Text(TextId::kErrorTitle), MessageKind::kError);
+    void Error(const std::u16string& text) {
+        user_.Message(text, Text(TextId::kErrorTitle), MessageKind::kError);
+    }
+    void Errors(const std::vector<Diagnostic>& diagnostics) {
+        for (const Diagnostic& diagnostic : diagnostics) {
+            if (diagnostic.severity == Severity::kError) Error(FullText(diagnostic));
         }
     }
+    // True if it is done; else the user has read why not.
+    bool Done(const FileResult<>& result) {
+        if (!result) Error(ProblemText(result.Problem(), language_));
+        return static_cast<bool>(result);
+    }
+    bool Gathered() const { return gathered_.FirstError() == nullptr; }
 
     int Info() {
         const bool printed =
-            PrintOut(arguments_.json ? InfoJson(Games()) : InfoTable(Games(), language_));
-        return printed && gathered_.problems.empty() ? kDone : kFailed;
+            Done(PrintOut(arguments_.json ? InfoJson(Games()) : InfoTable(Games(), language_)));
+        return printed && Gathered() ? kDone : kFailed;
     }
 
     int List() {
-        if (!gathered_.problems.empty()) {
+        if (!Gathered()) {
             return kFailed;
         }
         if (arguments_.output.empty()) {
-            return PrintOut(arguments_.json ? ListJson(Games()) : ListTable(Games())) ? kDone
-                                                                                      : kFailed;
+            return Done(PrintOut(arguments_.json ? ListJson(Games()) : ListTable(Games())))
+                       ? kDone
+                       : kFailed;
         }
         std::filesystem::path file = FromCurrentFolder(arguments_.output);
         if (!HasExtension(file, "fcl")) {
             file += ".fcl";
         }
-        if (!SaveListFile(file, Games(), ExecutableFolder())) {
-            Errors({FormatText(Text(TextId::kFileCantBeWritten), PathText(file))});
-            return kFailed;
-        }
-        return !arguments_.json || PrintOut(ListJson(Games())) ? kDone : kFailed;
+        const bool saved = Done(SaveListFile(file, Games(), ExecutableFolder()));
+        return saved && (!arguments_.json || Done(PrintOut(ListJson(Games())))) ? kDone : kFailed;
     }
 
     // What would go wrong on the console without a word from the build.
     bool Sound() {
-        const std::vector<std::u16string> damaged = FindDamagedImages(Games(), language_);
+        const std::vector<Diagnostic> damaged = FindDamagedImages(Games(), language_);
         Errors(damaged);
         return damaged.empty();
     }
@@ -108,15 +116,16 @@ class CommandRun {
         document.store.CaptionText = MulticartTitle(CountChecked(Games()));
         const std::filesystem::path file = FromCurrentFolder(arguments_.design);
         if (const DesignProblem problem = OpenDesign(file, document, language_)) {
-            Errors({*problem});
+            Error(FullText(*problem));
             return false;
         }
         StoreDesign(document, *store_);
         design_ = document.store;
-        const CheckText misplaced =
+        std::optional<Diagnostic> misplaced =
             CheckScreenPlaces(arguments_.settings, design_, CountChecked(Games()), language_);
         if (misplaced) {
-            Errors({PathText(file) + u": " + *misplaced});
+            misplaced->place.file = PathText(file);
+            Error(FullText(*misplaced));
             return false;
         }
         TellWhatLooksDifferent(document);
@@ -156,8 +165,7 @@ class CommandRun {
                           MessageKind::kTips);
             return kFailed;
         }
-        if (!MakeFolders(folder)) {
-            Errors({FormatText(Text(TextId::kFolderCantBeMade), PathText(folder))});
+        if (!Done(MakeFolders(folder))) {
             return kFailed;
         }
         return ExportInfo(Context(), static_cast<ExportType>(arguments_.settings.ExportRomType),
@@ -223,8 +231,8 @@ class CommandRun {
         if (!outputIsWrong && (report.empty() || (!isInput(report) && !same(report, output)))) {
             return false;
         }
-        Errors({FormatText(Text(TextId::kOutputReplacesAnother),
-                           PathText(outputIsWrong ? output : report))});
+        Error(FormatText(Text(TextId::kOutputReplacesAnother),
+                         PathText(outputIsWrong ? output : report)));
         return true;
     }
 
@@ -233,11 +241,8 @@ class CommandRun {
             return true;
         }
         const std::string report = BuildReportJson(outcome);
-        if (arguments_.report == "-" ? PrintOut(report) : WriteFile(arguments_.report, report)) {
-            return true;
-        }
-        Errors({FormatText(Text(TextId::kReportCantBeWritten), PathText(arguments_.report))});
-        return false;
+        return Done(arguments_.report == "-" ? PrintOut(report)
+                                             : WriteFile(arguments_.report, report));
     }
 
     const Arguments& arguments_;

@@ -12,7 +12,7 @@ int PackDesignFolder(const Arguments& arguments) {
     std::filesystem::path file = FromCurrentFolder(arguments.output);
     if (!HasExtension(file, "fcm")) file += ".fcm";
     std::vector<uint8_t> bytes;
-    DesignProblem problem = PackDesign(FromCurrentFolder(arguments.folder), bytes);
+    DesignProblem problem = PackDesign(FromCurrentFolder(arguments.folder), bytes, language);
     if (!problem) problem = SaveDesign(file, bytes, language);
     return TellProblem(problem, language);
 }

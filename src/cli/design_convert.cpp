@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 #include "builder/resources.h"
 #include "cli/inputs.h"
 #include "cli/report.h"
 #include "cli/terminal_user.h"
 #include "designer/files/design_parts.h"
+#include "language/problem_text.h"
 #include "support/files.h"
 #include "support/text.h"
 
@@ -55,10 +57,11 @@ DesignPart PartOf(std::string_view name) {
 DesignProblem Load(const PartFile& loaded, WorkingCopy& copy, Language language) {
     const std::filesystem::path file = FromCurrentFolder(loaded.file);
     const auto bytes = ReadFile(file, kLargestDesignFile);
-    if (!bytes) return PathText(file) + u": " + ToWide(LastFileProblem(file).reason);
-    const auto result = LoadPart(PartOf(loaded.part), *bytes, Shift::kUp, copy, language);
-    if (const auto* problem = std::get_if<std::u16string>(&result)) {
-        return PathText(file) + u": " + *problem;
+    if (!bytes) return FileDiagnostic(bytes.Problem(), language);
+    auto result = LoadPart(PartOf(loaded.part), *bytes, Shift::kUp, copy, language);
+    if (auto* problem = std::get_if<Diagnostic>(&result)) {
+        problem->place.file = PathText(file);
+        return std::move(*problem);
     }
     return std::nullopt;
 }
@@ -94,7 +97,8 @@ int DesignInfo(const Arguments& arguments) {
         return TellProblem(problem, language);
     const std::string text =
         arguments.json ? DesignJson(copy.document) : DesignTable(copy.document, language);
-    return PrintOut(text) ? 0 : 1;
+    const FileResult<> printed = PrintOut(text);
+    return printed ? 0 : TellProblem(FileDiagnostic(printed.Problem(), language), language);
 }
 
 int ConvertDesign(const Arguments& arguments) {

@@ -12,6 +12,7 @@
 #include "designer/pictures/name_table_picture.h"
 #include "designer/pictures/small_views.h"
 #include "designer/tools/text_tools.h"
+#include "language/problem_text.h"
 #include "list/game_list.h"
 #include "support/files.h"
 #include "support/paths.h"
@@ -42,20 +43,21 @@ class Renderer {
     int Run() { return TellProblem(Render(), language_); }
 
   private:
-    std::optional<std::u16string> Render() {
+    DesignProblem Render() {
         if (auto problem = Load()) return problem;
         const std::vector<uint8_t> png = SurfacePng(Picture());
         std::filesystem::path file = FromCurrentFolder(arguments_.output);
         if (!HasExtension(file, "png")) file += ".png";
-        if (!png.empty() && WriteFile(file, png)) return std::nullopt;
-        const FileProblem problem = LastFileProblem(file);
-        return PathText(problem.file) + u": " + ToWide(problem.reason);
+        const FileResult<> written =
+            png.empty() ? ProblemOf(file, std::errc::not_enough_memory) : WriteFile(file, png);
+        if (!written) return FileDiagnostic(written.Problem(), language_);
+        return std::nullopt;
     }
 
     // The design as a designer that has just been opened shows it.
-    std::optional<std::u16string> Load() {
+    DesignProblem Load() {
         const GatheredGames gathered = GatherGames(arguments_.inputs, {}, language_);
-        if (!gathered.problems.empty()) return gathered.problems.front();
+        if (const Diagnostic* error = gathered.FirstError()) return *error;
         const BuildSettings& settings = arguments_.settings;
         const auto names =
             DisplayNames(gathered.games, settings.Numbers(), NameRules::kDesignerAndExport);

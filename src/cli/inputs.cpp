@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <iterator>
 #include <system_error>
+#include <utility>
 
+#include "language/problem_text.h"
 #include "list/list_file.h"
+#include "rom/image_files.h"
 #include "support/paths.h"
 #include "support/text.h"
 
@@ -17,12 +20,10 @@ class Gatherer {
         : output_(PathText(output.lexically_normal())), language_(language) {}
 
     void Add(const std::filesystem::path& input) {
-        std::error_code error;
-        const auto kind = std::filesystem::status(input, error);
-        if (!std::filesystem::exists(kind)) {
-            Problem(TextId::kFileMissing, input);
-        } else if (std::filesystem::is_directory(kind)) {
+        if (std::error_code error; std::filesystem::is_directory(input, error)) {
             AddFolder(input);
+        } else if (const FileResult<> file = CheckRegularFile(input); !file) {
+            Tell(FileDiagnostic(file.Problem(), language_));
         } else if (HasExtension(input, "fcl")) {
             AddList(input);
         } else {
@@ -33,21 +34,26 @@ class Gatherer {
     GatheredGames Take() {
         if (overLimit_ || result_.games.size() > kListLimit) {
             result_.games.resize(std::min(result_.games.size(), kListLimit));
-            result_.warnings.push_back(FormatText(Text(TextId::kListCutToLimit), kListLimit));
+            Tell({Severity::kWarning, FormatText(Text(TextId::kListCutToLimit), kListLimit)});
         }
         return std::move(result_);
     }
 
   private:
     std::u16string Text(TextId id) const { return LoadText(id, language_); }
-    void Problem(TextId id, const std::filesystem::path& file) {
-        result_.problems.push_back(FormatText(Text(id), PathText(file)));
+    void Tell(Diagnostic diagnostic) { result_.diagnostics.push_back(std::move(diagnostic)); }
+
+    // A file without a valid header: one that can't be read isn't to be taken for no image.
+    void TellNoImage(const std::filesystem::path& file, Severity severity) {
+        const FileResult<File> image = OpenImage(file);
+        Tell(image ? Diagnostic{severity, FormatText(Text(TextId::kNotANesFile), PathText(file))}
+                   : FileDiagnostic(image.Problem(), language_, severity));
     }
 
     void AddImage(const std::filesystem::path& file) {
         GameEntry entry(FromCurrentFolder(file));
         if (!entry.HasValidHeader()) {
-            Problem(TextId::kNotANesFile, file);
+            TellNoImage(file, Severity::kError);
             return;
         }
         entry.checked = true;
@@ -57,21 +63,29 @@ class Gatherer {
     void AddFolder(const std::filesystem::path& folder) {
         size_t taken = 0;
         const std::filesystem::path absolute = FromCurrentFolder(folder).lexically_normal();
-        for (GameEntry& entry : ReadGameFolder(absolute)) {
+        std::vector<FileProblem> unread;
+        for (GameEntry& entry : ReadGameFolder(absolute, &unread)) {
             if (entry.path == output_) {
-                result_.warnings.push_back(FormatText(Text(TextId::kOutputIsNoGame), entry.path));
+                Tell({Severity::kWarning, FormatText(Text(TextId::kOutputIsNoGame), entry.path)});
                 continue;
             }
             if (!entry.HasValidHeader()) {
-                result_.warnings.push_back(FormatText(Text(TextId::kNotANesFile), entry.path));
+                TellNoImage(TextPath(entry.path), Severity::kWarning);
                 continue;
             }
             entry.checked = true;
             result_.games.push_back(std::move(entry));
             ++taken;
         }
-        if (taken == 0) {
-            Problem(TextId::kNoImagesInFolder, folder);
+        bool unreadItself = false;
+        for (const FileProblem& problem : unread) {
+            const bool itself = problem.file == absolute;
+            Tell(
+                FileDiagnostic(problem, language_, itself ? Severity::kError : Severity::kWarning));
+            unreadItself = unreadItself || itself;
+        }
+        if (taken == 0 && !unreadItself) {
+            Tell({Severity::kError, FormatText(Text(TextId::kNoImagesInFolder), PathText(folder))});
         }
     }
 
@@ -80,10 +94,10 @@ class Gatherer {
     // games.
     void AddList(const std::filesystem::path& file) {
         const std::filesystem::path own = FromCurrentFolder(file).parent_path();
-        const std::optional<ListLoadResult> loaded =
+        const FileResult<ListLoadResult> loaded =
             LoadListFile(file, ExecutableFolder(), result_.games, own);
         if (!loaded) {
-            Problem(TextId::kNotAList, file);
+            Tell(ListDiagnostic(loaded.Problem(), language_));
             return;
         }
         overLimit_ = overLimit_ || loaded->overLimit;
@@ -112,8 +126,13 @@ GatheredGames GatherGames(std::span<const std::filesystem::path> inputs,
     return gatherer.Take();
 }
 
-std::vector<std::u16string> FindDamagedImages(const GameList& games, Language language) {
-    std::vector<std::u16string> lines;
+const Diagnostic* GatheredGames::FirstError() const {
+    const auto error = std::ranges::find(diagnostics, Severity::kError, &Diagnostic::severity);
+    return error == diagnostics.end() ? nullptr : &*error;
+}
+
+std::vector<Diagnostic> FindDamagedImages(const GameList& games, Language language) {
+    std::vector<Diagnostic> faults;
     uint32_t ordinal = 0;
     for (const GameEntry& entry : games) {
         if (!entry.checked) {
@@ -123,10 +142,14 @@ std::vector<std::u16string> FindDamagedImages(const GameList& games, Language la
         if (!entry.HasValidHeader()) {
             continue;  // the build tells of it
         }
+        const auto add = [&](std::u16string text) {
+            faults.push_back(
+                {Severity::kError, std::move(text), {.row = ordinal, .name = entry.name}});
+        };
         const InesHeader& header = entry.header;
         if (header.PrgCount() != header.PrgLow() || header.ChrCount() != header.ChrLow()) {
-            lines.push_back(FormatText(LoadText(TextId::kGameSizesNotSupported, language), ordinal,
-                                       entry.name, header.PrgCount() * 16, header.ChrCount() * 8));
+            add(FormatText(LoadText(TextId::kGameSizesNotSupported, language), ordinal, entry.name,
+                           header.PrgCount() * 16, header.ChrCount() * 8));
             continue;
         }
         const uint64_t announced = kInesHeaderSize + (header.Trainer() ? kTrainerSize : 0) +
@@ -135,11 +158,11 @@ std::vector<std::u16string> FindDamagedImages(const GameList& games, Language la
         std::error_code error;
         const uint64_t size = std::filesystem::file_size(TextPath(entry.path), error);
         if (!error && size < announced) {
-            lines.push_back(FormatText(LoadText(TextId::kImageCutShort, language), ordinal,
-                                       entry.name, announced, size));
+            add(FormatText(LoadText(TextId::kImageCutShort, language), ordinal, entry.name,
+                           announced, size));
         }
     }
-    return lines;
+    return faults;
 }
 
 }  // namespace bw

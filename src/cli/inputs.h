@@ -3,11 +3,11 @@
 
 #include <filesystem>
 #include <span>
-#include <string>
 #include <vector>
 
 #include "language/language.h"
 #include "list/game_list.h"
+#include "support/diagnostic.h"
 
 namespace bw {
 
@@ -16,8 +16,11 @@ std::filesystem::path FromCurrentFolder(const std::filesystem::path& path);
 
 struct GatheredGames {
     GameList games;
-    std::vector<std::u16string> problems;  // inputs that are missing or of no use
-    std::vector<std::u16string> warnings;  // what was left out without harm
+    // Errors: inputs that are missing or of no use. Warnings: what was left out without harm.
+    std::vector<Diagnostic> diagnostics;
+
+    // Null if there is none.
+    const Diagnostic* FirstError() const;
 };
 
 // Images count as checked; a list file brings its own order, names, checks and remarks; a folder
@@ -27,7 +30,8 @@ GatheredGames GatherGames(std::span<const std::filesystem::path> inputs,
                           const std::filesystem::path& output, Language language);
 
 // Checked games that a build would take in but that can't run: files that are shorter than their
-// header says, and headers with sizes beyond those that any board takes. A line for each.
-std::vector<std::u16string> FindDamagedImages(const GameList& games, Language language);
+// header says, and headers with sizes beyond those that any board takes. The row is the game's
+// ordinal.
+std::vector<Diagnostic> FindDamagedImages(const GameList& games, Language language);
 
 }  // namespace bw

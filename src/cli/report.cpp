@@ -1,6 +1,7 @@
 #include "cli/report.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <vector>
 
@@ -301,9 +302,12 @@ std::string DesignJson(const DesignDocument& design) {
     return json.Take();
 }
 
-bool PrintOut(const std::string& text) {
-    return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() &&
-           std::fflush(stdout) == 0;
+FileResult<> PrintOut(const std::string& text) {
+    if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() &&
+        std::fflush(stdout) == 0) {
+        return {};
+    }
+    return ProblemOf("stdout", {errno, std::generic_category()});
 }
 
 }  // namespace bw

@@ -7,6 +7,7 @@
 #include "designer/model/design_document.h"
 #include "language/language.h"
 #include "list/game_list.h"
+#include "support/file_problem.h"
 
 namespace bw {
 
@@ -26,7 +27,7 @@ std::string BuildReportJson(const BuildOutcome& outcome);
 std::string DesignTable(const DesignDocument& design, Language language);
 std::string DesignJson(const DesignDocument& design);
 
-// To standard output. False if not all of it arrived.
-bool PrintOut(const std::string& text);
+// To standard output, which a problem names "stdout".
+FileResult<> PrintOut(const std::string& text);
 
 }  // namespace bw

@@ -97,10 +97,10 @@ void TerminalUser::ClearProgress() {
     }
 }
 
-int TellProblem(const std::optional<std::u16string>& problem, Language language) {
+int TellProblem(const std::optional<Diagnostic>& problem, Language language) {
     if (!problem) return 0;
     TerminalUser(language, {}, {})
-        .Message(*problem, LoadText(TextId::kErrorTitle, language), MessageKind::kError);
+        .Message(FullText(*problem), LoadText(TextId::kErrorTitle, language), MessageKind::kError);
     return 1;
 }
 

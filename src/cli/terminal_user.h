@@ -7,6 +7,7 @@
 #include <string>
 
 #include "builder/input/build_user.h"
+#include "support/diagnostic.h"
 
 namespace bw {
 
@@ -45,7 +46,7 @@ class TerminalUser : public BuildUser {
 };
 
 // Tells what is wrong, if anything is. The exit code that goes with it.
-int TellProblem(const std::optional<std::u16string>& problem, Language language);
+int TellProblem(const std::optional<Diagnostic>& problem, Language language);
 
 // Asks a running build to stop when the user interrupts the program.
 void CancelOnInterrupt();

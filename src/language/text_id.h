@@ -268,16 +268,10 @@ enum class TextId {
     kNesGames,
     kGameLists,
     kReplaceExisting,
-    kFileMissing,
-    kFileCantBeWritten,
-    kFolderCantBeMade,
-    kReportCantBeWritten,
     kGamesAdded,
     kFilesLeftOut,
     kStoppedListUnchanged,
     kListSaved,
-    kNoListInFile,
-    kNotAList,
     kNoImagesInFolder,
 
     // Searching and replacing names.
@@ -356,11 +350,8 @@ enum class TextId {
     kSpritesLeftOut,
     kMoreNamesThanRows,
     kWhiteStylePageSizes,
-    kCantBeReadOrWritten,
     kFileEmpty,
-    kNotAFile,
     kNotADesign,
-    kDesignTooLarge,
     kVideoMemorySizeWrong,
     kTooManySprites,
     kNotThisWay,
@@ -381,6 +372,23 @@ enum class TextId {
     kDiskFull,
     kWritingNotAllowed,
     kSettingsOutOfOrder,
+
+    // What is wrong with a file.
+    kNoSuchFile = 10700,
+    kNoPermission,
+    kIsFolder,
+    kIsNoFolder,
+    kNotRegularFile,
+    kFileTooLarge,
+    kFileOverLimit,
+    kDiskIsFull,
+    kDiskReadOnly,
+    kFileNameTooLong,
+    kCutShort,
+    kWrongKindOfFile,
+    kHoldsNoList,
+    kCantBeReadOrWritten,
+    kWorkFolderNotKept,
 };
 
 }  // namespace bw

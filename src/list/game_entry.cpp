@@ -24,8 +24,8 @@ void SetHeaderState(GameEntry& entry, size_t arrived) {
 }
 
 void ReadHeader(GameEntry& entry, const std::filesystem::path& file) {
-    const std::optional<File> image = OpenImage(file);
-    SetHeaderState(entry, image ? image->ReadAt(0, entry.header.bytes).value_or(0) : 0);
+    const FileResult<File> image = OpenImage(file);
+    SetHeaderState(entry, image ? image->ReadAt(0, entry.header.bytes).ValueOr(0) : 0);
 }
 
 std::u16string FolderPrefix(const std::filesystem::path& folder) {
@@ -53,8 +53,10 @@ std::vector<GameEntry> ReadGameEntries(std::span<const std::filesystem::path> pa
     return entries;
 }
 
-std::vector<GameEntry> ReadGameFolder(const std::filesystem::path& folder) {
+std::vector<GameEntry> ReadGameFolder(const std::filesystem::path& folder,
+                                      std::vector<FileProblem>* unread) {
     const FolderImages found = ListImages(folder);
+    if (unread != nullptr) *unread = found.unread;
     std::vector<std::u16string> prefixes;
     prefixes.reserve(found.folders.size());
     for (const std::filesystem::path& path : found.folders)

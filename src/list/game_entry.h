@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "rom/ines_header.h"
+#include "support/file_problem.h"
 
 namespace bw {
 
@@ -38,8 +39,9 @@ std::vector<GameEntry> ReadGameEntries(std::span<const std::filesystem::path> pa
 
 // The shallow reading of all .nes files (in any letter case) of a folder and its folders, in order
 // of path, component by component: the fast way to take in a collection. Links to folders are not
-// followed, folders that can't be read are left out. Files without a valid header are among the
-// entries.
-std::vector<GameEntry> ReadGameFolder(const std::filesystem::path& folder);
+// followed. Files without a valid header are among the entries. `unread`, if given, receives the
+// folders that couldn't be read.
+std::vector<GameEntry> ReadGameFolder(const std::filesystem::path& folder,
+                                      std::vector<FileProblem>* unread = nullptr);
 
 }  // namespace bw

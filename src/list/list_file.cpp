@@ -4,6 +4,7 @@
 #include <iterator>
 #include <string_view>
 
+#include "language/problem_text.h"
 #include "support/parallel.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -154,20 +155,30 @@ void StoreListEntries(const GameList& list, const std::filesystem::path& base, I
     }
 }
 
-std::optional<ListLoadResult> LoadListFile(const std::filesystem::path& file,
-                                           const std::filesystem::path& base, GameList& list,
-                                           const std::filesystem::path& otherBase) {
+FileResult<ListLoadResult> LoadListFile(const std::filesystem::path& file,
+                                        const std::filesystem::path& base, GameList& list,
+                                        const std::filesystem::path& otherBase) {
     IniFile text;
-    if (!text.Load(file, IsListKey) || text.GetString(kSection, kCount).empty())
-        return std::nullopt;
+    if (const FileResult<> loaded = text.Load(file, IsListKey); !loaded) return loaded.Problem();
+    if (text.GetString(kSection, kCount).empty()) {
+        return FileProblem{.file = file, .kind = FileProblem::Kind::kWrongKind};
+    }
     return AppendListEntries(text, base, list, otherBase);
 }
 
-bool SaveListFile(const std::filesystem::path& file, const GameList& list,
-                  const std::filesystem::path& base) {
+FileResult<> SaveListFile(const std::filesystem::path& file, const GameList& list,
+                          const std::filesystem::path& base) {
     IniFile text;
     StoreListEntries(list, base, text);
     return text.Save(file);
+}
+
+Diagnostic ListDiagnostic(const FileProblem& problem, Language language) {
+    Diagnostic diagnostic = FileDiagnostic(problem, language);
+    if (problem.kind == FileProblem::Kind::kWrongKind) {
+        diagnostic.text = LoadText(TextId::kHoldsNoList, language);
+    }
+    return diagnostic;
 }
 
 std::filesystem::path WithListExtension(std::filesystem::path file) {

@@ -3,10 +3,11 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <string_view>
 
+#include "language/language.h"
 #include "list/game_list.h"
+#include "support/diagnostic.h"
 #include "support/ini_file.h"
 
 namespace bw {
@@ -33,12 +34,15 @@ ListLoadResult AppendListEntries(const IniFile& text, const std::filesystem::pat
 // can't hold, become blanks.
 void StoreListEntries(const GameList& list, const std::filesystem::path& base, IniFile& text);
 
-// A list file by path; nothing if the file can't be read or holds no list.
-std::optional<ListLoadResult> LoadListFile(const std::filesystem::path& file,
-                                           const std::filesystem::path& base, GameList& list,
-                                           const std::filesystem::path& otherBase = {});
-bool SaveListFile(const std::filesystem::path& file, const GameList& list,
-                  const std::filesystem::path& base);
+// A list file by path. A file that holds no list is a problem of kWrongKind.
+FileResult<ListLoadResult> LoadListFile(const std::filesystem::path& file,
+                                        const std::filesystem::path& base, GameList& list,
+                                        const std::filesystem::path& otherBase = {});
+FileResult<> SaveListFile(const std::filesystem::path& file, const GameList& list,
+                          const std::filesystem::path& base);
+
+// Tells what is wrong with a list file.
+Diagnostic ListDiagnostic(const FileProblem& problem, Language language);
 
 // The path with ".fcl" appended, unless it ends in it already in any letter case.
 std::filesystem::path WithListExtension(std::filesystem::path file);

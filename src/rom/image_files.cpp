@@ -8,11 +8,15 @@ namespace {
 
 // Goes down at most as many levels as a path that the system opens can name.
 void AddFolder(const std::filesystem::path& folder, FolderImages& out) {
-    std::vector<FolderItem> items = ReadFolder(folder);
-    std::ranges::sort(items, {}, &FolderItem::name);
+    FileResult<std::vector<FolderItem>> items = ReadFolder(folder);
+    if (!items) {
+        out.unread.push_back(items.Problem());
+        return;
+    }
+    std::ranges::sort(*items, {}, &FolderItem::name);
     const auto index = static_cast<uint32_t>(out.folders.size());
     out.folders.push_back(folder);
-    for (FolderItem& item : items) {
+    for (FolderItem& item : *items) {
         if (item.isFolder) {
             AddFolder(folder / NamePath(item.name), out);
         } else {
@@ -23,9 +27,8 @@ void AddFolder(const std::filesystem::path& folder, FolderImages& out) {
 
 }  // namespace
 
-std::optional<File> OpenImage(const std::filesystem::path& path) {
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) return std::nullopt;
+FileResult<File> OpenImage(const std::filesystem::path& path) {
+    if (const FileResult<> regular = CheckRegularFile(path); !regular) return regular.Problem();
     return File::OpenForReading(path);
 }
 

@@ -16,7 +16,7 @@ namespace bw {
 
 // An image for reading. Only regular files open: a folder, a pipe or a device counts as a file
 // that can't be opened, and nothing waits for its other end.
-std::optional<File> OpenImage(const std::filesystem::path& path);
+FileResult<File> OpenImage(const std::filesystem::path& path);
 
 // The images of a folder tree, in order of path, component by component.
 struct FolderImages {
@@ -26,12 +26,13 @@ struct FolderImages {
     };
     std::vector<std::filesystem::path> folders;  // each begins with the path that was searched
     std::vector<Image> images;
+    std::vector<FileProblem> unread;  // folders that couldn't be read
 
     std::filesystem::path PathOf(const Image& image) const;
 };
 
 // All regular files with the extension .nes, in any letter case. Links to files count, links to
-// folders below `folder` are not followed. Folders that can't be read are left out.
+// folders below `folder` are not followed.
 FolderImages ListImages(const std::filesystem::path& folder);
 
 // Reads the starts of images that lie together, without opening each by its whole path. One object
@@ -57,8 +58,8 @@ struct FolderItem {
     std::string name;
     bool isFolder;
 };
-// The folders and the images of one folder, in any order; nothing if it can't be read.
-std::vector<FolderItem> ReadFolder(const std::filesystem::path& folder);
+// The folders and the images of one folder, in any order.
+FileResult<std::vector<FolderItem>> ReadFolder(const std::filesystem::path& folder);
 std::filesystem::path NamePath(const std::string& name);
 bool HasImageExtension(std::string_view name);
 

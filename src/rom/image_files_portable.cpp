@@ -3,10 +3,11 @@
 
 namespace bw {
 
-std::vector<FolderItem> ReadFolder(const std::filesystem::path& folder) {
+FileResult<std::vector<FolderItem>> ReadFolder(const std::filesystem::path& folder) {
     std::vector<FolderItem> items;
     std::error_code error;
     std::filesystem::directory_iterator item(folder, error);
+    if (error) return ProblemOf(folder, error);
     for (; !error && item != std::filesystem::directory_iterator(); item.increment(error)) {
         std::error_code ignored;
         std::string name = WideToBytes(PathText(item->path().filename()));
@@ -26,7 +27,7 @@ HeaderReader::~HeaderReader() = default;
 
 size_t HeaderReader::Read(const FolderImages::Image& image, std::span<uint8_t> buffer) {
     const auto file = OpenImage(images_.PathOf(image));
-    return file ? file->ReadAt(0, buffer).value_or(0) : 0;
+    return file ? file->ReadAt(0, buffer).ValueOr(0) : 0;
 }
 
 }  // namespace bw

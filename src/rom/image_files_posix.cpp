@@ -1,3 +1,4 @@
+#include <cerrno>
 #include <memory>
 
 #include <dirent.h>
@@ -40,13 +41,13 @@ ItemKind KindOf(int folder, const dirent& item) {
 
 }  // namespace
 
-std::vector<FolderItem> ReadFolder(const std::filesystem::path& folder) {
+FileResult<std::vector<FolderItem>> ReadFolder(const std::filesystem::path& folder) {
     struct CloseFolder {
         void operator()(DIR* opened) const { closedir(opened); }
     };
     std::vector<FolderItem> items;
     const std::unique_ptr<DIR, CloseFolder> opened(opendir(folder.c_str()));
-    if (!opened) return items;
+    if (!opened) return ProblemOf(folder, {errno, std::generic_category()});
     while (const dirent* item = readdir(opened.get())) {
         std::string name = item->d_name;
         if (name == "." || name == "..") continue;

@@ -21,7 +21,7 @@ uint32_t CrcOfFile(const File& file, uint64_t offset, uint32_t size, ReadBuffer&
     uint32_t crc = 0;
     while (size > 0) {
         const std::span piece = std::span(buffer).first(std::min<size_t>(size, buffer.size()));
-        const size_t arrived = file.ReadAt(offset, piece).value_or(0);
+        const size_t arrived = file.ReadAt(offset, piece).ValueOr(0);
         std::ranges::fill(piece.subspan(arrived), uint8_t{0xFF});
         crc = Crc32(piece, crc);
         offset += piece.size();
@@ -34,13 +34,21 @@ uint32_t CrcOfFile(const File& file, uint64_t offset, uint32_t size, ReadBuffer&
 
 bool MulticartItem::Load(const std::filesystem::path& file) {
     path = file;
-    const std::optional<File> image = OpenImage(path);
-    if (!image) return false;
+    unread.reset();
+    const FileResult<File> image = OpenImage(path);
+    if (!image) {
+        unread = image.Problem();
+        return false;
+    }
     InesHeader header;
-    if (!image->ReadAt(0, header.bytes) || !header.HasMagic()) return false;
+    if (const auto arrived = image->ReadAt(0, header.bytes); !arrived) {
+        unread = arrived.Problem();
+        return false;
+    }
+    if (!header.HasMagic()) return false;
 
     name = NameWithoutExtension(PathText(path));
-    fileSize = image->Size().value_or(0);
+    fileSize = image->Size().ValueOr(0);
     headerSize = kInesHeaderSize;
     trainerSize = header.Trainer() ? kTrainerSize : 0;
     mapper = header.Mapper();

@@ -3,11 +3,13 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "rom/ines_header.h"
+#include "support/file_problem.h"
 
 namespace bw {
 
@@ -36,17 +38,18 @@ struct MulticartItem {
     uint8_t battery = 0;
     uint8_t fourScreen = 0;
     uint8_t isMenu = 0;
-    uint8_t valid = 0;           // the header was read and its magic matched
-    std::filesystem::path path;  // kept even when the reading fails
-    std::u16string name;         // the file's name without folder and extension
-    uint64_t fileSize = 0;       // bytes
+    uint8_t valid = 0;                  // the header was read and its magic matched
+    std::filesystem::path path;         // kept even when the reading fails
+    std::u16string name;                // the file's name without folder and extension
+    uint64_t fileSize = 0;              // bytes
+    std::optional<FileProblem> unread;  // why the reading failed, where that is the file's fault
 
     // The deep reading: sizes, flags and the CRC of PRG and CHR data. True if the header was read
     // and its magic matched. Whole images are never held in memory. Bytes 4 and 5 alone give the
     // sizes, also in a NES 2.0 header (the list's reading adds byte 9; the difference is meant). A
     // file that ends early is no failure: missing header bytes keep the magic and zeros, missing
     // data counts as 0xFF. Only regular files can be loaded. A failed load changes `path` and
-    // nothing else.
+    // `unread` and nothing else.
     bool Load(const std::filesystem::path& file);
 
     void SetPrgCount(uint32_t count);

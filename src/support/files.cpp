@@ -1,8 +1,8 @@
 #include "support/files.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <random>
+#include <string>
 #include <system_error>
 #include <utility>
 
@@ -20,15 +20,21 @@ std::span<const uint8_t> BytesOf(std::string_view text) {
 }
 
 // The file that is meant, behind links that may lead nowhere yet.
-std::optional<fs::path> FollowLinks(fs::path path) {
+FileResult<fs::path> FollowLinks(const fs::path& link) {
+    fs::path path = link;
     std::error_code error;
     for (int i = 0; i < kMostLinks; ++i) {
         if (!fs::is_symlink(path, error)) return path;
         const fs::path destination = fs::read_symlink(path, error);
-        if (error) return std::nullopt;
+        if (error) return ProblemOf(path, error);
         path = path.parent_path() / destination;
     }
-    return std::nullopt;
+    return ProblemOf(link, std::errc::too_many_symbolic_link_levels);
+}
+
+FileProblem Renamed(FileProblem problem, const fs::path& file) {
+    problem.file = file;
+    return problem;
 }
 
 fs::path TemporaryName(const fs::path& target, std::random_device& random) {
@@ -45,12 +51,14 @@ fs::path TemporaryName(const fs::path& target, std::random_device& random) {
 
 }  // namespace
 
-File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, -1)) {}
+File::File(File&& other) noexcept
+    : handle_(std::exchange(other.handle_, -1)), name_(std::move(other.name_)) {}
 
 File& File::operator=(File&& other) noexcept {
     if (this != &other) {
         Close();
         handle_ = std::exchange(other.handle_, -1);
+        name_ = std::move(other.name_);
     }
     return *this;
 }
@@ -59,30 +67,55 @@ File::~File() {
     Close();
 }
 
-std::optional<ReplacementFile> ReplacementFile::Begin(const fs::path& target) {
-    const auto file = FollowLinks(target);
-    if (!file || !file->has_filename()) return std::nullopt;
+FileResult<> CheckRegularFile(const fs::path& path) {
     std::error_code error;
-    const fs::file_status status = fs::status(*file, error);
+    const fs::file_status status = fs::status(path, error);
+    switch (status.type()) {
+        case fs::file_type::regular:
+            return {};
+        case fs::file_type::directory:
+            return ProblemOf(path, std::errc::is_a_directory);
+        case fs::file_type::not_found:
+        case fs::file_type::none:
+            return error ? ProblemOf(path, error)
+                         : ProblemOf(path, std::errc::no_such_file_or_directory);
+        default:
+            return FileProblem{.file = path, .kind = FileProblem::Kind::kNotRegular};
+    }
+}
+
+FileResult<ReplacementFile> ReplacementFile::Begin(const fs::path& target) {
+    const FileResult<fs::path> file = FollowLinks(target);
+    if (!file) return file.Problem();
+    if (!file->has_filename()) {
+        return ProblemOf(*file, file->empty() ? std::errc::no_such_file_or_directory
+                                              : std::errc::is_a_directory);
+    }
     // A device or a pipe would be replaced by a plain file, and a rename doesn't ask whether a
     // file is protected against writing.
-    const bool mayReplace =
-        !fs::exists(status) || (fs::is_regular_file(status) && File::OpenForWriting(*file));
-    if (!mayReplace) return std::nullopt;
+    const FileResult<> isThere = CheckRegularFile(*file);
+    if (isThere) {
+        const FileResult<File> old = File::OpenForWriting(*file);
+        if (!old) return old.Problem();
+    } else if (isThere.Problem().kind != FileProblem::Kind::kNotFound) {
+        return isThere.Problem();
+    }
+    std::error_code error;
     std::random_device random;
     for (int i = 0; i < kMostTemporaries; ++i) {
         const fs::path temporary = TemporaryName(*file, random);
-        auto contents = File::CreateNew(temporary);
+        FileResult<File> contents = File::CreateNew(temporary);
         if (!contents && fs::exists(fs::symlink_status(temporary, error))) continue;
-        if (!contents) return std::nullopt;
+        if (!contents) return Renamed(contents.Problem(), *file);
         ReplacementFile replacement;
         replacement.file_ = std::move(*contents);
+        replacement.file_.name_ = file->native();
         replacement.temporary_ = temporary;
         replacement.target_ = *file;
-        if (fs::exists(status)) fs::permissions(temporary, status.permissions(), error);
+        if (isThere) fs::permissions(temporary, fs::status(*file, error).permissions(), error);
         return replacement;
     }
-    return std::nullopt;
+    return ProblemOf(*file, std::errc::file_exists);
 }
 
 ReplacementFile::ReplacementFile(ReplacementFile&& other) noexcept
@@ -100,75 +133,82 @@ ReplacementFile::~ReplacementFile() {
 // Against a crash or a kill of the program and a full disk, the rename is enough. What a power
 // failure leaves is the file system's matter: waiting for the disk at each save would cost more
 // than the build does.
-bool ReplacementFile::Commit() {
-    if (temporary_.empty() || !file_.Close()) return false;
+FileResult<> ReplacementFile::Commit() {
+    if (temporary_.empty()) return ProblemOf(target_, std::errc::bad_file_descriptor);
+    if (FileResult<> closed = file_.Close(); !closed) return closed;
     std::error_code error;
     fs::rename(temporary_, target_, error);
-    if (error) return false;
+    if (error) return ProblemOf(target_, error);
     temporary_.clear();
-    return true;
+    return {};
 }
 
-std::optional<std::vector<uint8_t>> ReadFile(const fs::path& path, uint64_t limit) {
-    const auto file = File::OpenForReading(path);
-    if (!file) return std::nullopt;
-    const auto size = file->Size();
-    if (!size || *size > limit) return std::nullopt;
+FileResult<std::vector<uint8_t>> ReadFile(const fs::path& path, uint64_t limit) {
+    if (const FileResult<> regular = CheckRegularFile(path); !regular) return regular.Problem();
+    const FileResult<File> file = File::OpenForReading(path);
+    if (!file) return file.Problem();
+    const FileResult<uint64_t> size = file->Size();
+    if (!size) return size.Problem();
+    if (*size > limit) {
+        return FileProblem{
+            .file = path, .kind = FileProblem::Kind::kTooLarge, .size = *size, .limit = limit};
+    }
     std::vector<uint8_t> bytes(static_cast<size_t>(*size));
-    const auto arrived = file->ReadAt(0, bytes);
-    if (!arrived) return std::nullopt;
+    const FileResult<size_t> arrived = file->ReadAt(0, bytes);
+    if (!arrived) return arrived.Problem();
     bytes.resize(*arrived);
     return bytes;
 }
 
-bool WriteFile(const fs::path& path, std::span<const uint8_t> bytes) {
-    auto replacement = ReplacementFile::Begin(path);
-    return replacement && replacement->Contents().WriteAt(0, bytes) && replacement->Commit();
+FileResult<> WriteFile(const fs::path& path, std::span<const uint8_t> bytes) {
+    FileResult<ReplacementFile> replacement = ReplacementFile::Begin(path);
+    if (!replacement) return replacement.Problem();
+    if (FileResult<> written = replacement->Contents().WriteAt(0, bytes); !written) return written;
+    return replacement->Commit();
 }
 
-bool WriteFile(const fs::path& path, std::string_view text) {
+FileResult<> WriteFile(const fs::path& path, std::string_view text) {
     return WriteFile(path, BytesOf(text));
 }
 
-bool WriteScratchFile(const fs::path& path, std::span<const uint8_t> bytes) {
-    auto file = File::Create(path);
-    if (!file) return false;
-    if (file->WriteAt(0, bytes) && file->Close()) return true;
-    const int reason = errno;  // for LastFileProblem
-    file->Close();
+FileResult<> WriteScratchFile(const fs::path& path, std::span<const uint8_t> bytes) {
+    FileResult<File> file = File::Create(path);
+    if (!file) return file.Problem();
+    FileResult<> written = file->WriteAt(0, bytes);
+    written.Join(file->Close());
     std::error_code error;
-    if (fs::is_regular_file(path, error)) fs::remove(path, error);
-    errno = reason;
-    return false;
+    if (!written && fs::is_regular_file(path, error)) fs::remove(path, error);
+    return written;
 }
 
-bool WriteScratchFile(const fs::path& path, std::string_view text) {
+FileResult<> WriteScratchFile(const fs::path& path, std::string_view text) {
     return WriteScratchFile(path, BytesOf(text));
 }
 
-bool MakeFolders(const fs::path& folder) {
+FileResult<> MakeFolders(const fs::path& folder) {
     std::error_code error;
     fs::create_directories(folder, error);
-    return fs::is_directory(folder, error);
+    std::error_code ignored;
+    if (fs::is_directory(folder, ignored)) return {};
+    return error ? ProblemOf(folder, error) : ProblemOf(folder, std::errc::not_a_directory);
 }
 
-bool RemoveFolder(const fs::path& folder) {
-    if (folder.empty()) return false;
+FileResult<> RemoveFolder(const fs::path& folder) {
+    if (folder.empty()) return ProblemOf(folder, std::errc::no_such_file_or_directory);
     std::error_code error;
     fs::remove_all(folder, error);
-    return !error;
+    return error ? FileResult<>(ProblemOf(folder, error)) : FileResult<>();
 }
 
-bool DeleteFile(const fs::path& path) {
+FileResult<> DeleteFile(const fs::path& path) {
+    if (path.empty()) return ProblemOf(path, std::errc::no_such_file_or_directory);
     std::error_code error;
     // remove() would take an empty folder as well.
-    if (path.empty() || fs::is_directory(fs::symlink_status(path, error))) return false;
+    if (fs::is_directory(fs::symlink_status(path, error))) {
+        return ProblemOf(path, std::errc::is_a_directory);
+    }
     fs::remove(path, error);
-    return !error;
-}
-
-FileProblem LastFileProblem(const std::filesystem::path& file) {
-    return {file, errno == 0 ? std::string() : std::generic_category().message(errno)};
+    return error ? FileResult<>(ProblemOf(path, error)) : FileResult<>();
 }
 
 }  // namespace bw

@@ -22,36 +22,49 @@ int Open(const std::filesystem::path& path, int flags) {
     return handle;
 }
 
+// The word for the call that has just failed. A quota that is used up is a full disk.
+std::error_code LastError() {
+    return {errno == EDQUOT ? ENOSPC : errno, std::generic_category()};
+}
+
 }  // namespace
 
-std::optional<File> File::OpenForReading(const std::filesystem::path& path) {
+FileProblem File::LastProblem() const {
+    return ProblemOf(name_, LastError());
+}
+
+FileResult<File> File::OpenForReading(const std::filesystem::path& path) {
     // O_NONBLOCK: opening a named pipe that nobody writes to must not wait. Plain files ignore it.
     const int handle = Open(path, O_RDONLY | O_NONBLOCK);
-    return handle == -1 ? std::nullopt : std::optional(File(handle));
+    if (handle == -1) return ProblemOf(path, LastError());
+    return File(handle, path.native());
 }
 
-std::optional<File> File::Create(const std::filesystem::path& path) {
+FileResult<File> File::Create(const std::filesystem::path& path) {
     const int handle = Open(path, O_RDWR | O_CREAT | O_TRUNC);
-    return handle == -1 ? std::nullopt : std::optional(File(handle));
+    if (handle == -1) return ProblemOf(path, LastError());
+    return File(handle, path.native());
 }
 
-std::optional<File> File::CreateNew(const std::filesystem::path& path) {
+FileResult<File> File::CreateNew(const std::filesystem::path& path) {
     const int handle = Open(path, O_RDWR | O_CREAT | O_EXCL);
-    return handle == -1 ? std::nullopt : std::optional(File(handle));
+    if (handle == -1) return ProblemOf(path, LastError());
+    return File(handle, path.native());
 }
 
-std::optional<File> File::OpenForWriting(const std::filesystem::path& path) {
+FileResult<File> File::OpenForWriting(const std::filesystem::path& path) {
     const int handle = Open(path, O_WRONLY | O_NONBLOCK);
-    return handle == -1 ? std::nullopt : std::optional(File(handle));
+    if (handle == -1) return ProblemOf(path, LastError());
+    return File(handle, path.native());
 }
 
-std::optional<uint64_t> File::Size() const {
+FileResult<uint64_t> File::Size() const {
     struct stat status {};
-    if (fstat(static_cast<int>(handle_), &status) != 0) return std::nullopt;
+    if (fstat(static_cast<int>(handle_), &status) != 0) return LastProblem();
     return static_cast<uint64_t>(status.st_size);
 }
 
-std::optional<size_t> File::ReadAt(uint64_t offset, std::span<uint8_t> buffer) const {
+FileResult<size_t> File::ReadAt(uint64_t offset, std::span<uint8_t> buffer) const {
     size_t done = 0;
     while (done < buffer.size()) {
         const ssize_t count = pread(static_cast<int>(handle_), buffer.data() + done,
@@ -60,39 +73,42 @@ std::optional<size_t> File::ReadAt(uint64_t offset, std::span<uint8_t> buffer) c
         if (count > 0) {
             done += static_cast<size_t>(count);
         } else if (errno != EINTR) {
-            return std::nullopt;
+            return LastProblem();
         }
     }
     return done;
 }
 
-bool File::WriteAt(uint64_t offset, std::span<const uint8_t> bytes) {
-    if (handle_ == -1) return false;
+FileResult<> File::WriteAt(uint64_t offset, std::span<const uint8_t> bytes) {
     while (!bytes.empty()) {
         const ssize_t count = pwrite(static_cast<int>(handle_), bytes.data(), bytes.size(),
                                      static_cast<off_t>(offset));
         if (count > 0) {
             bytes = bytes.subspan(static_cast<size_t>(count));
             offset += static_cast<uint64_t>(count);
-        } else if (count == 0 || errno != EINTR) {
-            return false;
+        } else if (count == 0) {
+            return FileProblem{.file = name_, .kind = FileProblem::Kind::kCutShort};
+        } else if (errno != EINTR) {
+            return LastProblem();
         }
     }
-    return true;
+    return {};
 }
 
-bool File::SetEnd(uint64_t size) {
+FileResult<> File::SetEnd(uint64_t size) {
     int result = -1;
     do {
         result = ftruncate(static_cast<int>(handle_), static_cast<off_t>(size));
     } while (result != 0 && errno == EINTR);
-    return result == 0;
+    if (result != 0) return LastProblem();
+    return {};
 }
 
-bool File::Close() {
-    if (handle_ == -1) return false;
+FileResult<> File::Close() {
+    if (handle_ == -1) return ProblemOf(name_, std::errc::bad_file_descriptor);
     // Linux gives the number free even if close() is interrupted, so it is never called twice.
-    return close(static_cast<int>(std::exchange(handle_, -1))) == 0;
+    if (close(static_cast<int>(std::exchange(handle_, -1))) != 0) return LastProblem();
+    return {};
 }
 
 }  // namespace bw

@@ -31,35 +31,56 @@ DWORD Step(size_t size) {
     return static_cast<DWORD>(std::min<size_t>(size, kLargestStep));
 }
 
+// The word for the call that has just failed.
+std::error_code LastError() {
+    return {static_cast<int>(GetLastError()), std::system_category()};
+}
+
+// Opening a folder is refused as if it were a matter of permission.
+FileProblem OpenProblem(const std::filesystem::path& path) {
+    const std::error_code answer = LastError();
+    std::error_code error;
+    return std::filesystem::is_directory(path, error) ? ProblemOf(path, std::errc::is_a_directory)
+                                                      : ProblemOf(path, answer);
+}
+
 }  // namespace
 
-std::optional<File> File::OpenForReading(const std::filesystem::path& path) {
+FileProblem File::LastProblem() const {
+    return ProblemOf(name_, LastError());
+}
+
+FileResult<File> File::OpenForReading(const std::filesystem::path& path) {
     const intptr_t handle = Open(path, GENERIC_READ, OPEN_EXISTING);
-    return handle == -1 ? std::nullopt : std::optional(File(handle));
+    if (handle == -1) return OpenProblem(path);
+    return File(handle, path.native());
 }
 
-std::optional<File> File::Create(const std::filesystem::path& path) {
+FileResult<File> File::Create(const std::filesystem::path& path) {
     const intptr_t handle = Open(path, GENERIC_READ | GENERIC_WRITE, CREATE_ALWAYS);
-    return handle == -1 ? std::nullopt : std::optional(File(handle));
+    if (handle == -1) return OpenProblem(path);
+    return File(handle, path.native());
 }
 
-std::optional<File> File::CreateNew(const std::filesystem::path& path) {
+FileResult<File> File::CreateNew(const std::filesystem::path& path) {
     const intptr_t handle = Open(path, GENERIC_READ | GENERIC_WRITE, CREATE_NEW);
-    return handle == -1 ? std::nullopt : std::optional(File(handle));
+    if (handle == -1) return OpenProblem(path);
+    return File(handle, path.native());
 }
 
-std::optional<File> File::OpenForWriting(const std::filesystem::path& path) {
+FileResult<File> File::OpenForWriting(const std::filesystem::path& path) {
     const intptr_t handle = Open(path, GENERIC_WRITE, OPEN_EXISTING);
-    return handle == -1 ? std::nullopt : std::optional(File(handle));
+    if (handle == -1) return OpenProblem(path);
+    return File(handle, path.native());
 }
 
-std::optional<uint64_t> File::Size() const {
+FileResult<uint64_t> File::Size() const {
     LARGE_INTEGER size{};
-    if (!GetFileSizeEx(AsHandle(handle_), &size)) return std::nullopt;
+    if (!GetFileSizeEx(AsHandle(handle_), &size)) return LastProblem();
     return static_cast<uint64_t>(size.QuadPart);
 }
 
-std::optional<size_t> File::ReadAt(uint64_t offset, std::span<uint8_t> buffer) const {
+FileResult<size_t> File::ReadAt(uint64_t offset, std::span<uint8_t> buffer) const {
     size_t done = 0;
     while (done < buffer.size()) {
         OVERLAPPED place = At(offset + done);
@@ -67,7 +88,7 @@ std::optional<size_t> File::ReadAt(uint64_t offset, std::span<uint8_t> buffer) c
         if (!::ReadFile(AsHandle(handle_), buffer.data() + done, Step(buffer.size() - done), &count,
                         &place)) {
             if (GetLastError() == ERROR_HANDLE_EOF) break;
-            return std::nullopt;
+            return LastProblem();
         }
         if (count == 0) break;
         done += count;
@@ -75,29 +96,34 @@ std::optional<size_t> File::ReadAt(uint64_t offset, std::span<uint8_t> buffer) c
     return done;
 }
 
-bool File::WriteAt(uint64_t offset, std::span<const uint8_t> bytes) {
-    if (handle_ == -1) return false;
+FileResult<> File::WriteAt(uint64_t offset, std::span<const uint8_t> bytes) {
     while (!bytes.empty()) {
         OVERLAPPED place = At(offset);
         DWORD count = 0;
         const BOOL written =
             ::WriteFile(AsHandle(handle_), bytes.data(), Step(bytes.size()), &count, &place);
-        if (!written || count == 0) return false;
+        if (!written) return LastProblem();
+        if (count == 0) return FileProblem{.file = name_, .kind = FileProblem::Kind::kCutShort};
         bytes = bytes.subspan(count);
         offset += count;
     }
-    return true;
+    return {};
 }
 
-bool File::SetEnd(uint64_t size) {
+FileResult<> File::SetEnd(uint64_t size) {
     LARGE_INTEGER end{};
     end.QuadPart = static_cast<LONGLONG>(size);
-    return SetFilePointerEx(AsHandle(handle_), end, nullptr, FILE_BEGIN) &&
-           SetEndOfFile(AsHandle(handle_));
+    if (!SetFilePointerEx(AsHandle(handle_), end, nullptr, FILE_BEGIN) ||
+        !SetEndOfFile(AsHandle(handle_))) {
+        return LastProblem();
+    }
+    return {};
 }
 
-bool File::Close() {
-    return handle_ != -1 && CloseHandle(AsHandle(std::exchange(handle_, -1)));
+FileResult<> File::Close() {
+    if (handle_ == -1) return ProblemOf(name_, std::errc::bad_file_descriptor);
+    if (!CloseHandle(AsHandle(std::exchange(handle_, -1)))) return LastProblem();
+    return {};
 }
 
 }  // namespace bw

@@ -42,10 +42,11 @@ void ForLines(Text rest, Text lineBreak, Visit visit) {
 
 }  // namespace
 
-bool IniFile::Load(const std::filesystem::path& path, KeyFilter wanted) {
+FileResult<> IniFile::Load(const std::filesystem::path& path, KeyFilter wanted) {
     const auto bytes = ReadFile(path);
-    if (bytes) LoadFromMemory(*bytes, wanted);
-    return bytes.has_value();
+    if (!bytes) return bytes.Problem();
+    LoadFromMemory(*bytes, wanted);
+    return {};
 }
 
 void IniFile::LoadFromMemory(std::span<const uint8_t> bytes, KeyFilter wanted) {
@@ -146,7 +147,7 @@ std::string IniFile::ToText() const {
     return ToUtf8(text);
 }
 
-bool IniFile::Save(const std::filesystem::path& path) const {
+FileResult<> IniFile::Save(const std::filesystem::path& path) const {
     return WriteFile(path, std::string(kUtf8Mark) + ToText());
 }
 

@@ -11,6 +11,8 @@
 #include <string>
 #include <string_view>
 
+#include "support/file_problem.h"
+
 namespace bw {
 
 class IniFile {
@@ -19,7 +21,7 @@ class IniFile {
     using KeyFilter = bool (*)(std::u16string_view section, std::u16string_view key);
 
     // A file that can't be read leaves the contents as they are.
-    bool Load(const std::filesystem::path& path, KeyFilter wanted = nullptr);
+    FileResult<> Load(const std::filesystem::path& path, KeyFilter wanted = nullptr);
 
     // FF FE starts UTF-16 little-endian, EF BB BF starts UTF-8; anything else is UTF-8. An equal
     // key later in a section doesn't replace an earlier one, nor one that was there before the
@@ -43,7 +45,7 @@ class IniFile {
     // UTF-8 without a byte order mark.
     std::string ToText() const;
     // Byte order mark and text, in one safe step.
-    bool Save(const std::filesystem::path& path) const;
+    FileResult<> Save(const std::filesystem::path& path) const;
 
   private:
     using Section = std::map<std::u16string, std::u16string, std::less<>>;

@@ -64,7 +64,7 @@ TEST(Limits, IncludesNestSixteenDeepAndEndIfTheyMultiply) {
         source.files[std::to_string(i)] = include(i + 1);
     const AssemblyResult result = Assemble("0", source);
     ASSERT_EQ(result.diagnostics.size(), 1u);
-    EXPECT_EQ(result.diagnostics[0].file, "16");
+    EXPECT_EQ(result.diagnostics[0].place.file, "16");
     EXPECT_EQ(result.diagnostics[0].text, "Includes nested too deeply! 17");
     for (int i = 0; i < 16; ++i)
         source.files[std::to_string(i)] = Repeat(include(i + 1), 20);
@@ -90,7 +90,7 @@ TEST(Limits, MessagesAreCutButAllErrorsCounted) {
     const AssemblyResult result = AssembleText(Repeat(" .db nowhere\n", 5000) + " bogus\n");
     EXPECT_EQ(result.errorCount, 5001U);
     EXPECT_EQ(result.diagnostics.size(), kDiagnosticLimit);
-    EXPECT_EQ(result.diagnostics.back().line, kDiagnosticLimit);
+    EXPECT_EQ(result.diagnostics.back().place.line, kDiagnosticLimit);
     EXPECT_THAT(FormatDiagnostics(result), testing::EndsWith("\n# 5001 error(s)\n"));
 }
 

@@ -46,7 +46,7 @@ inline std::vector<int> RomBytes(const AssemblyResult& result, size_t count) {
 inline std::string Messages(const AssemblyResult& result) {
     std::string text;
     for (const Diagnostic& diagnostic : result.diagnostics)
-        text += std::to_string(diagnostic.line) + ": " + diagnostic.text + "\n";
+        text += std::to_string(diagnostic.place.line) + ": " + diagnostic.text + "\n";
     return text;
 }
 

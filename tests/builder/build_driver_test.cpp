@@ -89,7 +89,7 @@ TEST(BuildChecks, RomLimits) {
     EXPECT_FALSE(CheckRomLimits(layout, BoardType::kCoolboy, Language::kEnglish));
     layout.romSize += 16384;
     EXPECT_FALSE(CheckRomLimits(layout, BoardType::kCoolgirl, Language::kEnglish));
-    EXPECT_EQ(ToUtf8(*CheckRomLimits(layout, BoardType::kMindkids, Language::kEnglish)),
+    EXPECT_EQ(ToUtf8(CheckRomLimits(layout, BoardType::kMindkids, Language::kEnglish)->text),
               "Create MINDKIDS ROM has the following limits:\r\n\r\n1.ROM size limit: "
               "32MB(Current: 32.016MB)\r\n2.Limited number of ROM games : 1024(Current: 1024)");
     layout.romSize = 134217728 + 16384;
@@ -127,8 +127,8 @@ TEST(BuildChecks, DesignsStayOnTheScreen) {
         design.PageNumberPpuAddr = page;
         EXPECT_FALSE(CheckScreenPlaces(settings, design, games, Language::kEnglish));
         settings.CustomEnable = true;
-        const auto text = CheckScreenPlaces(settings, design, games, Language::kEnglish);
-        return ToUtf8(text.value_or(u"fine"));
+        const auto fault = CheckScreenPlaces(settings, design, games, Language::kEnglish);
+        return fault ? ToUtf8(fault->text) : "fine";
     };
     EXPECT_EQ(problem(0x2000, 0x23BF, 0x23BD, 1), "fine");
     EXPECT_EQ(problem(0x1FFF, 0x2000, 0x2000, 1),

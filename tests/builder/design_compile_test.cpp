@@ -16,8 +16,8 @@ using namespace std::string_literals;
 
 class DesignCompile : public testing::Test {
   protected:
-    bool Write(size_t games = 12, const std::optional<std::u16string>& caption = {},
-               bool custom = true) {
+    FileResult<> Write(size_t games = 12, const std::optional<std::u16string>& caption = {},
+                       bool custom = true) {
         return WriteDesignFiles(design_, games, caption, folder_.Path(), custom);
     }
     // The bytes of a file, or nothing.

@@ -87,7 +87,7 @@ TEST_P(ExportedMenu, AssemblesToTheMenuOfABuild) {
     if (coolgirl && size == 8) {  // COOLGIRL's own menu knows this size only
         settings_.MenuSize = 32;
     } else if (coolgirl) {
-        ASSERT_FALSE(WriteResources(folder_ / "own"));
+        ASSERT_TRUE(WriteResources(folder_ / "own"));
         settings_.ExternMenuEnable = true;
         settings_.ExternMenuPath = folder_ / "own" / "menu" / "menu.asm";
     }
@@ -95,7 +95,7 @@ TEST_P(ExportedMenu, AssemblesToTheMenuOfABuild) {
     EXPECT_EQ(menuOffset_, coolgirl ? 0 : 0x80000 - size * 16384);
 
     const std::filesystem::path menu = folder_ / "hand" / "menu";
-    ASSERT_FALSE(WriteResources(folder_ / "hand"));
+    ASSERT_TRUE(WriteResources(folder_ / "hand"));
     std::filesystem::create_directory(menu / "build");
     user_.folder = menu / "build";
     ASSERT_TRUE(RunExport(Context())) << testing::PrintToString(user_.messages);

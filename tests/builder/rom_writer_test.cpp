@@ -75,7 +75,8 @@ class RomWriter : public testing::Test {
         return rom;
     }
     std::optional<FileProblem> Write(RomFormat format, const std::string& name = "out") {
-        return WriteRom(layout_, BoardType::kCoolboy, format, folder_ / name);
+        const auto end = WriteRom(layout_, BoardType::kCoolboy, format, folder_ / name);
+        return end ? std::nullopt : std::optional(end.Problem());
     }
 
     TemporaryFolder folder_;
@@ -121,7 +122,7 @@ TEST_F(RomWriter, FailuresLeaveTheOldFile) {
         const auto problem = Write(RomFormat::kBinary);
         ASSERT_TRUE(problem);
         EXPECT_EQ(problem->file, folder_ / "out");
-        EXPECT_FALSE(problem->reason.empty());
+        EXPECT_EQ(problem->kind, FileProblem::Kind::kTooLarge);
     }
     std::filesystem::remove(folder_ / "image3.nes");
     const auto problem = Write(RomFormat::kBinary);
@@ -129,8 +130,9 @@ TEST_F(RomWriter, FailuresLeaveTheOldFile) {
     EXPECT_EQ(problem->file, folder_ / "image3.nes");
     const auto givenUp =
         WriteRom(layout_, BoardType::kCoolboy, RomFormat::kBinary, folder_ / "out",
-                 [](size_t done, size_t, const MulticartItem&) { return done < 2; });
-    EXPECT_TRUE(givenUp);
+                 [](size_t done, size_t, const MulticartItem&) { return done < 1; });
+    ASSERT_TRUE(givenUp);
+    EXPECT_EQ(*givenUp, RomEnd::kStopped);
     EXPECT_TRUE(Write(RomFormat::kBinary, "no/such/folder"));
     EXPECT_EQ(ReadText(folder_ / "out"), "precious");
     EXPECT_EQ(folder_.CountFiles(), files - 1) << "temporary files are left";

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include "common/game_image.h"
 #include "common/temporary_folder.h"
@@ -179,13 +180,13 @@ TEST_F(Commands, RefusesBadInput) {
               "[history]\r\n00000_check=1\r\n00000_name=Lost\r\n00000_path=lost.nes\r\ncount=1");
     std::filesystem::create_directory(folder_ / "empty");
 
-    ExpectRefused("build -o old.nes good.nes missing.nes", "missing.nes doesn't exist");
+    ExpectRefused("build -o old.nes good.nes missing.nes", "missing.nes: No such file");
     ExpectRefused("build -o old.nes good.nes foreign.nes", "foreign.nes not is a nes file!");
     ExpectRefused("build -o old.nes good.nes cut.nes",
                   "2.cut is cut short: its header announces 40976 bytes, the file has 20000.");
     ExpectRefused("build -o old.nes good.nes large.nes",
                   "2.large PRG = 4112KB CHR = 8KB not supported!");
-    ExpectRefused("build -o old.nes wrong.fcl", "wrong.fcl is no list of games");
+    ExpectRefused("build -o old.nes wrong.fcl", "wrong.fcl: There is no list of games");
     ExpectRefused("build -o old.nes gone.fcl", "1.lost Not a valid NES file!");
     ExpectRefused("build -o old.nes empty", "empty holds no game images");
     ExpectRefused("build -o no/folder/x.nes good.nes", "no/folder/x.nes: No such file");
@@ -296,7 +297,7 @@ TEST_F(Commands, DesignsAreDrawn) {
     EXPECT_EQ(DecodePng(*ReadFile(folder_ / "t.png"), 1536, 768, tiles), std::nullopt);
     WriteText(folder_ / "bad.fcm", "bad");
     ExpectRefused("design render bad.fcm -o new", "bad.fcm: chunk at");
-    ExpectRefused("design render one.fcm none.nes -o new", "none.nes doesn't exist");
+    ExpectRefused("design render one.fcm none.nes -o new", "none.nes: No such file");
     ExpectRefused("design render one.fcm -o no/folder/x", "x.png: No such file");
     EXPECT_EQ(Run("design render one.fcm --layers paint -o new").exitCode, 2);
     EXPECT_EQ(Run("design render one.fcm --scale 9 -o new").exitCode, 2);
@@ -371,6 +372,59 @@ TEST_F(Commands, ACartInTheGamesFolderIsNoGame) {
     const RunResult again = Run("build -o games/cart.nes games/");
     EXPECT_EQ(again.exitCode, 0);
     EXPECT_THAT(again.err, AllOf(HasSubstr("cart.nes is the output"), HasSubstr("1 game(s)")));
+}
+
+TEST_F(Commands, ProblemsNameTheFileAndTheReason) {
+    const std::string nobody =
+        geteuid() == 0 ? " setpriv --reuid=65534 --regid=65534 --clear-groups" : "";
+    Image("good.nes", {1, 1, 0});
+    Image("locked.nes", {1, 1, 0});
+    Image("folder/locked/game.nes", {1, 1, 0});
+    ASSERT_EQ(Run("design convert --save design=one").exitCode, 0);
+    WriteText(folder_ / "big.chr", "");
+    std::filesystem::resize_file(folder_ / "big.chr", 20 << 20);
+    WriteText(folder_ / "locked.fcl", "[history]\r\n00000_check=1\r\n00000_path=" +
+                                          (folder_ / "locked.nes").string() + "\r\ncount=1");
+    std::filesystem::create_directories(folder_ / "folder.png/folder.nes");
+    const auto permit = [&](const std::string& name, unsigned mode) {
+        std::filesystem::permissions(folder_ / name, std::filesystem::perms{mode});
+    };
+    permit("", 0755);
+    permit("home", 0777);
+    permit("locked.nes", 0);
+    permit("folder/locked", 0);
+    const std::string isFolder = ": This is a folder, not a file";
+    const std::string denied = ": Permission denied";
+    const struct {
+        std::string arguments;
+        bool asNobody;
+        std::string english;
+        std::string chinese;
+    } cases[] = {
+        {"design render one.fcm -o folder", false, "folder.png" + isFolder,
+         "folder.png: 这是文件夹，不是文件"},
+        {"build -o folder.png/folder good.nes", false, "folder.png/folder.nes" + isFolder,
+         "folder.nes: 这是文件夹，不是文件"},
+        {"design convert --load background-tiles=big.chr --save design=new", false,
+         "big.chr: The file has 20971520 bytes, at most 16777216 are allowed",
+         "big.chr: 文件为 20971520 字节，最多允许 16777216 字节"},
+        {"export -d good.nes/x good.nes", false, "good.nes: This is a file, not a folder",
+         "good.nes: 这是文件，不是文件夹"},
+        {"design convert --save texts=new", true, "new.fct" + denied, "new.fct: 没有访问权限"},
+        {"list -o new good.nes", true, "new.fcl" + denied, "new.fcl: 没有访问权限"},
+        {"build -o old.nes locked.nes", true, "locked.nes" + denied, "locked.nes: 没有访问权限"},
+        {"build -o old.nes locked.fcl", true, "locked.nes" + denied, "locked.nes: 没有访问权限"},
+        {"build -o old.nes folder/locked", true, "locked" + denied, "locked: 没有访问权限"},
+        {"build -o old.nes folder", true, "folder/locked" + denied, "folder/locked: 没有访问权限"},
+    };
+    const bool nobodyCan = Run("--version", nobody).exitCode == 0;  // may read the program
+    for (const auto& test : cases) {
+        if (test.asNobody && !nobodyCan) continue;
+        const std::string user = test.asNobody ? nobody : "";
+        ExpectRefused(test.arguments, test.english, user);
+        ExpectRefused(test.arguments, test.chinese, "LC_ALL=zh_CN.UTF-8" + user);
+    }
+    permit("folder/locked", 0755);
 }
 
 TEST_F(Commands, LongListsAreCut) {

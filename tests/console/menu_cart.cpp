@@ -139,7 +139,7 @@ DesignDocument UseDesign(CartPlan& plan, const std::filesystem::path& file) {
     LoadDesignData(design.store, *plan.store, DefaultTileSet());
     design.store.CaptionText = MulticartTitle(plan.names.size());
     if (const auto problem = LoadDesign(file, design, Language::kEnglish)) {
-        throw ConsoleFailure(ToUtf8(*problem));
+        throw ConsoleFailure(ToUtf8(FullText(*problem)));
     }
     if (!StoreDesign(design, *plan.store)) throw ConsoleFailure("the design can't be stored");
     plan.design = design.store;

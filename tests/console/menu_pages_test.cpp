@@ -183,7 +183,7 @@ TEST(MenuLongNames, NeverOverrunTheCommandBuffer) {
 // own. Rows below the screen would fall on the attribute table; they stay away.
 TEST(MenuRows, BelowTheScreenLeaveTheColoursAlone) {
     const TemporaryFolder folder;
-    ASSERT_EQ(WriteResources(folder / "own"), std::nullopt);
+    ASSERT_TRUE(WriteResources(folder / "own"));
     CartPlan plan = PlanOf({8, 0, 20, 4, true, true}, CountedNames(50));
     plan.settings.ExternMenuEnable = true;
     plan.settings.ExternMenuPath = folder / "own" / "menu" / "menu.asm";

@@ -81,7 +81,7 @@ Bytes FullBytes() {
 
 std::string Read(const Bytes& bytes, DesignDocument& document) {
     const DesignProblem problem = ReadDesign(bytes, document, kEnglish);
-    return problem ? ToUtf8(*problem) : "";
+    return problem ? ToUtf8(FullText(*problem)) : "";
 }
 
 TEST(DesignFile, EveryFieldHasItsPlace) {
@@ -207,7 +207,7 @@ TEST(DesignFile, FilesThatAreNoDesigns) {
         DesignDocument document = Full();
         const DesignProblem problem = LoadDesign(folder / name, document, kEnglish);
         EXPECT_EQ(WriteDesign(document), FullBytes());
-        return problem ? ToUtf8(*problem) : "";
+        return problem ? ToUtf8(FullText(*problem)) : "";
     };
     const auto write = [&](const std::string& name, const Bytes& bytes) {
         test::WriteText(folder / name, std::string(bytes.begin(), bytes.end()));
@@ -225,8 +225,8 @@ TEST(DesignFile, FilesThatAreNoDesigns) {
     EXPECT_THAT(load("unknown.fcm"), HasSubstr("no design file"));
     EXPECT_THAT(load("prose.fcm"), AllOf(HasSubstr("prose.fcm: chunk at offset 0"),
                                          HasSubstr("2021161080 bytes, but 84 are left")));
-    EXPECT_THAT(load("folder.fcm"), HasSubstr("this is no file"));
-    EXPECT_THAT(load("large.fcm"), HasSubstr("16777217 bytes, a design at most 16777216"));
+    EXPECT_THAT(load("folder.fcm"), HasSubstr("folder.fcm: This is a folder"));
+    EXPECT_THAT(load("large.fcm"), HasSubstr("16777217 bytes, at most 16777216"));
 }
 
 TEST(DesignFile, SavingReplacesTheFileOrLeavesIt) {
@@ -237,7 +237,7 @@ TEST(DesignFile, SavingReplacesTheFileOrLeavesIt) {
     DesignDocument read;
     EXPECT_EQ(LoadDesign(file, read, kEnglish), std::nullopt);
     EXPECT_EQ(WriteDesign(read), FullBytes());
-    EXPECT_THAT(ToUtf8(*SaveDesign(folder / "no" / "x.fcm", Full(), kEnglish)),
+    EXPECT_THAT(ToUtf8(FullText(*SaveDesign(folder / "no" / "x.fcm", Full(), kEnglish))),
                 HasSubstr("x.fcm: No such file"));
     {
         const FileSizeLimit limit(4096);

@@ -24,11 +24,11 @@ constexpr Language kEnglish = Language::kEnglish;
 // What went wrong, or nothing.
 std::string Load(DesignPart part, const Bytes& bytes, WorkingCopy& copy, Shift shift = Shift::kUp) {
     const auto result = LoadPart(part, bytes, shift, copy, kEnglish);
-    const auto* problem = std::get_if<std::u16string>(&result);
+    const auto* problem = std::get_if<Diagnostic>(&result);
     if (problem == nullptr) {
         EXPECT_FALSE(std::get<Views>(result).Empty());
     }
-    return problem == nullptr ? "" : ToUtf8(*problem);
+    return problem == nullptr ? "" : ToUtf8(problem->text);
 }
 
 Bytes Store(DesignPart part, const WorkingCopy& copy, Shift shift = Shift::kUp) {
@@ -309,7 +309,8 @@ TEST(DesignParts, FilesAreReplacedOrKeepTheirTail) {
     crowded.Store().SpriteTileList.assign(65, TileItem{.X = 1, .Y = 1});
     const auto problem =
         SavePart(folder / "x.spl", DesignPart::kSprites, Shift::kUp, crowded, kEnglish);
-    EXPECT_THAT(ToUtf8(problem.value_or(u"")), AllOf(HasSubstr("x.spl: "), HasSubstr("holds 64")));
+    EXPECT_THAT(ToUtf8(FullText(problem.value_or(Diagnostic{}))),
+                AllOf(HasSubstr("x.spl: "), HasSubstr("holds 64")));
     EXPECT_EQ(folder.CountFiles(), 0u);
 
     EXPECT_EQ(WithPartExtension("a.FCM", PartExtension(DesignPart::kDesign)), "a.FCM");

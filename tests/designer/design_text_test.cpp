@@ -38,7 +38,7 @@ struct Parsed {
 Parsed Parse(std::string_view text, const PictureReader& pictures = NoPicture) {
     Parsed parsed;
     if (const auto problem = ParseDesign(text, pictures, parsed.bytes)) {
-        parsed.problem = std::to_string(problem->line) + ": " + problem->text;
+        parsed.problem = std::to_string(problem->place.line) + ": " + ToUtf8(problem->text);
     }
     return parsed;
 }
@@ -264,11 +264,11 @@ class DesignFolder : public testing::Test {
     }
     std::string Unpack() {
         const DesignProblem problem = UnpackDesign(file_, unpacked_, kEnglish);
-        return problem ? ToUtf8(*problem) : "";
+        return problem ? ToUtf8(FullText(*problem)) : "";
     }
     std::string Pack(Bytes& bytes) {
-        const DesignProblem problem = PackDesign(unpacked_, bytes);
-        return problem ? ToUtf8(*problem) : "";
+        const DesignProblem problem = PackDesign(unpacked_, bytes, kEnglish);
+        return problem ? ToUtf8(FullText(*problem)) : "";
     }
 
     TemporaryFolder folder_;
@@ -311,7 +311,7 @@ TEST_F(DesignFolder, RefusedFilesWriteNothing) {
     EXPECT_FALSE(std::filesystem::exists(folder_ / "deep"));
     WriteText(file_, std::string(bytes_.begin(), bytes_.end()));
     WriteText(folder_ / "deep", "a file where the folder should be");
-    EXPECT_THAT(Unpack(), HasSubstr("unpacked: "));
+    EXPECT_THAT(Unpack(), HasSubstr("deep: This is a file"));
     std::filesystem::remove(folder_ / "deep");
     ASSERT_EQ(Unpack(), "");
     // The pictures still fit, the text doesn't.

@@ -24,7 +24,8 @@ constexpr uint8_t kBehind = TileItem::kBehindBackground;
 WorkingCopy MarkedDesign() {
     WorkingCopy copy;
     std::vector<uint8_t> bytes;
-    EXPECT_EQ(PackDesign(std::filesystem::path(BANKWEAVER_DESIGNS) / "loom", bytes), std::nullopt);
+    const auto folder = std::filesystem::path(BANKWEAVER_DESIGNS) / "loom";
+    EXPECT_EQ(PackDesign(folder, bytes, Language::kEnglish), std::nullopt);
     EXPECT_EQ(ReadDesign(bytes, copy.document, Language::kEnglish), std::nullopt);
     DesignStore& store = copy.Store();
     store.DefaultChrData = store.ChrData;  // the tile set stands in for the font

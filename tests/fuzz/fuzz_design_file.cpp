@@ -38,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     document.store.CaptionText = u"kept";
     const std::vector<uint8_t> before = bw::WriteDesign(document);
     if (const auto problem = bw::ReadDesign(bytes, document, kEnglish)) {
-        Expect(!problem->empty() && bw::WriteDesign(document) == before);
+        Expect(!problem->text.empty() && bw::WriteDesign(document) == before);
         return 0;
     }
     const std::vector<uint8_t> written = bw::WriteDesign(document);

@@ -28,7 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     copy.BkgTilePos = copy.SpTilePos = {7, 14};
     const Bytes before = bw::WriteDesign(copy.document);
     const auto result = bw::LoadPart(part, {data + 1, size - 1}, shift, copy, kEnglish);
-    if (std::holds_alternative<std::u16string>(result)) {
+    if (std::holds_alternative<bw::Diagnostic>(result)) {
         Expect(bw::WriteDesign(copy.document) == before);
         return 0;
     }
@@ -38,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const Bytes stored = Stored(part, copy, shift);
     if (stored.empty()) return 0;
     bw::WorkingCopy again = copy;
-    Expect(!std::holds_alternative<std::u16string>(
+    Expect(!std::holds_alternative<bw::Diagnostic>(
         bw::LoadPart(part, stored, bw::Shift::kUp, again, kEnglish)));
     Expect(Stored(part, again, bw::Shift::kUp) == Stored(part, again, bw::Shift::kDown));
     return 0;

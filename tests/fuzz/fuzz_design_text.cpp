@@ -32,7 +32,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         bytes);
     if (problem) {
         const auto lines = static_cast<size_t>(std::ranges::count(text, '\n')) + 1;
-        Expect(!problem->text.empty() && problem->line >= 1 && problem->line <= lines);
+        Expect(!problem->text.empty() && problem->place.line >= 1 && problem->place.line <= lines);
         Expect(bytes == std::vector<uint8_t>({1, 2, 3}));
         // The same bytes as a picture.
         std::vector<uint8_t> table(bw::kPatternTableSize);

@@ -15,8 +15,8 @@ using test::ReadText;
 
 constexpr std::string_view kMark = "\xEF\xBB\xBF";
 
-std::optional<ListLoadResult> LoadListText(const ImageFolder& folder, std::string_view text,
-                                           GameList& list) {
+FileResult<ListLoadResult> LoadListText(const ImageFolder& folder, std::string_view text,
+                                        GameList& list) {
     return LoadListFile(folder.Write("list.fcl", text), folder.Path(), list);
 }
 

@@ -160,7 +160,7 @@ TEST_F(Tasks, SavedListsComeBackBehindTheList) {
 
     test::WriteText(folder_ / "other.fcl", "[playlist]\r\ncount=7");
     EXPECT_THAT(load("other.fcl"), HasSubstr("There is no list of games in"));
-    EXPECT_THAT(save("no folder/x.fcl"), HasSubstr("can't be written"));
+    EXPECT_THAT(save("no folder/x.fcl"), HasSubstr("x.fcl: No such file"));
     EXPECT_EQ(Names().size(), 4u);
     test::WriteText(folder_ / "long.fcl", "[history]\r\ncount=4000000000\r\n00000_name=second");
     load("long.fcl");

@@ -124,7 +124,7 @@ TEST(ReplaceFile, ProtectedFileOrFolderIsRefused) {
     const TemporaryFolder folder;
     const fs::path file = folder / "file";
     WriteFile(file, std::string_view("old"));
-    const auto write = [&] { return WriteFile(file, std::string_view("new")); };
+    const auto write = [&] { return bool(WriteFile(file, std::string_view("new"))); };
     fs::permissions(folder.Path(), fs::perms{0777});
     fs::permissions(file, fs::perms{0444});
     EXPECT_FALSE(AsOrdinaryUser(write)) << "a file that may not be written";
@@ -145,11 +145,11 @@ TEST(File, ReadsAndWritesAtOffsets) {
     EXPECT_TRUE(file->WriteAt(4, std::vector<uint8_t>{4, 5, 6}));
     EXPECT_TRUE(file->WriteAt(0, std::vector<uint8_t>{0, 1}));
     std::vector<uint8_t> bytes(4, 0xEE);
-    EXPECT_EQ(file->ReadAt(1, bytes), 4u);
+    EXPECT_EQ(*file->ReadAt(1, bytes), 4u);
     EXPECT_EQ(bytes, (std::vector<uint8_t>{1, 0, 0, 4}));
-    EXPECT_EQ(file->ReadAt(5, bytes), 2u) << "the end of the file";
+    EXPECT_EQ(*file->ReadAt(5, bytes), 2u) << "the end of the file";
     EXPECT_TRUE(file->SetEnd(2));
-    EXPECT_EQ(file->Size(), 2u);
+    EXPECT_EQ(*file->Size(), 2u);
     EXPECT_TRUE(file->Close());
     EXPECT_FALSE(file->Close() || file->WriteAt(0, bytes) || file->Size() ||
                  file->ReadAt(0, bytes));
@@ -166,7 +166,39 @@ TEST(ReadFile, RefusesWhatItCannotHold) {
     mkfifo((folder / "pipe.nes").c_str(), 0600);
     const auto pipe = File::OpenForReading(folder / "pipe.nes");
     std::vector<uint8_t> bytes(16);
-    EXPECT_FALSE(pipe && pipe->ReadAt(0, bytes).value_or(0) > 0);
+    EXPECT_FALSE(pipe && pipe->ReadAt(0, bytes).ValueOr(0) > 0);
+}
+
+TEST(FileProblem, NamesTheFileAndTheKind) {
+    using enum FileProblem::Kind;
+    const TemporaryFolder folder;
+    WriteFile(folder / "file", std::string_view("12345"));
+    mkfifo((folder / "pipe").c_str(), 0600);
+    const auto read = [&](const fs::path& name) { return ReadFile(folder / name, 4).Problem(); };
+    const auto write = [&](const fs::path& name) {
+        return WriteFile(folder / name, std::string_view("x")).Problem();
+    };
+    const std::string longName(300, 'n');
+    const struct {
+        FileProblem problem;
+        FileProblem::Kind kind;
+        std::string file;
+    } cases[] = {{read("no"), kNotFound, "no"},
+                 {write("no/x"), kNotFound, "no/x"},
+                 {read("file/x"), kNotFolder, "file"},
+                 {write("file/x/y"), kNotFolder, "file"},
+                 {read(""), kIsFolder, ""},
+                 {write("pipe"), kNotRegular, "pipe"},
+                 {read("file"), kTooLarge, "file"},
+                 {write(longName), kNameTooLong, longName},
+                 {MakeFolders(folder / "file/a/b").Problem(), kNotFolder, "file"},
+                 {DeleteFile(folder / "file/a").Problem(), kNotFolder, "file"}};
+    for (const auto& test : cases) {
+        EXPECT_EQ(test.problem.kind, test.kind) << test.problem.file;
+        EXPECT_EQ(test.problem.file, folder / test.file);
+    }
+    EXPECT_EQ(read("file").size, 5u);
+    EXPECT_EQ(read("file").limit, 4u);
 }
 
 TEST(ScratchFile, ReplacesALongerOneAndLeavesNoHalves) {
@@ -176,8 +208,9 @@ TEST(ScratchFile, ReplacesALongerOneAndLeavesNoHalves) {
     EXPECT_EQ(Text(folder / "file"), "short");
     EXPECT_FALSE(WriteScratchFile(folder / "missing/file", std::string_view("x")));
     const FileSizeLimit fullDisk(4);
-    EXPECT_FALSE(WriteScratchFile(folder / "file", std::string_view("too long")));
-    EXPECT_EQ(LastFileProblem("file").reason, "File too large");
+    const auto tooLong = WriteScratchFile(folder / "file", std::string_view("too long"));
+    ASSERT_FALSE(tooLong);
+    EXPECT_EQ(tooLong.Problem().kind, FileProblem::Kind::kTooLarge);
     EXPECT_FALSE(fs::exists(folder / "file"));
 }
 

@@ -2,27 +2,41 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
+#include "language/problem_text.h"
 #include "support/paths.h"
 #include "support/text.h"
 
 namespace bw {
 namespace {
 
-constexpr int kGameErrorLimit = 20;
+constexpr size_t kGameErrorLimit = 20;
+
+// A file that couldn't be read has no name yet.
+std::u16string NameOf(const MulticartItem& item) {
+    return item.name.empty() ? NameWithoutExtension(PathText(item.path)) : item.name;
+}
+
+// A file that is gone counts as no valid one; one that is there and can't be read is not to be
+// taken for damaged.
+std::u16string NotValidText(const MulticartItem& item, Language language) {
+    if (item.unread && item.unread->kind != FileProblem::Kind::kNotFound) {
+        return FormatText(u"%d.%s %s", item.index + 1, NameOf(item),
+                          ProblemText(*item.unread, language));
+    }
+    return FormatText(LoadText(TextId::kGameNotValid, language), item.index + 1, NameOf(item));
+}
 
 std::u16string GameError(const MulticartItem& item, BoardType board, Language language) {
     const auto text = [&](TextId id, auto... numbers) {
-        // A file that couldn't be read has no name yet.
-        const std::u16string name =
-            item.name.empty() ? NameWithoutExtension(PathText(item.path)) : item.name;
-        return FormatText(LoadText(id, language), item.index + 1, name, numbers...);
+        return FormatText(LoadText(id, language), item.index + 1, NameOf(item), numbers...);
     };
     switch (FindGameFault(item, board)) {
         case GameFault::kNone:
             return {};
         case GameFault::kNotValid:
-            return text(TextId::kGameNotValid);
+            return NotValidText(item, language);
         case GameFault::kMapper:
             return text(TextId::kGameMapperNotSupported, item.mapper);
         case GameFault::kTrainer:
@@ -31,6 +45,10 @@ std::u16string GameError(const MulticartItem& item, BoardType board, Language la
             return text(TextId::kGameSizesNotSupported, item.prgCount * 16, item.chrCount * 8);
     }
     return {};
+}
+
+Diagnostic Error(std::u16string text) {
+    return {Severity::kError, std::move(text)};
 }
 
 // "7.Name", or the menu's file.
@@ -57,14 +75,15 @@ BankLimits BankLimitsOf(uint32_t menuPrgUnits) {
     }
 }
 
-CheckText CheckTableBanks(const BankLimits& used, uint32_t menuPrgUnits, Language language) {
+std::optional<Diagnostic> CheckTableBanks(const BankLimits& used, uint32_t menuPrgUnits,
+                                          Language language) {
     const BankLimits limits = BankLimitsOf(menuPrgUnits);
     if (used.names <= limits.names && used.data <= limits.data &&
         used.finalData <= limits.finalData) {
         return std::nullopt;
     }
-    return FormatText(LoadText(TextId::kOutputOverflow, language), used.names, limits.names,
-                      used.data, limits.data, used.finalData, limits.finalData);
+    return Error(FormatText(LoadText(TextId::kOutputOverflow, language), used.names, limits.names,
+                            used.data, limits.data, used.finalData, limits.finalData));
 }
 
 GameFault FindGameFault(const MulticartItem& item, BoardType board) {
@@ -83,44 +102,44 @@ GameFault FindGameFault(const MulticartItem& item, BoardType board) {
     return sizes ? GameFault::kNone : GameFault::kSize;
 }
 
-CheckText CheckGames(std::span<const MulticartItem> items, BoardType board, Language language) {
-    std::u16string text;
-    int errors = 0;
+std::vector<Diagnostic> CheckGames(std::span<const MulticartItem> items, BoardType board,
+                                   Language language) {
+    std::vector<Diagnostic> faults;
     for (const MulticartItem& item : items) {
         const std::u16string error = GameError(item, board, language);
-        if (!error.empty()) {
-            text += error + u"\r\n";
-            if (++errors == kGameErrorLimit) {
-                break;
-            }
-        }
+        if (error.empty()) continue;
+        faults.push_back({Severity::kError, error, {.row = item.index + 1, .name = NameOf(item)}});
+        if (faults.size() == kGameErrorLimit) break;
     }
-    return errors == 0 ? std::nullopt : CheckText(std::move(text));
+    return faults;
 }
 
-CheckText CheckRomLimits(const LayoutResult& layout, BoardType board, Language language) {
+std::optional<Diagnostic> CheckRomLimits(const LayoutResult& layout, BoardType board,
+                                         Language language) {
     const BoardLimit limit = LimitOf(board);
     const size_t games = layout.items.empty() ? 0 : layout.items.size() - 1;
     if (layout.romSize <= limit.romBytes && games <= limit.games) {
         return std::nullopt;
     }
-    return FormatText(LoadText(TextId::kRomLimits, language), BoardName(board),
-                      limit.romBytes / 1048576, layout.romSize / 1048576.0, limit.games, games);
+    return Error(FormatText(LoadText(TextId::kRomLimits, language), BoardName(board),
+                            limit.romBytes / 1048576, layout.romSize / 1048576.0, limit.games,
+                            games));
 }
 
-CheckText CheckMenu(const MulticartItem& menu, Language language) {
+std::optional<Diagnostic> CheckMenu(const MulticartItem& menu, Language language) {
     constexpr std::array<uint32_t, 5> kSizes{8, 16, 32, 64, 128};
     if (menu.valid != 0 && menu.chrCount == 0 &&
         std::find(kSizes.begin(), kSizes.end(), menu.prgCount) != kSizes.end()) {
         return std::nullopt;
     }
-    return FormatText(LoadText(TextId::kMenuRomError, language), PathText(menu.path), menu.mapper,
-                      menu.prgCount * 16, menu.chrCount * 8) +
-           u"\r\n";
+    return Error(FormatText(LoadText(TextId::kMenuRomError, language), PathText(menu.path),
+                            menu.mapper, menu.prgCount * 16, menu.chrCount * 8) +
+                 u"\r\n");
 }
 
-CheckText CheckScreenPlaces(const BuildSettings& settings, const DesignStore& design, size_t games,
-                            Language language) {
+std::optional<Diagnostic> CheckScreenPlaces(const BuildSettings& settings,
+                                            const DesignStore& design, size_t games,
+                                            Language language) {
     constexpr uint32_t kScreen = 0x2000;  // in video memory
     constexpr uint32_t kScreenEnd = 0x23C0;
     if (!settings.CustomEnable) {
@@ -144,20 +163,20 @@ CheckText CheckScreenPlaces(const BuildSettings& settings, const DesignStore& de
         const bool inside = place.address >= kScreen && place.address < kScreenEnd &&
                             place.address + place.columns <= kScreenEnd;
         if (place.shown && !inside) {
-            return FormatText(LoadText(TextId::kPlaceOutsideScreen, language),
-                              LoadText(place.name, language), place.address);
+            return Error(FormatText(LoadText(TextId::kPlaceOutsideScreen, language),
+                                    LoadText(place.name, language), place.address));
         }
     }
     return std::nullopt;
 }
 
-CheckText CheckScreenRows(const BuildSettings& settings, uint32_t itemPpuAddr, size_t games,
-                          Language language) {
+std::optional<Diagnostic> CheckScreenRows(const BuildSettings& settings, uint32_t itemPpuAddr,
+                                          size_t games, Language language) {
     constexpr uint32_t kWhite = 1;
     constexpr uint32_t kRows = 30;
     if (!settings.CustomEnable && settings.ShowStyle == kWhite && settings.PageSize != 10 &&
         settings.PageSize != 20) {
-        return LoadText(TextId::kWhiteStylePageSizes, language);
+        return Error(LoadText(TextId::kWhiteStylePageSizes, language));
     }
     uint32_t firstRow = settings.ShowStyle == kWhite || settings.PageSize <= 10 ? 6 : 5;
     if (settings.CustomEnable) {
@@ -169,16 +188,16 @@ CheckText CheckScreenRows(const BuildSettings& settings, uint32_t itemPpuAddr, s
     if (names <= room) {
         return std::nullopt;
     }
-    return FormatText(LoadText(TextId::kMoreNamesThanRows, language), room, names);
+    return Error(FormatText(LoadText(TextId::kMoreNamesThanRows, language), room, names));
 }
 
-CheckText CheckConflicts(const LayoutResult& layout, Language language) {
+std::optional<Diagnostic> CheckConflicts(const LayoutResult& layout, Language language) {
     const std::optional<LayoutConflict> conflict = FindLayoutConflict(layout);
     if (!conflict) {
         return std::nullopt;
     }
-    return FormatText(LoadText(TextId::kDataConflict, language), ItemText(*conflict->first),
-                      ItemText(*conflict->second));
+    return Error(FormatText(LoadText(TextId::kDataConflict, language), ItemText(*conflict->first),
+                            ItemText(*conflict->second)));
 }
 
 }  // namespace bw

@@ -1,15 +1,16 @@
-// What a build refuses, and the words for it. Every check gives the text to show, or nothing.
+// What a build refuses, and the words for it: whole sentences that name what they are about.
 #pragma once
 
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <string>
+#include <vector>
 
 #include "builder/input/build_settings.h"
 #include "builder/layout/bank_layout.h"
 #include "designer/model/design_store.h"
 #include "language/language.h"
+#include "support/diagnostic.h"
 
 namespace bw {
 
@@ -28,35 +29,37 @@ struct BankLimits {
 };
 BankLimits BankLimitsOf(uint32_t menuPrgUnits);
 
-using CheckText = std::optional<std::u16string>;
-
 // Tables that don't fit the menu.
-CheckText CheckTableBanks(const BankLimits& used, uint32_t menuPrgUnits, Language language);
+std::optional<Diagnostic> CheckTableBanks(const BankLimits& used, uint32_t menuPrgUnits,
+                                          Language language);
 
 // Why a board can't run a game. The build's own rule, stricter than what the list's columns show.
 enum class GameFault : uint8_t { kNone, kNotValid, kMapper, kTrainer, kSize };
 // PRG by the count of the file, CHR by the rounded units.
 GameFault FindGameFault(const MulticartItem& item, BoardType board);
 
-// Games that the board can't run; a line for each, 20 at most.
-CheckText CheckGames(std::span<const MulticartItem> items, BoardType board, Language language);
+// Games that the board can't run, 20 at most. The row is the game's ordinal.
+std::vector<Diagnostic> CheckGames(std::span<const MulticartItem> items, BoardType board,
+                                   Language language);
 
 // A ROM that is too big, or too many games.
-CheckText CheckRomLimits(const LayoutResult& layout, BoardType board, Language language);
+std::optional<Diagnostic> CheckRomLimits(const LayoutResult& layout, BoardType board,
+                                         Language language);
 
 // A menu program that no board starts: not valid, with CHR ROM, or of a wrong size.
-CheckText CheckMenu(const MulticartItem& menu, Language language);
+std::optional<Diagnostic> CheckMenu(const MulticartItem& menu, Language language);
 
 // A design's caption, list or page number that the console would write outside the screen's part
 // of the video memory, over tiles or colours.
-CheckText CheckScreenPlaces(const BuildSettings& settings, const DesignStore& design, size_t games,
-                            Language language);
+std::optional<Diagnostic> CheckScreenPlaces(const BuildSettings& settings,
+                                            const DesignStore& design, size_t games,
+                                            Language language);
 
 // Names that would be drawn below the screen's last row, and looks that have no place for them.
-CheckText CheckScreenRows(const BuildSettings& settings, uint32_t itemPpuAddr, size_t games,
-                          Language language);
+std::optional<Diagnostic> CheckScreenRows(const BuildSettings& settings, uint32_t itemPpuAddr,
+                                          size_t games, Language language);
 
 // Games whose shared data can't serve both; see FindLayoutConflict.
-CheckText CheckConflicts(const LayoutResult& layout, Language language);
+std::optional<Diagnostic> CheckConflicts(const LayoutResult& layout, Language language);
 
 }  // namespace bw

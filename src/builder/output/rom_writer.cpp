@@ -1,9 +1,9 @@
 #include "builder/output/rom_writer.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <vector>
 
+#include "support/files.h"
 #include "support/paths.h"
 
 namespace bw {
@@ -60,106 +60,99 @@ std::vector<Block> InOrderOfPlace(std::vector<Block> blocks) {
 
 class RomComposer {
   public:
-    RomComposer(File& out, uint64_t base, const std::filesystem::path& target)
-        : out_(out), base_(base), target_(target), buffer_(kBufferSize) {}
+    RomComposer(File& out, uint64_t base) : out_(out), base_(base), buffer_(kBufferSize) {}
 
     // 0xFF from the furthest byte written so far up to `offset` of the ROM.
-    bool FillTo(uint64_t offset) {
+    FileResult<> FillTo(uint64_t offset) {
         if (offset <= written_) {
-            return true;
+            return {};
         }
         std::fill(buffer_.begin(), buffer_.end(), uint8_t{0xFF});
         while (written_ < offset) {
             const auto size =
                 static_cast<size_t>(std::min<uint64_t>(buffer_.size(), offset - written_));
-            if (!Write(written_, size)) {
-                return false;
+            if (FileResult<> written = Write(written_, size); !written) {
+                return written;
             }
             written_ += size;
         }
-        return true;
+        return {};
     }
 
-    bool Copy(const Block& block) {
-        const std::optional<File> in = File::OpenForReading(block.item->path);
+    FileResult<> Copy(const Block& block) {
+        const FileResult<File> in = File::OpenForReading(block.item->path);
         if (!in) {
-            return Fail(block.item->path);
+            return in.Problem();
         }
         for (uint32_t copy = 0; copy < block.copies; ++copy) {
             for (uint32_t done = 0; done < block.size;) {
                 const size_t size = std::min<size_t>(buffer_.size(), block.size - done);
-                if (!Read(*in, block, done, size) ||
-                    !Write(block.target + uint64_t{copy} * block.size + done, size)) {
-                    return false;
+                FileResult<> passed = Read(*in, block.source + done, size);
+                if (passed) {
+                    passed = Write(block.target + uint64_t{copy} * block.size + done, size);
+                }
+                if (!passed) {
+                    return passed;
                 }
                 done += static_cast<uint32_t>(size);
             }
         }
         written_ = std::max(written_, block.End());
-        return true;
+        return {};
     }
-
-    FileProblem Problem() const { return problem_; }
 
   private:
-    bool Fail(const std::filesystem::path& file) {
-        problem_ = LastFileProblem(file);
-        return false;
-    }
     // Data behind the end of the file counts as 0xFF.
-    bool Read(const File& in, const Block& block, uint32_t done, size_t size) {
-        errno = 0;
-        const std::optional<size_t> arrived =
-            in.ReadAt(block.source + done, std::span(buffer_).first(size));
+    FileResult<> Read(const File& in, uint64_t offset, size_t size) {
+        const FileResult<size_t> arrived = in.ReadAt(offset, std::span(buffer_).first(size));
         if (!arrived) {
-            return Fail(block.item->path);
+            return arrived.Problem();
         }
         std::fill(buffer_.begin() + static_cast<std::ptrdiff_t>(*arrived),
                   buffer_.begin() + static_cast<std::ptrdiff_t>(size), uint8_t{0xFF});
-        return true;
+        return {};
     }
-    bool Write(uint64_t offset, size_t size) {
-        errno = 0;
-        return out_.WriteAt(base_ + offset, std::span(buffer_).first(size)) || Fail(target_);
+    FileResult<> Write(uint64_t offset, size_t size) {
+        return out_.WriteAt(base_ + offset, std::span(buffer_).first(size));
     }
 
     File& out_;
     uint64_t base_;
-    const std::filesystem::path& target_;
     std::vector<uint8_t> buffer_;
     uint64_t written_ = 0;  // ROM bytes from the start that hold data or filling
-    FileProblem problem_;
 };
 
 }  // namespace
 
-std::optional<FileProblem> WriteRom(const LayoutResult& layout, BoardType board, RomFormat format,
-                                    const std::filesystem::path& target,
-                                    const RomProgress& progress) {
+FileResult<RomEnd> WriteRom(const LayoutResult& layout, BoardType board, RomFormat format,
+                            const std::filesystem::path& target, const RomProgress& progress) {
     const Container container = MakeContainer(format, layout.romSize, board);
-    errno = 0;
-    std::optional<ReplacementFile> out = ReplacementFile::Begin(target);
-    if (!out || !out->Contents().WriteAt(0, container.head)) {
-        return LastFileProblem(target);
+    FileResult<ReplacementFile> out = ReplacementFile::Begin(target);
+    if (!out) {
+        return out.Problem();
     }
-    RomComposer composer(out->Contents(), container.head.size(), target);
+    FileResult<> written = out->Contents().WriteAt(0, container.head);
+    RomComposer composer(out->Contents(), container.head.size());
     const std::vector<Block> blocks = InOrderOfPlace(CollectBlocks(layout));
-    for (size_t i = 0; i < blocks.size(); ++i) {
+    for (size_t i = 0; written && i < blocks.size(); ++i) {
         if (progress && !progress(i, blocks.size(), *blocks[i].item)) {
-            return FileProblem{target, "given up"};
+            return RomEnd::kStopped;
         }
-        if (!composer.FillTo(blocks[i].target) || !composer.Copy(blocks[i])) {
-            return composer.Problem();
+        written = composer.FillTo(blocks[i].target);
+        if (written) {
+            written = composer.Copy(blocks[i]);
         }
     }
-    if (!composer.FillTo(container.fileSize - container.head.size())) {
-        return composer.Problem();
+    if (written) {
+        written = composer.FillTo(container.fileSize - container.head.size());
     }
-    errno = 0;
-    if (!out->Commit()) {
-        return LastFileProblem(target);
+    if (written) {
+        written = out->Commit();
     }
-    return std::nullopt;
+    if (!written) {
+        return written.Problem();
+    }
+    return RomEnd::kWritten;
 }
 
 std::filesystem::path WithFormatExtension(const std::filesystem::path& path, RomFormat format) {

@@ -4,25 +4,25 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
-#include <optional>
 #include <string>
 
 #include "builder/layout/bank_layout.h"
 #include "builder/output/rom_header.h"
-#include "support/files.h"
+#include "support/file_problem.h"
 
 namespace bw {
 
-// Called before each item is copied: number of items done, number in all, the item. False gives up:
-// the target stays as it was.
+// Called before each item is copied: number of items done, number in all, the item. False stops
+// the writing: the target stays as it was.
 using RomProgress = std::function<bool(size_t, size_t, const MulticartItem&)>;
+
+enum class RomEnd : uint8_t { kWritten, kStopped };
 
 // Reads every item's data a second time and writes the ROM in one of its forms. The target is
 // replaced in one step at the end; a problem leaves it as it was. Gaps of the layout and the tail
 // of a lengthened file are 0xFF. The ROM is never held in memory: data passes through one buffer.
-std::optional<FileProblem> WriteRom(const LayoutResult& layout, BoardType board, RomFormat format,
-                                    const std::filesystem::path& target,
-                                    const RomProgress& progress = {});
+FileResult<RomEnd> WriteRom(const LayoutResult& layout, BoardType board, RomFormat format,
+                            const std::filesystem::path& target, const RomProgress& progress = {});
 
 // The path with the format's extension appended, unless it ends in it already in any letter case.
 std::filesystem::path WithFormatExtension(const std::filesystem::path& path, RomFormat format);

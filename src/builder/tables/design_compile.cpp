@@ -130,14 +130,15 @@ std::vector<DesignFile> CompileDesign(const DesignStore& store, bool custom) {
     return files;
 }
 
-bool WriteDesignFiles(DesignStore& store, size_t checkedCount,
-                      const std::optional<std::u16string>& captionSetting,
-                      const std::filesystem::path& folder, bool custom) {
+FileResult<> WriteDesignFiles(DesignStore& store, size_t checkedCount,
+                              const std::optional<std::u16string>& captionSetting,
+                              const std::filesystem::path& folder, bool custom) {
     store.CaptionText = captionSetting.value_or(ToWide(std::to_string(checkedCount) + " IN 1"));
     for (const DesignFile& file : CompileDesign(store, custom)) {
-        if (!WriteScratchFile(folder / file.name, file.contents)) return false;
+        FileResult<> written = WriteScratchFile(folder / file.name, file.contents);
+        if (!written) return written;
     }
-    return true;
+    return {};
 }
 
 }  // namespace bw

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "designer/model/design_store.h"
+#include "support/file_problem.h"
 
 namespace bw {
 
@@ -26,9 +27,9 @@ std::vector<DesignFile> CompileDesign(const DesignStore& store, bool custom);
 // the caption that the count gives. `custom` is whether the custom menu is on; only
 // char_mapping.bin differs by it. Sets the store's CaptionText on the way.
 //
-// False at the first file that can't be written; earlier files stay.
-bool WriteDesignFiles(DesignStore& store, size_t checkedCount,
-                      const std::optional<std::u16string>& captionSetting,
-                      const std::filesystem::path& folder, bool custom);
+// Ends at the first file that can't be written; earlier files stay.
+FileResult<> WriteDesignFiles(DesignStore& store, size_t checkedCount,
+                              const std::optional<std::u16string>& captionSetting,
+                              const std::filesystem::path& folder, bool custom);
 
 }  // namespace bw

@@ -74,9 +74,9 @@ std::vector<FinalDataRecord> MakeFinalData(std::span<const MulticartItem> laid, 
     return records;
 }
 
-bool GenerateFinalData(std::span<const FinalDataRecord> records,
-                       const std::filesystem::path& folder, BoardType board,
-                       const TableWriteOptions& options, uint32_t& bankCount) {
+FileResult<> GenerateFinalData(std::span<const FinalDataRecord> records,
+                               const std::filesystem::path& folder, BoardType board,
+                               const TableWriteOptions& options, uint32_t& bankCount) {
     const bool coolgirl = board == BoardType::kCoolgirl;
     const TableBanks banks =
         PackEqual(records.size(), coolgirl ? kCoolgirlBytesPerGame : kCoolboyBytesPerGame);

@@ -12,6 +12,7 @@
 #include "builder/tables/table_banks.h"
 #include "rom/board_tables.h"
 #include "rom/multicart_item.h"
+#include "support/file_problem.h"
 
 namespace bw {
 
@@ -28,8 +29,8 @@ std::vector<FinalDataRecord> MakeFinalData(std::span<const MulticartItem> laid, 
 
 // game_final_data_0.asm and on, and game_final_data_bank.asm. `bankCount` receives the number of
 // banks, also when files fail.
-bool GenerateFinalData(std::span<const FinalDataRecord> records,
-                       const std::filesystem::path& folder, BoardType board,
-                       const TableWriteOptions& options, uint32_t& bankCount);
+FileResult<> GenerateFinalData(std::span<const FinalDataRecord> records,
+                               const std::filesystem::path& folder, BoardType board,
+                               const TableWriteOptions& options, uint32_t& bankCount);
 
 }  // namespace bw

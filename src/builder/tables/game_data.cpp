@@ -60,8 +60,9 @@ uint8_t GameFlags(const MulticartItem& item) {
                                 (item.fourScreen & 1) << 2);
 }
 
-bool GenerateGameData(std::span<const MulticartItem> items, const std::filesystem::path& folder,
-                      const TableWriteOptions& options, uint32_t& bankCount) {
+FileResult<> GenerateGameData(std::span<const MulticartItem> items,
+                              const std::filesystem::path& folder, const TableWriteOptions& options,
+                              uint32_t& bankCount) {
     std::vector<const MulticartItem*> games;
     for (const MulticartItem& item : items) {
         if (item.isMenu == 0) {
@@ -78,8 +79,11 @@ bool GenerateGameData(std::span<const MulticartItem> items, const std::filesyste
         text += kLineEnd;
         return text;
     };
-    const bool tables = WriteTable(kFiles, banks, bankText, folder, options);
-    return (!options.write || WriteOffsetReport(games, folder)) && tables;
+    FileResult<> tables = WriteTable(kFiles, banks, bankText, folder, options);
+    if (options.write) {
+        tables.Join(WriteOffsetReport(games, folder));
+    }
+    return tables;
 }
 
 }  // namespace bw

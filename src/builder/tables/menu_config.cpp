@@ -61,8 +61,8 @@ std::string MenuConfigText(const MenuConfig& config, const BuildSettings& settin
     return lines.Take();
 }
 
-bool WriteMenuConfig(const MenuConfig& config, const BuildSettings& settings,
-                     const DesignStore& design, const std::filesystem::path& folder) {
+FileResult<> WriteMenuConfig(const MenuConfig& config, const BuildSettings& settings,
+                             const DesignStore& design, const std::filesystem::path& folder) {
     return WriteScratchFile(folder / "game_config.asm", MenuConfigText(config, settings, design));
 }
 

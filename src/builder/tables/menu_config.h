@@ -7,6 +7,7 @@
 
 #include "builder/input/build_settings.h"
 #include "designer/model/design_store.h"
+#include "support/file_problem.h"
 
 namespace bw {
 
@@ -24,7 +25,7 @@ struct MenuConfig {
 std::string MenuConfigText(const MenuConfig& config, const BuildSettings& settings,
                            const DesignStore& design);
 
-bool WriteMenuConfig(const MenuConfig& config, const BuildSettings& settings,
-                     const DesignStore& design, const std::filesystem::path& folder);
+FileResult<> WriteMenuConfig(const MenuConfig& config, const BuildSettings& settings,
+                             const DesignStore& design, const std::filesystem::path& folder);
 
 }  // namespace bw

@@ -4,6 +4,7 @@
 #include "builder/tables/game_data.h"
 #include "builder/tables/menu_config.h"
 #include "builder/tables/name_tables.h"
+#include "language/problem_text.h"
 #include "settings/setting_names.h"
 #include "support/text.h"
 
@@ -19,9 +20,8 @@ uint8_t ReadBigCursor(const SettingsStore& store) {
     return store.RegReadBinary(kDesignKey, setting::kBigCursor, &value, size) ? value : uint8_t{0};
 }
 
-void TellOpenFailure(const MenuTables& tables, std::string_view what) {
-    tables.context.user.Diagnostic("open file failed! " + std::string(what) + " in " +
-                                   tables.folder.string());
+void TellIfUnwritten(const MenuTables& tables, const FileResult<>& written) {
+    if (!written) TellUnwritten(tables.context.user, written.Problem());
 }
 
 }  // namespace
@@ -43,25 +43,21 @@ BankLimits CountTableBanks(const std::vector<std::u16string>& names, BoardType b
     return banks;
 }
 
-bool WriteMenuTables(const MenuTables& tables, const LayoutResult& layout, const BankLimits& banks,
-                     std::vector<FinalDataRecord>& finalData) {
+FileResult<> WriteMenuTables(const MenuTables& tables, const LayoutResult& layout,
+                             const BankLimits& banks, std::vector<FinalDataRecord>& finalData) {
     const BuildContext& context = tables.context;
     const TableWriteOptions write;
     uint32_t unused = 0;
-    if (!GenerateNameTables(tables.names, tables.folder,
-                            {.nameColumn = NameColumn(context.settings, context.design),
-                             .removalPattern = {},
-                             .files = write},
-                            unused)) {
-        TellOpenFailure(tables, "a game_list file");
-    }
-    if (!GenerateGameData(layout.items, tables.folder, write, unused)) {
-        TellOpenFailure(tables, "a game_data file");
-    }
+    TellIfUnwritten(tables,
+                    GenerateNameTables(tables.names, tables.folder,
+                                       {.nameColumn = NameColumn(context.settings, context.design),
+                                        .removalPattern = {},
+                                        .files = write},
+                                       unused));
+    TellIfUnwritten(tables, GenerateGameData(layout.items, tables.folder, write, unused));
     finalData = MakeFinalData(layout.items, tables.board);
-    if (!GenerateFinalData(finalData, tables.folder, tables.board, write, unused)) {
-        TellOpenFailure(tables, "a game_final_data file");
-    }
+    TellIfUnwritten(tables,
+                    GenerateFinalData(finalData, tables.folder, tables.board, write, unused));
     const MenuConfig config{.board = tables.board,
                             .menuPrgUnits = tables.menuPrgUnits,
                             .nameBanks = banks.names,
@@ -76,11 +72,13 @@ void WriteScreenFiles(const MenuTables& tables) {
     const BuildContext& context = tables.context;
     std::u16string caption;
     const bool stored = context.store.RegReadString(kDesignKey, setting::kCaptionText, caption);
-    if (!WriteDesignFiles(context.design, CountChecked(context.games),
-                          stored ? std::optional(caption) : std::nullopt, tables.folder,
-                          context.settings.CustomEnable)) {
-        TellOpenFailure(tables, "a file of the menu's screen");
-    }
+    TellIfUnwritten(tables, WriteDesignFiles(context.design, CountChecked(context.games),
+                                             stored ? std::optional(caption) : std::nullopt,
+                                             tables.folder, context.settings.CustomEnable));
+}
+
+void TellUnwritten(BuildUser& user, const FileProblem& problem) {
+    user.Diagnostic("open file failed! " + ToUtf8(ProblemText(problem, user.UiLanguage())));
 }
 
 }  // namespace bw

@@ -12,6 +12,7 @@
 #include "builder/layout/bank_layout.h"
 #include "builder/layout/build_checks.h"
 #include "builder/tables/final_data.h"
+#include "support/file_problem.h"
 
 namespace bw {
 
@@ -32,12 +33,15 @@ struct MenuTables {
 };
 
 // Name tables, game data, final data, and last game_config.asm, from a layout. Tables that can't
-// be written are told as a diagnostic: the assembler fails on them and tells the user. False only
-// if game_config.asm can't be written. `finalData` receives the records.
-bool WriteMenuTables(const MenuTables& tables, const LayoutResult& layout, const BankLimits& banks,
-                     std::vector<FinalDataRecord>& finalData);
+// be written are told as a diagnostic: the assembler fails on them and tells the user. Only of
+// game_config.asm the problem comes back. `finalData` receives the records.
+FileResult<> WriteMenuTables(const MenuTables& tables, const LayoutResult& layout,
+                             const BankLimits& banks, std::vector<FinalDataRecord>& finalData);
 
 // The files of the designed screen; a failure is told as a diagnostic.
 void WriteScreenFiles(const MenuTables& tables);
+
+// The diagnostic for a generated file that a build or an export goes on without.
+void TellUnwritten(BuildUser& user, const FileProblem& problem);
 
 }  // namespace bw

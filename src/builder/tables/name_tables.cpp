@@ -75,17 +75,21 @@ std::string ConsoleName(std::u16string_view name) {
     return result;
 }
 
-bool GenerateNameTables(std::span<const std::u16string> names, const std::filesystem::path& folder,
-                        const NameTableOptions& options, uint32_t& bankCount) {
+FileResult<> GenerateNameTables(std::span<const std::u16string> names,
+                                const std::filesystem::path& folder,
+                                const NameTableOptions& options, uint32_t& bankCount) {
+    const auto invalid = [&] {
+        return ProblemOf(folder / kFiles.indexFile, std::errc::invalid_argument);
+    };
     if (names.empty()) {
-        return false;
+        return invalid();
     }
     std::optional<std::regex> removal;
     if (!options.removalPattern.empty()) {
         try {
             removal.emplace(options.removalPattern, std::regex::ECMAScript);
         } catch (const std::regex_error&) {
-            return false;
+            return invalid();
         }
     }
     std::vector<std::string> texts;
@@ -99,12 +103,13 @@ bool GenerateNameTables(std::span<const std::u16string> names, const std::filesy
     const TableBanks banks = PackNames(texts, std::min(options.nameColumn, kScreenWidth - 1));
     bankCount = static_cast<uint32_t>(banks.banks.size());
 
-    const bool tables = WriteTable(
+    FileResult<> tables = WriteTable(
         kFiles, banks, [&](const TableBanks::Bank& bank) { return BankText(bank, texts); }, folder,
         options.files);
     std::string title;
     AppendCountedString(title, ToUtf8(MulticartTitle(names.size())));
-    return WriteScratchFile(folder / "game_title.asm", title) && tables;
+    tables.Join(WriteScratchFile(folder / "game_title.asm", title));
+    return tables;
 }
 
 }  // namespace bw

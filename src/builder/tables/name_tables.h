@@ -7,6 +7,7 @@
 #include <string>
 
 #include "builder/tables/table_banks.h"
+#include "support/file_problem.h"
 
 namespace bw {
 
@@ -20,12 +21,13 @@ struct NameTableOptions {
 std::string ConsoleName(std::u16string_view name);
 
 // game_list_0.asm to game_list_F.asm, game_list_bank.asm and game_title.asm. `bankCount` receives
-// the number of banks, also when files fail; it keeps its value if `names` is empty (false) or the
-// pattern isn't valid (false).
+// the number of banks, also when files fail; it keeps its value if `names` is empty or the pattern
+// isn't valid, of which no table can be made.
 //
 // A name is cut to the screen's 32 columns, except the one that opens a bank after the first: that
 // one stays whole, and so it is meant.
-bool GenerateNameTables(std::span<const std::u16string> names, const std::filesystem::path& folder,
-                        const NameTableOptions& options, uint32_t& bankCount);
+FileResult<> GenerateNameTables(std::span<const std::u16string> names,
+                                const std::filesystem::path& folder,
+                                const NameTableOptions& options, uint32_t& bankCount);
 
 }  // namespace bw

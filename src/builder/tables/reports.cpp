@@ -30,8 +30,8 @@ void AppendOffsets(std::string& text, std::vector<const MulticartItem*> games,
 
 }  // namespace
 
-bool WriteOffsetReport(const std::vector<const MulticartItem*>& games,
-                       const std::filesystem::path& folder) {
+FileResult<> WriteOffsetReport(const std::vector<const MulticartItem*>& games,
+                               const std::filesystem::path& folder) {
     std::string text = "rom prg offset:\r\n";
     AppendOffsets(text, games, &MulticartItem::prgOffset, &MulticartItem::prgSpan);
     text += "\r\nrom chr offset:\r\n";
@@ -39,7 +39,8 @@ bool WriteOffsetReport(const std::vector<const MulticartItem*>& games,
     return WriteScratchFile(folder / "game_prg_chr_offset.txt", text);
 }
 
-bool WriteNameReport(std::span<const std::u16string> names, const std::filesystem::path& folder) {
+FileResult<> WriteNameReport(std::span<const std::u16string> names,
+                             const std::filesystem::path& folder) {
     std::string text;
     for (const std::u16string& name : names) {
         AppendComment(text, ToUtf8(name));

@@ -75,24 +75,25 @@ std::string BankIndexText(std::string_view label, const std::vector<uint8_t>& ba
     return text;
 }
 
-bool WriteTable(const TableFiles& files, const TableBanks& banks,
-                const std::function<std::string(const TableBanks::Bank&)>& bankText,
-                const std::filesystem::path& folder, const TableWriteOptions& options) {
+FileResult<> WriteTable(const TableFiles& files, const TableBanks& banks,
+                        const std::function<std::string(const TableBanks::Bank&)>& bankText,
+                        const std::filesystem::path& folder, const TableWriteOptions& options) {
     const auto bankPath = [&](uint32_t number) {
         std::string name(files.bankFile);
         AppendHex(name, number, 1);
         return folder / (name + ".asm");
     };
-    bool done = true;
+    FileResult<> done;
     const auto inUse = static_cast<uint32_t>(banks.banks.size());
     for (uint32_t i = 0; options.write && i < inUse; ++i) {
-        done = WriteScratchFile(bankPath(i), bankText(banks.banks[i])) && done;
+        done.Join(WriteScratchFile(bankPath(i), bankText(banks.banks[i])));
     }
     for (uint32_t i = inUse; !options.keep && i < files.fileCount; ++i) {
         DeleteFile(bankPath(i));
     }
     const std::string index = BankIndexText(files.indexLabel, banks.bankOfGame);
-    return WriteScratchFile(folder / files.indexFile, index) && done;
+    done.Join(WriteScratchFile(folder / files.indexFile, index));
+    return done;
 }
 
 }  // namespace bw

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "support/file_problem.h"
+
 namespace bw {
 
 inline constexpr uint32_t kTableBankSize = 8192;  // bytes
@@ -72,9 +74,9 @@ struct TableWriteOptions {
 };
 
 // Writes the banks, whose texts `bankText` makes, removes leftover files and writes the index.
-// False if any file couldn't be written; all others still are.
-bool WriteTable(const TableFiles& files, const TableBanks& banks,
-                const std::function<std::string(const TableBanks::Bank&)>& bankText,
-                const std::filesystem::path& folder, const TableWriteOptions& options);
+// The problem of the first file that couldn't be written; all others still are.
+FileResult<> WriteTable(const TableFiles& files, const TableBanks& banks,
+                        const std::function<std::string(const TableBanks::Bank&)>& bankText,
+                        const std::filesystem::path& folder, const TableWriteOptions& options);
 
 }  // namespace bw

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <system_error>
 #include <utility>
 
 #include "designer/model/design_chunks.h"
+#include "language/problem_text.h"
 #include "support/files.h"
 #include "support/text.h"
 
@@ -42,13 +42,8 @@ std::span<const ChunkType> ReadTypes(DesignScope scope) {
                                          : WrittenTypes(scope);
 }
 
-std::u16string Named(const std::filesystem::path& file, const std::u16string& reason) {
-    return PathText(file) + u": " + reason;
-}
-
-std::u16string LastReason(Language language) {
-    const std::string reason = LastFileProblem({}).reason;
-    return reason.empty() ? LoadText(TextId::kCantBeReadOrWritten, language) : ToWide(reason);
+Diagnostic Fault(std::u16string text) {
+    return {Severity::kError, std::move(text)};
 }
 
 }  // namespace
@@ -68,11 +63,12 @@ DesignProblem ReadDesign(std::span<const uint8_t> bytes, DesignDocument& documen
     for (const ChunkView& chunk : list.chunks) {
         if (!takes(static_cast<ChunkType>(chunk.type))) continue;
         isDesign = true;
-        if (const auto fault = ApplyChunk(chunk, read)) return FaultText(*fault, language);
+        if (const auto fault = ApplyChunk(chunk, read)) return Fault(FaultText(*fault, language));
     }
-    if (list.fault) return FaultText(*list.fault, language);
+    if (list.fault) return Fault(FaultText(*list.fault, language));
     if (!isDesign) {
-        return LoadText(bytes.empty() ? TextId::kFileEmpty : TextId::kNotADesign, language);
+        return Fault(bytes.empty() ? LoadText(TextId::kFileEmpty, language)
+                                   : LoadText(TextId::kNotADesign, language));
     }
     if (scope == DesignScope::kWhole) {
         read.store.BkgTileSelected.fill(0);
@@ -92,18 +88,12 @@ std::vector<uint8_t> WriteDesign(const DesignDocument& document, DesignScope sco
 
 DesignProblem LoadDesign(const std::filesystem::path& file, DesignDocument& document,
                          std::vector<uint8_t>& bytes, Language language) {
-    std::error_code error;
-    if (std::filesystem::exists(file, error) && !std::filesystem::is_regular_file(file, error)) {
-        return Named(file, LoadText(TextId::kNotAFile, language));
-    }
-    const uint64_t size = std::filesystem::file_size(file, error);
-    if (!error && size > kLargestDesignFile) {
-        return Named(file, FormatText(LoadText(TextId::kDesignTooLarge, language), size,
-                                      kLargestDesignFile));
-    }
     auto contents = ReadFile(file, kLargestDesignFile);
-    if (!contents) return Named(file, LastReason(language));
-    if (auto problem = ReadDesign(*contents, document, language)) return Named(file, *problem);
+    if (!contents) return FileDiagnostic(contents.Problem(), language);
+    if (auto problem = ReadDesign(*contents, document, language)) {
+        problem->place.file = PathText(file);
+        return problem;
+    }
     bytes = std::move(*contents);
     return std::nullopt;
 }
@@ -125,8 +115,10 @@ DesignProblem OpenDesign(const std::filesystem::path& file, DesignDocument& docu
 
 DesignProblem SaveDesign(const std::filesystem::path& file, std::span<const uint8_t> bytes,
                          Language language) {
-    if (WriteFile(file, bytes)) return std::nullopt;
-    return Named(file, LastReason(language));
+    if (const FileResult<> written = WriteFile(file, bytes); !written) {
+        return FileDiagnostic(written.Problem(), language);
+    }
+    return std::nullopt;
 }
 
 DesignProblem SaveDesign(const std::filesystem::path& file, const DesignDocument& document,

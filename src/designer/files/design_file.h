@@ -5,19 +5,20 @@
 #include <filesystem>
 #include <optional>
 #include <span>
-#include <string>
 #include <vector>
 
 #include "designer/model/design_document.h"
 #include "language/language.h"
+#include "support/diagnostic.h"
+#include "support/file_problem.h"
 
 namespace bw {
 
 // A larger file is no design: a screen of tiles and all the rest takes some 50 KB.
 inline constexpr uint64_t kLargestDesignFile = uint64_t{1} << 24;
 
-// What is wrong with a design, for people. Empty: nothing.
-using DesignProblem = std::optional<std::u16string>;
+// What is wrong with a design, or with its file; nothing if all is well.
+using DesignProblem = std::optional<Diagnostic>;
 
 // How much of a design a file holds: everything (.fcm); the screen's tiles and colours with the
 // caption and the texts on them (.fcc); or the caption and the texts alone (.fct).
@@ -35,7 +36,7 @@ DesignProblem ReadDesign(std::span<const uint8_t> bytes, DesignDocument& documen
 std::vector<uint8_t> WriteDesign(const DesignDocument& document,
                                  DesignScope scope = DesignScope::kWhole);
 
-// The same with a file. A problem names it.
+// The same with a file, which is the place of any problem.
 DesignProblem LoadDesign(const std::filesystem::path& file, DesignDocument& document,
                          Language language);
 // Gives the file's bytes as well.

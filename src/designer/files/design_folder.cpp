@@ -6,6 +6,7 @@
 #include "designer/files/design_text.h"
 #include "designer/files/tile_picture.h"
 #include "designer/model/chunk_file.h"
+#include "language/problem_text.h"
 #include "support/files.h"
 #include "support/text.h"
 
@@ -16,23 +17,14 @@ constexpr std::string_view kTextName = "design.txt";
 constexpr uint64_t kLargestText = kLargestDesignFile * 4;  // three characters a byte, at most
 constexpr uint64_t kLargestPicture = uint64_t{1} << 24;
 
-std::string ReasonOfLastFailure() {
-    const std::string reason = LastFileProblem({}).reason;
-    return reason.empty() ? "can't be read or written" : reason;
-}
-
-std::u16string Problem(const std::filesystem::path& file, std::string_view place,
-                       std::string_view reason) {
-    return PathText(file) + ToWide(place) + u": " + ToWide(reason);
-}
-
-std::optional<std::string> ReadPicture(const std::filesystem::path& file,
-                                       std::span<uint8_t> table) {
+// The picture is named without its folder: the problem's place is the text beside it.
+std::optional<std::string> ReadPicture(const std::filesystem::path& file, std::span<uint8_t> table,
+                                       Language language) {
     const auto png = ReadFile(file, kLargestPicture);
-    const std::string name = file.filename().string();
-    if (!png) return name + ": " + ReasonOfLastFailure();
+    const std::string name = ToUtf8(PathText(file.filename())) + ": ";
+    if (!png) return name + ToUtf8(FileDiagnostic(png.Problem(), language).text);
     const auto problem = ReadTilePicture(*png, table);
-    return problem ? std::optional(name + ": " + *problem) : std::nullopt;
+    return problem ? std::optional(name + *problem) : std::nullopt;
 }
 
 struct NewFile {
@@ -41,37 +33,36 @@ struct NewFile {
 };
 
 // All are written before the first takes its name, so that a full disk leaves the old ones.
-DesignProblem ReplaceFiles(const std::filesystem::path& folder, std::span<const NewFile> files) {
-    std::vector<ReplacementFile> written;
+FileResult<> ReplaceFiles(const std::filesystem::path& folder, std::span<const NewFile> files) {
+    std::vector<ReplacementFile> replacements;
     for (const NewFile& file : files) {
         auto replacement = ReplacementFile::Begin(folder / file.name);
-        if (!replacement || !replacement->Contents().WriteAt(0, file.bytes)) {
-            return Problem(folder / file.name, "", ReasonOfLastFailure());
-        }
-        written.push_back(std::move(*replacement));
+        if (!replacement) return replacement.Problem();
+        FileResult<> written = replacement->Contents().WriteAt(0, file.bytes);
+        if (!written) return written;
+        replacements.push_back(std::move(*replacement));
     }
-    for (size_t i = 0; i < files.size(); ++i) {
-        if (!written[i].Commit()) {
-            return Problem(folder / files[i].name, "", ReasonOfLastFailure());
-        }
+    for (ReplacementFile& replacement : replacements) {
+        if (FileResult<> done = replacement.Commit(); !done) return done;
     }
-    return std::nullopt;
+    return {};
 }
 
 }  // namespace
 
-DesignProblem PackDesign(const std::filesystem::path& folder, std::vector<uint8_t>& bytes) {
+DesignProblem PackDesign(const std::filesystem::path& folder, std::vector<uint8_t>& bytes,
+                         Language language) {
     const std::filesystem::path textFile = folder / kTextName;
     const auto text = ReadFile(textFile, kLargestText);
-    if (!text) return Problem(textFile, "", ReasonOfLastFailure());
-    const auto problem = ParseDesign(
+    if (!text) return FileDiagnostic(text.Problem(), language);
+    DesignProblem problem = ParseDesign(
         {reinterpret_cast<const char*>(text->data()), text->size()},
         [&](const std::string& name, std::span<uint8_t> table) {
-            return ReadPicture(folder / TextPath(ToWide(name)), table);
+            return ReadPicture(folder / TextPath(ToWide(name)), table, language);
         },
         bytes);
-    if (!problem) return std::nullopt;
-    return Problem(textFile, ':' + std::to_string(problem->line), problem->text);
+    if (problem) problem->place.file = PathText(textFile);
+    return problem;
 }
 
 DesignProblem UnpackDesign(const std::filesystem::path& file, const std::filesystem::path& folder,
@@ -81,14 +72,16 @@ DesignProblem UnpackDesign(const std::filesystem::path& file, const std::filesys
     if (auto problem = LoadDesign(file, unused, bytes, language)) return problem;
     const ChunkList list = ReadChunks(bytes);
     const DesignText design = DescribeDesign(list.chunks);
-    if (!MakeFolders(folder)) return Problem(folder, "", ReasonOfLastFailure());
     std::vector<NewFile> files;
     if (!design.tiles.empty()) {
         files.push_back({kBackgroundPicture, TilePicture(design.tiles.first(kPatternTableSize))});
         files.push_back({kSpritesPicture, TilePicture(design.tiles.last(kPatternTableSize))});
     }
     files.push_back({kTextName, {design.text.begin(), design.text.end()}});
-    return ReplaceFiles(folder, files);
+    FileResult<> written = MakeFolders(folder);
+    if (written) written = ReplaceFiles(folder, files);
+    if (!written) return FileDiagnostic(written.Problem(), language);
+    return std::nullopt;
 }
 
 }  // namespace bw

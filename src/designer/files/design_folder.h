@@ -12,7 +12,8 @@ namespace bw {
 
 // The bytes of the design's file. A problem names the file of the folder, the line in design.txt,
 // and what is wrong; `bytes` then stays as it was.
-DesignProblem PackDesign(const std::filesystem::path& folder, std::vector<uint8_t>& bytes);
+DesignProblem PackDesign(const std::filesystem::path& folder, std::vector<uint8_t>& bytes,
+                         Language language);
 
 // The opposite: takes a design's file apart. Makes the folder if it isn't there and replaces the
 // files in it, none before all are written.

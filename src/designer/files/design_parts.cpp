@@ -8,6 +8,7 @@
 #include "designer/files/bare_tables.h"
 #include "designer/model/stored_numbers.h"
 #include "designer/model/tiles.h"
+#include "language/problem_text.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -16,6 +17,10 @@ namespace bw {
 namespace {
 
 using Bytes = std::vector<uint8_t>;
+
+Diagnostic Fault(std::u16string text) {
+    return {Severity::kError, std::move(text)};
+}
 
 std::optional<DesignScope> ScopeOf(DesignPart part) {
     switch (part) {
@@ -48,8 +53,8 @@ void CountItems(WorkingCopy& copy) {
     copy.nextTextIndex = static_cast<uint32_t>(store.CustomText.size());
 }
 
-std::variant<Views, std::u16string> LoadChunks(DesignScope scope, std::span<const uint8_t> bytes,
-                                               WorkingCopy& copy, Language language) {
+std::variant<Views, Diagnostic> LoadChunks(DesignScope scope, std::span<const uint8_t> bytes,
+                                           WorkingCopy& copy, Language language) {
     if (auto problem = ReadDesign(bytes, copy.document, language, scope)) {
         return std::move(*problem);
     }
@@ -58,11 +63,11 @@ std::variant<Views, std::u16string> LoadChunks(DesignScope scope, std::span<cons
     return PicturesOf(scope);
 }
 
-std::variant<Views, std::u16string> LoadVideoMemory(size_t screen, std::span<const uint8_t> bytes,
-                                                    WorkingCopy& copy, Language language) {
+std::variant<Views, Diagnostic> LoadVideoMemory(size_t screen, std::span<const uint8_t> bytes,
+                                                WorkingCopy& copy, Language language) {
     if (bytes.size() != kVideoMemorySize) {
-        return FormatText(LoadText(TextId::kVideoMemorySizeWrong, language), kVideoMemorySize,
-                          bytes.size());
+        return Fault(FormatText(LoadText(TextId::kVideoMemorySizeWrong, language), kVideoMemorySize,
+                                bytes.size()));
     }
     ReadVideoMemory(bytes.first<kVideoMemorySize>(), screen, copy);
     SynchroniseCursors(copy);
@@ -93,8 +98,8 @@ Views LoadColours(DesignPart part, std::span<const uint8_t> bytes, WorkingCopy& 
            View::kNameTable | View::kSpritePalette | SynchroniseCursors(copy);
 }
 
-std::u16string NotThisWay(Language language) {
-    return LoadText(TextId::kNotThisWay, language);
+Diagnostic NotThisWay(Language language) {
+    return Fault(LoadText(TextId::kNotThisWay, language));
 }
 
 // Written over the start of an existing file.
@@ -149,9 +154,9 @@ std::filesystem::path WithPartExtension(const std::filesystem::path& path,
     return file;
 }
 
-std::variant<Views, std::u16string> LoadPart(DesignPart part, std::span<const uint8_t> bytes,
-                                             Shift shift, WorkingCopy& copy, Language language) {
-    if (bytes.empty()) return LoadText(TextId::kFileEmpty, language);
+std::variant<Views, Diagnostic> LoadPart(DesignPart part, std::span<const uint8_t> bytes,
+                                         Shift shift, WorkingCopy& copy, Language language) {
+    if (bytes.empty()) return Fault(LoadText(TextId::kFileEmpty, language));
     if (const auto scope = ScopeOf(part)) return LoadChunks(*scope, bytes, copy, language);
     switch (part) {
         case DesignPart::kVideoMemory2000:
@@ -178,8 +183,8 @@ std::variant<Views, std::u16string> LoadPart(DesignPart part, std::span<const ui
     }
 }
 
-std::variant<Bytes, std::u16string> StorePart(DesignPart part, Shift shift, const WorkingCopy& copy,
-                                              Language language) {
+std::variant<Bytes, Diagnostic> StorePart(DesignPart part, Shift shift, const WorkingCopy& copy,
+                                          Language language) {
     const DesignStore& store = copy.Store();
     const bool shifted = shift == Shift::kDown;
     if (const auto scope = ScopeOf(part)) return WriteDesign(copy.document, *scope);
@@ -198,7 +203,7 @@ std::variant<Bytes, std::u16string> StorePart(DesignPart part, Shift shift, cons
             return StoredMmc5Attributes(store);
         case DesignPart::kSprites:
             if (auto bytes = StoredSprites(shifted, store)) return std::move(*bytes);
-            return FormatText(LoadText(TextId::kTooManySprites, language), kSpritesInMemory);
+            return Fault(FormatText(LoadText(TextId::kTooManySprites, language), kSpritesInMemory));
         case DesignPart::kBkgPalette:
             return BytesOf(store.BkgPalette);
         case DesignPart::kSpritePalette:
@@ -213,14 +218,15 @@ std::variant<Bytes, std::u16string> StorePart(DesignPart part, Shift shift, cons
 DesignProblem SavePart(const std::filesystem::path& file, DesignPart part, Shift shift,
                        const WorkingCopy& copy, Language language) {
     auto stored = StorePart(part, shift, copy, language);
-    if (auto* problem = std::get_if<std::u16string>(&stored)) {
-        return PathText(file) + u": " + *problem;
+    if (auto* problem = std::get_if<Diagnostic>(&stored)) {
+        problem->place.file = PathText(file);
+        return std::move(*problem);
     }
     Bytes& bytes = std::get<Bytes>(stored);
     std::error_code error;
     if (KeepsTail(part) && std::filesystem::file_size(file, error) > bytes.size() && !error) {
         const auto old = ReadFile(file);
-        if (!old) return PathText(file) + u": " + ToWide(LastFileProblem(file).reason);
+        if (!old) return FileDiagnostic(old.Problem(), language);
         const std::span<const uint8_t> tail =
             std::span(*old).subspan(std::min(old->size(), bytes.size()));
         bytes.insert(bytes.end(), tail.begin(), tail.end());

@@ -53,15 +53,15 @@ enum class Shift { kUp, kDown };
 // then stays as it was. Short tables fill their own length, longer ones are cut. An attribute table
 // in the MMC5 form isn't known for one: its first 64 bytes are taken. Sprites with a Y of 240 or
 // more are passed over, and the list takes 255.
-std::variant<Views, std::u16string> LoadPart(DesignPart part, std::span<const uint8_t> bytes,
-                                             Shift shift, WorkingCopy& copy, Language language);
+std::variant<Views, Diagnostic> LoadPart(DesignPart part, std::span<const uint8_t> bytes,
+                                         Shift shift, WorkingCopy& copy, Language language);
 
 // The bytes of a part, or what is wrong: more than 64 sprites on the screen, or a part that is only
 // read. A name table holds what its view shows: tiles, and the list, texts and caption that are
 // switched on, each blank with its own tile.
-std::variant<std::vector<uint8_t>, std::u16string> StorePart(DesignPart part, Shift shift,
-                                                             const WorkingCopy& copy,
-                                                             Language language);
+std::variant<std::vector<uint8_t>, Diagnostic> StorePart(DesignPart part, Shift shift,
+                                                         const WorkingCopy& copy,
+                                                         Language language);
 
 // Writes a part to a file, in one safe step. Attributes, palettes, texts and screens replace the
 // start of an existing file; a longer one keeps its tail. All others replace the whole file.

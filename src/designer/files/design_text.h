@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "designer/model/chunk_file.h"
+#include "support/diagnostic.h"
 
 namespace bw {
 
@@ -28,18 +29,14 @@ struct DesignText {
 // The chunks are those of a design that ReadDesign takes.
 DesignText DescribeDesign(std::span<const ChunkView> chunks);
 
-struct TextProblem {
-    size_t line = 0;  // from 1
-    std::string text;
-};
-
 // Reads the picture `name`, a plain file name, into a pattern table of 4096 bytes, or says what is
 // wrong; the text names the picture.
 using PictureReader =
     std::function<std::optional<std::string>(const std::string& name, std::span<uint8_t> table)>;
 
-// Makes the design's file from its text. A text with a problem leaves `bytes` as they were.
-std::optional<TextProblem> ParseDesign(std::string_view text, const PictureReader& readPicture,
-                                       std::vector<uint8_t>& bytes);
+// Makes the design's file from its text. A text with a problem leaves `bytes` as they were; the
+// problem's place has the line and no file.
+std::optional<Diagnostic> ParseDesign(std::string_view text, const PictureReader& readPicture,
+                                      std::vector<uint8_t>& bytes);
 
 }  // namespace bw

@@ -38,7 +38,7 @@ class Parser {
     Parser(std::string_view text, const PictureReader& readPicture)
         : lines_(text), readPicture_(readPicture) {}
 
-    std::optional<TextProblem> Run(std::vector<uint8_t>& bytes) {
+    std::optional<Diagnostic> Run(std::vector<uint8_t>& bytes) {
         while (Next()) {
             if (!Statement()) break;
         }
@@ -49,8 +49,9 @@ class Parser {
             bytes = std::move(bytes_);
             return std::nullopt;
         }
-        return TextProblem{std::max<size_t>(lines_.Number(), 1),
-                           problem_.empty() ? lines_.Problem() : problem_};
+        return Diagnostic{Severity::kError,
+                          ToWide(problem_.empty() ? lines_.Problem() : problem_),
+                          {.line = static_cast<uint32_t>(std::max<size_t>(lines_.Number(), 1))}};
     }
 
   private:
@@ -303,8 +304,8 @@ class Parser {
 
 }  // namespace
 
-std::optional<TextProblem> ParseDesign(std::string_view text, const PictureReader& readPicture,
-                                       std::vector<uint8_t>& bytes) {
+std::optional<Diagnostic> ParseDesign(std::string_view text, const PictureReader& readPicture,
+                                      std::vector<uint8_t>& bytes) {
     return Parser(text, readPicture).Run(bytes);
 }
 

@@ -4,6 +4,7 @@
 #include <QScopedValueRollback>
 #include <system_error>
 
+#include "language/problem_text.h"
 #include "list/list_file.h"
 #include "settings/setting_names.h"
 #include "shell/dialogs/close_dialog.h"
@@ -99,8 +100,10 @@ bool CMainDialog::Parts::KeepList() {
         if (answer != kEndYes) return false;
         const auto file = Dialogs().AskListToSave(Base());
         if (!file) return false;
-        if (SaveListFile(WithListExtension(*file), editor.Games(), Base())) return true;
-        Dialogs().Message(LoadText(TextId::kOperationFailed, language),
+        const FileResult<> saved = SaveListFile(WithListExtension(*file), editor.Games(), Base());
+        if (saved) return true;
+        Dialogs().Message(LoadText(TextId::kOperationFailed, language) + u"\r\n" +
+                              ProblemText(saved.Problem(), language),
                           LoadText(TextId::kErrorTitle, language), MessageButtons::kConfirm);
     }
     return true;

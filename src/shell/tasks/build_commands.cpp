@@ -64,9 +64,9 @@ void BuildCommands::BuildCoolgirl() {
 
 void BuildCommands::Build(BoardType board) {
     BackgroundTasks& tasks = host_.Tasks();
-    if (const CheckText problem =
+    if (const auto problem =
             CheckBuildStart(host_.Editor().Games(), tasks.TaskBusy(), host_.CurrentLanguage())) {
-        Warn(host_, *problem);
+        Warn(host_, problem->text);
         return;
     }
     BackgroundTasks::Turn turn = tasks.TryBegin();

@@ -41,7 +41,7 @@ void GameIntake::AddImages(std::span<const std::filesystem::path> files) {
     }
 }
 
-bool GameIntake::AddList(const std::filesystem::path& file) {
+FileResult<> GameIntake::AddList(const std::filesystem::path& file) {
     control_.Progress({PathText(file.filename()), filesDone_, filesInAll_});
     ++filesDone_;
     // A list travels with its games: paths that name nothing below the program's folder may do so
@@ -50,13 +50,13 @@ bool GameIntake::AddList(const std::filesystem::path& file) {
     const auto loaded = LoadListFile(file, base_, read, file.parent_path());
     if (!loaded) {
         ++leftOut;
-        return false;
+        return loaded.Problem();
     }
     if (loaded->announced > Room()) TellOverLimit();
     games.insert(games.end(), std::make_move_iterator(read.begin()),
                  std::make_move_iterator(read.end()));
     CutToRoom();
-    return true;
+    return {};
 }
 
 void GameIntake::AddFiles(std::span<const std::filesystem::path> files) {

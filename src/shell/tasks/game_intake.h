@@ -7,6 +7,7 @@
 
 #include "list/game_list.h"
 #include "shell/tasks/background_tasks.h"
+#include "support/file_problem.h"
 
 namespace bw {
 
@@ -20,8 +21,8 @@ class GameIntake {
 
     // Images, however many. Files that are none are left out.
     void AddImages(std::span<const std::filesystem::path> files);
-    // A list file, as far as there is room. False if it is none or can't be read.
-    bool AddList(const std::filesystem::path& file);
+    // A list file, as far as there is room.
+    FileResult<> AddList(const std::filesystem::path& file);
     // Images and list files, told apart by the extension, as far as there is room.
     void AddFiles(std::span<const std::filesystem::path> files);
 

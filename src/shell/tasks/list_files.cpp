@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "language/problem_text.h"
 #include "list/list_file.h"
 #include "shell/tasks/game_intake.h"
 #include "support/paths.h"
@@ -37,7 +38,7 @@ struct ListFiles::Reading {
                  [&control, &host] { WarnOfLimit(control, host); }) {}
 
     GameIntake intake;
-    bool readable = true;
+    FileResult<> list;  // of reading a list file
 };
 
 void ListFiles::Read(BackgroundTasks::Turn turn, std::function<void(Reading&)> read,
@@ -109,11 +110,11 @@ void ListFiles::Load() {
     StoreFolderOf(kListFolder, *file);
     Read(
         std::move(turn),
-        [file = *file](Reading& reading) { reading.readable = reading.intake.AddList(file); },
-        [this, file = *file](Reading& reading) {
-            if (!reading.readable) {
-                const auto format = LoadText(TextId::kNoListInFile, host_.CurrentLanguage());
-                host_.Tell(FormatText(format, PathText(file)));
+        [file = *file](Reading& reading) { reading.list = reading.intake.AddList(file); },
+        [this](Reading& reading) {
+            if (!reading.list) {
+                host_.Tell(
+                    FullText(ListDiagnostic(reading.list.Problem(), host_.CurrentLanguage())));
                 return;
             }
             Publish(reading, {.reveal = false});
@@ -150,7 +151,7 @@ void ListFiles::Save() {
         std::filesystem::path file;
         GameList games;
         std::filesystem::path base;
-        bool done = false;
+        FileResult<> saved{};
     };
     const auto saving = std::make_shared<Saving>(
         Saving{WithListExtension(*chosen), host_.Editor().Games(), host_.Base()});
@@ -158,13 +159,13 @@ void ListFiles::Save() {
         std::move(turn),
         [saving](TaskControl& control) {
             control.Progress({PathText(saving->file.filename()), 0, 0});
-            saving->done = SaveListFile(saving->file, saving->games, saving->base);
+            saving->saved = SaveListFile(saving->file, saving->games, saving->base);
         },
         [this, saving] {
-            const auto format =
-                LoadText(saving->done ? TextId::kListSaved : TextId::kFileCantBeWritten,
-                         host_.CurrentLanguage());
-            host_.Tell(FormatText(format, PathText(saving->file)));
+            const Language language = host_.CurrentLanguage();
+            host_.Tell(saving->saved ? FormatText(LoadText(TextId::kListSaved, language),
+                                                  PathText(saving->file))
+                                     : ProblemText(saving->saved.Problem(), language));
         });
 }
 
