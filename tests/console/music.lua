@@ -121,7 +121,7 @@ function put_load()
 end
 
 -- The file log.txt: the songs as NUMBER@FRAME; of each second a CRC-32 and its first frame; of each
--- song's first two seconds every frame, with the number of equal ones.
+-- song's first half second every frame, with the number of equal ones.
 function write_log()
     local out, seen = io.open("log.txt", "w"), {}
     for _, song in ipairs(songs) do out:write(song[2], "@", song[1], " ") end
@@ -132,9 +132,9 @@ function write_log()
     for _, song in ipairs(songs) do
         local count = 0
         if not seen[song[2]] then out:write("\n\nsong ", song[2]) end
-        for i = song[1] + 1, seen[song[2]] and 0 or math.min(song[1] + 120, #shown) do
+        for i = song[1] + 1, seen[song[2]] and 0 or math.min(song[1] + 30, #shown) do
             count = count + 1
-            if shown[i] ~= shown[i + 1] or i == song[1] + 120 then
+            if shown[i] ~= shown[i + 1] or i == song[1] + 30 then
                 out:write("\n", count, "x ", shown[i])
                 count = 0
             end
