@@ -25,20 +25,15 @@ void BuildBase::ShowFileProblem(const FileProblem& problem) const {
 }
 
 bool BuildBase::Passes(const std::optional<Diagnostic>& fault) const {
-    if (fault) {
-        ShowError(fault->text);
-    }
+    if (fault) ShowError(fault->text);
     return !fault;
 }
 
 bool BuildBase::Passes(const std::vector<Diagnostic>& faults) const {
     std::u16string lines;
-    for (const Diagnostic& fault : faults) {
+    for (const Diagnostic& fault : faults)
         lines += fault.text + u"\r\n";
-    }
-    if (!faults.empty()) {
-        ShowError(lines);
-    }
+    if (!faults.empty()) ShowError(lines);
     return faults.empty();
 }
 
@@ -53,15 +48,11 @@ bool BuildBase::ReadGames(NameRules rules) {
     std::vector<std::filesystem::path> paths;
     paths.reserve(names_.size());
     for (const GameEntry& entry : context_.games) {
-        if (entry.checked) {
-            paths.push_back(TextPath(entry.path));
-        }
+        if (entry.checked) paths.push_back(TextPath(entry.path));
     }
     items_.reserve(paths.size());
     for (size_t done = 0; done < paths.size(); done += kReadBatch) {
-        if (user_.Cancelled()) {
-            return false;
-        }
+        if (user_.Cancelled()) return false;
         user_.Progress(BuildStage::kReadGames, done, paths.size(), names_[done]);
         const auto batch =
             std::span(paths).subspan(done).first(std::min(kReadBatch, paths.size() - done));
@@ -75,12 +66,8 @@ bool BuildBase::ReadGames(NameRules rules) {
 
 bool BuildBase::PrepareGames(BoardType board) {
     RoundChrUnits(items_);
-    if (!Passes(CheckGames(items_, board, language_))) {
-        return false;
-    }
-    if (board != BoardType::kCoolgirl) {
-        ApplyPrgMinimum(items_);
-    }
+    if (!Passes(CheckGames(items_, board, language_))) return false;
+    if (board != BoardType::kCoolgirl) ApplyPrgMinimum(items_);
     return true;
 }
 

@@ -57,17 +57,13 @@ class RomBuild : BuildBase {
                           MessageKind::kTips);
             return false;
         }
-        if (!PrepareGames(board_) || !CheckScreen()) {
-            return false;
-        }
+        if (!PrepareGames(board_) || !CheckScreen()) return false;
         if (prepared) prepared = MakeFolders(buildFolder_);
         if (!prepared) {
             ShowFileProblem(prepared.Problem());
             return false;
         }
-        if (ExternMenuIs("asm") && !AssembleExternMenu(context_.settings.MenuSize)) {
-            return false;
-        }
+        if (ExternMenuIs("asm") && !AssembleExternMenu(context_.settings.MenuSize)) return false;
         outcome.layout = Allocate(menu_, items_, board_);
         if (!Passes(CheckRomLimits(outcome.layout, board_, language_)) ||
             !WriteGeneratedFiles(outcome) || !GetMenu() || !Passes(CheckMenu(menu_, language_))) {
@@ -76,9 +72,7 @@ class RomBuild : BuildBase {
         // The tables in the menu come from the first layout; this one has the real menu, and the
         // same places as long as the menu's size is what it was.
         outcome.layout = Allocate(menu_, items_, board_);
-        if (!Passes(CheckConflicts(outcome.layout, language_))) {
-            return false;
-        }
+        if (!Passes(CheckConflicts(outcome.layout, language_))) return false;
         outcome.board = board_;
         outcome.names = names_;
         return WriteOutput(outcome);
@@ -110,20 +104,14 @@ class RomBuild : BuildBase {
 
     bool GetMenu() {
         user_.Progress(BuildStage::kAssembleMenu, 0, 1, u"");
-        if (!ExternMenu()) {
-            return Assemble(menuFolder_ / "menu.asm", menuFolder_);
-        }
+        if (!ExternMenu()) return Assemble(menuFolder_ / "menu.asm", menuFolder_);
         const std::filesystem::path& path = context_.settings.ExternMenuPath;
         std::error_code error;
         const bool exists = std::filesystem::is_regular_file(path, error);
-        if (exists && ExternMenuIs("asm")) {
-            return AssembleExternMenu(menu_.prgUnits);
-        }
+        if (exists && ExternMenuIs("asm")) return AssembleExternMenu(menu_.prgUnits);
         if (exists && ExternMenuIs("nes")) {
             menu_.Load(path);
-            if (menu_.unread) {
-                ShowFileProblem(*menu_.unread);
-            }
+            if (menu_.unread) ShowFileProblem(*menu_.unread);
             return !menu_.unread;
         }
         ShowError(FormatText(Text(TextId::kInvalidExternalMenu), PathText(path)));
@@ -163,9 +151,7 @@ class RomBuild : BuildBase {
 
     bool WriteOutput(BuildOutcome& outcome) {
         const std::optional<OutputChoice> choice = user_.AskOutput(context_.settings.LastBuildDir);
-        if (!choice) {
-            return false;
-        }
+        if (!choice) return false;
         context_.store.RegWriteString(kMainKey, setting::kLastBuildDir,
                                       PathText(choice->path.parent_path()));
         outcome.format = choice->format;
@@ -184,9 +170,7 @@ class RomBuild : BuildBase {
             ShowFileProblem(end.Problem());
             return false;
         }
-        if (*end == RomEnd::kStopped) {
-            return false;
-        }
+        if (*end == RomEnd::kStopped) return false;
         user_.Progress(BuildStage::kWriteRom, 1, 1, u"");
         AskToShow(outcome.output);
         return true;
@@ -195,9 +179,7 @@ class RomBuild : BuildBase {
     // Writing would replace a file that is still to be read.
     bool IsInput(const std::filesystem::path& output) const {
         std::error_code error;
-        if (!std::filesystem::exists(output, error)) {
-            return false;
-        }
+        if (!std::filesystem::exists(output, error)) return false;
         const auto same = [&](const std::filesystem::path& path) {
             return std::filesystem::equivalent(output, path, error) && !error;
         };
@@ -207,9 +189,7 @@ class RomBuild : BuildBase {
     }
 
     void KeepWork() const {
-        if (!context_.keepWork) {
-            return;
-        }
+        if (!context_.keepWork) return;
         FileResult<> kept = MakeFolders(*context_.keepWork);
         if (kept) {
             std::error_code error;

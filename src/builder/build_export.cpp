@@ -18,16 +18,12 @@ class Export : BuildBase {
           menuPrgUnits_(menuPrgUnits) {}
 
     bool Run(std::filesystem::path& folder, bool ask) {
-        if (!ReadGames(NameRules::kDesignerAndExport)) {
-            return false;
-        }
+        if (!ReadGames(NameRules::kDesignerAndExport)) return false;
         if (!folder.empty()) {
             const FileResult<> report = WriteNameReport(names_, folder);
             if (!report) TellUnwritten(user_, report.Problem());
         }
-        if (!PrepareGames(board_)) {
-            return false;
-        }
+        if (!PrepareGames(board_)) return false;
         MulticartItem menu;
         menu.SetPrgCount(menuPrgUnits_);
         menu.SetPrgUnits(menuPrgUnits_);
@@ -39,9 +35,7 @@ class Export : BuildBase {
         }
         if (ask) {
             const std::optional<std::filesystem::path> chosen = user_.AskFolder(folder);
-            if (!chosen) {
-                return false;
-            }
+            if (!chosen) return false;
             folder = *chosen;
         }
         const LayoutResult layout = Allocate(menu, items_, board_);
@@ -50,9 +44,7 @@ class Export : BuildBase {
         WriteScreenFiles(tables);
         std::vector<FinalDataRecord> unused;
         const FileResult<> written = WriteMenuTables(tables, layout, banks_, unused);
-        if (!written) {
-            ShowFileProblem(written.Problem());
-        }
+        if (!written) ShowFileProblem(written.Problem());
         return static_cast<bool>(written);
     }
 
@@ -71,9 +63,7 @@ bool ExportInfo(const BuildContext& context, ExportType type, uint32_t menuPrgUn
 bool RunExport(const BuildContext& context) {
     std::filesystem::path folder = context.settings.LastExportDir;
     const auto type = static_cast<ExportType>(context.settings.ExportRomType != 0 ? 1 : 0);
-    if (!ExportInfo(context, type, context.settings.ExportMenuUnits(), folder, true)) {
-        return false;
-    }
+    if (!ExportInfo(context, type, context.settings.ExportMenuUnits(), folder, true)) return false;
     context.store.RegWriteString(kMainKey, setting::kLastExportDir, PathText(folder));
     const Language language = context.user.UiLanguage();
     if (context.user.AskYesNo(LoadText(TextId::kDoneOpenFolder, language),

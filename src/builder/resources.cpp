@@ -94,9 +94,7 @@ std::filesystem::path AssemblerPath(const std::filesystem::path& workFolder) {
 
 FileResult<> WriteResources(const std::filesystem::path& workFolder) {
     for (const Resource& row : ResourceTable()) {
-        if (row.data.empty()) {
-            continue;
-        }
+        if (row.data.empty()) continue;
         const std::filesystem::path file = workFolder / row.path;
         FileResult<> written = MakeFolders(file.parent_path());
         if (written) written = WriteScratchFile(file, row.data);

@@ -83,18 +83,14 @@ class CommandRun {
     }
 
     int List() {
-        if (!Gathered()) {
-            return kFailed;
-        }
+        if (!Gathered()) return kFailed;
         if (arguments_.output.empty()) {
             return Done(PrintOut(arguments_.json ? ListJson(Games()) : ListTable(Games())))
                        ? kDone
                        : kFailed;
         }
         std::filesystem::path file = FromCurrentFolder(arguments_.output);
-        if (!HasExtension(file, "fcl")) {
-            file += ".fcl";
-        }
+        if (!HasExtension(file, "fcl")) file += ".fcl";
         const bool saved = Done(SaveListFile(file, Games(), ExecutableFolder()));
         return saved && (!arguments_.json || Done(PrintOut(ListJson(Games())))) ? kDone : kFailed;
     }
@@ -108,9 +104,7 @@ class CommandRun {
 
     // What the designer's window does with a file: open with the defaults, load, close.
     bool LoadScreen() {
-        if (arguments_.design.empty()) {
-            return true;
-        }
+        if (arguments_.design.empty()) return true;
         DesignDocument document;
         LoadDesignData(document.store, *store_, DefaultTileSet());
         document.store.CaptionText = MulticartTitle(CountChecked(Games()));
@@ -165,9 +159,7 @@ class CommandRun {
                           MessageKind::kTips);
             return kFailed;
         }
-        if (!Done(MakeFolders(folder))) {
-            return kFailed;
-        }
+        if (!Done(MakeFolders(folder))) return kFailed;
         return ExportInfo(Context(), static_cast<ExportType>(arguments_.settings.ExportRomType),
                           arguments_.settings.ExportMenuUnits(), folder, true)
                    ? kDone
@@ -176,17 +168,13 @@ class CommandRun {
 
     int Build() {
         std::atomic<bool> taskBusy = false;
-        if (ReplacesAnInput() || !MayStartBuild(Games(), taskBusy, user_)) {
-            return kFailed;
-        }
+        if (ReplacesAnInput() || !MayStartBuild(Games(), taskBusy, user_)) return kFailed;
         TellUnusedOptions();
         RemoveAbandonedWorkFolders();
         CancelOnInterrupt();
         const BuildOutcome outcome = BuildRom(Context(), arguments_.board, taskBusy);
         if (!outcome.done) {
-            if (user_.Cancelled()) {
-                user_.Line(BuildStoppedText(language_));
-            }
+            if (user_.Cancelled()) user_.Line(BuildStoppedText(language_));
             return kFailed;
         }
         user_.Line(BuildSummary(outcome, language_));
@@ -219,9 +207,7 @@ class CommandRun {
             inputs.push_back(menu);
             inputs.push_back(menu.replace_extension(".nes"));
         }
-        if (!arguments_.design.empty()) {
-            inputs.push_back(FromCurrentFolder(arguments_.design));
-        }
+        if (!arguments_.design.empty()) inputs.push_back(FromCurrentFolder(arguments_.design));
         const auto isInput = [&](const std::filesystem::path& file) {
             return std::any_of(
                 inputs.begin(), inputs.end(),
@@ -237,9 +223,7 @@ class CommandRun {
     }
 
     bool WriteReport(const BuildOutcome& outcome) {
-        if (arguments_.report.empty()) {
-            return true;
-        }
+        if (arguments_.report.empty()) return true;
         const std::string report = BuildReportJson(outcome);
         return Done(arguments_.report == "-" ? PrintOut(report)
                                              : WriteFile(arguments_.report, report));

@@ -69,9 +69,7 @@ DesignProblem Load(const PartFile& loaded, WorkingCopy& copy, Language language)
 DesignProblem Save(const PartFile& saved, const WorkingCopy& copy, Language language) {
     const DesignPart part = PartOf(saved.part);
     std::filesystem::path file = FromCurrentFolder(saved.file);
-    if (WithPartExtension(file, "bin") != file) {
-        file = WithPartExtension(file, PartExtension(part));
-    }
+    if (WithPartExtension(file, "bin") != file) file = WithPartExtension(file, PartExtension(part));
     return SavePart(file, part, Shift::kUp, copy, language);
 }
 

@@ -120,9 +120,8 @@ std::filesystem::path FromCurrentFolder(const std::filesystem::path& path) {
 GatheredGames GatherGames(std::span<const std::filesystem::path> inputs,
                           const std::filesystem::path& output, Language language) {
     Gatherer gatherer(output, language);
-    for (const std::filesystem::path& input : inputs) {
+    for (const std::filesystem::path& input : inputs)
         gatherer.Add(input);
-    }
     return gatherer.Take();
 }
 
@@ -135,9 +134,7 @@ std::vector<Diagnostic> FindDamagedImages(const GameList& games, Language langua
     std::vector<Diagnostic> faults;
     uint32_t ordinal = 0;
     for (const GameEntry& entry : games) {
-        if (!entry.checked) {
-            continue;
-        }
+        if (!entry.checked) continue;
         ++ordinal;
         if (!entry.HasValidHeader()) {
             continue;  // the build tells of it

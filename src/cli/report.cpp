@@ -54,9 +54,8 @@ class Json {
     void Bytes(const char* key, std::span<const uint8_t> bytes) {
         writer_.SetFormatOptions(rapidjson::kFormatSingleLineArray);
         BeginArray(key);
-        for (const uint8_t byte : bytes) {
+        for (const uint8_t byte : bytes)
             writer_.Uint(byte);
-        }
         EndArray();
         writer_.SetFormatOptions(rapidjson::kFormatDefault);
     }
@@ -75,9 +74,8 @@ class Table {
         std::vector<size_t> widths;
         for (const auto& row : rows_) {
             widths.resize(std::max(widths.size(), row.size()));
-            for (size_t i = 0; i < row.size(); ++i) {
+            for (size_t i = 0; i < row.size(); ++i)
                 widths[i] = std::max(widths[i], Width(row[i]));
-            }
         }
         std::string text;
         for (const auto& row : rows_) {
@@ -237,9 +235,7 @@ std::string BuildReportJson(const BuildOutcome& outcome) {
     json.BeginArray("games");
     size_t number = 0;
     for (const MulticartItem& item : outcome.layout.items) {
-        if (item.isMenu == 0) {
-            WriteGame(json, item, outcome, number++);
-        }
+        if (item.isMenu == 0) WriteGame(json, item, outcome, number++);
     }
     json.EndArray();
     json.EndObject();

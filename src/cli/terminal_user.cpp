@@ -57,9 +57,7 @@ std::optional<std::filesystem::path> TerminalUser::AskFolder(const std::filesyst
 void TerminalUser::ShowInFileManager(const std::filesystem::path&) {}
 
 void TerminalUser::Progress(BuildStage stage, size_t done, size_t total, std::u16string_view what) {
-    if (!terminal_ || Clock::now() < nextProgress_) {
-        return;
-    }
+    if (!terminal_ || Clock::now() < nextProgress_) return;
     nextProgress_ = Clock::now() + kProgressPause;
     progressShown_ = true;
     constexpr size_t kNameLength = 40;  // keeps the line inside 80 columns
@@ -81,20 +79,15 @@ void TerminalUser::Line(std::u16string_view text) {
     ClearProgress();
     std::string line;
     for (const char c : ToUtf8(text)) {
-        if (c != '\r') {
-            line += c;
-        }
+        if (c != '\r') line += c;
     }
-    while (!line.empty() && line.back() == '\n') {
+    while (!line.empty() && line.back() == '\n')
         line.pop_back();
-    }
     std::fprintf(stderr, "%s\n", line.c_str());
 }
 
 void TerminalUser::ClearProgress() {
-    if (std::exchange(progressShown_, false)) {
-        std::fputs("\r\x1B[K", stderr);
-    }
+    if (std::exchange(progressShown_, false)) std::fputs("\r\x1B[K", stderr);
 }
 
 int TellProblem(const std::optional<Diagnostic>& problem, Language language) {

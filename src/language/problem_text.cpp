@@ -6,9 +6,7 @@ namespace bw {
 namespace {
 
 std::u16string TooLarge(const FileProblem& problem, Language language) {
-    if (problem.limit == 0) {
-        return LoadText(TextId::kFileTooLarge, language);
-    }
+    if (problem.limit == 0) return LoadText(TextId::kFileTooLarge, language);
     return FormatText(LoadText(TextId::kFileOverLimit, language), problem.size, problem.limit);
 }
 

@@ -240,7 +240,7 @@ TEST_F(OwnMenus, AreRefusedWithTheirReason) {
     user_.messages.clear();
     EXPECT_FALSE(Build().done);
     EXPECT_THAT(user_.messages, ElementsAre(AllOf(StartsWith("Error: The operation failed"),
-                                                  HasSubstr("game_config.asm")),
+                                                  HasSubstr("build: This is a file, not a folder")),
                                             HasSubstr("Can not open file!")));
 }
 

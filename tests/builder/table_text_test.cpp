@@ -72,7 +72,8 @@ std::vector<std::u16string> Names(size_t count, const std::u16string& name) {
 
 class MenuTexts : public testing::Test {
   protected:
-    bool MakeNames(const std::vector<std::u16string>& names, const NameTableOptions& options = {}) {
+    FileResult<> MakeNames(const std::vector<std::u16string>& names,
+                           const NameTableOptions& options = {}) {
         return GenerateNameTables(names, folder_.Path(), options, banks_);
     }
     std::string Text(const char* file) const { return ReadText(folder_ / file); }

@@ -73,7 +73,8 @@ TEST(Language, EveryNameHasOneRowWithATextInEachLanguage) {
 TEST(Language, EveryOwnTextIsSaidSomewhere) {
     std::set<std::string> words;
     for (const auto& entry : recursive_directory_iterator(kSources)) {
-        if (entry.path().parent_path() == kSources / "language") continue;
+        const std::string file = entry.path().filename().string();
+        if (file == "text_id.h" || file == "own_texts.cpp") continue;
         if (entry.is_regular_file()) AddWords(entry.path(), words);
     }
     for (const auto& [name, number] : DeclaredTexts()) {

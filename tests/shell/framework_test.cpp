@@ -50,7 +50,7 @@ class Recorder : public CDialogBase {
         static const MessageTable table{entries, &BaseTable()};
         return table;
     }
-    void ApplyTexts() override { SetTextId(kButton, 265); }
+    void ApplyTexts() override { SetTextId(kButton, TextId::kAnswerConfirm); }
 
   private:
     template <MessageResult kResult>

@@ -204,12 +204,11 @@ QStringList Texts(const CMainDialog& window) {
 }
 
 bool SameInBothLanguages(const QString& text) {
-    const auto same = [&](const auto& row) {
-        return row.chinese == row.english && ToQt(row.english) == text;
+    const auto says = [&](const TextRow& row) {
+        return std::ranges::all_of(row.texts, [&](auto own) { return ToQt(own) == text; });
     };
     return std::ranges::none_of(text, [](QChar unit) { return unit.isLetter(); }) ||
-           std::ranges::any_of(LanguageTable(), same) ||
-           std::ranges::any_of(MainMenuRows(), same, &MenuRow::text);
+           std::ranges::any_of(FixedTexts(), says) || std::ranges::any_of(OwnTexts(), says);
 }
 
 TEST_F(MainDialog, AChangeOfLanguageLeavesNothingInTheOther) {

@@ -20,9 +20,7 @@ class Reader {
     }
     void Path(std::string_view name, std::filesystem::path& out) const {
         std::u16string text;
-        if (store_.RegReadString(kMainKey, name, text)) {
-            out = TextPath(text);
-        }
+        if (store_.RegReadString(kMainKey, name, text)) out = TextPath(text);
     }
 
   private:
@@ -31,9 +29,7 @@ class Reader {
 
 template <typename... Allowed>
 void KeepIfOneOf(uint32_t& value, uint32_t otherwise, Allowed... allowed) {
-    if (((value != static_cast<uint32_t>(allowed)) && ...)) {
-        value = otherwise;
-    }
+    if (((value != static_cast<uint32_t>(allowed)) && ...)) value = otherwise;
 }
 
 }  // namespace

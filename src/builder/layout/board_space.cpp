@@ -32,12 +32,8 @@ std::optional<MulticartItem> FitItem(const InesHeader& header, BoardType board) 
     MulticartItem item = ItemOf(header);
     const std::span one(&item, 1);
     RoundChrUnits(one);
-    if (FindGameFault(item, board) != GameFault::kNone) {
-        return std::nullopt;
-    }
-    if (board != BoardType::kCoolgirl) {
-        ApplyPrgMinimum(one);
-    }
+    if (FindGameFault(item, board) != GameFault::kNone) return std::nullopt;
+    if (board != BoardType::kCoolgirl) ApplyPrgMinimum(one);
     return item;
 }
 
@@ -103,9 +99,7 @@ BoardSpace EstimateSpace(const GameList& games, const BuildSettings& settings, B
     BoardSpace space{.limitBytes = limit.romBytes, .gameLimit = limit.games};
     std::vector<MulticartItem> items;
     for (const GameEntry& entry : games) {
-        if (!entry.checked) {
-            continue;
-        }
+        if (!entry.checked) continue;
         ++space.games;
         std::optional<MulticartItem> item = FitItem(entry.header, board);
         if (!item) {
@@ -117,9 +111,7 @@ BoardSpace EstimateSpace(const GameList& games, const BuildSettings& settings, B
         item->prgCrc = 2 * item->index;
         item->chrCrc = item->chrSpan == 0 ? 0 : 2 * item->index + 1;
         space.usedBytes += SpanOf(*item);
-        if (space.games <= kCheckedLimit) {
-            items.push_back(*std::move(item));
-        }
+        if (space.games <= kCheckedLimit) items.push_back(*std::move(item));
     }
     MulticartItem menu;
     menu.SetPrgUnits(settings.MenuUnits(board));

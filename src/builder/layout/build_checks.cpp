@@ -87,16 +87,10 @@ std::optional<Diagnostic> CheckTableBanks(const BankLimits& used, uint32_t menuP
 }
 
 GameFault FindGameFault(const MulticartItem& item, BoardType board) {
-    if (item.valid == 0) {
-        return GameFault::kNotValid;
-    }
+    if (item.valid == 0) return GameFault::kNotValid;
     const MapperCapability* row = FindMapperCapability(item.mapper);
-    if (row == nullptr || !BoardTakesMapper(board, item.mapper)) {
-        return GameFault::kMapper;
-    }
-    if (item.trainer != 0) {
-        return GameFault::kTrainer;
-    }
+    if (row == nullptr || !BoardTakesMapper(board, item.mapper)) return GameFault::kMapper;
+    if (item.trainer != 0) return GameFault::kTrainer;
     const bool sizes =
         row->prgSizes.contains(item.prgCount) && row->chrSizes.contains(item.chrUnits);
     return sizes ? GameFault::kNone : GameFault::kSize;
@@ -118,9 +112,7 @@ std::optional<Diagnostic> CheckRomLimits(const LayoutResult& layout, BoardType b
                                          Language language) {
     const BoardLimit limit = LimitOf(board);
     const size_t games = layout.items.empty() ? 0 : layout.items.size() - 1;
-    if (layout.romSize <= limit.romBytes && games <= limit.games) {
-        return std::nullopt;
-    }
+    if (layout.romSize <= limit.romBytes && games <= limit.games) return std::nullopt;
     return Error(FormatText(LoadText(TextId::kRomLimits, language), BoardName(board),
                             limit.romBytes / 1048576, layout.romSize / 1048576.0, limit.games,
                             games));
@@ -142,9 +134,7 @@ std::optional<Diagnostic> CheckScreenPlaces(const BuildSettings& settings,
                                             Language language) {
     constexpr uint32_t kScreen = 0x2000;  // in video memory
     constexpr uint32_t kScreenEnd = 0x23C0;
-    if (!settings.CustomEnable) {
-        return std::nullopt;
-    }
+    if (!settings.CustomEnable) return std::nullopt;
     const size_t pages = (games + settings.PageSize - 1) / std::max<size_t>(settings.PageSize, 1);
     const size_t digits = std::to_string(pages).size();
     struct Place {
@@ -179,23 +169,17 @@ std::optional<Diagnostic> CheckScreenRows(const BuildSettings& settings, uint32_
         return Error(LoadText(TextId::kWhiteStylePageSizes, language));
     }
     uint32_t firstRow = settings.ShowStyle == kWhite || settings.PageSize <= 10 ? 6 : 5;
-    if (settings.CustomEnable) {
-        firstRow = (itemPpuAddr & 0x03FF) / 32;
-    }
+    if (settings.CustomEnable) firstRow = (itemPpuAddr & 0x03FF) / 32;
     const auto names = static_cast<uint32_t>(std::min<size_t>(settings.PageSize, games));
     const uint32_t step = settings.NameInsertRow ? 2 : 1;
     const uint32_t room = firstRow < kRows ? (kRows - firstRow + step - 1) / step : 0;
-    if (names <= room) {
-        return std::nullopt;
-    }
+    if (names <= room) return std::nullopt;
     return Error(FormatText(LoadText(TextId::kMoreNamesThanRows, language), room, names));
 }
 
 std::optional<Diagnostic> CheckConflicts(const LayoutResult& layout, Language language) {
     const std::optional<LayoutConflict> conflict = FindLayoutConflict(layout);
-    if (!conflict) {
-        return std::nullopt;
-    }
+    if (!conflict) return std::nullopt;
     return Error(FormatText(LoadText(TextId::kDataConflict, language), ItemText(*conflict->first),
                             ItemText(*conflict->second)));
 }

@@ -64,16 +64,12 @@ class RomComposer {
 
     // 0xFF from the furthest byte written so far up to `offset` of the ROM.
     FileResult<> FillTo(uint64_t offset) {
-        if (offset <= written_) {
-            return {};
-        }
+        if (offset <= written_) return {};
         std::fill(buffer_.begin(), buffer_.end(), uint8_t{0xFF});
         while (written_ < offset) {
             const auto size =
                 static_cast<size_t>(std::min<uint64_t>(buffer_.size(), offset - written_));
-            if (FileResult<> written = Write(written_, size); !written) {
-                return written;
-            }
+            if (FileResult<> written = Write(written_, size); !written) return written;
             written_ += size;
         }
         return {};
@@ -81,19 +77,13 @@ class RomComposer {
 
     FileResult<> Copy(const Block& block) {
         const FileResult<File> in = File::OpenForReading(block.item->path);
-        if (!in) {
-            return in.Problem();
-        }
+        if (!in) return in.Problem();
         for (uint32_t copy = 0; copy < block.copies; ++copy) {
             for (uint32_t done = 0; done < block.size;) {
                 const size_t size = std::min<size_t>(buffer_.size(), block.size - done);
                 FileResult<> passed = Read(*in, block.source + done, size);
-                if (passed) {
-                    passed = Write(block.target + uint64_t{copy} * block.size + done, size);
-                }
-                if (!passed) {
-                    return passed;
-                }
+                if (passed) passed = Write(block.target + uint64_t{copy} * block.size + done, size);
+                if (!passed) return passed;
                 done += static_cast<uint32_t>(size);
             }
         }
@@ -105,9 +95,7 @@ class RomComposer {
     // Data behind the end of the file counts as 0xFF.
     FileResult<> Read(const File& in, uint64_t offset, size_t size) {
         const FileResult<size_t> arrived = in.ReadAt(offset, std::span(buffer_).first(size));
-        if (!arrived) {
-            return arrived.Problem();
-        }
+        if (!arrived) return arrived.Problem();
         std::fill(buffer_.begin() + static_cast<std::ptrdiff_t>(*arrived),
                   buffer_.begin() + static_cast<std::ptrdiff_t>(size), uint8_t{0xFF});
         return {};
@@ -128,38 +116,24 @@ FileResult<RomEnd> WriteRom(const LayoutResult& layout, BoardType board, RomForm
                             const std::filesystem::path& target, const RomProgress& progress) {
     const Container container = MakeContainer(format, layout.romSize, board);
     FileResult<ReplacementFile> out = ReplacementFile::Begin(target);
-    if (!out) {
-        return out.Problem();
-    }
+    if (!out) return out.Problem();
     FileResult<> written = out->Contents().WriteAt(0, container.head);
     RomComposer composer(out->Contents(), container.head.size());
     const std::vector<Block> blocks = InOrderOfPlace(CollectBlocks(layout));
     for (size_t i = 0; written && i < blocks.size(); ++i) {
-        if (progress && !progress(i, blocks.size(), *blocks[i].item)) {
-            return RomEnd::kStopped;
-        }
+        if (progress && !progress(i, blocks.size(), *blocks[i].item)) return RomEnd::kStopped;
         written = composer.FillTo(blocks[i].target);
-        if (written) {
-            written = composer.Copy(blocks[i]);
-        }
+        if (written) written = composer.Copy(blocks[i]);
     }
-    if (written) {
-        written = composer.FillTo(container.fileSize - container.head.size());
-    }
-    if (written) {
-        written = out->Commit();
-    }
-    if (!written) {
-        return written.Problem();
-    }
+    if (written) written = composer.FillTo(container.fileSize - container.head.size());
+    if (written) written = out->Commit();
+    if (!written) return written.Problem();
     return RomEnd::kWritten;
 }
 
 std::filesystem::path WithFormatExtension(const std::filesystem::path& path, RomFormat format) {
     const std::string_view extension = FormatExtension(format);
-    if (HasExtension(path, extension)) {
-        return path;
-    }
+    if (HasExtension(path, extension)) return path;
     std::filesystem::path result = path;
     result += ".";
     result += extension;

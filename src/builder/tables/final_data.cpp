@@ -59,9 +59,7 @@ void AppendRecord(std::string& text, const FinalDataRecord& record, uint32_t gam
 std::vector<FinalDataRecord> MakeFinalData(std::span<const MulticartItem> laid, BoardType board) {
     std::vector<FinalDataRecord> records;
     for (const MulticartItem& item : laid) {
-        if (item.isMenu != 0) {
-            continue;
-        }
+        if (item.isMenu != 0) continue;
         FinalDataRecord record;
         record.name = item.name;
         record.chrOffset = static_cast<uint16_t>(item.chrOffset >> 13);

@@ -65,9 +65,7 @@ FileResult<> GenerateGameData(std::span<const MulticartItem> items,
                               uint32_t& bankCount) {
     std::vector<const MulticartItem*> games;
     for (const MulticartItem& item : items) {
-        if (item.isMenu == 0) {
-            games.push_back(&item);
-        }
+        if (item.isMenu == 0) games.push_back(&item);
     }
     const TableBanks banks = PackEqual(games.size(), kBytesPerGame);
     bankCount = static_cast<uint32_t>(banks.banks.size());
@@ -80,9 +78,7 @@ FileResult<> GenerateGameData(std::span<const MulticartItem> items,
         return text;
     };
     FileResult<> tables = WriteTable(kFiles, banks, bankText, folder, options);
-    if (options.write) {
-        tables.Join(WriteOffsetReport(games, folder));
-    }
+    if (options.write) tables.Join(WriteOffsetReport(games, folder));
     return tables;
 }
 

@@ -81,9 +81,7 @@ FileResult<> GenerateNameTables(std::span<const std::u16string> names,
     const auto invalid = [&] {
         return ProblemOf(folder / kFiles.indexFile, std::errc::invalid_argument);
     };
-    if (names.empty()) {
-        return invalid();
-    }
+    if (names.empty()) return invalid();
     std::optional<std::regex> removal;
     if (!options.removalPattern.empty()) {
         try {
@@ -96,9 +94,7 @@ FileResult<> GenerateNameTables(std::span<const std::u16string> names,
     texts.reserve(names.size());
     for (const std::u16string& name : names) {
         texts.push_back(ConsoleName(name));
-        if (removal) {
-            texts.back() = std::regex_replace(texts.back(), *removal, "");
-        }
+        if (removal) texts.back() = std::regex_replace(texts.back(), *removal, "");
     }
     const TableBanks banks = PackNames(texts, std::min(options.nameColumn, kScreenWidth - 1));
     bankCount = static_cast<uint32_t>(banks.banks.size());

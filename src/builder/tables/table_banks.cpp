@@ -29,9 +29,8 @@ void TableBankPacker::Add(uint32_t bytes) {
 
 TableBanks PackEqual(size_t games, uint32_t bytesPerGame) {
     TableBankPacker packer;
-    for (size_t i = 0; i < games; ++i) {
+    for (size_t i = 0; i < games; ++i)
         packer.Add(bytesPerGame);
-    }
     return packer.Take();
 }
 
@@ -43,9 +42,7 @@ void AppendTableLabel(std::string& text, std::string_view label, uint32_t game) 
 
 std::string TableBankHeadText(const TableNames& names, const TableBanks::Bank& bank) {
     std::string text;
-    if (bank.count == 0) {
-        return text;
-    }
+    if (bank.count == 0) return text;
     AppendTableLabel(text, names.beginLabel, bank.first);
     text += kLineEnd;
     text += " .WORD ";
@@ -54,9 +51,7 @@ std::string TableBankHeadText(const TableNames& names, const TableBanks::Bank& b
     AppendTableLabel(text, names.listLabel, bank.first);
     text += kLineEnd;
     for (uint32_t i = 0; i < bank.count; ++i) {
-        if (i % kPerRow == 0) {
-            text += " .WORD ";
-        }
+        if (i % kPerRow == 0) text += " .WORD ";
         AppendTableLabel(text, names.label, bank.first + i);
         AppendRowSeparator(text, i % kPerRow, i + 1 == bank.count);
     }
@@ -88,9 +83,8 @@ FileResult<> WriteTable(const TableFiles& files, const TableBanks& banks,
     for (uint32_t i = 0; options.write && i < inUse; ++i) {
         done.Join(WriteScratchFile(bankPath(i), bankText(banks.banks[i])));
     }
-    for (uint32_t i = inUse; !options.keep && i < files.fileCount; ++i) {
+    for (uint32_t i = inUse; !options.keep && i < files.fileCount; ++i)
         DeleteFile(bankPath(i));
-    }
     const std::string index = BankIndexText(files.indexLabel, banks.bankOfGame);
     done.Join(WriteScratchFile(folder / files.indexFile, index));
     return done;

@@ -80,9 +80,8 @@ DesignProblem ReadDesign(std::span<const uint8_t> bytes, DesignDocument& documen
 
 std::vector<uint8_t> WriteDesign(const DesignDocument& document, DesignScope scope) {
     std::vector<uint8_t> bytes;
-    for (const ChunkType type : WrittenTypes(scope)) {
+    for (const ChunkType type : WrittenTypes(scope))
         AppendDesignChunk(bytes, type, document);
-    }
     return bytes;
 }
 

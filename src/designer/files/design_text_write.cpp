@@ -23,9 +23,8 @@ std::string Hex(uint8_t byte) {
 
 std::string HexWords(std::span<const uint8_t> bytes) {
     std::string text;
-    for (const uint8_t byte : bytes) {
+    for (const uint8_t byte : bytes)
         text += ' ' + Hex(byte);
-    }
     return text;
 }
 

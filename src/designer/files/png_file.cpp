@@ -56,9 +56,8 @@ std::vector<uint8_t> EncodePng(uint32_t width, uint32_t height, std::span<const 
     image.value.colormap_entries = static_cast<png_uint_32>(palette.size());
     std::vector<uint8_t> colours;
     for (const uint32_t colour : palette) {
-        for (const int shift : {16, 8, 0}) {
+        for (const int shift : {16, 8, 0})
             colours.push_back(static_cast<uint8_t>(colour >> shift));
-        }
     }
     png_alloc_size_t size = 0;
     std::vector<uint8_t> bytes;

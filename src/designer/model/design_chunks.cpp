@@ -130,9 +130,8 @@ void AppendDesignChunk(std::vector<uint8_t>& bytes, ChunkType type,
         AppendChunk(bytes, static_cast<uint32_t>(type), payload);
     };
     const auto appendTiles = [&](const std::vector<TileItem>& items) {
-        for (const TileItem& item : items) {
+        for (const TileItem& item : items)
             append(StoredTile(item));
-        }
     };
     switch (type) {
         case ChunkType::kAttributes:
@@ -144,9 +143,8 @@ void AppendDesignChunk(std::vector<uint8_t>& bytes, ChunkType type,
         case ChunkType::kChrData:
             return append(store.ChrData);
         case ChunkType::kCustomText:
-            for (const TextItem& item : store.CustomText) {
+            for (const TextItem& item : store.CustomText)
                 append(StoredTextItem(item));
-            }
             return;
         case ChunkType::kCaptionText:
             return append(StoredText(store.CaptionText));

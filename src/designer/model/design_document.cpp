@@ -45,9 +45,8 @@ std::vector<uint8_t> StoredTiles(const std::vector<TileItem>& items) {
 
 std::vector<uint8_t> StoredTexts(const std::vector<TextItem>& items) {
     std::vector<uint8_t> bytes;
-    for (const TextItem& item : items) {
+    for (const TextItem& item : items)
         AppendChunk(bytes, kTextRecord, StoredTextItem(item));
-    }
     return bytes;
 }
 

@@ -38,9 +38,7 @@ Views DesignerViews::Update(const WorkingCopy& copy, Views stale,
     }
     if (stale.Has(View::kBkgTileEditor)) DrawTileEditor(bkgEditor_, kBkg, copy, tiles_);
     if (stale.Has(View::kSpriteTileEditor)) DrawTileEditor(spriteEditor_, kSprites, copy, tiles_);
-    if (stale.Has(View::kNameTable)) {
-        screen_.Compose(copy, tiles_, band(&RubberBands::nameTable));
-    }
+    if (stale.Has(View::kNameTable)) screen_.Compose(copy, tiles_, band(&RubberBands::nameTable));
     if (stale.Has(View::kBkgPalette)) DrawPaletteView(bkgPalette_, kBkg, copy);
     if (stale.Has(View::kSpritePalette)) DrawPaletteView(spritePalette_, kSprites, copy);
     if (stale.Has(View::kAttribute)) DrawAttributeView(attribute_, copy);

@@ -139,30 +139,14 @@ std::u16string Placed(const Outline& outline, std::wstring_view pattern, Languag
 std::u16string CodeWords(std::regex_constants::error_type code, Language language) {
     using namespace std::regex_constants;
     const auto text = [&](TextId id) { return LoadText(id, language); };
-    if (code == error_collate || code == error_ctype) {
-        return text(TextId::kClassNameUnknown);
-    }
-    if (code == error_escape) {
-        return text(TextId::kEscapeIncomplete);
-    }
-    if (code == error_backref) {
-        return text(TextId::kGroupMissing);
-    }
-    if (code == error_brack) {
-        return text(TextId::kBracketNeverClosed);
-    }
-    if (code == error_paren) {
-        return text(TextId::kGroupKindUnknown);
-    }
-    if (code == error_brace) {
-        return text(TextId::kBraceNeverClosed);
-    }
-    if (code == error_badbrace) {
-        return text(TextId::kRepetitionMalformed);
-    }
-    if (code == error_range) {
-        return text(TextId::kRangeMalformed);
-    }
+    if (code == error_collate || code == error_ctype) return text(TextId::kClassNameUnknown);
+    if (code == error_escape) return text(TextId::kEscapeIncomplete);
+    if (code == error_backref) return text(TextId::kGroupMissing);
+    if (code == error_brack) return text(TextId::kBracketNeverClosed);
+    if (code == error_paren) return text(TextId::kGroupKindUnknown);
+    if (code == error_brace) return text(TextId::kBraceNeverClosed);
+    if (code == error_badbrace) return text(TextId::kRepetitionMalformed);
+    if (code == error_range) return text(TextId::kRangeMalformed);
     if (code == error_space || code == error_complexity || code == error_stack) {
         return text(TextId::kRegexTooLarge);
     }

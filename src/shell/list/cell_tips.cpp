@@ -9,9 +9,7 @@ namespace {
 QString SpanLine(const QString& boards, const GameEntry& entry, BoardType board,
                  Language language) {
     const std::optional<uint64_t> bytes = GameSpan(entry, board);
-    if (!bytes) {
-        return QtText(TextId::kBoardsCantRunGame, language).arg(boards);
-    }
+    if (!bytes) return QtText(TextId::kBoardsCantRunGame, language).arg(boards);
     return QtText(TextId::kBoardsTakeKilobytes, language).arg(boards).arg(*bytes / 1024);
 }
 
