@@ -36,7 +36,8 @@ Text SpotText(const DiagnosticPlace<Text>& place) {
     Text spot = place.file;
     for (const std::uint32_t number : {place.line, place.line == 0 ? 0 : place.column}) {
         if (spot.empty() || number == 0) break;
-        const std::string digits = ":" + std::to_string(number);
+        const std::string digits = std::to_string(number);
+        spot.push_back(':');
         spot.append(digits.begin(), digits.end());
     }
     return spot;
@@ -46,9 +47,11 @@ Text SpotText(const DiagnosticPlace<Text>& place) {
 template <typename Text>
 Text FullText(const BasicDiagnostic<Text>& diagnostic) {
     Text text = SpotText(diagnostic.place);
-    for (const char c : {':', ' '})
-        if (!text.empty()) text += static_cast<typename Text::value_type>(c);
-    return text + diagnostic.text;
+    if (text.empty()) return diagnostic.text;
+    text.push_back(':');
+    text.push_back(' ');
+    text.append(diagnostic.text);
+    return text;
 }
 
 }  // namespace bw
