@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "list/list_columns.h"
+#include "support/text.h"
+
 namespace bw {
 namespace {
 
@@ -15,41 +18,64 @@ GameEntry Named(const char16_t* name, bool checked = true) {
     return entry;
 }
 
-struct NameCase {
-    bool order, dot, fill;
-    const char16_t* preview;
-    const char16_t* build;
-};
-
 TEST(DisplayName, FollowsTheSettingsAndTheBuildAlwaysHasThePoint) {
-    const NameCase cases[] = {
-        {true, true, true, u"005.NAME", u"005.NAME"}, {true, false, true, u"005NAME", u"005.NAME"},
-        {true, true, false, u"5.NAME", u"5.NAME"},    {true, false, false, u"5NAME", u"5.NAME"},
-        {false, true, true, u".NAME", u".NAME"},      {false, true, false, u".NAME", u".NAME"},
-        {false, false, true, u"NAME", u"NAME"},       {false, false, false, u"NAME", u"NAME"},
+    const struct {
+        NumberSettings settings;
+        const char16_t* preview;
+        const char16_t* build;
+    } cases[] = {
+        {{true, true, true}, u"005.NAME", u"005.NAME"},
+        {{true, false, true}, u"005NAME", u"005.NAME"},
+        {{true, true, false}, u"5.NAME", u"5.NAME"},
+        {{true, false, false}, u"5NAME", u"5.NAME"},
+        {{false, true, true}, u".NAME", u".NAME"},
+        {{false, false, true}, u"NAME", u"NAME"},
     };
-    const GameEntry entry = Named(u"NAME");
-    for (const NameCase& c : cases) {
-        const NumberSettings settings{c.order, c.dot, c.fill};
-        EXPECT_EQ(DisplayName(entry, 5, 100, settings, NameRules::kDesignerAndExport), c.preview);
-        EXPECT_EQ(DisplayName(entry, 5, 100, settings, NameRules::kRomBuild), c.build);
+    for (const auto& [settings, preview, build] : cases) {
+        const GameEntry entry = Named(u"NAME");
+        EXPECT_EQ(DisplayName(entry, 5, 100, settings, NameRules::kDesignerAndExport), preview);
+        EXPECT_EQ(DisplayName(entry, 5, 100, settings, NameRules::kRomBuild), build);
     }
 }
 
 TEST(DisplayNames, NumberTheCheckedEntriesWithoutGaps) {
     GameList list{Named(u"a"), Named(u"b", false), Named(u"c")};
-    const NumberSettings settings{true, true, true};
-    EXPECT_THAT(DisplayNames(list, settings, NameRules::kRomBuild), ElementsAre(u"1.a", u"2.c"));
+    const auto names = [&list] {
+        return DisplayNames(list, {true, true, true}, NameRules::kRomBuild);
+    };
+    EXPECT_THAT(names(), ElementsAre(u"1.a", u"2.c"));
     // The length of all ordinals is that of the last.
     list.insert(list.end(), 7, Named(u"x"));
-    EXPECT_EQ(DisplayNames(list, settings, NameRules::kRomBuild).back(), u"9.x");
+    EXPECT_EQ(names().back(), u"9.x");
     list.push_back(Named(u"%s"));
-    const auto names = DisplayNames(list, settings, NameRules::kRomBuild);
-    EXPECT_EQ(names.front(), u"01.a");
-    EXPECT_EQ(names.back(), u"10.%s");
-    EXPECT_EQ(CountChecked(list), 10u);
+    EXPECT_EQ(names().front(), u"01.a");
+    EXPECT_EQ(names().back(), u"10.%s");
     EXPECT_EQ(MulticartTitle(CountChecked(list)), u"10 IN 1");
-    EXPECT_TRUE(DisplayNames({Named(u"b", false)}, settings, NameRules::kRomBuild).empty());
+    list = {Named(u"b", false)};
+    EXPECT_TRUE(names().empty());
+}
+
+TEST(ListColumns, CellsAndTitles) {
+    GameEntry entry;
+    entry.name = u"Name";
+    entry.remark = u"Remark";
+    entry.path = u"/p.nes";
+    entry.header.bytes = {'N', 'E', 'S', 0x1A, 255, 8, 0x47, 0x08, 0, 0x21};
+    entry.coolgirlSupported = true;
+    std::string line;
+    std::string titles;
+    for (size_t i = 0; i < kListColumns; ++i) {
+        const auto column = static_cast<ListColumn>(i);
+        line += ToUtf8(CellText(entry, 41, column, Language::kEnglish)) + "|";
+        titles += ToUtf8(LoadText(TraitsOf(column).titleId, Language::kEnglish)) + "|";
+    }
+    EXPECT_EQ(line, "42|Name|511 (8176KB)|520 (4160KB)|4|V|Yes|Yes|NO|YES|Remark|/p.nes|");
+    EXPECT_EQ(titles,
+              "Number|File name|PRG ROM|CHR ROM|Mapper #|Mirroring|Battery-backed|Trained|COOLBOY|"
+              "COOLGIRL|Remark|File path|");
+    EXPECT_EQ(CellText({}, 0, ListColumn::kPrg, Language::kEnglish), u" 0 (000KB)");
+    entry.name.assign(300, u'x');
+    EXPECT_EQ(CellText(entry, 0, ListColumn::kName, Language::kEnglish).size(), 260u);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include "common/image_folder.h"
+#include "list/added_games.h"
 #include "list/game_entry.h"
 #include "support/text.h"
 
@@ -45,71 +46,64 @@ TEST(ReadGameFolder, GoesThroughFoldersInOrderOfPath) {
     EXPECT_THAT(ReadGameFolder(folder / "b.nes"), IsEmpty());
 }
 
-// Enough files for several threads and several pieces of work each.
-std::vector<std::filesystem::path> MakeCollection(const ImageFolder& folder) {
-    std::vector<std::filesystem::path> paths;
-    for (int i = 0; i < 700; ++i) {
-        std::string number = std::to_string(i);
-        const std::string name = "set " + number.substr(0, 1) + "/game " + number + ".nes";
-        paths.push_back(
-            folder.Write(name, i % 100 == 7 ? "foreign" : Header({i % 256, i / 256, 0x10})));
-    }
-    std::ranges::sort(paths);
-    return paths;
-}
-
-void ExpectSame(const GameEntry& a, const GameEntry& b) {
-    EXPECT_EQ(a.path, b.path);
-    EXPECT_EQ(a.name, b.name);
-    EXPECT_EQ(a.header.bytes, b.header.bytes);
-    EXPECT_EQ(a.headerRead, b.headerRead);
-    EXPECT_EQ(a.coolgirlSupported, b.coolgirlSupported);
-}
-
 TEST(ReadGameFolder, GivesWhatReadingOneByOneGives) {
     const ImageFolder folder;
-    const auto paths = MakeCollection(folder);
+    std::vector<std::filesystem::path> paths;
+    // Enough files for several threads and several pieces of work each.
+    for (int i = 0; i < 700; ++i) {
+        const std::string number = std::to_string(i);
+        paths.push_back(folder.Write("set " + number.substr(0, 1) + "/game " + number + ".nes",
+                                     i % 100 == 7 ? "foreign" : Header({i % 256, i / 256, 0x10})));
+    }
+    std::ranges::sort(paths);
+    const auto listed = paths.size();
+    paths.push_back(folder / "left between listing and reading.nes");
     std::vector<GameEntry> byPaths;
     // Two collections at once share nothing.
     std::jthread other([&] { byPaths = ReadGameEntries(paths); });
     const std::vector<GameEntry> byFolder = ReadGameFolder(folder.Path());
     other.join();
     ASSERT_EQ(byPaths.size(), paths.size());
-    ASSERT_EQ(byFolder.size(), paths.size());
+    ASSERT_EQ(byFolder.size(), listed);
+    const auto values = [](const GameEntry& entry) {
+        return std::tie(entry.path, entry.name, entry.header.bytes, entry.headerRead,
+                        entry.coolgirlSupported);
+    };
     for (size_t i = 0; i < paths.size(); ++i) {
         const GameEntry alone(paths[i]);
-        ExpectSame(alone, byPaths[i]);
-        ExpectSame(alone, byFolder[i]);
+        EXPECT_EQ(values(alone), values(byPaths[i]));
+        EXPECT_TRUE(i == listed || values(alone) == values(byFolder[i])) << paths[i];
     }
 }
 
-TEST(ReadGameFolder, KeepsARelativeFolderRelative) {
+TEST(ReadGameFolder, KeepsARelativeFolderRelativeAndNamesThatAreNoUtf8) {
     const ImageFolder folder;
     folder.Write("set/游戏.nes", Header({1}));
-    const auto relative = std::filesystem::relative(folder.Path());
-    const auto entries = ReadGameFolder(relative / "");
-    EXPECT_THAT(Paths(entries), ElementsAre(relative / "set" / "游戏.nes"));
-    EXPECT_TRUE(entries.at(0).HasValidHeader());
-    EXPECT_EQ(entries.at(0).name, u"游戏");
+    folder.Write("set/Caf\xE9.nes", Header({1}));
+    const auto set = std::filesystem::relative(folder.Path()) / "set";
+    const auto entries = ReadGameFolder(set / "");
+    ASSERT_THAT(Paths(entries), ElementsAre(set / "Caf\xE9.nes", set / "游戏.nes"));
+    EXPECT_TRUE(GameEntry(entries[0].path).HasValidHeader() && entries[1].HasValidHeader());
+    EXPECT_EQ(entries[1].name, u"游戏");
 }
 
-TEST(ReadGameFolder, NamesThatAreNoUtf8LeadToTheirFile) {
+TEST(AddedGames, GamesOnlyWithPathsFromTheProgramsFolder) {
     const ImageFolder folder;
-    folder.Write("Caf\xE9.nes", Header({1}));
-    const auto entries = ReadGameFolder(folder.Path());
-    ASSERT_EQ(entries.size(), 1u);
-    EXPECT_TRUE(GameEntry(entries[0].path).HasValidHeader());
-    EXPECT_EQ(TextPath(entries[0].path), folder / "Caf\xE9.nes");
-}
+    const auto in = folder.Write("program/roms/In.side.nes", Header({1}));
+    const auto out = folder.Write("Out.NES", Header({2}));
+    const auto zero = folder.Write("zero prg.nes", Header({0, 1}));
+    const auto text = folder.Write("text.nes", "no game");
+    const auto base = folder / "program";
+    const std::vector<std::filesystem::path> files{out, zero, folder / "gone.nes", base, text, in};
+    GameList games = ReadAddedGames(files, base);
+    EXPECT_THAT(Paths(games), ElementsAre("../Out.NES", "roms/In.side.nes"));
+    EXPECT_EQ(games.at(1).name, u"In.side");
+    EXPECT_FALSE(games[1].checked);
 
-TEST(ReadGameFolder, TakesAFileThatLeftBetweenListingAndReading) {
-    const ImageFolder folder;
-    const auto kept = folder.Write("kept.nes", Header({1}));
-    const std::vector<GameEntry> entries =
-        ReadGameEntries(std::vector<std::filesystem::path>{folder / "left.nes", kept});
-    ASSERT_EQ(entries.size(), 2u);
-    EXPECT_FALSE(entries[0].headerRead);
-    EXPECT_TRUE(entries[1].headerRead);
+    games.resize(4);
+    games[3].path = u"D:\\roms\\Game.nes";
+    EXPECT_THAT(Paths(WithAbsolutePaths(games, base)),
+                ElementsAre(out, in, "", "D:\\roms\\Game.nes"));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "list/list_editor.h"
 
 #include <algorithm>
+#include <functional>
 #include <random>
 
 #include <gmock/gmock.h>
@@ -25,26 +26,6 @@ GameList Letters(std::string_view letters) {
     return games;
 }
 
-// A list that keeps what it tells.
-class Told : public ListEditor {
-  public:
-    Told() : ListEditor([this](const ListResult& result) { Hear(result); }) {}
-    void Forget() { times_ = 0; }
-    // Of the one operation since the last time.
-    ListResult Take() {
-        EXPECT_LE(times_, 1);
-        return std::exchange(times_, 0) == 0 ? ListResult{} : last_;
-    }
-
-  private:
-    void Hear(const ListResult& result) {
-        last_ = result;
-        ++times_;
-    }
-    ListResult last_;
-    int times_ = 0;
-};
-
 std::string Shown(const ListEditor& list) {
     std::string letters;
     for (const GameEntry& entry : list.Games()) {
@@ -61,6 +42,22 @@ std::string Names(const ListEditor& list) {
     return names;
 }
 
+// A list that keeps what it tells.
+struct Told : ListEditor {
+    explicit Told(GameList games)
+        : ListEditor([this](const ListResult& result) { told.push_back(result); }) {
+        Restore(std::move(games));
+        told.clear();
+    }
+    // Of the one operation since the last time.
+    ListResult Take() {
+        EXPECT_LE(told.size(), 1u);
+        told.resize(1);
+        return std::exchange(told, {}).front();
+    }
+    std::vector<ListResult> told;
+};
+
 using Command = void (ListEditor::*)();
 constexpr Command kUp = &ListEditor::MoveUp;
 constexpr Command kDown = &ListEditor::MoveDown;
@@ -69,39 +66,36 @@ constexpr Command kBottom = &ListEditor::MoveBottom;
 constexpr Command kRemove = &ListEditor::Remove;
 
 constexpr int kNone = -1;
-struct CommandCase {
-    Command command;
-    const char* before;
-    const char* after;
-    int reveal;
-};
 
 TEST(ListEditor, MovesAndRemovalAndTheirWayBack) {
-    const CommandCase cases[] = {
-        {kUp, "", "", kNone},
-        {kUp, "abc", "abc", kNone},
-        {kUp, "AbCd", "AbCd", kNone},  // the first row holds all others
+    const struct {
+        Command command;
+        const char* before;
+        const char* after;
+        int reveal = kNone;
+    } cases[] = {
+        {kUp, "", ""},
+        {kUp, "abc", "abc"},
+        {kUp, "AbCd", "AbCd"},  // the first row holds all others
         {kUp, "aBcDE", "BaDEc", 0},
         {kUp, "abCDe", "aCDbe", 1},
-        {kDown, "aBcD", "aBcD", kNone},
+        {kDown, "aBcD", "aBcD"},
         {kDown, "ABcDe", "cABeD", 4},
         {kDown, "aBCde", "adBCe", 3},
-        {kTop, "AbC", "AbC", kNone},
+        {kTop, "AbC", "AbC"},
         {kTop, "aBcDe", "BDace", 0},
-        {kBottom, "aBC", "aBC", kNone},
+        {kBottom, "aBC", "aBC"},
         {kBottom, "aBcDe", "aceBD", 4},
-        {kRemove, "abc", "abc", kNone},
-        {kRemove, "AbCDe", "be", kNone},
-        {kRemove, "ABC", "", kNone},
-        {&ListEditor::Clear, "aBc", "", kNone},
-        {&ListEditor::Clear, "", "", kNone},
+        {kRemove, "abc", "abc"},
+        {kRemove, "AbCDe", "be"},
+        {kRemove, "ABC", ""},
+        {&ListEditor::Clear, "aBc", ""},
+        {&ListEditor::Clear, "", ""},
     };
-    for (const CommandCase& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.before);
-        Told list;
-        list.Restore(Letters(c.before));
+        Told list(Letters(c.before));
         EXPECT_FALSE(list.CanUndo());
-        list.Forget();
         (list.*c.command)();
         const ListResult result = list.Take();
         EXPECT_EQ(Shown(list), c.after);
@@ -119,17 +113,15 @@ TEST(ListEditor, MovesAndRemovalAndTheirWayBack) {
 
 TEST(ListEditor, AHundredCheckedRowsMoveAndNoMore) {
     for (const Command move : {kUp, kDown, kTop, kBottom}) {
-        Told list;
-        const auto tooMany = [&](const std::string& letters) {
-            list.Restore(Letters(letters));
-            list.Forget();
+        const auto tooMany = [move](const std::string& letters) {
+            Told list(Letters(letters));
             (list.*move)();
-            return list.Take().tooMany;
+            const bool refused = list.Take().tooMany;
+            EXPECT_EQ(list.CanUndo(), !refused && letters.starts_with('a'));
+            return refused;
         };
         EXPECT_FALSE(tooMany("a" + std::string(100, 'B') + "cd"));
-        EXPECT_TRUE(list.CanUndo());
         EXPECT_TRUE(tooMany("a" + std::string(101, 'B') + "cd"));
-        EXPECT_FALSE(list.CanUndo());
         EXPECT_FALSE(tooMany(std::string(101, 'B'))) << "at its end already it isn't even counted";
     }
 }
@@ -137,51 +129,44 @@ TEST(ListEditor, AHundredCheckedRowsMoveAndNoMore) {
 // A row for the sorts: name, remark, path, and the header from its fifth byte on.
 GameEntry Row(std::u16string name, std::u16string remark, std::u16string path,
               std::initializer_list<int> header) {
-    GameEntry entry;
+    GameEntry entry{};
     entry.name = std::move(name);
     entry.remark = std::move(remark);
     entry.path = std::move(path);
-    const std::string bytes = test::Header(header);
-    std::ranges::copy(bytes, entry.header.bytes.begin());
+    std::ranges::copy(test::Header(header), entry.header.bytes.begin());
     return entry;
 }
 
-struct SortCase {
-    const char* after;
-    ListColumn column;
-    bool descending;
-};
-
 TEST(ListEditor, SortsByTheColumnsThatUsersKnow) {
-    Told list;
     // NES 2.0 in the last one: its PRG count is 256, its mapper 256.
-    list.Restore(
-        {Row(u"b", u"2", u"z", {2, 3, 0x12}), Row(u"\U0001F3AE", u"10", u"y", {1, 4, 0x40}),
-         Row(u"\uFF21", u"1", u"x", {4, 0, 0x05}), Row(u"B", u"", u"w", {0, 1, 0, 8, 1, 1})});
-    const std::string start = Names(list);
-    const SortCase cases[] = {
-        {"b 🎮 Ａ B ", ListColumn::kNumber, false},  // no sort
-        {"B b Ａ 🎮 ", ListColumn::kName, false},
+    Told list({Row(u"b", u"2", u"z", {2, 3, 0x12}), Row(u"\U0001F3AE", u"10", u"y", {1, 4, 0x40}),
+               Row(u"\uFF21", u"1", u"x", {4, 0, 0x05}), Row(u"B", u"", u"w", {0, 1, 0, 8, 1, 1})});
+    const struct {
+        const char* after;
+        ListColumn column;
+        bool descending = false;
+    } cases[] = {
+        {"b 🎮 Ａ B ", ListColumn::kNumber},  // no sort
+        {"B b Ａ 🎮 ", ListColumn::kName},
         {"🎮 Ａ b B ", ListColumn::kName, true},
-        {"B b Ａ 🎮 ", ListColumn::kName, false},
-        {"🎮 b Ａ B ", ListColumn::kPrg, false},
-        {"Ａ B b 🎮 ", ListColumn::kChr, false},
-        {"Ａ b 🎮 B ", ListColumn::kMapper, false},
-        {"b 🎮 B Ａ ", ListColumn::kMirroring, false},  // equal keys keep their order
-        {"Ａ B 🎮 b ", ListColumn::kMirroring, true},   // and are turned round with the rest
-        {"Ａ B 🎮 b ", ListColumn::kBattery, false},
-        {"B 🎮 b Ａ ", ListColumn::kTrainer, false},
-        {"B Ａ 🎮 b ", ListColumn::kCoolboy, false},  // by the remark
-        {"B Ａ 🎮 b ", ListColumn::kCoolgirl, false},
+        {"B b Ａ 🎮 ", ListColumn::kName},
+        {"🎮 b Ａ B ", ListColumn::kPrg},
+        {"Ａ B b 🎮 ", ListColumn::kChr},
+        {"Ａ b 🎮 B ", ListColumn::kMapper},
+        {"b 🎮 B Ａ ", ListColumn::kMirroring},        // equal keys keep their order
+        {"Ａ B 🎮 b ", ListColumn::kMirroring, true},  // and are turned round with the rest
+        {"Ａ B 🎮 b ", ListColumn::kBattery},
+        {"B 🎮 b Ａ ", ListColumn::kTrainer},
+        {"B Ａ 🎮 b ", ListColumn::kCoolboy},  // by the remark
+        {"B Ａ 🎮 b ", ListColumn::kCoolgirl},
         {"B Ａ 🎮 b ", ListColumn::kCoolgirl, true},  // changes its state only
-        {"B Ａ 🎮 b ", ListColumn::kRemark, false},
-        {"B Ａ 🎮 b ", ListColumn::kPath, false},
+        {"B Ａ 🎮 b ", ListColumn::kRemark},
+        {"B Ａ 🎮 b ", ListColumn::kPath},
         {"b 🎮 Ａ B ", ListColumn::kPath, true},
     };
-    for (const SortCase& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(static_cast<int>(c.column));
         const std::string before = Names(list);
-        list.Forget();
         list.Sort(c.column);
         const ListChange told = list.Take().change;
         EXPECT_EQ(Names(list), c.after);
@@ -196,7 +181,7 @@ TEST(ListEditor, SortsByTheColumnsThatUsersKnow) {
     EXPECT_FALSE(list.SortDescending());
     while (list.CanUndo())
         list.Undo();
-    EXPECT_EQ(Names(list), start);
+    EXPECT_EQ(Names(list), cases[0].after);
     while (list.CanRedo())
         list.Redo();
     EXPECT_EQ(Names(list), "b 🎮 Ａ B ");
@@ -213,25 +198,22 @@ TEST(ListEditor, SortsTextsAsTheirUtf8Bytes) {
             entry.name += parts[random() % std::size(parts)];
         entry.remark = ToWide(std::to_string(&entry - games.data()));  // shows the stability
     }
-    ListEditor list;
-    list.Restore(games);
+    Told list(games);
     list.Sort(ListColumn::kName);
     std::ranges::stable_sort(games, {}, [](const GameEntry& entry) { return ToUtf8(entry.name); });
-    for (size_t row = 0; row < games.size(); ++row)
-        ASSERT_EQ(list.Games()[row].remark, games[row].remark) << row;
+    EXPECT_TRUE(
+        std::ranges::equal(games, list.Games(), {}, &GameEntry::remark, &GameEntry::remark));
 }
 
-struct ClickCase {
-    size_t findRow;
-    size_t row;
-    RowClick click;
-    const char* after;
-    size_t newFindRow;
-    std::vector<uint32_t> shown = {};
-};
-
 TEST(ListEditor, ClicksCheckAndMoveTheAnchor) {
-    const ClickCase cases[] = {
+    const struct {
+        size_t findRow;
+        size_t row;
+        RowClick click;
+        const char* after;
+        size_t newFindRow;
+        std::vector<uint32_t> shown = {};
+    } cases[] = {
         {0, 3, {}, "aBcde", 3},
         {0, 3, {.inCheckSquare = true}, "aBcDe", 3},
         {0, 1, {.inCheckSquare = true}, "abcde", 1},
@@ -243,20 +225,16 @@ TEST(ListEditor, ClicksCheckAndMoveTheAnchor) {
         {0, 5, {.inCheckSquare = true}, "aBcde", 0},
         {0, 3, {.shift = true}, "ABcDe", 0, {0, 3, 4}},  // rows that a filter hides stay
     };
-    for (const ClickCase& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.after);
-        Told list;
-        list.Restore(Letters("aBcde"));
-        list.Forget();
+        Told list(Letters("aBcde"));
         list.SetFindRow(c.findRow);
-        const auto shown = c.shown.empty() ? ListEditor::ShownRows{} : std::span(c.shown);
-        list.Click(c.row, c.click, shown);
+        list.Click(c.row, c.click, c.shown.empty() ? ListEditor::ShownRows{} : std::span(c.shown));
         EXPECT_EQ(Shown(list), c.after);
         EXPECT_EQ(list.Take().change == ListChange::kChecks, Shown(list) != "aBcde");
         EXPECT_EQ(list.FindRow(), c.newFindRow);
     }
-    Told list;
-    list.Restore(Letters("aBcd"));
+    Told list(Letters("aBcd"));
     const std::vector<uint32_t> shown{1, 3, 9};
     list.SelectAll(shown);
     EXPECT_EQ(Shown(list), "aBcD");
@@ -264,18 +242,15 @@ TEST(ListEditor, ClicksCheckAndMoveTheAnchor) {
     EXPECT_EQ(Shown(list), "abcd");
     list.SelectInverse();
     EXPECT_EQ(Shown(list), "ABCD");
-    list.Forget();
+    list.told.clear();
     list.SelectAll();
-    EXPECT_EQ(list.Take().change, ListChange::kNothing);
-    EXPECT_FALSE(list.CanUndo());
+    EXPECT_TRUE(list.told.empty() && !list.CanUndo());
 }
 
 TEST(ListEditor, TextsAndTheirLimit) {
-    Told list;
-    list.Restore(Letters("abc"));
-    list.Forget();
+    Told list(Letters("abc"));
     list.SetName(3, u"x");
-    EXPECT_EQ(list.Take().change, ListChange::kNothing);
+    EXPECT_TRUE(list.told.empty());
     list.SetName(0, std::u16string(300, u'x'));
     EXPECT_EQ(list.Games()[0].name.size(), 260u);
     list.SetRemark(1, std::u16string(259, u'x') + u"\U0001F3AE");
@@ -294,18 +269,15 @@ TEST(ListEditor, TextsAndTheirLimit) {
 }
 
 TEST(ListEditor, AppendingEndsAtTheLimitIfAsked) {
-    Told list;
-    list.Restore(GameList(kListLimit - 1));
-    list.Forget();
-    const auto appended = [&](std::string_view letters, ListEditor::Appending how) {
-        list.Append(Letters(letters), how);
-        return list.Take();
-    };
-    EXPECT_EQ(appended("ab", {}).reveal, kListLimit - 1);
+    Told list(GameList(kListLimit - 1));
+    list.Append(Letters("ab"), {});
+    EXPECT_EQ(list.Take().reveal, kListLimit - 1);
     EXPECT_EQ(list.Games().size(), kListLimit);
-    const ListResult none = appended("c", {});
+    list.Append(Letters("c"), {});
+    const ListResult none = list.Take();
     EXPECT_TRUE(none.change == ListChange::kNothing && none.reveal) << "the end shows all the same";
-    const ListResult beyond = appended("c", {.limited = false, .reveal = false});
+    list.Append(Letters("c"), {.limited = false, .reveal = false});
+    const ListResult beyond = list.Take();
     EXPECT_TRUE(beyond.change == ListChange::kSize && !beyond.reveal);
     EXPECT_EQ(list.Games().size(), kListLimit + 1);
     list.Undo();
@@ -316,43 +288,29 @@ TEST(ListEditor, AppendingEndsAtTheLimitIfAsked) {
 // Any commands, taken back and done again, meet the same lists.
 TEST(ListEditor, TheWayBackMeetsEveryListAgain) {
     std::mt19937 random(20);
-    Told list;
+    Told list({});
+    const std::vector<std::function<void()>> commands{
+        [&] { list.Append(Letters("qXwEr"), {}); },
+        [&] { list.Remove(); },
+        [&] { list.Sort(ListColumn(random() % 12)); },
+        [&] { list.SetName(random() % 12, ToWide(std::to_string(random()))); },
+        [&] { list.MoveUp(); },
+        [&] { list.MoveBottom(); },
+        [&] { random() % 20 == 0 ? list.Clear() : list.MoveDown(); },
+    };
     std::vector<std::string> seen{Names(list)};
     for (int i = 0; i < 2000; ++i) {
-        const size_t row = random() % 12;
-        list.SetChecked(row, random() % 3 == 0);
-        list.Forget();
-        switch (random() % 8) {
-            case 0:
-                list.Append(Letters("qXwEr"), {});
-                break;
-            case 1:
-                list.Remove();
-                break;
-            case 2:
-                list.Sort(ListColumn(random() % 12));
-                break;
-            case 3:
-                list.SetName(row, ToWide(std::to_string(i)));
-                break;
-            case 4:
-                list.MoveUp();
-                break;
-            case 5:
-                list.MoveBottom();
-                break;
-            case 6:
-                random() % 20 == 0 ? list.Clear() : list.MoveDown();
-                break;
-            case 7:
-                if (list.CanUndo()) {
-                    list.Undo();
-                    list.Forget();
-                    seen.pop_back();
-                    ASSERT_EQ(Names(list), seen.back()) << i;
-                }
+        list.SetChecked(random() % 12, random() % 3 == 0);
+        list.told.clear();
+        const size_t command = random() % (commands.size() + 1);
+        if (command < commands.size()) {
+            commands[command]();
+            if (list.Take().change > ListChange::kChecks) seen.push_back(Names(list));
+        } else if (list.CanUndo()) {
+            list.Undo();
+            seen.pop_back();
+            ASSERT_EQ(Names(list), seen.back()) << i;
         }
-        if (list.Take().change > ListChange::kChecks) seen.push_back(Names(list));
     }
     const std::string last = Names(list);
     size_t steps = 0;
@@ -361,15 +319,14 @@ TEST(ListEditor, TheWayBackMeetsEveryListAgain) {
         list.Undo();
     }
     EXPECT_LE(steps, 100u);
-    for (; steps > 0; --steps)
+    while (list.CanRedo())
         list.Redo();
     EXPECT_EQ(Names(list), last);
 }
 
 TEST(ListEditor, FindsLettersInAnyCase) {
-    ListEditor list;
-    list.Restore({Row(u"Game", u"", u"C:\\ROMS\\a", {}), Row(u"ÉTOILE", u"", u"", {}),
-                  Row(u"game 2", u"Étoile", u"", {}), Row(u"G", u"", u"", {})});
+    const Told list({Row(u"Game", u"", u"C:\\ROMS\\a", {}), Row(u"ÉTOILE", u"", u"", {}),
+                     Row(u"game 2", u"Étoile", u"", {}), Row(u"G", u"", u"", {})});
     EXPECT_EQ(list.FindPrefix(u"GAME", 0), 0u);
     EXPECT_EQ(list.FindPrefix(u"GAME", 1), 2u);
     EXPECT_EQ(list.FindPrefix(u"GAME", 3), std::nullopt);

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "common/image_folder.h"
+#include "list/remembered_list.h"
 #include "support/text.h"
 
 namespace bw {
@@ -15,21 +16,22 @@ using test::ReadText;
 
 constexpr std::string_view kMark = "\xEF\xBB\xBF";
 
-FileResult<ListLoadResult> LoadListText(const ImageFolder& folder, std::string_view text,
-                                        GameList& list) {
-    return LoadListFile(folder.Write("list.fcl", text), folder.Path(), list);
-}
+class ListFile : public testing::Test {
+  protected:
+    FileResult<ListLoadResult> LoadText(std::string_view text) {
+        return LoadListFile(folder_.Write("list.fcl", text), folder_.Path(), list_);
+    }
+    // The one entry of a list text with these values.
+    GameEntry LoadOne(const std::string& path, const std::string& relativePath) {
+        list_.clear();
+        LoadText("[history]\r\ncount=1\r\n00000_check=7\r\n00000_path=" + path +
+                 "\r\n00000_path_relative=" + relativePath);
+        return list_.at(0);
+    }
 
-// The one entry of a list text with these values.
-GameEntry LoadOne(const ImageFolder& folder, const std::string& path,
-                  const std::string& relativePath) {
-    GameList list;
-    LoadListText(
-        folder,
-        "[history]\r\ncount=1\r\n00000_path=" + path + "\r\n00000_path_relative=" + relativePath,
-        list);
-    return list.at(0);
-}
+    ImageFolder folder_;
+    GameList list_;
+};
 
 GameEntry Game(std::u16string path, std::u16string name, std::u16string remark, bool checked) {
     GameEntry entry;
@@ -40,9 +42,8 @@ GameEntry Game(std::u16string path, std::u16string name, std::u16string remark, 
     return entry;
 }
 
-TEST(ListFile, TextOfAListWithOneGame) {
-    const ImageFolder folder;
-    const auto file = folder / "out.fcl";
+TEST_F(ListFile, TextOfAListWithOneGame) {
+    const auto file = folder_ / "out.fcl";
     ASSERT_TRUE(SaveListFile(file, {Game(u"/games/roms/Game.nes", u"Game", u"", true)}, "/games"));
     EXPECT_EQ(ReadText(file), std::string(kMark) +
                                   "[history]\r\n"
@@ -56,7 +57,7 @@ TEST(ListFile, TextOfAListWithOneGame) {
     EXPECT_EQ(ReadText(file), std::string(kMark) + "[history]\r\ncount=0");
 }
 
-TEST(ListFile, SavingMakesPathsAbsoluteAndRelative) {
+TEST_F(ListFile, SavingMakesPathsAbsoluteAndRelative) {
     IniFile text;
     text.SetString(u"history", u"00007_name", u"of an older list");
     text.SetInt(u"list_view", u"list_view_col_00000_width", 80);
@@ -69,133 +70,96 @@ TEST(ListFile, SavingMakesPathsAbsoluteAndRelative) {
     EXPECT_EQ(text.GetInt(u"list_view", u"list_view_col_00000_width", 0), 80u);
 }
 
-TEST(ListFile, ValuesComeBackAsTheyWere) {
-    const ImageFolder folder;
-    const std::u16string path = PathText(folder.Write("a=b.nes", Header({2, 1})));
-    GameList list{Game(path, u"a=b=", u"[x]", true),
-                  Game(path, u"\"游戏\" \U0001F3AE", u" # ", false)};
-    list.push_back(Game(path, u"one\r\ntwo\nthree\rfour\n", u"\r\n[other]\r\ncount=0", false));
-    ASSERT_TRUE(SaveListFile(folder / "x.fcl", list, folder.Path()));
-    GameList loaded;
-    ASSERT_TRUE(LoadListFile(folder / "x.fcl", folder.Path(), loaded));
-    ASSERT_EQ(loaded.size(), 3u);
-    for (size_t i = 0; i < 2; ++i) {
-        EXPECT_EQ(loaded[i].path, path);
-        EXPECT_EQ(loaded[i].name, list[i].name);
-        EXPECT_EQ(loaded[i].remark, list[i].remark);
-        EXPECT_EQ(loaded[i].checked, list[i].checked);
-        EXPECT_TRUE(loaded[i].HasValidHeader() && loaded[i].coolboySupported);
-    }
+TEST_F(ListFile, ValuesComeBackAsTheyWere) {
+    const std::u16string path = PathText(folder_.Write("a=b.nes", Header({2, 1})));
+    GameList saved{Game(path, u"a=b=", u"[x]", true),
+                   Game(path, u"\"游戏\" \U0001F3AE", u" # ", false),
+                   Game(path, u"one\r\ntwo\nthree\rfour\n", u"\r\n[other]\r\ncount=0", false)};
+    ASSERT_TRUE(SaveListFile(folder_ / "x.fcl", saved, folder_.Path()));
     // The format has no line breaks; a forged section stays a remark.
-    EXPECT_EQ(loaded[2].name, u"one two three four ");
-    EXPECT_EQ(loaded[2].remark, u" [other] count=0");
-
+    saved[2].name = u"one two three four ";
+    saved[2].remark = u" [other] count=0";
     // Loading appends, and looks for no duplicates.
-    const auto again = LoadListFile(folder / "x.fcl", folder.Path(), loaded);
-    EXPECT_EQ(again->added, 3u);
-    EXPECT_EQ(loaded.size(), 6u);
+    for (int times = 0; times < 2; ++times)
+        EXPECT_EQ(LoadListFile(folder_ / "x.fcl", folder_.Path(), list_)->added, 3u);
+    ASSERT_EQ(list_.size(), 6u);
+    for (size_t i = 0; i < 6; ++i) {
+        EXPECT_EQ(list_[i].path, path);
+        EXPECT_EQ(list_[i].name, saved[i % 3].name);
+        EXPECT_EQ(list_[i].remark, saved[i % 3].remark);
+        EXPECT_EQ(list_[i].checked, i % 3 == 0);
+        EXPECT_TRUE(list_[i].HasValidHeader() && list_[i].coolboySupported);
+    }
 }
 
-TEST(ListFile, WhichPathNamesTheImage) {
-    const ImageFolder folder;
-    const std::string moved = folder.Write("roms/moved.nes", Header({1})).string();
-    const std::string old = folder.Write("old/old.nes", Header({2})).string();
-    const auto text = [](const std::string& path) { return ToWide(path); };
+TEST_F(ListFile, WhichPathNamesTheImage) {
+    const std::string moved = folder_.Write("roms/moved.nes", Header({1})).string();
+    const std::string old = folder_.Write("old/old.nes", Header({2})).string();
+    const auto found = [&](const std::string& path, const std::string& relativePath) {
+        return ToUtf8(LoadOne(path, relativePath).path);
+    };
+    EXPECT_EQ(found(old, "roms/moved.nes"), moved) << "relative wins";
+    EXPECT_EQ(found(old, "roms/gone.nes"), old) << "unless it is gone";
+    EXPECT_EQ(found(old, "roms"), old) << "or is no file";
+    EXPECT_EQ(found("old/old.nes", ""), old) << "made absolute";
+    EXPECT_EQ(found("C:\\x\\moved.nes", ".\\roms\\moved.nes"), moved) << "of another platform";
+    EXPECT_EQ(found("old\\old.nes", ""), old);
+    const std::string odd = folder_.Write("roms\\moved.nes", Header({3})).string();
+    EXPECT_EQ(found(old, "roms\\moved.nes"), odd) << "as written comes first";
 
-    EXPECT_EQ(LoadOne(folder, old, "roms/moved.nes").path, text(moved)) << "relative wins";
-    EXPECT_EQ(LoadOne(folder, old, "roms/gone.nes").path, text(old)) << "unless it is gone";
-    EXPECT_EQ(LoadOne(folder, old, "roms").path, text(old)) << "or is no file";
-    EXPECT_EQ(LoadOne(folder, old, "").path, text(old));
-    EXPECT_EQ(LoadOne(folder, "old/old.nes", "").path, text(old)) << "made absolute";
-    EXPECT_EQ(LoadOne(folder, "C:\\x\\moved.nes", ".\\roms\\moved.nes").path, text(moved))
-        << "a list of another platform";
-    EXPECT_EQ(LoadOne(folder, "old\\old.nes", "").path, text(old));
-    const std::string odd = folder.Write("roms\\moved.nes", Header({3})).string();
-    EXPECT_EQ(LoadOne(folder, old, "roms\\moved.nes").path, text(odd)) << "as written comes first";
-}
-
-TEST(ListFile, ASecondBaseServesRelativePathsOnly) {
+    // A second base serves relative paths only.
     const ImageFolder program;
-    const ImageFolder travelling;
-    const auto own = travelling.Write("a.nes", Header({1}));
-    const auto file = travelling.Write("list.fcl",
-                                       "[history]\r\ncount=2\r\n00000_path=/gone/a.nes\r\n"
-                                       "00000_path_relative=.\\a.nes\r\n00001_path=a.nes");
-    GameList list;
-    ASSERT_TRUE(LoadListFile(file, program.Path(), list, travelling.Path()));
-    EXPECT_EQ(list.at(0).path, PathText(own));
-    EXPECT_EQ(list.at(1).path, PathText(program / "a.nes"));
-
-    const auto first = program.Write("a.nes", Header({1}));
-    ASSERT_TRUE(LoadListFile(file, program.Path(), list, travelling.Path()));
-    EXPECT_EQ(list.at(2).path, PathText(first)) << "the first base comes first";
+    const auto file = folder_.Write("old/list.fcl",
+                                    "[history]\r\ncount=2\r\n00000_path=/gone/old.nes\r\n"
+                                    "00000_path_relative=.\\old.nes\r\n00001_path=old.nes");
+    LoadListFile(file, program.Path(), list_, folder_ / "old");
+    const auto own = program.Write("old.nes", Header({1}));
+    LoadListFile(file, program.Path(), list_, folder_ / "old");
+    ASSERT_EQ(list_.size(), 5u);
+    EXPECT_EQ(list_[1].path, ToWide(old));
+    EXPECT_EQ(list_[2].path, PathText(own));
+    EXPECT_EQ(list_[3].path, PathText(own)) << "the first base comes first";
 }
 
-TEST(ListFile, MissingImagesStayInTheList) {
-    const ImageFolder folder;
-    const GameEntry gone = LoadOne(folder, "/no such drive/a.nes", "a.nes");
+TEST_F(ListFile, MissingImagesStayInTheList) {
+    const GameEntry gone = LoadOne("/no such drive/a.nes", "a.nes");
     EXPECT_EQ(gone.path, u"/no such drive/a.nes");
-    EXPECT_FALSE(gone.headerRead || gone.HasValidHeader());
+    EXPECT_FALSE(gone.headerRead || gone.HasValidHeader() || !gone.checked);
 
     // A path of another platform survives loading and saving.
     for (const char* path :
          {"D:\\roms\\Game.nes", "D:/roms/Game.nes", "\\\\server\\roms\\Game.nes"}) {
-        const GameEntry foreign = LoadOne(folder, path, "roms\\Game.nes");
+        const GameEntry foreign = LoadOne(path, "roms\\Game.nes");
         EXPECT_EQ(foreign.path, ToWide(path));
         IniFile text;
-        StoreListEntries({foreign}, folder.Path(), text);
+        StoreListEntries({foreign}, folder_.Path(), text);
         EXPECT_EQ(text.GetString(u"history", u"00000_path"), ToWide(path));
     }
 }
 
-TEST(ListFile, WhatIsNoListAddsNothing) {
-    const ImageFolder folder;
-    GameList list(2);
-    EXPECT_FALSE(LoadListFile(folder / "missing.fcl", folder.Path(), list));
-    EXPECT_FALSE(LoadListFile(folder.Path(), folder.Path(), list));
+TEST_F(ListFile, WhatIsNoListAddsNothing) {
+    EXPECT_FALSE(LoadListFile(folder_ / "missing.fcl", folder_.Path(), list_));
+    EXPECT_FALSE(LoadListFile(folder_.Path(), folder_.Path(), list_));
     for (const char* text : {"", "[history]", "[other]\r\ncount=1", "count=1",
                              "[history]\r\n#count=1", "NES\x1A\x02\x01", "[history]\ncount=1"}) {
-        EXPECT_FALSE(LoadListText(folder, text, list)) << text;
+        EXPECT_FALSE(LoadText(text)) << text;
     }
-    EXPECT_EQ(LoadListText(folder, "[history]\r\ncount=0", list)->added, 0u);
-    EXPECT_EQ(LoadListText(folder, "[history]\r\ncount=zero", list)->added, 0u);
-    EXPECT_EQ(list.size(), 2u);
+    EXPECT_EQ(LoadText("[history]\r\ncount=zero")->added, 0u);
+    EXPECT_TRUE(list_.empty());
 }
 
-TEST(ListFile, Utf16FromAnEditor) {
-    const ImageFolder folder;
-    std::string bytes = "\xFF\xFE";
-    for (const char16_t unit : std::u16string_view(u"[history]\r\ncount=1\r\n00000_check=7\r\n"
-                                                   u"00000_name=游戏")) {
-        bytes += static_cast<char>(unit & 0xFF);
-        bytes += static_cast<char>(unit >> 8);
-    }
-    GameList list;
-    ASSERT_TRUE(LoadListText(folder, bytes, list));
-    EXPECT_EQ(list.at(0).name, u"游戏");
-    EXPECT_TRUE(list.at(0).checked);
-}
-
-struct LimitCase {
-    size_t before;
-    const char* count;
-    size_t added;
-    bool overLimit;
-};
-
-TEST(ListFile, TheListEndsAtItsLimit) {
-    const LimitCase cases[] = {
-        {0, "3", 3, false},
-        {0, "20000", 20000, false},
-        {0, "25000", 20000, true},
-        {1, "20000", 19999, true},
-        {20000, "0", 0, false},
-        {20000, "1", 0, true},
-        {20001, "1", 0, true},
-        {5, "4294967295", 19995, true},
-        {5, "99999999999999999999", 19995, true},
+TEST_F(ListFile, TheListEndsAtItsLimit) {
+    const struct {
+        size_t before;
+        const char* count;
+        size_t added;
+        bool overLimit;
+    } cases[] = {
+        {0, "20000", 20000, false}, {0, "25000", 20000, true},
+        {1, "20000", 19999, true},  {20000, "0", 0, false},
+        {20001, "1", 0, true},      {5, "99999999999999999999", 19995, true},
     };
-    for (const LimitCase& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.count);
         IniFile text;
         text.SetString(u"history", u"count", ToWide(c.count));
@@ -212,6 +176,54 @@ TEST(ListFile, TheListEndsAtItsLimit) {
             EXPECT_FALSE(list[c.before + 2].headerRead);
         }
     }
+}
+
+std::span<const uint8_t> Bytes(std::string_view text) {
+    return {reinterpret_cast<const uint8_t*>(text.data()), text.size()};
+}
+
+TEST(RememberedList, ComesBackAsItWas) {
+    const ImageFolder folder;
+    folder.Write("a=b.nes", Header({1}));
+    const ColumnWidths widths{64, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 256};
+    const std::string text = StoreRememberedList(
+        {Game(u"a=b.nes", u"a=b", u"", true), Game(u"/gone/游戏.nes", u"", u"游戏", false)}, widths,
+        folder.Path());
+    EXPECT_TRUE(text.starts_with("[history]\r\n00000_check=1\r\n")) << text;
+    EXPECT_TRUE(text.ends_with("\r\nlist_view_col_00010_width=0\r\nlist_view_col_00011_width=256"));
+
+    const RememberedList loaded = LoadRememberedList(Bytes(text), folder.Path());
+    ASSERT_EQ(loaded.games.size(), 2u);
+    EXPECT_EQ(loaded.games[0].name, u"a=b");
+    EXPECT_TRUE(loaded.games[0].checked && loaded.games[0].HasValidHeader());
+    EXPECT_EQ(loaded.games[1].path, u"/gone/游戏.nes");
+    EXPECT_EQ(loaded.games[1].remark, u"游戏");
+    EXPECT_EQ(loaded.widths, widths);
+
+    const RememberedList empty = LoadRememberedList(Bytes(StoreRememberedList({}, {}, "/")), "/");
+    EXPECT_TRUE(empty.games.empty() && !empty.load.overLimit);
+}
+
+TEST(RememberedList, WidthsThatMakeNoSenseStayOut) {
+    const RememberedList loaded = LoadRememberedList(
+        Bytes("[list_view]\r\nlist_view_col_00000_width=-1\r\nlist_view_col_00001_width=wide\r\n"
+              "list_view_col_00002_width=4294967295\r\nlist_view_col_00003_width=2147483647\r\n"
+              "list_view_col_00004_width=80\r\nlist_view_col_00012_width=9"),
+        "/");
+    EXPECT_THAT(loaded.widths, testing::ElementsAre(0, 0, 0, 8192, 80, 0, 0, 0, 0, 0, 0, 0));
+}
+
+TEST(RememberedList, TakesWhatTheListHoldsOfALongText) {
+    std::string text = "[history]\r\ncount=25000\r\n";
+    for (int n = 19990; n < 25000; ++n)
+        text += std::to_string(n) + "_name=" + std::to_string(n) + "\r\n";
+    text += "100001_name=no key\r\n[other]\r\n";
+    const RememberedList loaded = LoadRememberedList(Bytes(text), "/");
+    ASSERT_EQ(loaded.games.size(), kListLimit);
+    EXPECT_TRUE(loaded.load.overLimit);
+    EXPECT_EQ(loaded.games.front().name, u"");
+    EXPECT_EQ(loaded.games.back().name, u"19999");
+    EXPECT_TRUE(LoadRememberedList(Bytes("\xFF\xFE\x00["), "/").games.empty());
 }
 
 }  // namespace
