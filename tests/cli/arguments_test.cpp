@@ -28,9 +28,7 @@ ParseResult Parse(const std::string& line) {
 }
 
 TEST(Arguments, DefaultsAreThoseOfAFreshStore) {
-    const auto parsed = Parse("build -o cart.nes b.nes a.fcl");
-    ASSERT_TRUE(parsed.arguments) << parsed.text;
-    const Arguments& arguments = *parsed.arguments;
+    const Arguments arguments = Parse("build -o cart.nes b.nes a.fcl").arguments.value();
     EXPECT_EQ(arguments.command, Command::kBuild);
     EXPECT_THAT(arguments.inputs, ElementsAre("b.nes", "a.fcl"));
     EXPECT_EQ(arguments.board, BoardType::kCoolboy);
@@ -46,13 +44,13 @@ TEST(Arguments, DefaultsAreThoseOfAFreshStore) {
 }
 
 TEST(Arguments, EveryOptionReachesItsSetting) {
-    const auto parsed = Parse(
-        "build --board mindkids --menu-size 512 --page-size 20 --style white --music 1 "
-        "--page-number "
-        "--insert-row --turning-speed 4 --number --dot --fill --extern-menu m.asm --keep-work kept "
-        "--report - -o x.UNF g.nes");
-    ASSERT_TRUE(parsed.arguments) << parsed.text;
-    const Arguments& arguments = *parsed.arguments;
+    const Arguments arguments =
+        Parse(
+            "build --board mindkids --menu-size 512 --page-size 20 --style white --music 1 "
+            "--page-number --insert-row --turning-speed 4 --number --dot --fill --extern-menu "
+            "m.asm "
+            "--keep-work kept --report - -o x.UNF g.nes")
+            .arguments.value();
     const BuildSettings& settings = arguments.settings;
     EXPECT_EQ(arguments.board, BoardType::kMindkids);
     EXPECT_EQ(arguments.format, RomFormat::kUnif);
@@ -67,14 +65,13 @@ TEST(Arguments, EveryOptionReachesItsSetting) {
     EXPECT_EQ(arguments.keepWork, "kept");
     EXPECT_EQ(arguments.report, "-");
     EXPECT_FALSE(settings.CustomEnable);
-    const auto designed = Parse("export --design s.fcm -d x g.nes");
-    ASSERT_TRUE(designed.arguments);
-    EXPECT_TRUE(designed.arguments->settings.CustomEnable);
-    EXPECT_EQ(designed.arguments->design, "s.fcm");
-    const auto exported = Parse("export --board coolgirl --menu-size 256 -d x g.nes");
-    ASSERT_TRUE(exported.arguments);
-    EXPECT_EQ(exported.arguments->settings.ExportRomType, 1u);
-    EXPECT_EQ(exported.arguments->settings.ExportMenuUnits(), 16u);
+    const Arguments exported =
+        Parse("export --board coolgirl --menu-size 256 --design s.fcm -d x g.nes")
+            .arguments.value();
+    EXPECT_TRUE(exported.settings.CustomEnable);
+    EXPECT_EQ(exported.design, "s.fcm");
+    EXPECT_EQ(exported.settings.ExportRomType, 1u);
+    EXPECT_EQ(exported.settings.ExportMenuUnits(), 16u);
 }
 
 TEST(Arguments, WrongUsageIsRefused) {
@@ -106,15 +103,13 @@ TEST(Arguments, ThePageTellsEveryOption) {
     for (const char* command : {"info", "build", "export", "list"}) {
         const std::string help = Parse(std::string(command) + " --help").text;
         const std::regex option("--[a-z][a-z-]+");
-        for (std::sregex_iterator at(help.begin(), help.end(), option), end; at != end; ++at) {
-            options.insert(at->str());
-        }
+        const std::sregex_token_iterator found(help.begin(), help.end(), option);
+        options.insert(found, std::sregex_token_iterator());
         EXPECT_THAT(page, HasSubstr("bankweaver-cli " + std::string(command)));
     }
     EXPECT_GT(options.size(), 15u);
-    for (const std::string& option : options) {
+    for (const std::string& option : options)
         EXPECT_THAT(page, HasSubstr("`" + option)) << "docs/cli.md doesn't tell of " << option;
-    }
 }
 
 }  // namespace

@@ -47,6 +47,12 @@ class Commands : public testing::Test {
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadText(folder_ / "stdout.txt"),
                 ReadText(folder_ / "stderr.txt")};
     }
+    // A run that ends well.
+    RunResult Done(const std::string& arguments) {
+        RunResult run = Run(arguments);
+        EXPECT_EQ(run.exitCode, 0) << arguments << ": " << run.err;
+        return run;
+    }
     void Image(const std::string& name, ImageShape shape, uint32_t seed = 1) {
         std::filesystem::create_directories((folder_ / name).parent_path());
         WriteText(folder_ / name, ImageBytes(shape, seed));
@@ -79,8 +85,7 @@ class Commands : public testing::Test {
     void Pack(const std::string& text, const std::string& file) {
         std::filesystem::create_directory(folder_ / "mine");
         WriteText(folder_ / "mine/design.txt", text);
-        const RunResult packed = Run("design pack mine -o " + file);
-        ASSERT_EQ(packed.exitCode, 0) << packed.err;
+        const RunResult packed = Done("design pack mine -o " + file);
         EXPECT_THAT(packed.out + packed.err, IsEmpty());
     }
     static rapidjson::Document Json(const RunResult& run) {
@@ -106,18 +111,13 @@ TEST_F(Commands, BuildsFromFilesFoldersAndLists) {
     Image("games/a.nes", {1, 1, 0}, 1);
     WriteText(folder_ / "games/notes.txt", "no game");
     Image("three.nes", {8, 4, 4}, 3);
-    ASSERT_EQ(Run("list -o kept games three.nes").exitCode, 0);
-    const std::string list = ReadText(folder_ / "kept.fcl");
-    EXPECT_THAT(list, AllOf(HasSubstr("count=3"), HasSubstr("00000_name=a\r\n"),
-                            HasSubstr("00001_name=two\r\n"), HasSubstr("00002_check=1")));
-
-    const RunResult direct = Run("build -o direct.nes --report - games three.nes");
-    ASSERT_EQ(direct.exitCode, 0) << direct.err;
-    const RunResult listed = Run("build -o listed.nes --report listed.json kept.fcl");
-    ASSERT_EQ(listed.exitCode, 0) << listed.err;
+    Done("list -o kept games three.nes");
+    EXPECT_THAT(ReadText(folder_ / "kept.fcl"),
+                AllOf(HasSubstr("count=3"), HasSubstr("00000_name=a\r\n"),
+                      HasSubstr("00001_name=two\r\n"), HasSubstr("00002_check=1")));
+    const rapidjson::Document report = Json(Done("build -o direct.nes --report - games three.nes"));
+    Done("build -o listed.nes --report listed.json kept.fcl");
     EXPECT_TRUE(ReadText(folder_ / "direct.nes") == ReadText(folder_ / "listed.nes"));
-
-    const rapidjson::Document report = Json(direct);
     EXPECT_STREQ(report["board"].GetString(), "COOLBOY");
     EXPECT_EQ(report["romSize"].GetUint() + 16, std::filesystem::file_size(folder_ / "direct.nes"));
     ASSERT_EQ(report["games"].Size(), 3u);
@@ -133,20 +133,18 @@ TEST_F(Commands, BuildsFromFilesFoldersAndLists) {
 TEST_F(Commands, TellsWhatImagesHold) {
     Image("one.nes", {2, 1, 4, 3});
     WriteText(folder_ / "bad.nes", "MES");
-    const RunResult table = Run("info one.nes");
-    EXPECT_EQ(table.exitCode, 0);
-    EXPECT_THAT(table.out, AllOf(HasSubstr("Mapper #"), HasSubstr(" 2 (032KB)   1 (008KB)")));
+    EXPECT_THAT(Done("info one.nes").out,
+                AllOf(HasSubstr("Mapper #"), HasSubstr(" 2 (032KB)   1 (008KB)")));
     const RunResult json = Run("info --json one.nes bad.nes");
     EXPECT_EQ(json.exitCode, 1);
     EXPECT_THAT(json.err, HasSubstr("bad.nes not is a nes file!"));
     const rapidjson::Document info = Json(json);
     ASSERT_EQ(info["games"].Size(), 1u);
-    EXPECT_EQ(info["games"][0]["mapper"].GetInt(), 4);
-    EXPECT_STREQ(info["games"][0]["mirroring"].GetString(), "vertical");
-    EXPECT_TRUE(info["games"][0]["battery"].GetBool());
-    EXPECT_TRUE(info["games"][0]["coolboy"].GetBool());
-    const RunResult chinese = Run("info one.nes", "LC_ALL=zh_CN.UTF-8");
-    EXPECT_THAT(chinese.out, Not(HasSubstr("Mirroring")));
+    const auto& game = info["games"][0];
+    EXPECT_EQ(game["mapper"].GetInt(), 4);
+    EXPECT_STREQ(game["mirroring"].GetString(), "vertical");
+    EXPECT_TRUE(game["battery"].GetBool() && game["coolboy"].GetBool());
+    EXPECT_THAT(Run("info one.nes", "LC_ALL=zh_CN.UTF-8").out, Not(HasSubstr("Mirroring")));
 }
 
 TEST_F(Commands, ListFilesKeepOrderNamesAndChecks) {
@@ -157,11 +155,9 @@ TEST_F(Commands, ListFilesKeepOrderNamesAndChecks) {
               "00000_path_relative=b.nes\r\n00001_check=0\r\n00001_name=Left out\r\n"
               "00001_path_relative=a.nes\r\n00002_check=1\r\n00002_name=Ay\r\n"
               "00002_path=nowhere\\a.nes\r\n00002_path_relative=.\\a.nes\r\ncount=3");
-    const RunResult list = Run("list games.fcl");
-    EXPECT_THAT(list.out, HasSubstr("1  Bee = \"1\""));
-    EXPECT_THAT(list.out, HasSubstr("-  Left out"));
-    const RunResult build = Run("build -o x.bin --number games.fcl");
-    ASSERT_EQ(build.exitCode, 0) << build.err;
+    EXPECT_THAT(Done("list games.fcl").out,
+                AllOf(HasSubstr("1  Bee = \"1\""), HasSubstr("-  Left out")));
+    Done("build -o x.bin --number games.fcl");
     EXPECT_THAT(ReadText(folder_ / "x.bin"), HasSubstr("\x0B"
                                                        "1.BEE = \"1\"\x04"
                                                        "2.AY"));
@@ -171,10 +167,7 @@ TEST_F(Commands, RefusesBadInput) {
     Image("good.nes", {1, 1, 0}, 1);
     WriteText(folder_ / "foreign.nes", "UNIF no game of ours");
     WriteText(folder_ / "cut.nes", ImageBytes({2, 1, 0}, 2).substr(0, 20000));
-    std::string large = ImageBytes({1, 1, 0}, 3);
-    large[7] = 0x08;
-    large[9] = 0x01;
-    WriteText(folder_ / "large.nes", large);
+    WriteText(folder_ / "large.nes", ImageBytes({1, 1, 0}, 3).replace(7, 3, "\x08\0\x01"s));
     WriteText(folder_ / "wrong.fcl", std::string("\xFE\xFF\0[\0h", 6));
     WriteText(folder_ / "gone.fcl",
               "[history]\r\n00000_check=1\r\n00000_name=Lost\r\n00000_path=lost.nes\r\ncount=1");
@@ -190,12 +183,11 @@ TEST_F(Commands, RefusesBadInput) {
     ExpectRefused("build -o old.nes gone.fcl", "1.lost Not a valid NES file!");
     ExpectRefused("build -o old.nes empty", "empty holds no game images");
     ExpectRefused("build -o no/folder/x.nes good.nes", "no/folder/x.nes: No such file");
-    ExpectRefused("build -o good.nes good.nes", "Choose another name.");
-    ExpectRefused("build -o good good.nes", "Choose another name.");
-    ExpectRefused("build --report ./good.nes -o old.nes good.nes", "Choose another name.");
-    ExpectRefused("build --report old.nes -o old.nes good.nes", "Choose another name.");
-    ExpectRefused("build --report gone.fcl -o old.nes gone.fcl", "Choose another name.");
-    ExpectRefused("build --extern-menu old.asm -o old.nes good.nes", "Choose another name.");
+    for (const char* options :
+         {"-o good.nes good.nes", "-o good good.nes", "--report ./good.nes -o old.nes good.nes",
+          "--report old.nes -o old.nes good.nes", "--report gone.fcl -o old.nes gone.fcl",
+          "--extern-menu old.asm -o old.nes good.nes"})
+        ExpectRefused("build "s + options, "Choose another name.");
 }
 
 constexpr const char* kDesignText = R"(
@@ -211,8 +203,8 @@ text 0 3 "HI"
 
 TEST_F(Commands, DesignsAreUnpackedAndPacked) {
     Pack(kDesignText, "one");
-    ASSERT_EQ(Run("design unpack one.fcm -d deep/apart").exitCode, 0);
-    ASSERT_EQ(Run("design pack deep/apart -o two.FCM").exitCode, 0);
+    Done("design unpack one.fcm -d deep/apart");
+    Done("design pack deep/apart -o two.FCM");
     EXPECT_EQ(ReadText(folder_ / "two.FCM"), ReadText(folder_ / "one.fcm"));
     EXPECT_THAT(ReadText(folder_ / "deep/apart/design.txt"),
                 HasSubstr("sprite 10 20 41 palette=2"));
@@ -233,16 +225,15 @@ TEST_F(Commands, PartsGoIntoDesignsAndOut) {
     Pack(kDesignText, "one");
     WriteText(folder_ / "p.pal", std::string(16, '\x21'));
     WriteText(folder_ / "n.bin", "\x07\x08");
-    const RunResult run =
-        Run("design convert one.fcm --load background-palette=p.pal "
-            "--load name-table=n.bin --save design=two --save sprites=s.spl "
-            "--save background-palette=q.bin --save texts=t --save name-table=n");
-    ASSERT_EQ(run.exitCode, 0) << run.err;
+    Done(
+        "design convert one.fcm --load background-palette=p.pal --load name-table=n.bin "
+        "--save design=two --save sprites=s.spl --save background-palette=q.bin --save texts=t "
+        "--save name-table=n");
     EXPECT_EQ(ReadText(folder_ / "s.spl").substr(0, 5), "\x14\x41\x42\x0A\xF8");
     EXPECT_EQ(ReadText(folder_ / "q.bin"), ReadText(folder_ / "p.pal"));
     EXPECT_EQ(ReadText(folder_ / "n.nam").substr(96, 2), "HI");
     EXPECT_EQ(ReadText(folder_ / "n.nam").substr(0, 3), "\x07\x08\0"s);
-    ASSERT_EQ(Run("design convert --load texts=t.fct --save attributes=a").exitCode, 0);
+    Done("design convert --load texts=t.fct --save attributes=a");
     EXPECT_EQ(std::filesystem::file_size(folder_ / "a.attr"), 64u);
 
     EXPECT_THAT(Run("design info two.fcm").out,
@@ -271,11 +262,9 @@ TEST_F(Commands, DesignsAreDrawn) {
          "one");
     // How many pixels of an area of 8 by 8 have the texts' colour.
     const auto ink = [&](const std::string& options, uint32_t column, uint32_t row) {
-        const RunResult run = Run("design render one.fcm 'a game.nes' --scale 1 -o p " + options);
-        EXPECT_EQ(run.exitCode, 0) << run.err;
+        Done("design render one.fcm 'a game.nes' --scale 1 -o p " + options);
         Picture picture;
-        const auto png = ReadFile(folder_ / "p.png");
-        EXPECT_EQ(DecodePng(*png, 256, 240, picture), std::nullopt);
+        EXPECT_EQ(DecodePng(*ReadFile(folder_ / "p.png"), 256, 240, picture), std::nullopt);
         long count = 0;
         for (size_t y = row * 8; y < row * 8 + 8; ++y) {
             const auto line = picture.pixels.begin() + static_cast<long>(y * 256 + column * 8);
@@ -292,7 +281,7 @@ TEST_F(Commands, DesignsAreDrawn) {
     EXPECT_EQ(ink("--layers list,cursor", 0, 3), 0);
     EXPECT_GT(ink("--layers list,cursor", 4, 20), 0);
 
-    ASSERT_EQ(Run("design render one.fcm --view tiles --scale 3 -o t.png").exitCode, 0);
+    Done("design render one.fcm --view tiles --scale 3 -o t.png");
     Picture tiles;
     EXPECT_EQ(DecodePng(*ReadFile(folder_ / "t.png"), 1536, 768, tiles), std::nullopt);
     WriteText(folder_ / "bad.fcm", "bad");
@@ -306,14 +295,12 @@ TEST_F(Commands, DesignsAreDrawn) {
 TEST_F(Commands, DesignsReachTheBuild) {
     Image("good.nes", {1, 1, 0}, 1);
     Pack(kDesignText, "s.fcm");
-    const RunResult run = Run("export --design s.fcm --page-size 5 -d out good.nes");
-    ASSERT_EQ(run.exitCode, 0) << run.err;
-    EXPECT_THAT(run.err, IsEmpty());
+    EXPECT_THAT(Done("export --design s.fcm --page-size 5 -d out good.nes").err, IsEmpty());
     const auto exported = [&](const std::string& name) { return ReadText(folder_ / "out" / name); };
     EXPECT_EQ(exported("game_caption_data.asm"), " .STR \"MY SCREEN\"");
     EXPECT_EQ(exported("game_caption_addr.asm"), "TITLE_SHOW_POS = $2021");
     EXPECT_EQ(exported("game_sprite_list.asm"), " .DB $14,$41,$42,$0A\r\n");
-    EXPECT_EQ(exported("game_name_table.bin").substr(96, 3), std::string("HI\0", 3));
+    EXPECT_EQ(exported("game_name_table.bin").substr(96, 3), "HI\0"s);
     // The file has no large cursor of its own: the default one, beside the list.
     EXPECT_EQ(exported("game_big_arrow_data.bin").substr(0, 8), "\x9C\x02\0\x0E\x9C\x03\0\x16"s);
     EXPECT_THAT(exported("game_config.asm"),
@@ -321,8 +308,7 @@ TEST_F(Commands, DesignsReachTheBuild) {
                       HasSubstr("BIG_SPRITE = 1\r\n"), HasSubstr("CAPTION_LENGTH = 9\r\n"),
                       HasSubstr("CURSOR_ARROW_TILE   =  $1F\r\nCURSOR_ARROW_X   =  $16\r\n"
                                 "CURSOR_ARROW_Y   =  $9F\r\n")));
-    const RunResult build = Run("build --design s.fcm -o x.nes good.nes");
-    EXPECT_EQ(build.exitCode, 0) << build.err;
+    Done("build --design s.fcm -o x.nes good.nes");
 }
 
 TEST_F(Commands, DesignsThatCantBeShownAreRefused) {
@@ -350,37 +336,30 @@ TEST_F(Commands, DesignsThatCantBeShownAreRefused) {
                           "31, row 1."));
 }
 
-// One block of the limit is 512 bytes. The larger one stops the ROM, the smaller one the work
-// folder.
-TEST_F(Commands, FullDisks) {
-    const std::string games = Images(8, "big", {128, 0, 4});
-    ExpectRefused("build -o old.nes" + games, "old.nes: File too large",
-                  "trap '' XFSZ; ulimit -f 30000; ");
-    ExpectRefused("build -o old.nes" + games, "nesasm: File too large",
-                  "trap '' XFSZ; ulimit -f 8; ");
-}
-
-TEST_F(Commands, RefusesMoreThanTheBoardHolds) {
-    const std::string arguments = Images(17, "big", {128, 0, 4});
-    ExpectRefused("build -o old.nes" + arguments, "ROM size limit: 32MB(Current: 36.000MB)");
-    EXPECT_EQ(Run("build --board coolgirl -o big.nes" + arguments).exitCode, 0);
+TEST_F(Commands, RefusesMoreThanTheBoardOrTheDiskHolds) {
+    const std::string games = Images(17, "big", {128, 0, 4});
+    ExpectRefused("build -o old.nes" + games, "ROM size limit: 32MB(Current: 36.000MB)");
+    // One block of the limit is 512 bytes. The larger one stops the ROM, the smaller one the work
+    // folder.
+    const std::string build = "build --board coolgirl -o old.nes" + games;
+    ExpectRefused(build, "old.nes: File too large", "trap '' XFSZ; ulimit -f 30000; ");
+    ExpectRefused(build, "nesasm: File too large", "trap '' XFSZ; ulimit -f 8; ");
+    Done(build);
 }
 
 TEST_F(Commands, ACartInTheGamesFolderIsNoGame) {
     Image("games/one.nes", {1, 1, 0}, 1);
-    ASSERT_EQ(Run("build -o games/cart.nes games").exitCode, 0);
-    const RunResult again = Run("build -o games/cart.nes games/");
-    EXPECT_EQ(again.exitCode, 0);
-    EXPECT_THAT(again.err, AllOf(HasSubstr("cart.nes is the output"), HasSubstr("1 game(s)")));
+    Done("build -o games/cart.nes games");
+    EXPECT_THAT(Done("build -o games/cart.nes games/").err,
+                AllOf(HasSubstr("cart.nes is the output"), HasSubstr("1 game(s)")));
 }
 
 TEST_F(Commands, ProblemsNameTheFileAndTheReason) {
     const std::string nobody =
         geteuid() == 0 ? " setpriv --reuid=65534 --regid=65534 --clear-groups" : "";
-    Image("good.nes", {1, 1, 0});
-    Image("locked.nes", {1, 1, 0});
-    Image("folder/locked/game.nes", {1, 1, 0});
-    ASSERT_EQ(Run("design convert --save design=one").exitCode, 0);
+    for (const char* name : {"good.nes", "locked.nes", "folder/locked/game.nes"})
+        Image(name, {1, 1, 0});
+    Done("design convert --save design=one");
     WriteText(folder_ / "big.chr", "");
     std::filesystem::resize_file(folder_ / "big.chr", 20 << 20);
     WriteText(folder_ / "locked.fcl", "[history]\r\n00000_check=1\r\n00000_path=" +
@@ -393,44 +372,43 @@ TEST_F(Commands, ProblemsNameTheFileAndTheReason) {
     permit("home", 0777);
     permit("locked.nes", 0);
     permit("folder/locked", 0);
-    const std::string isFolder = ": This is a folder, not a file";
-    const std::string denied = ": Permission denied";
+    struct Reason {
+        std::string english, chinese;
+    };
+    const Reason isFolder{"This is a folder, not a file", "这是文件夹，不是文件"};
+    const Reason isFile{"This is a file, not a folder", "这是文件，不是文件夹"};
+    const Reason denied{"Permission denied", "没有访问权限"};  // to a user who isn't root
+    const Reason tooLarge{"The file has 20971520 bytes, at most 16777216 are allowed",
+                          "文件为 20971520 字节，最多允许 16777216 字节"};
     const struct {
-        std::string arguments;
-        bool asNobody;
-        std::string english;
-        std::string chinese;
+        std::string arguments, file;
+        const Reason& reason;
     } cases[] = {
-        {"design render one.fcm -o folder", false, "folder.png" + isFolder,
-         "folder.png: 这是文件夹，不是文件"},
-        {"build -o folder.png/folder good.nes", false, "folder.png/folder.nes" + isFolder,
-         "folder.nes: 这是文件夹，不是文件"},
-        {"design convert --load background-tiles=big.chr --save design=new", false,
-         "big.chr: The file has 20971520 bytes, at most 16777216 are allowed",
-         "big.chr: 文件为 20971520 字节，最多允许 16777216 字节"},
-        {"export -d good.nes/x good.nes", false, "good.nes: This is a file, not a folder",
-         "good.nes: 这是文件，不是文件夹"},
-        {"design convert --save texts=new", true, "new.fct" + denied, "new.fct: 没有访问权限"},
-        {"list -o new good.nes", true, "new.fcl" + denied, "new.fcl: 没有访问权限"},
-        {"build -o old.nes locked.nes", true, "locked.nes" + denied, "locked.nes: 没有访问权限"},
-        {"build -o old.nes locked.fcl", true, "locked.nes" + denied, "locked.nes: 没有访问权限"},
-        {"build -o old.nes folder/locked", true, "locked" + denied, "locked: 没有访问权限"},
-        {"build -o old.nes folder", true, "folder/locked" + denied, "folder/locked: 没有访问权限"},
+        {"design render one.fcm -o folder", "folder.png", isFolder},
+        {"build -o folder.png/folder good.nes", "folder.png/folder.nes", isFolder},
+        {"design convert --load background-tiles=big.chr --save design=new", "big.chr", tooLarge},
+        {"export -d good.nes/x good.nes", "good.nes", isFile},
+        {"design convert --save texts=new", "new.fct", denied},
+        {"list -o new good.nes", "new.fcl", denied},
+        {"build -o old.nes locked.nes", "locked.nes", denied},
+        {"build -o old.nes locked.fcl", "locked.nes", denied},
+        {"build -o old.nes folder/locked", "locked", denied},
+        {"build -o old.nes folder", "folder/locked", denied},
     };
     const bool nobodyCan = Run("--version", nobody).exitCode == 0;  // may read the program
-    for (const auto& test : cases) {
-        if (test.asNobody && !nobodyCan) continue;
-        const std::string user = test.asNobody ? nobody : "";
-        ExpectRefused(test.arguments, test.english, user);
-        ExpectRefused(test.arguments, test.chinese, "LC_ALL=zh_CN.UTF-8" + user);
+    for (const auto& [arguments, file, reason] : cases) {
+        const bool asNobody = &reason == &denied;
+        if (asNobody && !nobodyCan) continue;
+        const std::string user = asNobody ? nobody : "";
+        ExpectRefused(arguments, file + ": " + reason.english, user);
+        ExpectRefused(arguments, file + ": " + reason.chinese, "LC_ALL=zh_CN.UTF-8" + user);
     }
     permit("folder/locked", 0755);
 }
 
 TEST_F(Commands, LongListsAreCut) {
     WriteText(folder_ / "long.fcl", "[history]\r\ncount=20001");
-    const RunResult run = Run("list --json long.fcl");
-    EXPECT_EQ(run.exitCode, 0);
+    const RunResult run = Done("list --json long.fcl");
     EXPECT_THAT(run.err, HasSubstr("Warn: The maximum processing limit of the current list is "
                                    "20000 entries, and the excess will be discarded"));
     EXPECT_EQ(Json(run)["games"].Size(), 20000u);
@@ -438,8 +416,7 @@ TEST_F(Commands, LongListsAreCut) {
 
 TEST_F(Commands, ExportsWithoutABuild) {
     Image("good.nes", {1, 1, 0}, 1);
-    const RunResult run = Run("export --board coolgirl --menu-size 256 -d new/folder good.nes");
-    EXPECT_EQ(run.exitCode, 0) << run.err;
+    Done("export --board coolgirl --menu-size 256 -d new/folder good.nes");
     EXPECT_THAT(ReadText(folder_ / "new/folder/game_config.asm"),
                 HasSubstr("BOARD_TYPE = 2\r\nMENU_PRG_SIZE = 16"));
     EXPECT_EQ(ReadText(folder_ / "new/folder/game_list.txt"), "good\r\n");

@@ -25,7 +25,10 @@ void WriteWhereNothingIs() {
     *reinterpret_cast<volatile int*>(address) = 1;  // NOLINT(performance-no-int-to-ptr)
 }
 
-void Die(const std::string& how) {
+}  // namespace
+
+int main(int, char** values) {
+    bw::InstallCrashHandler();
     const std::map<std::string, std::function<void()>> ways{
         {"access", WriteWhereNothingIs},
         {"stack", [] { Deeper(1); }},
@@ -33,23 +36,12 @@ void Die(const std::string& how) {
         {"abort", [] { std::abort(); }},
         {"bus", [] { std::raise(SIGBUS); }},
         {"number", [] { std::raise(SIGFPE); }},
-        {"instruction", [] { std::raise(SIGILL); }}};
-    ways.at(how)();
-}
-
-}  // namespace
-
-int main(int count, char** values) {
-    bw::InstallCrashHandler();
-    const std::string how = count > 1 ? values[1] : "";
-    if (how != "thread-stack") {
-        Die(how);
-        return 0;
-    }
-    std::thread thread([] {
-        const bw::CrashStack stack;
-        Die("stack");
-    });
-    thread.join();
-    return 0;
+        {"instruction", [] { std::raise(SIGILL); }},
+        {"thread-stack", [] {
+             std::jthread thread([] {
+                 const bw::CrashStack stack;
+                 Deeper(1);
+             });
+         }}};
+    ways.at(values[1])();
 }

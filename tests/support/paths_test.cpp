@@ -30,23 +30,20 @@ TEST(Paths, ExtensionIgnoresCaseAndFolders) {
 }
 
 TEST(Paths, AbsoluteAndRelativeAreInverse) {
-    struct Case {
-        const char *absolute, *base, *relative;
-    };
-    for (const Case& c : {Case{"/a/roms/Game.nes", "/a", "roms/Game.nes"},
-                          Case{"/a/roms/Game.nes", "/a/", "roms/Game.nes"},
-                          Case{"/b/Game.nes", "/a/tool", "../../b/Game.nes"}}) {
-        EXPECT_EQ(RelativePath(c.absolute, c.base), c.relative);
-        EXPECT_EQ(AbsolutePath(c.relative, c.base), c.absolute);
+    const char* const cases[][3] = {{"/a/roms/Game.nes", "/a", "roms/Game.nes"},
+                                    {"/a/roms/Game.nes", "/a/", "roms/Game.nes"},
+                                    {"/b/Game.nes", "/a/tool", "../../b/Game.nes"}};
+    for (const auto& [absolute, base, relative] : cases) {
+        EXPECT_EQ(RelativePath(absolute, base), relative);
+        EXPECT_EQ(AbsolutePath(relative, base), absolute);
     }
     EXPECT_EQ(AbsolutePath("/x/../y/./Game.nes", "/a"), "/y/Game.nes");
     EXPECT_EQ(RelativePath("Game.nes", "/a"), "Game.nes") << "no form exists: as given";
 }
 
 TEST(Paths, PathsThatAreNoUtf8SurviveAsText) {
-    for (const char* path : {"/roms/\xFF.nes", "/\xC3\xA9/\xE9\x9B.nes", "/\xF0\x9F\x8E\xAE\x80"}) {
+    for (const char* path : {"/roms/\xFF.nes", "/\xC3\xA9/\xE9\x9B.nes", "/\xF0\x9F\x8E\xAE\x80"})
         EXPECT_EQ(TextPath(PathText(path)).native(), path);
-    }
     EXPECT_EQ(ToUtf8(PathText("/roms/\xFF.nes")), "/roms/\uFFFD.nes") << "for people";
     EXPECT_EQ(TextPath(u"/\u9B42\xD800.nes").native(), "/\xE9\xAD\x82\xEF\xBF\xBD.nes");
 }
@@ -63,10 +60,8 @@ TEST(Paths, UsersFilesMoveWithTheirVariables) {
         EXPECT_EQ(UserConfigFolder(), "/etc/user/bankweaver");
     }
     const EnvironmentVariable moved("BANKWEAVER_HOME", "/trial");
-    const auto below = [](const std::filesystem::path& path) {
-        return path.native().starts_with("/trial/");
-    };
-    EXPECT_TRUE(below(UserConfigFolder()) && below(UserScratchFolder()) && below(WorkFolder()));
+    for (const auto& path : {UserConfigFolder(), UserScratchFolder(), WorkFolder()})
+        EXPECT_TRUE(path.native().starts_with("/trial/")) << path;
     EXPECT_NE(UserConfigFolder(), UserScratchFolder());
 }
 
@@ -75,9 +70,8 @@ TEST(Paths, OnlyOldWorkFoldersAreAbandoned) {
     const EnvironmentVariable moved("BANKWEAVER_HOME", home.Path().c_str());
     const std::filesystem::path old = WorkFolder().parent_path() / "1";
     const std::filesystem::path recent = WorkFolder().parent_path() / "2";
-    for (const auto& folder : {old, recent}) {
+    for (const auto& folder : {old, recent})
         std::filesystem::create_directories(folder / "menu");
-    }
     std::filesystem::last_write_time(
         old, std::filesystem::file_time_type::clock::now() - std::chrono::hours(25));
     RemoveAbandonedWorkFolders();

@@ -17,56 +17,42 @@ using namespace std::chrono_literals;
 // Long enough for a loaded machine; no test waits for it to pass.
 constexpr auto kPatience = 60s;
 
-struct Outcome {
-    std::string output;
-    int status = 0;
-};
+using Outcome = std::pair<std::string, int>;
 
-Outcome Shell(const std::string& script, const std::filesystem::path& folder = "/") {
+// What a program writes, and its exit status.
+Outcome Run(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+            const std::filesystem::path& folder = "/") {
     Process process;
-    EXPECT_TRUE(process.Start("/bin/sh", {"-c", script}, folder));
+    EXPECT_TRUE(process.Start(program, arguments, folder));
     const std::string output = process.ReadOutput(kPatience);
     return {output, process.ExitStatus(kPatience)};
+}
+Outcome Shell(const std::string& script) {
+    return Run("/bin/sh", {"-c", script});
 }
 
 bool Exists(pid_t process) {
     return kill(process, 0) == 0 || errno != ESRCH;
 }
 
-size_t OpenDescriptors() {
-    return static_cast<size_t>(
-        std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}));
-}
-
 TEST(Process, OutputOfBothStreamsAndExitStatus) {
-    const Outcome outcome = Shell("echo one; echo two >&2; printf three; exit 37");
-    EXPECT_EQ(outcome.output, "one\ntwo\nthree");
-    EXPECT_EQ(outcome.status, 37);
-    EXPECT_EQ(Shell("").status, 0);
-    EXPECT_EQ(Shell("exec >&- 2>&-; sleep 0.2; exit 4").status, 4) << "closed before its end";
-    EXPECT_EQ(Shell("kill -KILL $$").status, -1);
-}
-
-TEST(Process, ArgumentsArriveAsTheyAre) {
-    Process process;
-    const std::vector<std::string> arguments = {"[%s]", "", "a b", "\"$HOME\"", "\\'*\n"};
-    ASSERT_TRUE(process.Start("/usr/bin/printf", arguments, "/"));
-    EXPECT_EQ(process.ReadOutput(kPatience), "[][a b][\"$HOME\"][\\'*\n]");
+    EXPECT_EQ(Shell("echo one; echo two >&2; printf three; exit 37"),
+              Outcome("one\ntwo\nthree", 37));
+    EXPECT_EQ(Shell("exec >&- 2>&-; sleep 0.2; exit 4").second, 4) << "closed before its end";
+    EXPECT_EQ(Shell("kill -KILL $$").second, -1);
+    EXPECT_EQ(Run("/usr/bin/printf", {"[%s]", "", "a b", "\"$HOME\"", "\\'*\n"}),
+              Outcome("[][a b][\"$HOME\"][\\'*\n]", 0));
 }
 
 TEST(Process, ProgramIsFoundFromHereAndRunsThere) {
     const TemporaryFolder folder;
-    EXPECT_EQ(Shell("pwd", folder.Path()).output, folder.Path().string() + "\n");
-
     const auto start = std::filesystem::current_path();
     std::filesystem::create_directory(folder / "tools");
     std::filesystem::copy_file("/bin/sh", folder / "tools/shell");
     std::filesystem::current_path(folder.Path());
-    Process process;
-    EXPECT_TRUE(process.Start("tools/shell", {"-c", "pwd"}, "/usr"));
-    EXPECT_EQ(process.ReadOutput(kPatience), "/usr\n");
-    EXPECT_TRUE(process.Start("./tools/shell", {"-c", "pwd"}, "")) << "no folder: the program's";
-    EXPECT_EQ(process.ReadOutput(kPatience), (folder / "tools").string() + "\n");
+    EXPECT_EQ(Run("tools/shell", {"-c", "pwd"}, "/usr").first, "/usr\n");
+    EXPECT_EQ(Run("./tools/shell", {"-c", "pwd"}, "").first, (folder / "tools").string() + "\n")
+        << "no folder: the program's";
     std::filesystem::current_path(start);
 }
 
@@ -85,7 +71,7 @@ TEST(Process, WhatCannotStartIsSaidAtOnce) {
 TEST(Process, LargeOutputArrivesWholeUpToTheLimit) {
     const std::string script =
         "i=0; while [ $i -lt 3000 ]; do printf '%0100d' $i; i=$((i+1)); done";
-    EXPECT_EQ(Shell(script).output.size(), 300'000u) << "more than a pipe holds";
+    EXPECT_EQ(Shell(script).first.size(), 300'000u) << "more than a pipe holds";
     Process process;
     ASSERT_TRUE(process.Start("/bin/sh", {"-c", script + "; exit 5"}, "/"));
     EXPECT_EQ(process.ReadOutput(kPatience, 100'001).size(), 100'001u);
@@ -122,14 +108,17 @@ TEST(Process, HangingChildIsGivenUpKilledAndCollected) {
 
 TEST(Process, ChildStartsWithFreshSignalsAndNoInput) {
     const auto old = std::signal(SIGPIPE, SIG_IGN);
-    EXPECT_EQ(Shell("kill -PIPE $$; echo alive").output, "");
+    EXPECT_EQ(Shell("kill -PIPE $$; echo alive").first, "");
     std::signal(SIGPIPE, old);
-    EXPECT_EQ(Shell("cat; echo end").output, "end\n");
+    EXPECT_EQ(Shell("cat; echo end").first, "end\n");
 }
 
 // A handle that stays open in the parent or a later child keeps a pipe from ever ending.
 TEST(Process, NothingStaysOpen) {
-    const size_t before = OpenDescriptors();
+    const auto openDescriptors = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+    };
+    const auto before = openDescriptors();
     for (int i = 0; i < 3; ++i) {
         Process first, second, missing;
         ASSERT_TRUE(first.Start("/bin/sh", {"-c", "echo first"}, "/"));
@@ -139,7 +128,7 @@ TEST(Process, NothingStaysOpen) {
         EXPECT_TRUE(first.Start("/bin/sh", {"-c", "ls /proc/self/fd"}, "/")) << "used again";
         EXPECT_EQ(first.ReadOutput(kPatience), "0\n1\n2\n3\n") << "3 is the listed folder";
     }
-    EXPECT_EQ(OpenDescriptors(), before);
+    EXPECT_EQ(openDescriptors(), before);
 }
 
 }  // namespace
