@@ -1,49 +1,27 @@
-// The small dialogs: what they store and when, how they end, what they send.
-#include <QCheckBox>
-#include <QLabel>
+// The small dialogs: what they store and when, how they end, what they send; and the file dialogs.
+#include <QComboBox>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
-#include <optional>
-#include <vector>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "shell/dialogs/about_dialog.h"
-#include "shell/dialogs/close_dialog.h"
 #include "shell/dialogs/export_settings_dialog.h"
 #include "shell/dialogs/extern_menu_dialog.h"
 #include "shell/dialogs/message_dialog.h"
+#include "shell/dialogs/qt_user_dialogs.h"
 #include "shell/dialogs/rename_dialog.h"
-#include "shell/framework/commands.h"
-#include "shell/qt_testing.h"
-#include "shell/scripted_dialogs.h"
-#include "support/text.h"
+#include "shell/main_window.h"
 
 namespace bw {
 namespace {
 
 using testing::ElementsAre;
 
-class SmallDialogs : public testing::Test {
-  protected:
-    std::optional<uint32_t> Number(const char* name) const {
-        uint32_t value = 0;
-        return store->RegReadDword(kMainKey, name, value) ? std::optional(value) : std::nullopt;
-    }
-    std::optional<std::u16string> Text(const char* name) const {
-        std::u16string value;
-        return store->RegReadString(kMainKey, name, value) ? std::optional(value) : std::nullopt;
-    }
-    void Store(const char* name, uint32_t value) {
-        ASSERT_TRUE(store->RegWriteDword(kMainKey, name, value));
-    }
-
-    std::unique_ptr<SettingsStore> store = MakeMemoryStore();
-};
+// Beside a main window that isn't there.
+using SmallDialogs = MainWindow;
 
 void Click(QWidget& window, int id) {
     ControlOf<QAbstractButton>(window, id).click();
@@ -60,23 +38,30 @@ TEST(MessageDialog, EndsWithTheCodeOfItsButtonAndWithTwoByTheFrame) {
     const auto press = [](int key) {
         return [key](QWidget& window) { QTest::keyClick(window.focusWidget(), Qt::Key(key)); };
     };
-    const auto click = [](int id) { return [id](QWidget& window) { Click(window, id); }; };
-    QWidget inTray;
+    CAboutDialog main(Language::kEnglish);
+    CAboutDialog inTray(Language::kEnglish, &main);
+    const auto clickYes = [&](QWidget& window) {
+        main.PostLanguage(Language::kChinese);
+        EXPECT_EQ(main.UiLanguage(), Language::kEnglish) << "posted, not sent";
+        RunEvents();  // it reaches all that a window owns
+        EXPECT_EQ(main.UiLanguage(), Language::kChinese);
+        EXPECT_EQ(ControlOf<QPushButton>(window, kEndYes).text(), QStringLiteral("是"));
+        EXPECT_EQ(window.windowTitle(), QStringLiteral("Caption"));
+        Click(window, kEndYes);
+    };
     EXPECT_EQ(Ask(kConfirm, press(Qt::Key_Return)), kEndOk);
-    EXPECT_EQ(Ask(kYesNo, click(kEndYes), &inTray), kEndYes);
-    EXPECT_EQ(Ask(kYesNo, click(kEndNo)), kEndNo);
+    EXPECT_EQ(Ask(kYesNo, clickYes, &inTray), kEndYes);
+    EXPECT_EQ(Ask(kYesNo, [](QWidget& window) { Click(window, kEndNo); }), kEndNo);
     EXPECT_EQ(Ask(kYesNo, press(Qt::Key_Escape)), kEndCancel);
     EXPECT_EQ(Ask(kConfirm, [](QWidget& window) { window.close(); }), kEndCancel);
 }
 
 TEST(MessageDialog, LongTextsScrollAndShortOnesTakeLittleRoom) {
-    std::u16string lines;
-    for (int i = 0; i < 300; ++i)
-        lines += u"A line that is to be read to its end.\r\n";
-    std::vector<QSize> sizes;
-    for (const std::u16string& text : {lines, std::u16string(u"Text")}) {
+    const QString lines = QStringLiteral("A line that is to be read to its end.\r\n").repeated(300);
+    std::vector<int> heights;
+    for (const QString& text : {lines, QStringLiteral("Text")}) {
         const auto look = [&](QWidget& window) {
-            sizes.push_back(window.size());
+            heights.push_back(window.height());
             auto& edit = ControlOf<QPlainTextEdit>(window, 1083);
             EXPECT_EQ(edit.verticalScrollBar()->maximum() > 0, text == lines);
             edit.setFocus();
@@ -84,43 +69,9 @@ TEST(MessageDialog, LongTextsScrollAndShortOnesTakeLittleRoom) {
             EXPECT_NE(window.focusWidget(), &edit);
             window.close();
         };
-        Ask(MessageButtons::kConfirm, look, nullptr, text);
+        Ask(MessageButtons::kConfirm, look, nullptr, FromQt(text));
     }
-    EXPECT_LT(sizes[1].height(), sizes[0].height() / 2);
-}
-
-TEST(MessageDialog, TakesAnotherLanguageWhileItIsOpen) {
-    CAboutDialog owner(Language::kEnglish);
-    const auto change = [&](QWidget& window) {
-        owner.PostLanguage(Language::kChinese);
-        RunEvents();
-        EXPECT_EQ(ControlOf<QPushButton>(window, kEndYes).text(), QStringLiteral("是"));
-        EXPECT_EQ(window.windowTitle(), QStringLiteral("Caption"));
-        window.close();
-    };
-    Ask(MessageButtons::kYesNo, change, &owner);
-}
-
-TEST_F(SmallDialogs, TheCloseQuestionStoresItsBoxAtOnceAndTheAnswerWithIt) {
-    CCloseDialog dialog(*store, Language::kEnglish);
-    const auto click = [&](std::initializer_list<int> ids) {
-        WhenModal([ids = std::vector(ids)](QWidget& window) {
-            for (const int id : ids)
-                Click(window, id);
-            window.close();
-        });
-        return dialog.DoModal();
-    };
-    EXPECT_EQ(click({1027}), kEndOk);
-    EXPECT_EQ(Number("CloseState"), 1u);
-    EXPECT_EQ(Number("Remember"), std::nullopt);
-    // Ticked and left by the frame: the tick stays, and so does the answer of before.
-    EXPECT_EQ(click({1026}), kEndCancel);
-    EXPECT_EQ(Number("Remember"), 1u);
-    EXPECT_EQ(Number("CloseState"), 1u);
-    EXPECT_EQ(click({1026, 1028}), kEndOk);
-    EXPECT_EQ(Number("Remember"), 0u);
-    EXPECT_EQ(Number("CloseState"), 0u);
+    EXPECT_LT(heights[1], heights[0] / 2);
 }
 
 TEST_F(SmallDialogs, ExportSettingsShowWhatIsStoredAndStoreEachClick) {
@@ -131,7 +82,7 @@ TEST_F(SmallDialogs, ExportSettingsShowWhatIsStoredAndStoreEachClick) {
     dialog.ShowModeless();
     EXPECT_TRUE(checked(1085) && checked(1091));
     Click(dialog, 1084);
-    EXPECT_EQ(Number("ExportRomType"), 0u);
+    EXPECT_EQ(Stored("ExportRomType"), 0u);
     EXPECT_TRUE(checked(1091)) << "the groups are apart";
     // The arrow keys choose as a click does.
     EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
@@ -139,7 +90,7 @@ TEST_F(SmallDialogs, ExportSettingsShowWhatIsStoredAndStoreEachClick) {
     size.setFocus();
     QTest::keyClick(&size, Qt::Key_Left);
     EXPECT_TRUE(checked(1090));
-    EXPECT_EQ(Number("ExportPrgSize"), 1u);
+    EXPECT_EQ(Stored("ExportPrgSize"), 1u);
     Click(dialog, kEndOk);
     RunEvents();
     EXPECT_FALSE(dialog.IsOpen());
@@ -149,100 +100,85 @@ TEST_F(SmallDialogs, ExportSettingsShowWhatIsStoredAndStoreEachClick) {
 }
 
 TEST_F(SmallDialogs, TheMenuPathIsStoredByChoosingAndByClosingInAnyWay) {
-    ScriptedDialogs files;
-    files.menuFile = "/menus/\xFF/new.asm";
+    dialogs.menuFile = "/menus/\xFF/new.asm";
     store->RegWriteString(kMainKey, "ExternMenuPath", u"/old/menu.nes");
-    CExtrenMenuDialog dialog(*store, files, Language::kEnglish);
+    CExtrenMenuDialog dialog(*store, dialogs, Language::kEnglish);
     auto& path = ControlOf<QLineEdit>(dialog, 1091);
     dialog.ShowModeless();
     EXPECT_EQ(path.text(), QStringLiteral("/old/menu.nes"));
     Click(dialog, 1092);
-    EXPECT_THAT(files.starts, ElementsAre("/old"));
-    EXPECT_EQ(Text("ExternMenuPath"), PathText(*files.menuFile)) << "stored at once";
-    files.menuFile.reset();
+    EXPECT_THAT(dialogs.starts, ElementsAre("/old"));
+    EXPECT_EQ(StoredText(*store, "ExternMenuPath"), PathText(*dialogs.menuFile))
+        << "stored at once";
+    dialogs.menuFile.reset();
     Click(dialog, 1092);
     EXPECT_NE(path.text(), QString()) << "the user gave up";
     path.setText(QStringLiteral("by hand"));
     Click(dialog, kEndOk);
     RunEvents();
-    EXPECT_EQ(Text("ExternMenuPath"), u"by hand");
+    EXPECT_EQ(StoredText(*store, "ExternMenuPath"), u"by hand");
     dialog.ShowModeless();
     path.setText(QStringLiteral("left by Escape"));
     QTest::keyClick(&path, Qt::Key_Escape);
     RunEvents();
     EXPECT_FALSE(dialog.IsOpen());
-    EXPECT_EQ(Text("ExternMenuPath"), u"left by Escape");
+    EXPECT_EQ(StoredText(*store, "ExternMenuPath"), u"left by Escape");
 }
 
 // Stands for the main window: keeps the records and the commands that it gets.
 class Window : public MessageTarget {
   public:
-    struct Got {
-        int message;
-        FindRecord record;
-    };
-    std::vector<Got> got;
-    int stops = 0;
+    std::vector<std::string> got;
 
   protected:
-    const MessageTable& Table() const override {
-        static const MessageEntry entries[] = {
-            OnMessage(kMessageFindNext, &Window::Keep<kMessageFindNext>),
-            OnMessage(kMessageReplace, &Window::Keep<kMessageReplace>),
-            OnMessage(kMessageReplaceAll, &Window::Keep<kMessageReplaceAll>),
-            OnCommand(kCommandStopTask, &Window::Stop),
-        };
-        static const MessageTable table{entries};
-        return table;
-    }
+    const MessageTable& Table() const override { return table_; }
 
   private:
-    template <int kMessage>
-    MessageResult Keep(MessageParam wParam, MessageParam lParam) {
-        EXPECT_EQ(wParam, 0);
-        got.push_back({kMessage, *reinterpret_cast<const FindRecord*>(lParam)});
+    MessageEntry Keep(int message, std::string name) {
+        const auto keep = [this, name](MessageTarget&, MessageParam, MessageParam lParam) {
+            const auto& record = *reinterpret_cast<const FindRecord*>(lParam);
+            got.push_back(name + ": " + ToUtf8(record.find) + "|" + ToUtf8(record.replace) +
+                          (record.regex ? "|regex" : "") + (record.onlyChecked ? "|checked" : ""));
+            return 1;
+        };
+        return {keep, message};
+    }
+    MessageResult Stop(MessageParam, MessageParam) {
+        got.emplace_back("stop");
         return 1;
     }
-    MessageResult Stop(MessageParam, MessageParam) { return ++stops; }
+
+    const MessageEntry entries_[4] = {
+        Keep(kMessageFindNext, "find"), Keep(kMessageReplace, "replace"),
+        Keep(kMessageReplaceAll, "replace all"), OnCommand(kCommandStopTask, &Window::Stop)};
+    const MessageTable table_{entries_};
 };
 
 TEST_F(SmallDialogs, FindAndReplaceSendsItsFieldsAndKeepsThem) {
-    Window window;
-    CRenameDialog dialog(*store, window, Language::kEnglish);
+    Window main;
+    CRenameDialog dialog(*store, main, Language::kEnglish);
     dialog.ShowModeless();
     auto& find = ControlOf<QLineEdit>(dialog, 1032);
-    EXPECT_EQ(find.text(), QStringLiteral("^\\d+\\."));
     QTest::keyClick(&find, Qt::Key_Return);
-    ASSERT_EQ(window.got.size(), 1u);
-    EXPECT_EQ(window.got[0].message, kMessageReplaceAll);
-    EXPECT_FALSE(window.got[0].record.regex || window.got[0].record.onlyChecked);
-
     find.setText(QStringLiteral("a b "));
     ControlOf<QLineEdit>(dialog, 1033).setText(QStringLiteral("$1中"));
-    for (const int id : {1035, 1045, 1042, 1043})  // expression, checked ones, find, replace
+    for (const int id : {1035, 1045, 1042, 1043, 40031})
         Click(dialog, id);
-    ASSERT_EQ(window.got.size(), 3u);
-    EXPECT_EQ(window.got[1].message, kMessageFindNext);
-    EXPECT_EQ(window.got[2].message, kMessageReplace);
-    const FindRecord& record = window.got[2].record;
-    EXPECT_EQ(record.find, u"a b ");
-    EXPECT_EQ(record.replace, u"$1中");
-    EXPECT_TRUE(record.regex && record.onlyChecked);
-
-    EXPECT_EQ(Text("Search"), std::nullopt) << "stored at closing only";
+    const std::string fields = "a b |$1中|regex|checked";
+    EXPECT_THAT(main.got, ElementsAre("replace all: ^\\d+\\.|", "find: " + fields,
+                                      "replace: " + fields, "replace all: " + fields));
+    EXPECT_EQ(StoredText(*store, "Search"), std::nullopt) << "stored at closing only";
     QTest::keyClick(&find, Qt::Key_Escape);
     RunEvents();
-    CRenameDialog next(*store, window, Language::kChinese);
+    CRenameDialog next(*store, main, Language::kChinese);
     next.ShowModeless();
-    EXPECT_EQ(ControlOf<QLineEdit>(next, 1032).text(), QStringLiteral("a b "));
-    EXPECT_EQ(ControlOf<QLineEdit>(next, 1033).text(), QStringLiteral("$1中"));
-    EXPECT_TRUE(ControlOf<QRadioButton>(next, 1035).isChecked());
-    EXPECT_TRUE(ControlOf<QCheckBox>(next, 1045).isChecked());
+    Click(next, 1042);
+    EXPECT_EQ(main.got.back(), "find: " + fields);
 }
 
 TEST_F(SmallDialogs, FindAndReplaceTellsOfProblemsAndOfASearchThatTakesTime) {
-    Window window;
-    CRenameDialog dialog(*store, window, Language::kEnglish);
+    Window main;
+    CRenameDialog dialog(*store, main, Language::kEnglish);
     dialog.ShowModeless();
     auto& findNext = ControlOf<QPushButton>(dialog, 1042);
     auto& stop = ControlOf<QPushButton>(dialog, kCommandStopTask);
@@ -254,17 +190,66 @@ TEST_F(SmallDialogs, FindAndReplaceTellsOfProblemsAndOfASearchThatTakesTime) {
     findNext.setFocus();
     dialog.SetBusy(true);
     Click(dialog, 1042);
-    EXPECT_TRUE(window.got.empty()) << "one search at a time";
+    EXPECT_TRUE(main.got.empty()) << "one search at a time";
     EXPECT_FALSE(stop.isVisible()) << "most are over before anybody sees it";
     EXPECT_TRUE(QTest::qWaitFor([&] { return stop.isVisible(); }));
     EXPECT_EQ(dialog.focusWidget(), &stop);
     QTest::keyClick(&stop, Qt::Key_Space);
-    EXPECT_EQ(window.stops, 1);
+    EXPECT_THAT(main.got, ElementsAre("stop"));
     dialog.SetBusy(false);
     EXPECT_FALSE(stop.isVisible());
     EXPECT_EQ(dialog.focusWidget(), &findNext);
     Click(dialog, 1042);
-    EXPECT_EQ(window.got.size(), 1u);
+    EXPECT_EQ(main.got.size(), 2u);
+}
+
+class FileDialogs : public testing::Test {
+  protected:
+    // Types a name into the file dialog that opens next, and answers the question whether to
+    // replace the file that it leads to.
+    void Type(const QString& name, int typesDown = 0, std::optional<int> answer = {},
+              const std::function<void()>& then = {}) {
+        WhenModal([=, this](QWidget& modal) {
+            if (answer) {
+                WhenModal([=](QWidget& question) {
+                    if (then) then();
+                    dynamic_cast<QDialog&>(question).done(*answer);
+                });
+            }
+            start_ = dynamic_cast<QFileDialog&>(modal).directory().absolutePath();
+            auto* types = modal.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+            for (int i = 0; i < typesDown; ++i)
+                QTest::keyClick(types, Qt::Key_Down);
+            modal.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(name);
+            dynamic_cast<QDialog&>(modal).accept();
+        });
+    }
+
+    TemporaryFolder folder_;
+    QWidget window_;
+    QtUserDialogs dialogs_{window_, folder_.Path(), [] { return Language::kEnglish; }};
+    QString start_;
+};
+
+TEST_F(FileDialogs, CompleteTheNameByTheTypeAndRememberIt) {
+    Type(QStringLiteral("cart"), 2);
+    const auto first = dialogs_.AskOutput(folder_ / "gone");
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first->path, folder_ / "cart.bin");
+    EXPECT_EQ(first->format, RomFormat::kBinary);
+    EXPECT_EQ(start_.toStdString(), folder_.Path()) << "in place of a folder that isn't there";
+    Type(QStringLiteral("other"));
+    EXPECT_EQ(dialogs_.AskOutput(folder_.Path())->path, folder_ / "other.bin");
+    Type(QStringLiteral("games.txt"));
+    EXPECT_EQ(dialogs_.AskListToSave(folder_.Path()), folder_ / "games.txt.fcl");
+}
+
+TEST_F(FileDialogs, ReplaceNothingUnasked) {
+    test::WriteText(folder_ / "my.list.fcl", "");
+    Type(QStringLiteral("my.list"), 0, kEndNo, [&] { Type(QStringLiteral("next")); });
+    EXPECT_EQ(dialogs_.AskListToSave(folder_.Path()), folder_ / "next.fcl");
+    Type(QStringLiteral("my.list"), 0, kEndYes);
+    EXPECT_EQ(dialogs_.AskListToSave(folder_.Path()), folder_ / "my.list.fcl");
 }
 
 }  // namespace

@@ -1,13 +1,8 @@
 // Messages, dialogs as such, the queue to the window's thread.
-#include <QCheckBox>
-#include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <array>
-#include <atomic>
-#include <future>
 #include <thread>
 #include <vector>
 
@@ -31,13 +26,10 @@ class Recorder : public CDialogBase {
   public:
     explicit Recorder(QWidget* parent = nullptr) : CDialogBase(Language::kEnglish, parent) {
         AddControl(kEdit, edit_);
-        AddControl(kButton, button_);
         layout_.addWidget(&edit_);
-        layout_.addWidget(&button_);
     }
     std::vector<std::pair<MessageParam, MessageParam>> got;
 
-    using CDialogBase::GetText;
     using CDialogBase::SetStartSize;
 
   protected:
@@ -50,7 +42,7 @@ class Recorder : public CDialogBase {
         static const MessageTable table{entries, &BaseTable()};
         return table;
     }
-    void ApplyTexts() override { SetTextId(kButton, TextId::kAnswerConfirm); }
+    void ApplyTexts() override {}
 
   private:
     template <MessageResult kResult>
@@ -61,7 +53,6 @@ class Recorder : public CDialogBase {
 
     QVBoxLayout layout_{this};
     QLineEdit edit_;
-    QPushButton button_;
 };
 
 TEST(Messages, GoOnUntilAHandlerTakesThem) {
@@ -109,21 +100,6 @@ TEST(Dialogs, EscapeAndTheCloseBoxCloseWithParametersOfZero) {
     EXPECT_THAT(dialog.got, ElementsAre(std::pair(0, 0), std::pair(0, 0)));
 }
 
-TEST(Dialogs, ALanguageReachesAllThatAWindowOwns) {
-    Recorder main;
-    Recorder child(&main);
-    Recorder grandchild(&child);
-    Recorder stranger;
-    child.ShowModeless();
-    main.PostLanguage(Language::kChinese);
-    EXPECT_EQ(main.UiLanguage(), Language::kEnglish) << "posted, not sent";
-    RunEvents();
-    EXPECT_EQ(main.UiLanguage(), Language::kChinese);
-    EXPECT_EQ(child.GetText(kButton), u"确定");
-    EXPECT_EQ(grandchild.UiLanguage(), Language::kChinese);
-    EXPECT_EQ(stranger.UiLanguage(), Language::kEnglish);
-}
-
 TEST(Dialogs, OpenInTheMiddleOfTheParentAndStayOnTheScreen) {
     const QRect work = QApplication::primaryScreen()->availableGeometry();
     QWidget parent;
@@ -150,46 +126,18 @@ TEST(Dialogs, OpenInTheMiddleOfTheParentAndStayOnTheScreen) {
 }
 
 TEST(Queue, RunsTheWorkOfSeveralThreadsInTheOrderOfEach) {
-    constexpr int kThreads = 4;
-    constexpr int kEach = 500;
+    constexpr std::array kAll = {500, 500, 500, 500};
     UiQueue queue;
-    std::array<int, kThreads> next{};  // guarded by the queue alone
-    int ran = 0;
+    std::array<int, 4> next{};  // guarded by the queue alone
     std::vector<std::jthread> threads;
     for (int& mine : next) {
         threads.emplace_back([&] {
-            for (int i = 0; i < kEach; ++i) {
-                queue.Post([&, i] {
-                    EXPECT_EQ(mine++, i);
-                    ++ran;
-                });
-            }
+            for (int i = 0; i < kAll[0]; ++i)
+                queue.Post([&, i] { EXPECT_EQ(mine++, i); });
         });
     }
-    while (ran < kThreads * kEach)
+    while (next != kAll)
         RunEvents();
-}
-
-TEST(Queue, AnswersAThreadOrEndsItsWaiting) {
-    UiQueue queue;
-    const auto window = std::this_thread::get_id();
-    std::atomic<bool> answered = false;
-    std::promise<void> noMoreEvents;
-    std::jthread asking([&] {
-        const auto answer = queue.Call([&] { return std::this_thread::get_id() == window; });
-        EXPECT_EQ(answer, true);
-        answered = true;
-        noMoreEvents.get_future().wait();
-        // Waiting as the queue closes, and asking one that is closed.
-        EXPECT_FALSE(queue.Call([] { return std::u16string(u"never"); }));
-        EXPECT_FALSE(queue.Call([] { return 1; }));
-    });
-    while (!answered)
-        RunEvents();
-    noMoreEvents.set_value();
-    queue.Close();
-    asking.join();
-    RunEvents();
 }
 
 TEST(Queue, WorkMayCloseTheQueueOrDestroyIt) {

@@ -1,51 +1,38 @@
 // The main window: commands by id, menu and button; languages; closing; the tray; its place.
 #include <QLineEdit>
 #include <QMenu>
-#include <QMenuBar>
 #include <QPushButton>
 #include <algorithm>
-#include <set>
 
 #include "language/language_table.h"
-#include "list/search/name_search.h"
 #include "shell/framework/messages.h"
 #include "shell/list/game_list_view.h"
 #include "shell/main/button_column.h"
 #include "shell/main/menu_rows.h"
 #include "shell/main/placement.h"
 #include "shell/main_window.h"
-#include "shell/qt_testing.h"
 
 namespace bw {
 namespace {
 
+using testing::ElementsAre;
+using testing::EndsWith;
+
 class MainDialog : public MainWindow {};
 
-struct ListCommand {
-    int id;
-    const char* before;  // games with a star get checked first
-    const char* after;
-};
-const ListCommand kListCommands[] = {
-    {kCommandMoveUp, "ABC*D", "AC*BD"},
-    {kCommandMoveUp, "A*BC*D", "A*BC*D"},
-    {kCommandMoveDown, "A*BC*D", "BA*DC*"},
-    {kCommandMoveTop, "ABC*D*", "C*D*AB"},
-    {kCommandMoveBottom, "A*BC*D", "BDA*C*"},
-    {kCommandSelectAll, "AB*CD", "A*B*C*D*"},
-    {kCommandSelectInverse, "AB*CD", "A*BC*D*"},
-    {kCommandRemove, "A*BC*D", "BD"},
-    {kCommandClear, "A*BCD", ""},
+// Before and after it; games with a star get checked first.
+const std::tuple<int, std::string, std::string> kListCommands[] = {
+    {kCommandMoveUp, "ABC*D", "AC*BD"},       {kCommandMoveDown, "A*BC*D", "BA*DC*"},
+    {kCommandMoveTop, "ABC*D*", "C*D*AB"},    {kCommandMoveBottom, "A*BC*D", "BDA*C*"},
+    {kCommandSelectAll, "AB*CD", "A*B*C*D*"}, {kCommandSelectInverse, "AB*CD", "A*BC*D*"},
+    {kCommandRemove, "A*BC*D", "BD"},         {kCommandClear, "A*BCD", ""},
 };
 
 TEST_F(MainDialog, ListCommandsWorkAndCanBeTakenBack) {
     const auto files = Images(4);
-    for (const ListCommand& command : kListCommands) {
-        SCOPED_TRACE(std::string(command.before) + " " + std::to_string(command.id));
-        store = MakeMemoryStore();
-        Store("Language", kCommandEnglish);
+    for (const auto& [id, before, after] : kListCommands) {
+        SCOPED_TRACE(before + " " + std::to_string(id));
         Start(files);
-        const std::string before = command.before;
         int row = -1;
         QAbstractItemModel& model = *Table().model();
         for (const char letter : before) {
@@ -54,14 +41,13 @@ TEST_F(MainDialog, ListCommandsWorkAndCanBeTakenBack) {
         }
         ASSERT_EQ(List(), before);
         dialogs.answers = {kEndYes};
-        Widget<QPushButton>(("control_" + std::to_string(command.id)).c_str()).click();
-        EXPECT_EQ(List(), command.after);
-        const bool checks = command.id == kCommandSelectAll || command.id == kCommandSelectInverse;
-        if (checks || List() == before) continue;
+        ControlOf<QPushButton>(*window, id).click();
+        EXPECT_EQ(List(), after);
+        if (id == kCommandSelectAll || id == kCommandSelectInverse) continue;
         Entry(kCommandUndo).trigger();
         EXPECT_EQ(List(), before);
         Entry(kCommandRedo).trigger();
-        EXPECT_EQ(List(), command.after);
+        EXPECT_EQ(List(), after);
     }
 }
 
@@ -91,43 +77,37 @@ TEST_F(MainDialog, CommandsOnTheListAreRefusedWhileATaskHasIt) {
                              kCommandMoveUp, kCommandOpen, kCommandBuildCoolboy}) {
             dialogs.told.clear();
             Send(id);
-            ASSERT_EQ(dialogs.told.size(), 1u) << id;
-            EXPECT_EQ(dialogs.told[0].text, LoadText(TextId::kTaskBusy, Language::kEnglish));
+            EXPECT_THAT(dialogs.told, ElementsAre(kBusy)) << id;
         }
         Send(kCommandClear);  // doesn't look at the task
-        EXPECT_EQ(dialogs.told.back().text, LoadText(TextId::kConfirmEmptying, Language::kEnglish));
+        EXPECT_NE(dialogs.told.back(), kBusy);
     };
     Send(kCommandOpen);
     EXPECT_EQ(List(), "AB");
     Send(kCommandSelectAll);
-    EXPECT_EQ(Widget<QLabel>("status_counts").text(),
+    EXPECT_EQ(ChildOf<QLabel>(*window, "status_counts").text(),
               QStringLiteral("Selected: 2 item(s) All: 2 item(s)"));
 }
 
 TEST_F(MainDialog, EveryCommandThatIsSentHasOneHandler) {
     Start();
-    std::set<int> sent{kCommandStopTask};
+    const auto handlers = [&](int id) { return window->CountHandlers(kMessageCommand, id); };
     for (size_t i = 0; i < ButtonColumn::kButtons; ++i)
-        sent.insert(ButtonColumn::CommandOf(i));
+        EXPECT_EQ(handlers(ButtonColumn::CommandOf(i)), 1U) << i;
     for (const MenuRow& row : MainMenuRows()) {
-        if (row.kind != MenuRowKind::kLater) {
-            sent.insert(row.id);
-        } else {
-            EXPECT_EQ(window->CountHandlers(kMessageCommand, row.id), 0U);
-            EXPECT_TRUE(!Entry(row.id).isEnabled() && !Entry(row.id).toolTip().isEmpty());
-        }
+        if (row.id == 0) continue;  // popups and the lines between entries
+        const bool later = row.kind == MenuRowKind::kLater;
+        EXPECT_EQ(handlers(row.id), later ? 0U : 1U) << row.id;
+        EXPECT_TRUE(!later || (!Entry(row.id).isEnabled() && !Entry(row.id).toolTip().isEmpty()));
     }
-    sent.erase(0);  // popups and the lines between entries
-    for (const int id : sent)
-        EXPECT_EQ(window->CountHandlers(kMessageCommand, id), 1U) << id;
 }
 
 TEST_F(MainDialog, CommandsThatAskOpenWhatTheyAreNamedAfter) {
     Start(Images(1));
     Send(kCommandSelectAll);
     for (const auto& [id, asked] : {std::pair{kCommandOpen, "images"},
-                                    {kCommandLoad, "list to load"},
-                                    {kCommandSave, "list to save"},
+                                    {kCommandLoad, "load"},
+                                    {kCommandSave, "save"},
                                     {kCommandBuildCoolboy, "output"},
                                     {kCommandExportInfo, "folder"}}) {
         dialogs.asked.clear();
@@ -147,52 +127,36 @@ TEST_F(MainDialog, CommandsThatAskOpenWhatTheyAreNamedAfter) {
     }
     dialogs.told.clear();
     Send(kCommandRomInfo);
-    EXPECT_EQ(dialogs.told.at(0).text, LoadText(TextId::kSupportedMappers, Language::kEnglish));
+    EXPECT_THAT(
+        dialogs.told,
+        ElementsAre(EndsWith(ToUtf8(LoadText(TextId::kSupportedMappers, Language::kEnglish)))));
 }
 
 TEST_F(MainDialog, ABuildTakesTheStoredDesign) {
-    const auto stored = [this](const char* name, uint8_t first, size_t size) {
-        std::string table(size, static_cast<char>(first));
-        for (size_t i = 0; i < size; i += 3)
-            table[i] = static_cast<char>(first + i % 16);
-        store->RegWriteBinary(kDesignKey, name, {reinterpret_cast<uint8_t*>(table.data()), size});
-        return table;
-    };
-    const std::string palettes = stored("BkgPalette", 0x10, 16) + stored("SpritePalette", 0x20, 16);
-    const std::string attributes = stored("Attributes", 0x80, 64);
+    std::string attributes = test::Noise(64, 1);
+    store->RegWriteBinary(kDesignKey, "Attributes",
+                          {reinterpret_cast<uint8_t*>(attributes.data()), attributes.size()});
     Store("CustomEnable", 8);
     Start(Images(1));
     Send(kCommandSelectAll);
     dialogs.output = OutputChoice{folder / "design", RomFormat::kNes20};
     Send(kCommandBuildCoolgirl);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !Busy(); }, 60'000));
-    const std::string rom = test::ReadText(folder / "design.nes");
-    EXPECT_NE(rom.find(palettes), std::string::npos);
-    EXPECT_NE(rom.find(attributes), std::string::npos);
-}
-
-void AddTexts(const QMenu& menu, QStringList& texts) {
-    for (const QAction* action : menu.actions()) {
-        texts << action->text()
-              << (action->toolTip() == action->iconText() ? QString() : action->toolTip());
-        if (action->menu() != nullptr) AddTexts(*action->menu(), texts);
-    }
+    EXPECT_NE(test::ReadText(folder / "design.nes").find(attributes), std::string::npos);
 }
 
 // All that can be read in the window, always in the same order.
 QStringList Texts(const CMainDialog& window) {
     QStringList texts{window.windowTitle()};
-    for (const QAction* popup : window.findChild<QMenuBar*>()->actions()) {
-        texts << popup->text();
-        AddTexts(*popup->menu(), texts);
-    }
+    for (const QAction* action : window.findChildren<QAction*>())
+        texts << action->text()
+              << (action->toolTip() == action->iconText() ? QString() : action->toolTip());
     for (const QWidget* widget : window.findChildren<QWidget*>()) {
         // A change of language clears what the last task has told; edit boxes hold the user's text.
         if (widget->objectName() == QStringLiteral("status_told")) continue;
         if (qobject_cast<const QLineEdit*>(widget) != nullptr) continue;
-        texts << widget->toolTip() << widget->accessibleName();
-        for (const char* property : {"text", "title"})
-            texts << widget->property(property).toString();
+        texts << widget->toolTip() << widget->accessibleName()
+              << widget->property("text").toString() << widget->property("title").toString();
     }
     const QAbstractItemModel& model = *window.findChild<QTableView*>()->model();
     for (int column = 0; column < model.columnCount(); ++column) {
@@ -233,57 +197,67 @@ TEST_F(MainDialog, AChangeOfLanguageLeavesNothingInTheOther) {
 }
 
 enum class After { kShown, kHidden, kMinimised, kExited };
+using State = std::pair<uint32_t, uint32_t>;  // what is remembered, and what closing does
+using Clicks = std::vector<int>;              // in the question, before its frame is closed
 struct Closing {
-    uint32_t remember;
-    uint32_t closeState;
+    State stored;
     int code;
-    const char* click;  // in the question; null where none is asked
+    std::optional<Clicks> clicks;  // none where nothing is asked
     bool tray;
     After after;
+    State storedAfter;
 };
-constexpr const char* kMinimise = "control_1028";
-constexpr const char* kExit = "control_1027";
-constexpr const char* kCloseBox = "";
+constexpr int kRemember = 1026;
+constexpr int kExit = 1027;
+constexpr int kMinimise = 1028;
 const Closing kClosings[] = {
-    {0, 0, kCloseByFrame, kMinimise, true, After::kHidden},
-    {0, 1, kCloseByFrame, kMinimise, true, After::kHidden},  // the answer is the new state
-    {0, 0, kCloseByFrame, kExit, true, After::kExited},
-    {0, 1, kCloseByFrame, kCloseBox, true, After::kShown},
-    {0, 0, kCloseByFrame, kMinimise, false, After::kMinimised},
-    {1, 0, kCloseByFrame, nullptr, true, After::kHidden},
-    {1, 0, kCloseByFrame, nullptr, false, After::kMinimised},
-    {1, 1, kCloseByFrame, nullptr, true, After::kExited},
-    {0, 0, kCloseByExit, nullptr, true, After::kExited},
-    {1, 0, kCloseByExit, nullptr, true, After::kExited},
-    {0, 0, kCloseForUpdate, nullptr, true, After::kExited},
+    {{0, 1}, kCloseByFrame, Clicks{kMinimise}, true, After::kHidden, {0, 0}},
+    {{0, 0}, kCloseByFrame, Clicks{kExit}, true, After::kExited, {0, 1}},
+    {{0, 1}, kCloseByFrame, Clicks{}, true, After::kShown, {0, 1}},
+    {{0, 1}, kCloseByFrame, Clicks{kRemember}, true, After::kShown, {1, 1}},
+    {{0, 0}, kCloseByFrame, Clicks{kRemember, kRemember, kExit}, true, After::kExited, {0, 1}},
+    {{0, 0}, kCloseByFrame, Clicks{kMinimise}, false, After::kMinimised, {0, 0}},
+    {{1, 0}, kCloseByFrame, {}, true, After::kHidden, {1, 0}},
+    {{1, 0}, kCloseByFrame, {}, false, After::kMinimised, {1, 0}},
+    {{1, 1}, kCloseByFrame, {}, true, After::kExited, {1, 1}},
+    {{0, 0}, kCloseByExit, {}, true, After::kExited, {0, 0}},
+    {{0, 0}, kCloseForUpdate, {}, true, After::kExited, {0, 0}},
 };
 
 TEST_F(MainDialog, ClosesAsTheCodeTheAnswersAndTheTrayHaveIt) {
     for (const Closing& closing : kClosings) {
         SCOPED_TRACE(&closing - kClosings);
-        Store("Remember", closing.remember);
-        Store("CloseState", closing.closeState);
+        Store("Remember", closing.stored.first);
+        Store("CloseState", closing.stored.second);
         tray = closing.tray;
         Start();
-        if (closing.click != nullptr) ClickLater(closing.click);
+        const auto click = [&](QWidget& question) {
+            for (const int id : *closing.clicks)
+                ControlOf<QAbstractButton>(question, id).click();
+            question.close();
+        };
+        if (closing.clicks) WhenModal(click);
         Close(closing.code);
-        EXPECT_EQ(Exited(), closing.after == After::kExited);
-        EXPECT_EQ(window->isMinimized(), closing.after == After::kMinimised);
-        EXPECT_EQ(window->isVisible(),
-                  closing.after == After::kShown || closing.after == After::kMinimised);
+        EXPECT_EQ(State(Stored("Remember"), Stored("CloseState")), closing.storedAfter);
+        const After shown = window->isMinimized() ? After::kMinimised : After::kShown;
+        const After after = window->isVisible() ? shown : After::kHidden;
+        EXPECT_EQ(Exited() ? After::kExited : after, closing.after);
         if (closing.after == After::kExited || closing.after == After::kShown) continue;
         window->Send(kMessageTray, 0, kTrayDoubleClick);
         EXPECT_TRUE(window->isVisible() && !window->isMinimized());
     }
 }
 
-TEST_F(MainDialog, AHiddenWindowComesBackWhenTheTrayGoes) {
+TEST_F(MainDialog, ComesBackWhenTheTrayGoesAndTellsAProblemOfTheStoreOnce) {
+    takeProblem = [](Language) { return std::u16string(u"The disk is full"); };
     Store("Remember", 1);
     Start();
     Close(kCloseByFrame);
-    ASSERT_FALSE(window->isVisible());
     tray = false;
     EXPECT_TRUE(QTest::qWaitFor([&] { return window->isVisible(); }, 10000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !dialogs.told.empty(); }, 10000));
+    QTest::qWait(2500);
+    EXPECT_THAT(dialogs.told, ElementsAre(EndsWith(": The disk is full")));
 }
 
 TEST_F(MainDialog, TheListAndThePlaceComeBackAtTheNextStart) {
@@ -313,8 +287,8 @@ TEST_F(MainDialog, AListThatCannotBeStoredIsOfferedAFile) {
     dialogs.answers = {kEndYes, kEndOk, kEndYes};
     dialogs.listToSave = folder / "no such folder" / "kept";
     dialogs.meanwhile = [this] {
-        const std::u16string failed = LoadText(TextId::kOperationFailed, Language::kEnglish);
-        if (dialogs.told.back().text.starts_with(failed)) dialogs.listToSave = folder / "kept";
+        if (dialogs.told.back().starts_with("Error: The operation failed"))
+            dialogs.listToSave = folder / "kept";
     };
     Close(kCloseByExit);
     EXPECT_TRUE(Exited());
@@ -324,20 +298,17 @@ TEST_F(MainDialog, AListThatCannotBeStoredIsOfferedAFile) {
 TEST_F(MainDialog, AnExitAsksAboutARunningTaskAndWaitsForItsEnd) {
     Start(Images(1));
     const std::u16string name = std::u16string(40, u'a') + u"!";
-    const FindRecord rename{u"A", name, false, false};
-    window->Send(kMessageReplaceAll, 0, reinterpret_cast<MessageParam>(&rename));
+    ReplaceAll({u"A", name, false, false});
     ASSERT_TRUE(QTest::qWaitFor([&] { return !Busy() && List() == ToUtf8(name); }));
     const FindRecord endless{u"^(a+)+$", u"", true, false};
-    const auto search = [&] {
-        window->Send(kMessageReplaceAll, 0, reinterpret_cast<MessageParam>(&endless));
-    };
-    search();
+    ReplaceAll(endless);
     ASSERT_TRUE(Busy());
-    Widget<QAbstractButton>("status_stop").click();
+    ChildOf<QAbstractButton>(*window, "status_stop").click();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !Busy(); }));
-    search();
+    ReplaceAll(endless);
     dialogs.told.clear();
     Close(kCloseByExit);  // answered with No
+    QTest::qWait(50);
     EXPECT_EQ(dialogs.told.size(), 1u);
     EXPECT_TRUE(!Exited() && Busy());
     dialogs.answers = {kEndYes};
@@ -356,14 +327,6 @@ TEST_F(MainDialog, StaysOnTopInItsPlace) {
         EXPECT_TRUE(window->isVisible());
         EXPECT_EQ(window->geometry(), QRect(50, 60, 640, 480));
     }
-}
-
-TEST_F(MainDialog, TellsAProblemOfTheStoreOnce) {
-    takeProblem = [](Language) { return std::u16string(u"The disk is full"); };
-    Start();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !dialogs.told.empty(); }, 10000));
-    QTest::qWait(2500);
-    EXPECT_EQ(dialogs.told.size(), 1u);
 }
 
 TEST(Placement, BringsAWindowBackOntoAScreen) {

@@ -2,17 +2,17 @@
 #pragma once
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QLabel>
 #include <QSignalSpy>
 #include <QTableView>
 #include <memory>
 #include <vector>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "common/game_image.h"
 #include "common/temporary_folder.h"
+#include "list/search/name_search.h"
 #include "shell/framework/commands.h"
 #include "shell/framework/texts.h"
 #include "shell/main/main_dialog.h"
@@ -65,16 +65,15 @@ class MainWindow : public testing::Test {
 
     void Send(int command) { window->Send(kMessageCommand, command); }
     void Close(int code) { window->Send(kMessageClose, code); }
+    void ReplaceAll(const FindRecord& record) {
+        window->Send(kMessageReplaceAll, 0, reinterpret_cast<MessageParam>(&record));
+    }
     bool Exited() const { return !exited->isEmpty(); }
     // The newest task hasn't ended.
-    bool Busy() const { return !Widget<QWidget>("status_progress").isHidden(); }
+    bool Busy() const { return !ChildOf<QWidget>(*window, "status_progress").isHidden(); }
 
-    template <typename Kind>
-    Kind& Widget(const char* name) const {
-        return *window->findChild<Kind*>(QString::fromLatin1(name));
-    }
     QAction& Entry(int id) const {
-        return *window->findChild<QAction*>(QStringLiteral("entry_%1").arg(id));
+        return ChildOf<QAction>(*window, "entry_" + std::to_string(id));
     }
     QTableView& Table() const { return *window->findChild<QTableView*>(); }
     // The names of the games, in order; checked ones with a star.
@@ -86,13 +85,6 @@ class MainWindow : public testing::Test {
             if (model.index(row, 0).data(Qt::CheckStateRole).toInt() == Qt::Checked) list += '*';
         }
         return list;
-    }
-    // Clicks the button of a dialog that opens within the next call.
-    void ClickLater(const char* name) {
-        WhenModal([name](QWidget& dialog) {
-            auto* button = dialog.findChild<QAbstractButton*>(QString::fromLatin1(name));
-            button != nullptr ? button->click() : static_cast<void>(dialog.close());
-        });
     }
 
     TemporaryFolder folder;

@@ -5,6 +5,10 @@
 #include <QTest>
 #include <QTimer>
 #include <functional>
+#include <optional>
+#include <string>
+
+#include "settings/settings_store.h"
 
 namespace bw {
 
@@ -26,12 +30,22 @@ inline void WhenModal(std::function<void(QWidget&)> act) {
     });
 }
 
+template <typename Kind>
+Kind& ChildOf(const QObject& window, const std::string& name) {
+    auto* found = window.findChild<Kind*>(QString::fromStdString(name));
+    if (found == nullptr) qFatal("the window has no %s", name.c_str());
+    return *found;
+}
+
+inline std::optional<std::u16string> StoredText(const SettingsStore& store, const char* name) {
+    std::u16string text;
+    return store.RegReadString(kMainKey, name, text) ? std::optional(text) : std::nullopt;
+}
+
 // A control of a window by its id.
 template <typename Control = QWidget>
 Control& ControlOf(QWidget& window, int id) {
-    auto* found = window.findChild<Control*>(QStringLiteral("control_%1").arg(id));
-    if (found == nullptr) qFatal("the window has no control %d", id);
-    return *found;
+    return ChildOf<Control>(window, "control_" + std::to_string(id));
 }
 
 }  // namespace bw

@@ -1,5 +1,5 @@
 // Settings that are entries of the menu: chosen, stored, and applied again at the next start.
-#include "builder/input/build_settings.h"
+#include "common/environment_variable.h"
 #include "shell/main/menu_settings.h"
 #include "shell/main_window.h"
 
@@ -39,20 +39,16 @@ TEST_F(StoredSettings, RadiosMarkOneOfTheirGroupAndStoreIt) {
             Entry(chosen.id).setEnabled(true);
             Entry(chosen.id).trigger();
             EXPECT_EQ(Stored(group.name, group.key), chosen.value);
-            for (const MenuRadio& entry : group.entries) {
+            for (const MenuRadio& entry : group.entries)
                 EXPECT_EQ(Entry(entry.id).isChecked(), entry.id == chosen.id);
-            }
         }
     }
+    Start();
+    EXPECT_TRUE(Entry(kCommandMindkids).isChecked()) << "the one group of another key";
 }
 
-struct StartValue {
-    const char* name;
-    std::optional<uint32_t> stored;
-    uint32_t value;  // that the start stores
-    int marked;
-};
-const StartValue kStartValues[] = {
+// What is stored, what the start stores in its place, and the entry that it marks.
+const std::tuple<std::string, std::optional<uint32_t>, uint32_t, int> kStartValues[] = {
     {"PageSize", std::nullopt, 10, kCommandPageSize10},
     {"PageSize", 20, 20, kCommandPageSize20},
     {"PageSize", 7, 10, kCommandPageSize10},
@@ -67,35 +63,30 @@ const StartValue kStartValues[] = {
 };
 
 TEST_F(StoredSettings, ValuesOutOfRangeAreReplacedByWhatTheyCountAs) {
-    qputenv("LC_ALL", "C");
-    for (const StartValue& value : kStartValues) {
-        SCOPED_TRACE(std::string(value.name) + " " + std::to_string(value.stored.value_or(0)));
+    const EnvironmentVariable locale("LC_ALL", "C");
+    for (const auto& [name, stored, value, marked] : kStartValues) {
+        SCOPED_TRACE(name + " " + std::to_string(stored.value_or(0)));
         store = MakeMemoryStore();
-        if (value.stored) Store(value.name, *value.stored);
+        if (stored) Store(name, *stored);
         Start();
-        EXPECT_TRUE(Entry(value.marked).isChecked());
-        EXPECT_EQ(Stored(value.name), value.value);
+        EXPECT_TRUE(Entry(marked).isChecked());
+        EXPECT_EQ(Stored(name), value);
         EXPECT_TRUE(window->isVisible());
     }
-    Store("CoolboyType", 1, kBoardKey);
-    Start();
-    EXPECT_TRUE(Entry(kCommandMindkids).isChecked());
-    qunsetenv("LC_ALL");
 }
 
 TEST_F(StoredSettings, TheLengthOfNumbersIsGreyedByBothAtTheStartAndByOneLater) {
-    const QAction* fill = nullptr;
     for (const bool order : {false, true}) {
         for (const bool dot : {false, true}) {
             Store("ShowNumberOrder", order ? 8 : 0);
             Store("ShowNumberDot", dot ? 8 : 0);
             Start();
-            fill = &Entry(kCommandShowNumberFill);
-            EXPECT_EQ(fill->isEnabled(), order && dot) << order << dot;
+            const QAction& fill = Entry(kCommandShowNumberFill);
+            EXPECT_EQ(fill.isEnabled(), order && dot) << order << dot;
             Send(kCommandShowNumberDot);
-            EXPECT_EQ(fill->isEnabled(), order && dot) << order << dot;
+            EXPECT_EQ(fill.isEnabled(), order && dot) << order << dot;
             Send(kCommandShowNumberOrder);
-            EXPECT_EQ(fill->isEnabled(), !order) << order << dot;
+            EXPECT_EQ(fill.isEnabled(), !order) << order << dot;
         }
     }
 }

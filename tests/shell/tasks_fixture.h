@@ -19,6 +19,10 @@
 
 namespace bw::test {
 
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
 class FakeHost : public ListHost {
   public:
     explicit FakeHost(std::filesystem::path base) : base_(std::move(base)) {}
@@ -44,9 +48,10 @@ class FakeHost : public ListHost {
     std::optional<bool> found;
     ColumnWidths widths{};
     std::string told, problem, failure;
+    int changes = 0;
     // Null once the window has gone.
     std::unique_ptr<BackgroundTasks> tasks = std::make_unique<BackgroundTasks>(
-        queue, [] {}, [this](std::u16string_view what) { failure = ToUtf8(what); });
+        queue, [this] { ++changes; }, [this](std::u16string_view what) { failure = ToUtf8(what); });
 
   private:
     std::filesystem::path base_;
@@ -65,10 +70,10 @@ class TasksFixture : public testing::Test {
         return file;
     }
     void AddNames(const std::vector<std::u16string>& names) {
-        GameList games(names.size());
-        for (size_t i = 0; i < names.size(); ++i) {
-            games[i].name = names[i];
-            games[i].checked = true;
+        GameList games;
+        for (const std::u16string& name : names) {
+            games.emplace_back().name = name;
+            games.back().checked = true;
         }
         host_.editor.Append(std::move(games), {.limited = false});
     }
@@ -80,28 +85,15 @@ class TasksFixture : public testing::Test {
         return names;
     }
     // The texts of the messages since the last time.
-    std::vector<std::string> Messages() {
-        std::vector<std::string> texts;
-        for (const auto& message : std::exchange(host_.dialogs.told, {}))
-            texts.push_back(ToUtf8(message.caption) + ": " + ToUtf8(message.text));
-        return texts;
-    }
+    std::vector<std::string> Messages() { return std::exchange(host_.dialogs.told, {}); }
     void Finish() {
         ASSERT_TRUE(Until([&] { return !host_.tasks->AnyRunning(); }));
         EXPECT_FALSE(host_.tasks->TaskBusy());
-    }
-    std::filesystem::path StoredPath(std::string_view name) const {
-        std::u16string text;
-        host_.store->RegReadString(kMainKey, name, text);
-        return TextPath(text);
     }
 
     TemporaryFolder folder_;
     EnvironmentVariable home_{"BANKWEAVER_HOME", (folder_ / "home").c_str()};
     FakeHost host_{folder_.Path()};
 };
-
-inline constexpr const char* kBusy =
-    "Warn: The task is busy, please wait for the task to complete before trying again";
 
 }  // namespace bw::test

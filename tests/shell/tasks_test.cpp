@@ -5,70 +5,50 @@
 namespace bw {
 namespace {
 
-using test::kBusy;
-using test::Until;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
+using namespace test;
 
-using Tasks = test::TasksFixture;
+class Tasks : public TasksFixture {
+  protected:
+    ListFiles files_{host_};
+};
 
 constexpr const char* kOverLimit =
     "Warn: The maximum processing limit of the current list is 20000 entries, and the excess will "
     "be discarded";
 
-// A task that stays at work until it is let go.
-class Hold {
-  public:
-    explicit Hold(BackgroundTasks& tasks) {
-        BackgroundTasks::Turn turn = tasks.TryBegin();
-        EXPECT_TRUE(turn);
-        tasks.StartListTask(std::move(turn),
-                            [this](TaskControl& control) {
-                                while (!letGo_ && !control.Stop())
-                                    std::this_thread::yield();
-                            },
-                            {});
-    }
-    void LetGo() { letGo_ = true; }
-
-  private:
-    std::atomic<bool> letGo_ = false;
-};
-
 TEST_F(Tasks, KeepListTasksApartAndLetOthersRunBeside) {
     BackgroundTasks& tasks = *host_.tasks;
-    Hold hold(tasks);
+    std::atomic<bool> seen = false;
+    tasks.StartListTask(tasks.TryBegin(), [&](TaskControl&) { seen.wait(false); }, {});
     EXPECT_FALSE(tasks.TryBegin());
     std::vector<std::string> order;
     tasks.WhenFree([&] { order.emplace_back(tasks.TaskBusy() ? "busy" : "free"); });
     tasks.StartFreeTask([](TaskControl&) {}, [&] { order.emplace_back("beside"); });
     ASSERT_TRUE(Until([&] { return order.size() == 1; }));
-    hold.LetGo();
+    seen = true;
+    seen.notify_one();
     Finish();
     ASSERT_TRUE(Until([&] { return order.size() == 2; }));
     EXPECT_THAT(order, ElementsAre("beside", "free"));
 }
 
 TEST_F(Tasks, TellTheNewestNewsNowAndThen) {
-    UiQueue queue;
-    int changes = 0;
-    BackgroundTasks tasks(queue, [&] { ++changes; });
+    const BackgroundTasks& tasks = *host_.tasks;
     std::atomic<bool> seen = false;
     constexpr size_t kNews = 100'000;
-    tasks.StartFreeTask(
+    host_.tasks->StartFreeTask(
         [&](TaskControl& control) {
             for (size_t i = 0; i <= kNews; ++i)
                 control.Progress({u"rows", i, kNews});
-            while (!seen)
-                std::this_thread::yield();
+            seen.wait(false);
         },
         {});
-    ASSERT_TRUE(Until([&] { return tasks.Progress().done == kNews && changes > 1; }));
+    ASSERT_TRUE(Until([&] { return tasks.Progress().done == kNews && host_.changes > 1; }));
     EXPECT_EQ(tasks.Progress().what, u"rows");
-    EXPECT_LT(changes, 100);
+    EXPECT_LT(host_.changes, 100);
     seen = true;
-    ASSERT_TRUE(Until([&] { return !tasks.AnyRunning(); }));
+    seen.notify_one();
+    Finish();
     EXPECT_EQ(tasks.Progress().what, u"");
 }
 
@@ -91,9 +71,12 @@ TEST_F(Tasks, TheEndOfTheWindowEndsQuestionsAndWork) {
                 asked = true;
                 return 2;
             });
+            EXPECT_FALSE(control.Queue().Call([] { return 3; })) << "it is closed";
+            while (!control.Stop())
+                std::this_thread::yield();
         },
         [] { FAIL() << "there is no window to finish in"; });
-    Hold hold(*host_.tasks);
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));  // the question waits
     host_.tasks.reset();
     RunEvents();
     EXPECT_FALSE(asked);
@@ -101,13 +84,12 @@ TEST_F(Tasks, TheEndOfTheWindowEndsQuestionsAndWork) {
 }
 
 TEST_F(Tasks, OpenTakesImagesOnlyAndKnowsTheFolder) {
-    ListFiles files(host_);
-    test::WriteText(folder_ / "text.nes", "no image");
+    WriteText(folder_ / "text.nes", "no image");
     host_.dialogs.images = {Image("one.nes"), Image("two.NES"), folder_ / "gone.nes",
                             folder_ / "text.nes"};
     host_.dialogs.meanwhile = [&] { EXPECT_TRUE(host_.tasks->TaskBusy()); };
-    files.Open();
-    files.Open();
+    files_.Open();
+    files_.Open();
     EXPECT_THAT(Messages(), ElementsAre(kBusy));
     Finish();
     EXPECT_THAT(Names(), ElementsAre("one", "two"));
@@ -116,36 +98,34 @@ TEST_F(Tasks, OpenTakesImagesOnlyAndKnowsTheFolder) {
     EXPECT_EQ(host_.told, "2 game(s) added. 2 file(s) left out, since they are no games.");
 
     host_.dialogs.images.clear();
-    files.Open();
+    files_.Open();
     EXPECT_EQ(host_.dialogs.starts.back(), folder_.Path());
     EXPECT_FALSE(host_.tasks->TaskBusy()) << "the user gave up";
 }
 
 TEST_F(Tasks, OpenMayGoBeyondTheLimitOnce) {
-    ListFiles files(host_);
     AddMany(kListLimit - 1);
     host_.dialogs.images = {Image("one.nes"), Image("two.nes")};
-    files.Open();
+    files_.Open();
     Finish();
     EXPECT_EQ(host_.editor.Games().size(), kListLimit + 1);
     EXPECT_THAT(Messages(), IsEmpty());
-    files.Open();
-    files.Load();
+    files_.Open();
+    files_.Load();
     EXPECT_THAT(Messages(), testing::Each(HasSubstr("have reached the upper limit (20001)")));
     EXPECT_FALSE(host_.tasks->TaskBusy());
 }
 
 TEST_F(Tasks, SavedListsComeBackBehindTheList) {
-    ListFiles files(host_);
     const auto load = [&](const char* name) {
         host_.dialogs.listToLoad = folder_ / name;
-        files.Load();
+        files_.Load();
         Finish();
         return host_.told;
     };
     const auto save = [&](const char* name) {
         host_.dialogs.listToSave = folder_ / name;
-        files.Save();
+        files_.Save();
         Finish();
         return host_.told;
     };
@@ -158,11 +138,11 @@ TEST_F(Tasks, SavedListsComeBackBehindTheList) {
     EXPECT_TRUE(host_.editor.Games()[2].checked && !host_.editor.Games()[3].checked);
     EXPECT_FALSE(host_.applied.back().reveal);
 
-    test::WriteText(folder_ / "other.fcl", "[playlist]\r\ncount=7");
+    WriteText(folder_ / "other.fcl", "[playlist]\r\ncount=7");
     EXPECT_THAT(load("other.fcl"), HasSubstr("There is no list of games in"));
     EXPECT_THAT(save("no folder/x.fcl"), HasSubstr("x.fcl: No such file"));
     EXPECT_EQ(Names().size(), 4u);
-    test::WriteText(folder_ / "long.fcl", "[history]\r\ncount=4000000000\r\n00000_name=second");
+    WriteText(folder_ / "long.fcl", "[history]\r\ncount=4000000000\r\n00000_name=second");
     load("long.fcl");
     EXPECT_THAT(Messages(), ElementsAre(kOverLimit));
     EXPECT_EQ(host_.editor.Games().size(), kListLimit);
@@ -170,18 +150,17 @@ TEST_F(Tasks, SavedListsComeBackBehindTheList) {
 }
 
 TEST_F(Tasks, DroppedFilesKeepTheirOrderAndWaitForATask) {
-    ListFiles files(host_);
     // Beside the list, not below the program's folder.
     std::filesystem::create_directories(folder_ / "trip");
     Image("trip/game.nes");
-    test::WriteText(folder_ / "trip" / "trip.FCL",
-                    "[history]\r\n00000_name=Travel\r\n00000_path_relative=game.nes\r\ncount=1");
-    Hold hold(*host_.tasks);
-    files.Add({Image("one.nes"), folder_ / "trip" / "trip.FCL", folder_ / "trip"});
-    files.Add({Image("two.nes")});
+    WriteText(folder_ / "trip" / "trip.FCL",
+              "[history]\r\n00000_name=Travel\r\n00000_path_relative=game.nes\r\ncount=1");
+    BackgroundTasks::Turn turn = host_.tasks->TryBegin();
+    files_.Add({Image("one.nes"), folder_ / "trip" / "trip.FCL", folder_ / "trip"});
+    files_.Add({Image("two.nes")});
     RunEvents();
     EXPECT_THAT(Names(), IsEmpty());
-    hold.LetGo();
+    turn.reset();
     ASSERT_TRUE(Until([&] { return !Names().empty(); }));
     EXPECT_THAT(Names(), ElementsAre("one", "Travel", "two"));
     EXPECT_TRUE(host_.editor.Games()[1].HasValidHeader());
@@ -189,11 +168,10 @@ TEST_F(Tasks, DroppedFilesKeepTheirOrderAndWaitForATask) {
 }
 
 TEST_F(Tasks, DroppedFilesStopAtTheLimitOrWhenAskedTo) {
-    ListFiles files(host_);
     AddMany(kListLimit - 1);
     const auto drop = [&] {
         // A file that is none takes no room, though it counts for the warning.
-        files.Add({folder_ / "none.nes", Image("one.nes"), Image("two.nes")});
+        files_.Add({folder_ / "none.nes", Image("one.nes"), Image("two.nes")});
         Finish();
         EXPECT_THAT(Messages(), ElementsAre(kOverLimit));
         return host_.editor.Games().size();
@@ -206,14 +184,14 @@ TEST_F(Tasks, DroppedFilesStopAtTheLimitOrWhenAskedTo) {
     EXPECT_EQ(host_.editor.Games().back().name, u"one");
 }
 
-TEST_F(Tasks, TheListComesBackWithItsWidths) {
+TEST_F(Tasks, TheListComesBackWithItsWidthsOrAsMuchAsFits) {
     ColumnWidths widths{};
     widths[1] = 300;
     AddNames({u"one", u"two"});
-    ASSERT_TRUE(ListFiles(host_).SaveRemembered(widths));
+    ASSERT_TRUE(files_.SaveRemembered(widths));
 
-    test::FakeHost next(folder_.Path());
-    next.store = std::move(host_.store);
+    FakeHost next(folder_.Path());
+    std::swap(next.store, host_.store);
     ListFiles files(next);
     files.LoadRemembered();
     files.Add({Image("named.nes")});
@@ -222,16 +200,11 @@ TEST_F(Tasks, TheListComesBackWithItsWidths) {
     ASSERT_TRUE(Until([&] { return next.editor.Games().size() == 3; }));
     EXPECT_EQ(next.editor.Games()[2].name, u"named");
     EXPECT_EQ(next.widths, widths);
-}
 
-TEST_F(Tasks, AnyRememberedListIsSurvived) {
-    const std::string text =
-        "[history]\r\ncount=25000\r\n00000_name=\xFF\xFE\xC0\r\n00001_name=whole\r\n"
-        "00002_path=\xED\xA0\x80\r\n[list_view\r\nlist_view_col_00001_width=9999999";
+    const std::string text = "[history]\r\ncount=25000\r\n00000_name=\xFF\r\n00001_name=whole";
     host_.store->RegWriteBinary(kHistoryKey, kHistoryValue,
                                 {reinterpret_cast<const uint8_t*>(text.data()), text.size()});
-    ListFiles files(host_);
-    files.LoadRemembered();
+    files_.LoadRemembered();
     Finish();
     EXPECT_THAT(Messages(), ElementsAre(kOverLimit));
     EXPECT_EQ(host_.editor.Games().size(), kListLimit);
