@@ -80,7 +80,7 @@ struct GestureBench {
             const auto& [name, place] = now[i];
             if (i < places.size() && places[i].second == place) continue;
             text += (text.empty() ? "" : " ") + name + " " + std::to_string(place.X);
-            if (place.Y != 0) text += "," + std::to_string(place.Y);
+            if (place.Y != 0) (text += ',') += std::to_string(place.Y);
         }
         places = now;
         return text;

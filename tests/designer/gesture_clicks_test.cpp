@@ -221,7 +221,7 @@ TEST_F(GestureClicks, TheRubberBandSelectsWhatItTouches) {
             for (const TileItem& item : *list)
                 text += item.IsSelected() ? '1' : '0';
         for (const auto* marks : {&store.BkgTileSelected, &store.SpriteTileSelected})
-            text += " " + std::to_string(std::ranges::count(*marks, 1));
+            (text += ' ') += std::to_string(std::ranges::count(*marks, 1));
         return text;
     };
     mouse.ShiftKeyDown();
