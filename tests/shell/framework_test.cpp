@@ -7,7 +7,6 @@
 #include <vector>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "shell/framework/dialog_base.h"
 #include "shell/qt_testing.h"

@@ -117,33 +117,27 @@ TEST_F(Tasks, OpenMayGoBeyondTheLimitOnce) {
 }
 
 TEST_F(Tasks, SavedListsComeBackBehindTheList) {
-    const auto load = [&](const char* name) {
-        host_.dialogs.listToLoad = folder_ / name;
-        files_.Load();
-        Finish();
-        return host_.told;
-    };
-    const auto save = [&](const char* name) {
-        host_.dialogs.listToSave = folder_ / name;
-        files_.Save();
+    const auto told = [&](void (ListFiles::*command)(), const char* name) {
+        host_.dialogs.listToLoad = host_.dialogs.listToSave = folder_ / name;
+        (files_.*command)();
         Finish();
         return host_.told;
     };
     AddNames({u"a=b", u"\u6E38\u620F"});
     host_.editor.SetChecked(1, false);
-    EXPECT_THAT(save("my.list"), HasSubstr("my.list.fcl."));
-    EXPECT_EQ(load("my.list.fcl"), "2 game(s) added.");
+    EXPECT_THAT(told(&ListFiles::Save, "my.list"), HasSubstr("my.list.fcl."));
+    EXPECT_EQ(told(&ListFiles::Load, "my.list.fcl"), "2 game(s) added.");
     EXPECT_EQ(host_.dialogs.starts.back(), folder_.Path());
     EXPECT_THAT(Names(), ElementsAre("a=b", "\u6E38\u620F", "a=b", "\u6E38\u620F"));
     EXPECT_TRUE(host_.editor.Games()[2].checked && !host_.editor.Games()[3].checked);
     EXPECT_FALSE(host_.applied.back().reveal);
 
     WriteText(folder_ / "other.fcl", "[playlist]\r\ncount=7");
-    EXPECT_THAT(load("other.fcl"), HasSubstr("There is no list of games in"));
-    EXPECT_THAT(save("no folder/x.fcl"), HasSubstr("x.fcl: No such file"));
+    EXPECT_THAT(told(&ListFiles::Load, "other.fcl"), HasSubstr("There is no list of games in"));
+    EXPECT_THAT(told(&ListFiles::Save, "no folder/x.fcl"), HasSubstr("x.fcl: No such file"));
     EXPECT_EQ(Names().size(), 4u);
     WriteText(folder_ / "long.fcl", "[history]\r\ncount=4000000000\r\n00000_name=second");
-    load("long.fcl");
+    told(&ListFiles::Load, "long.fcl");
     EXPECT_THAT(Messages(), ElementsAre(kOverLimit));
     EXPECT_EQ(host_.editor.Games().size(), kListLimit);
     EXPECT_EQ(host_.editor.Games()[4].name, u"second");
