@@ -133,16 +133,23 @@ TEST_F(MainDialog, CommandsThatAskOpenWhatTheyAreNamedAfter) {
 }
 
 TEST_F(MainDialog, ABuildTakesTheStoredDesign) {
-    std::string attributes = test::Noise(64, 1);
-    store->RegWriteBinary(kDesignKey, "Attributes",
-                          {reinterpret_cast<uint8_t*>(attributes.data()), attributes.size()});
+    const auto stored = [this](const char* name, std::string table) {
+        store->RegWriteBinary(kDesignKey, name,
+                              {reinterpret_cast<uint8_t*>(table.data()), table.size()});
+        return table;
+    };
+    const std::string attributes = stored("Attributes", test::Noise(64, 1));
+    const std::string palettes = stored("BkgPalette", std::string(16, 0x11)) +
+                                 stored("SpritePalette", std::string(16, 0x22));
     Store("CustomEnable", 8);
     Start(Images(1));
     Send(kCommandSelectAll);
     dialogs.output = OutputChoice{folder / "design", RomFormat::kNes20};
     Send(kCommandBuildCoolgirl);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !Busy(); }, 60'000));
-    EXPECT_NE(test::ReadText(folder / "design.nes").find(attributes), std::string::npos);
+    const std::string rom = test::ReadText(folder / "design.nes");
+    EXPECT_NE(rom.find(attributes), std::string::npos);
+    EXPECT_NE(rom.find(palettes), std::string::npos);
 }
 
 // All that can be read in the window, always in the same order.
