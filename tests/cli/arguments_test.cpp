@@ -5,7 +5,6 @@
 #include <sstream>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "common/game_image.h"
 
@@ -27,26 +26,27 @@ ParseResult Parse(const std::string& line) {
     return ParseArguments(static_cast<int>(values.size()), values.data());
 }
 
+// Menu, page, speed, music, style.
+auto Numbers(const BuildSettings& settings) {
+    return std::tuple(settings.MenuSize, settings.PageSize, settings.PageTurningSpeed,
+                      settings.Music, settings.ShowStyle);
+}
+
 TEST(Arguments, DefaultsAreThoseOfAFreshStore) {
     const Arguments arguments = Parse("build -o cart.nes b.nes a.fcl").arguments.value();
     EXPECT_EQ(arguments.command, Command::kBuild);
     EXPECT_THAT(arguments.inputs, ElementsAre("b.nes", "a.fcl"));
     EXPECT_EQ(arguments.board, BoardType::kCoolboy);
     EXPECT_EQ(arguments.format, RomFormat::kNes20);
-    const BuildSettings fresh = LoadBuildSettings(*MakeMemoryStore());
     const BuildSettings& settings = arguments.settings;
-    EXPECT_EQ(settings.MenuSize, fresh.MenuSize);
-    EXPECT_EQ(settings.PageSize, fresh.PageSize);
-    EXPECT_EQ(settings.PageTurningSpeed, fresh.PageTurningSpeed);
-    EXPECT_EQ(settings.Music, fresh.Music);
-    EXPECT_EQ(settings.ShowStyle, fresh.ShowStyle);
+    EXPECT_EQ(Numbers(settings), Numbers(LoadBuildSettings(*MakeMemoryStore())));
     EXPECT_FALSE(settings.PageNumber || settings.ShowNumberOrder || settings.ExternMenuEnable);
 }
 
 TEST(Arguments, EveryOptionReachesItsSetting) {
     const Arguments arguments =
         Parse(
-            "build --board mindkids --menu-size 512 --page-size 20 --style white --music 1 "
+            "build --board mindkids --menu-size 512 --page-size 20 --style white --music 2 "
             "--page-number --insert-row --turning-speed 4 --number --dot --fill --extern-menu "
             "m.asm "
             "--keep-work kept --report - -o x.UNF g.nes")
@@ -54,11 +54,7 @@ TEST(Arguments, EveryOptionReachesItsSetting) {
     const BuildSettings& settings = arguments.settings;
     EXPECT_EQ(arguments.board, BoardType::kMindkids);
     EXPECT_EQ(arguments.format, RomFormat::kUnif);
-    EXPECT_EQ(settings.MenuSize, 32u);
-    EXPECT_EQ(settings.PageSize, 20u);
-    EXPECT_EQ(settings.ShowStyle, 1u);
-    EXPECT_EQ(settings.Music, 1u);
-    EXPECT_EQ(settings.PageTurningSpeed, 4u);
+    EXPECT_EQ(Numbers(settings), std::tuple(32u, 20u, 4u, 2u, 1u));
     EXPECT_TRUE(settings.PageNumber && settings.NameInsertRow && settings.ShowNumberOrder &&
                 settings.ShowNumberDot && settings.ShowNumberFill && settings.ExternMenuEnable);
     EXPECT_TRUE(settings.ExternMenuPath.is_absolute());

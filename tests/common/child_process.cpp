@@ -1,5 +1,6 @@
 #include "common/child_process.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <sstream>
@@ -21,22 +22,18 @@ constexpr int kNoSuchProgram = 127;
 constexpr int kSignalStatus = 128;
 
 std::vector<std::string> MergedEnvironment(const std::vector<std::string>& changes) {
-    std::vector<std::string> merged;
+    std::vector<std::string> merged = changes;
     for (char** entry = environ; *entry != nullptr; ++entry) {
         const std::string_view text = *entry;
         const std::string_view name = text.substr(0, text.find('=') + 1);
-        bool replaced = false;
-        for (const std::string& change : changes)
-            replaced = replaced || std::string_view(change).starts_with(name);
-        if (!replaced) merged.emplace_back(text);
+        if (std::ranges::none_of(changes, [&](const auto& it) { return it.starts_with(name); }))
+            merged.emplace_back(text);
     }
-    merged.insert(merged.end(), changes.begin(), changes.end());
     return merged;
 }
 
 std::vector<char*> Pointers(std::vector<std::string>& words) {
     std::vector<char*> pointers;
-    pointers.reserve(words.size() + 1);
     for (std::string& word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);
@@ -48,14 +45,11 @@ std::vector<char*> Pointers(std::vector<std::string>& words) {
                                 const char* log, int passed) {
     setpgid(0, 0);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    const int output = open(log, O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    const int input = open("/dev/null", O_RDONLY);
-    dup2(input, STDIN_FILENO);
-    dup2(output, STDOUT_FILENO);
-    dup2(output, STDERR_FILENO);
+    dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
+    dup2(open(log, O_WRONLY | O_CREAT | O_TRUNC, 0600), STDOUT_FILENO);
+    dup2(STDOUT_FILENO, STDERR_FILENO);
     if (passed >= 0) dup2(passed, kPassedDescriptor);
-    const unsigned firstClosed = passed >= 0 ? kPassedDescriptor + 1 : kPassedDescriptor;
-    syscall(SYS_close_range, firstClosed, ~0U, 0);
+    syscall(SYS_close_range, kPassedDescriptor + (passed >= 0 ? 1 : 0), ~0U, 0);
     if (*folder != '\0' && chdir(folder) != 0) _exit(kNoSuchProgram);
     execve(words[0], words, environment);
     _exit(kNoSuchProgram);

@@ -11,18 +11,11 @@ class EnvironmentVariable {
         if (const char* old = std::getenv(name)) old_ = old;
         Set(value);
     }
-    EnvironmentVariable(const EnvironmentVariable&) = delete;
-    EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
+    EnvironmentVariable(EnvironmentVariable&&) = delete;
     ~EnvironmentVariable() { Set(old_ ? old_->c_str() : nullptr); }
 
   private:
-    void Set(const char* value) {
-        if (value == nullptr) {
-            unsetenv(name_);
-        } else {
-            setenv(name_, value, 1);
-        }
-    }
+    void Set(const char* value) { value == nullptr ? unsetenv(name_) : setenv(name_, value, 1); }
 
     const char* name_;
     std::optional<std::string> old_;

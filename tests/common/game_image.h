@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <initializer_list>
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -28,16 +29,21 @@ inline std::string Noise(size_t size, uint32_t seed) {
     return bytes;
 }
 
+// The header bytes behind the magic; the rest of the 16 are zeros.
+inline std::string Header(std::initializer_list<int> bytes) {
+    std::string header = "NES\x1A";
+    for (const int byte : bytes)
+        header += static_cast<char>(byte);
+    header.resize(16);
+    return header;
+}
+
 inline std::string ImageBytes(ImageShape shape, uint32_t seed) {
-    std::string image = "NES\x1A";
-    image += static_cast<char>(shape.prg);
-    image += static_cast<char>(shape.chr);
-    image += static_cast<char>((shape.mapper & 0x0F) << 4 | shape.flags);
-    image += static_cast<char>(shape.mapper & 0xF0);
-    image.resize(16);
-    return image + Noise(size_t{16384} * static_cast<size_t>(shape.prg) +
-                             size_t{8192} * static_cast<size_t>(shape.chr),
-                         seed);
+    return Header({shape.prg, shape.chr, (shape.mapper & 0x0F) << 4 | shape.flags,
+                   shape.mapper & 0xF0}) +
+           Noise(size_t{16384} * static_cast<size_t>(shape.prg) +
+                     size_t{8192} * static_cast<size_t>(shape.chr),
+                 seed);
 }
 
 inline void WriteText(const std::filesystem::path& file, std::string_view bytes) {

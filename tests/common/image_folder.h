@@ -2,8 +2,6 @@
 #pragma once
 
 #include <filesystem>
-#include <initializer_list>
-#include <string>
 #include <string_view>
 
 #include "common/game_image.h"
@@ -21,14 +19,5 @@ class ImageFolder : public TemporaryFolder {
         return file;
     }
 };
-
-// The header bytes behind the magic; the rest of the 16 are zeros.
-inline std::string Header(std::initializer_list<int> bytes) {
-    std::string header = "NES\x1A";
-    for (const int byte : bytes)
-        header += static_cast<char>(byte);
-    header.resize(16);
-    return header;
-}
 
 }  // namespace bw::test

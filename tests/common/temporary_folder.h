@@ -14,8 +14,7 @@ class TemporaryFolder {
                     ("bankweaver-test-" + std::to_string(random()));
         } while (!std::filesystem::create_directory(path_));
     }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    TemporaryFolder(TemporaryFolder&&) = delete;
     ~TemporaryFolder() {
         std::error_code error;
         std::filesystem::remove_all(path_, error);

@@ -27,27 +27,20 @@ std::string ReadLine(int descriptor) {
 
 VirtualDisplay::VirtualDisplay(const std::string& size) {
     const auto program = FindProgram("Xvfb");
-    if (!program) {
+    int ends[2];
+    if (!program || pipe(ends) != 0) {
         problem_ = "Xvfb was not found; install the package xvfb";
         return;
     }
-    Start(program->string(), size);
-}
-
-// Xvfb writes the number of the free display that it took to descriptor 3. It must not start
-// anew when its last client leaves: the next one would find nobody for a moment.
-void VirtualDisplay::Start(const std::string& program, const std::string& size) {
-    int ends[2];
-    if (pipe(ends) != 0) {
-        problem_ = "no pipe for Xvfb";
-        return;
-    }
     const auto log = folder_.Path() / "xvfb.log";
-    auto started = ChildProcess::Start({.words = {program, "-displayfd", "3", "-screen", "0",
-                                                  size + "x24", "-nolisten", "tcp", "-noreset"},
-                                        .workingFolder = folder_.Path(),
-                                        .logFile = log,
-                                        .passedDescriptor = ends[1]});
+    // Xvfb writes the number of the free display that it took to descriptor 3. It must not start
+    // anew when its last client leaves: the next one would find nobody for a moment.
+    auto started =
+        ChildProcess::Start({.words = {program->string(), "-displayfd", "3", "-screen", "0",
+                                       size + "x24", "-nolisten", "tcp", "-noreset"},
+                             .workingFolder = folder_.Path(),
+                             .logFile = log,
+                             .passedDescriptor = ends[1]});
     close(ends[1]);
     const std::string number = ReadLine(ends[0]);
     close(ends[0]);

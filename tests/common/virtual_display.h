@@ -23,8 +23,6 @@ class VirtualDisplay {
     void Kill() { server_.reset(); }
 
   private:
-    void Start(const std::string& program, const std::string& size);
-
     TemporaryFolder folder_;
     std::optional<ChildProcess> server_;
     std::string name_;

@@ -1,7 +1,6 @@
 #include "list/game_list.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "list/list_columns.h"
 #include "support/text.h"
@@ -23,14 +22,12 @@ TEST(DisplayName, FollowsTheSettingsAndTheBuildAlwaysHasThePoint) {
         NumberSettings settings;
         const char16_t* preview;
         const char16_t* build;
-    } cases[] = {
-        {{true, true, true}, u"005.NAME", u"005.NAME"},
-        {{true, false, true}, u"005NAME", u"005.NAME"},
-        {{true, true, false}, u"5.NAME", u"5.NAME"},
-        {{true, false, false}, u"5NAME", u"5.NAME"},
-        {{false, true, true}, u".NAME", u".NAME"},
-        {{false, false, true}, u"NAME", u"NAME"},
-    };
+    } cases[] = {{{true, true, true}, u"005.NAME", u"005.NAME"},
+                 {{true, false, true}, u"005NAME", u"005.NAME"},
+                 {{true, true, false}, u"5.NAME", u"5.NAME"},
+                 {{true, false, false}, u"5NAME", u"5.NAME"},
+                 {{false, true, true}, u".NAME", u".NAME"},
+                 {{false, false, true}, u"NAME", u"NAME"}};
     for (const auto& [settings, preview, build] : cases) {
         const GameEntry entry = Named(u"NAME");
         EXPECT_EQ(DisplayName(entry, 5, 100, settings, NameRules::kDesignerAndExport), preview);

@@ -5,7 +5,6 @@
 #include <random>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "common/image_folder.h"
 #include "support/text.h"
@@ -64,34 +63,29 @@ constexpr Command kDown = &ListEditor::MoveDown;
 constexpr Command kTop = &ListEditor::MoveTop;
 constexpr Command kBottom = &ListEditor::MoveBottom;
 constexpr Command kRemove = &ListEditor::Remove;
-
-constexpr int kNone = -1;
+constexpr Command kClear = &ListEditor::Clear;
 
 TEST(ListEditor, MovesAndRemovalAndTheirWayBack) {
     const struct {
         Command command;
         const char* before;
         const char* after;
-        int reveal = kNone;
-    } cases[] = {
-        {kUp, "", ""},
-        {kUp, "abc", "abc"},
-        {kUp, "AbCd", "AbCd"},  // the first row holds all others
-        {kUp, "aBcDE", "BaDEc", 0},
-        {kUp, "abCDe", "aCDbe", 1},
-        {kDown, "aBcD", "aBcD"},
-        {kDown, "ABcDe", "cABeD", 4},
-        {kDown, "aBCde", "adBCe", 3},
-        {kTop, "AbC", "AbC"},
-        {kTop, "aBcDe", "BDace", 0},
-        {kBottom, "aBC", "aBC"},
-        {kBottom, "aBcDe", "aceBD", 4},
-        {kRemove, "abc", "abc"},
-        {kRemove, "AbCDe", "be"},
-        {kRemove, "ABC", ""},
-        {&ListEditor::Clear, "aBc", ""},
-        {&ListEditor::Clear, "", ""},
-    };
+        std::optional<size_t> reveal = {};
+    } cases[] = {{kUp, "abc", "abc"},
+                 {kUp, "AbCd", "AbCd"},
+                 {kUp, "aBcDE", "BaDEc", 0},
+                 {kUp, "abCDe", "aCDbe", 1},
+                 {kDown, "aBcD", "aBcD"},
+                 {kDown, "ABcDe", "cABeD", 4},
+                 {kDown, "aBCde", "adBCe", 3},
+                 {kTop, "AbC", "AbC"},
+                 {kTop, "aBcDe", "BDace", 0},
+                 {kBottom, "aBC", "aBC"},
+                 {kBottom, "aBcDe", "aceBD", 4},
+                 {kRemove, "abc", "abc"},
+                 {kRemove, "AbCDe", "be"},
+                 {kClear, "aBc", ""},
+                 {kClear, "", ""}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.before);
         Told list(Letters(c.before));
@@ -99,7 +93,7 @@ TEST(ListEditor, MovesAndRemovalAndTheirWayBack) {
         (list.*c.command)();
         const ListResult result = list.Take();
         EXPECT_EQ(Shown(list), c.after);
-        EXPECT_EQ(result.reveal ? static_cast<int>(*result.reveal) : kNone, c.reveal);
+        EXPECT_EQ(result.reveal, c.reveal);
         const bool changed = std::string_view(c.before) != c.after;
         EXPECT_EQ(result.change != ListChange::kNothing, changed);
         EXPECT_EQ(list.CanUndo(), changed);
@@ -179,11 +173,7 @@ TEST(ListEditor, SortsByTheColumnsThatUsersKnow) {
     list.Undo();
     EXPECT_EQ(Names(list), "B Ａ 🎮 b ");
     EXPECT_FALSE(list.SortDescending());
-    while (list.CanUndo())
-        list.Undo();
-    EXPECT_EQ(Names(list), cases[0].after);
-    while (list.CanRedo())
-        list.Redo();
+    list.Redo();
     EXPECT_EQ(Names(list), "b 🎮 Ａ B ");
     EXPECT_TRUE(list.SortDescending());
 }
@@ -206,13 +196,14 @@ TEST(ListEditor, SortsTextsAsTheirUtf8Bytes) {
 }
 
 TEST(ListEditor, ClicksCheckAndMoveTheAnchor) {
+    const std::vector<uint32_t> shown{0, 3, 4, 9};
     const struct {
         size_t findRow;
         size_t row;
         RowClick click;
         const char* after;
         size_t newFindRow;
-        std::vector<uint32_t> shown = {};
+        ListEditor::ShownRows shown = {};
     } cases[] = {
         {0, 3, {}, "aBcde", 3},
         {0, 3, {.inCheckSquare = true}, "aBcDe", 3},
@@ -223,25 +214,25 @@ TEST(ListEditor, ClicksCheckAndMoveTheAnchor) {
         {4, 2, {.shift = true, .ctrl = true}, "aBCDE", 4},
         {9, 3, {.shift = true}, "aBcDE", 9},  // the anchor's row is gone
         {0, 5, {.inCheckSquare = true}, "aBcde", 0},
-        {0, 3, {.shift = true}, "ABcDe", 0, {0, 3, 4}},  // rows that a filter hides stay
+        {0, 3, {.shift = true}, "ABcDe", 0, shown},  // rows that a filter hides stay
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.after);
         Told list(Letters("aBcde"));
         list.SetFindRow(c.findRow);
-        list.Click(c.row, c.click, c.shown.empty() ? ListEditor::ShownRows{} : std::span(c.shown));
+        list.Click(c.row, c.click, c.shown);
         EXPECT_EQ(Shown(list), c.after);
         EXPECT_EQ(list.Take().change == ListChange::kChecks, Shown(list) != "aBcde");
         EXPECT_EQ(list.FindRow(), c.newFindRow);
     }
     Told list(Letters("aBcd"));
-    const std::vector<uint32_t> shown{1, 3, 9};
     list.SelectAll(shown);
-    EXPECT_EQ(Shown(list), "aBcD");
+    EXPECT_EQ(Shown(list), "ABcD");
     list.SelectInverse(shown);
-    EXPECT_EQ(Shown(list), "abcd");
+    EXPECT_EQ(Shown(list), "aBcd");
     list.SelectInverse();
-    EXPECT_EQ(Shown(list), "ABCD");
+    EXPECT_EQ(Shown(list), "AbCD");
+    list.SelectAll();
     list.told.clear();
     list.SelectAll();
     EXPECT_TRUE(list.told.empty() && !list.CanUndo());
@@ -263,9 +254,6 @@ TEST(ListEditor, TextsAndTheirLimit) {
     EXPECT_EQ(list.Games()[2].name, u"c");
     list.Undo();
     EXPECT_EQ(list.Games()[1].remark, u"");
-    list.Redo();
-    list.Redo();
-    EXPECT_EQ(list.Games()[2].name, u"second");
 }
 
 TEST(ListEditor, AppendingEndsAtTheLimitIfAsked) {
@@ -274,11 +262,9 @@ TEST(ListEditor, AppendingEndsAtTheLimitIfAsked) {
     EXPECT_EQ(list.Take().reveal, kListLimit - 1);
     EXPECT_EQ(list.Games().size(), kListLimit);
     list.Append(Letters("c"), {});
-    const ListResult none = list.Take();
-    EXPECT_TRUE(none.change == ListChange::kNothing && none.reveal) << "the end shows all the same";
+    EXPECT_EQ(list.Take().reveal, kListLimit - 1) << "the end shows all the same";
     list.Append(Letters("c"), {.limited = false, .reveal = false});
-    const ListResult beyond = list.Take();
-    EXPECT_TRUE(beyond.change == ListChange::kSize && !beyond.reveal);
+    EXPECT_FALSE(list.Take().reveal);
     EXPECT_EQ(list.Games().size(), kListLimit + 1);
     list.Undo();
     list.Undo();

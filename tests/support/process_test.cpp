@@ -20,15 +20,15 @@ constexpr auto kPatience = 60s;
 using Outcome = std::pair<std::string, int>;
 
 // What a program writes, and its exit status.
-Outcome Run(const std::filesystem::path& program, const std::vector<std::string>& arguments,
-            const std::filesystem::path& folder = "/") {
+Outcome Finish(const std::filesystem::path& program, const std::vector<std::string>& arguments,
+               const std::filesystem::path& folder = "/") {
     Process process;
     EXPECT_TRUE(process.Start(program, arguments, folder));
     const std::string output = process.ReadOutput(kPatience);
     return {output, process.ExitStatus(kPatience)};
 }
 Outcome Shell(const std::string& script) {
-    return Run("/bin/sh", {"-c", script});
+    return Finish("/bin/sh", {"-c", script});
 }
 
 bool Exists(pid_t process) {
@@ -40,7 +40,7 @@ TEST(Process, OutputOfBothStreamsAndExitStatus) {
               Outcome("one\ntwo\nthree", 37));
     EXPECT_EQ(Shell("exec >&- 2>&-; sleep 0.2; exit 4").second, 4) << "closed before its end";
     EXPECT_EQ(Shell("kill -KILL $$").second, -1);
-    EXPECT_EQ(Run("/usr/bin/printf", {"[%s]", "", "a b", "\"$HOME\"", "\\'*\n"}),
+    EXPECT_EQ(Finish("/usr/bin/printf", {"[%s]", "", "a b", "\"$HOME\"", "\\'*\n"}),
               Outcome("[][a b][\"$HOME\"][\\'*\n]", 0));
 }
 
@@ -50,8 +50,8 @@ TEST(Process, ProgramIsFoundFromHereAndRunsThere) {
     std::filesystem::create_directory(folder / "tools");
     std::filesystem::copy_file("/bin/sh", folder / "tools/shell");
     std::filesystem::current_path(folder.Path());
-    EXPECT_EQ(Run("tools/shell", {"-c", "pwd"}, "/usr").first, "/usr\n");
-    EXPECT_EQ(Run("./tools/shell", {"-c", "pwd"}, "").first, (folder / "tools").string() + "\n")
+    EXPECT_EQ(Finish("tools/shell", {"-c", "pwd"}, "/usr").first, "/usr\n");
+    EXPECT_EQ(Finish("./tools/shell", {"-c", "pwd"}, "").first, (folder / "tools").string() + "\n")
         << "no folder: the program's";
     std::filesystem::current_path(start);
 }
