@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <vector>
 
 #include <gmock/gmock.h>
 
@@ -25,9 +26,20 @@ inline void FillTile(DesignStore& store, PatternTable table, int tile, int byte)
 inline void FillTable(DesignStore& store, PatternTable table, int byte) {
     std::ranges::fill(TableIn(store.ChrData, table), static_cast<uint8_t>(byte));
 }
-// A byte of a tile that FillTile has filled.
-inline int ByteOf(const DesignStore& store, PatternTable table, int tile) {
-    return TileAt(store, table, tile)[15];
+// A byte of each of some tiles that FillTile has filled.
+inline std::vector<int> BytesOf(const DesignStore& store, PatternTable table,
+                                const std::vector<int>& tiles) {
+    std::vector<int> bytes;
+    for (const int tile : tiles)
+        bytes.push_back(TileAt(store, table, tile)[15]);
+    return bytes;
+}
+// The tiles of items, those of the selected as negative numbers.
+inline std::vector<int> Tiles(const std::vector<TileItem>& items) {
+    std::vector<int> tiles;
+    for (const TileItem& item : items)
+        tiles.push_back(item.IsSelected() ? -item.Tile : item.Tile);
+    return tiles;
 }
 
 }  // namespace bw

@@ -1,6 +1,7 @@
 #include "designer/model/design_store.h"
 
 #include <limits>
+#include <span>
 
 #include "design_items.h"
 #include "designer/model/design_records.h"
@@ -41,16 +42,15 @@ TEST_F(DesignStoreTest, FirstStart) {
     ASSERT_TRUE(Load());
     LoadDesignTables(design_, *settings_);
     EXPECT_THAT(design_.ChrData, ElementsAreArray(tiles_));
-    EXPECT_THAT(design_.DefaultChrData, ElementsAreArray(tiles_));
     EXPECT_EQ(design_.ArrowTile, CursorTile(0xFFFFFFFF, 31));
     EXPECT_THAT(design_.ArrowTileList, ElementsAre(CursorTile(0, 2), CursorTile(1, 3),
                                                    CursorTile(2, 18), CursorTile(3, 19)));
     for (size_t code = 0; code < kCharMapSize; ++code)
         EXPECT_EQ(design_.CharMapData[code], code >= 33 && code <= 127 ? code : 0) << code;
-    const std::pair<size_t, int> attributes[] = {{0, 0x00},  {7, 0x00},  {8, 0x55},  {47, 0x55},
-                                                 {48, 0xA5}, {55, 0xA5}, {56, 0xAA}, {63, 0xAA}};
-    for (const auto& [place, value] : attributes)
-        EXPECT_EQ(design_.Attributes[place], value);
+    EXPECT_EQ(design_.Attributes, kDefaultAttributes);
+    for (const auto& [row, value] :
+         {std::pair{0, 0x00}, {1, 0x55}, {5, 0x55}, {6, 0xA5}, {7, 0xAA}})
+        EXPECT_THAT(std::span(design_.Attributes).subspan(row * 8u, 8), Each(value));
     EXPECT_THAT(design_.BkgPalette, ElementsAre(0x0F, 0x24, 0x23, 0x23, 0x0F, 0x21, 0x21, 0x21,
                                                 0x0F, 0x27, 0x22, 0x22, 0x0F, 0x22, 0x22, 0x22));
     EXPECT_THAT(design_.SpritePalette, ElementsAre(0x0F, 0x20, 0x27, 0x22, 0x0F, 0x24, 0x24, 0x24,
@@ -74,13 +74,10 @@ TEST_F(DesignStoreTest, StoredValuesReplaceTheDefaults) {
         LoadDesignTables(design_, *settings_);
         EXPECT_THAT(design_.DefaultChrData, ElementsAreArray(tiles_));
         EXPECT_THAT(design_.BkgTileList, IsEmpty());
-        EXPECT_EQ(design_.ArrowTile.Palette, fits ? 0x11 : 0);
-        EXPECT_EQ(design_.ChrData[5], fits ? 0x11 : 6);
-        EXPECT_EQ(design_.CharMapData['A'], fits ? 0x11 : 'A');
-        EXPECT_EQ(design_.BigSprite, fits ? 0x11 : 0);
-        EXPECT_EQ(design_.Attributes[8], fits ? 0x11 : 0x55);
-        EXPECT_EQ(design_.BkgPalette[1], fits ? 0x11 : 0x24);
-        EXPECT_EQ(design_.SpritePalette[1], fits ? 0x11 : 0x20);
+        const Bytes read{design_.ArrowTile.Palette, design_.ChrData[5],    design_.CharMapData['A'],
+                         design_.BigSprite,         design_.Attributes[8], design_.BkgPalette[1],
+                         design_.SpritePalette[1]};
+        EXPECT_EQ(read, fits ? Bytes(7, 0x11) : (Bytes{0, 6, 'A', 0, 0x55, 0x24, 0x20}));
     }
 }
 
@@ -96,9 +93,8 @@ TEST_F(DesignStoreTest, ShortLargeCursorIsReplacedByOneMadeFromTheSmallCursor) {
     StoreTiles("ArrowTileList", {{10, 10}, {10, 10}, {10, 10}}, 99);
     StoreTiles("ArrowTile", {{20, 12}}, 31);  // as pixels: 20 * 8 - 18, 12 * 8 - 4
     ASSERT_TRUE(Load());
-    EXPECT_THAT(design_.ArrowTileList,
-                ElementsAre(CursorTile(0, 2, 142, 92), CursorTile(1, 3, 142, 92),
-                            CursorTile(2, 18, 142, 92), CursorTile(3, 19, 142, 92)));
+    EXPECT_THAT(design_.ArrowTileList, ElementsAre(Item(142, 92, 2), Item(142, 92, 3),
+                                                   Item(142, 92, 18), Item(142, 92, 19)));
     // An absurd place does no harm.
     design_.ArrowTileList.clear();
     constexpr int32_t kMax = std::numeric_limits<int32_t>::max();
@@ -113,21 +109,20 @@ TEST_F(DesignStoreTest, ListsThatHoldItemsAreLeftAlone) {
         StoreTiles(name, std::vector<Pos>(5), 3);
     Bytes texts;
     AppendText(texts, {.text = u"stored"});
+    AppendText(texts, {.text = u"another"});
     Store("CustomText", texts);
     const auto sizes = [&] {
-        return std::vector<size_t>{design_.BkgTileList.size(), design_.SpriteTileList.size(),
-                                   design_.ArrowTileList.size()};
+        return std::vector{design_.BkgTileList.size(), design_.SpriteTileList.size(),
+                           design_.ArrowTileList.size(), design_.CustomText.size()};
     };
     ASSERT_TRUE(Load());
-    EXPECT_THAT(sizes(), Each(5)) << "more than four stay";
-    EXPECT_EQ(design_.CustomText.at(0).Text, u"stored");
+    EXPECT_THAT(sizes(), ElementsAre(5, 5, 5, 2)) << "more than four stay";
     design_.BkgTileList.resize(1);
     design_.SpriteTileList.resize(1);
     design_.ArrowTileList.resize(4);
-    design_.CustomText[0].Text = u"edited";
+    design_.CustomText.resize(1);
     ASSERT_TRUE(Load());
-    EXPECT_THAT(sizes(), ElementsAre(1, 1, 4));
-    EXPECT_EQ(design_.CustomText.at(0).Text, u"edited");
+    EXPECT_THAT(sizes(), ElementsAre(1, 1, 4, 1));
 }
 
 TEST_F(DesignStoreTest, TileSetIsTakenOnceAndWithinBounds) {
@@ -138,10 +133,10 @@ TEST_F(DesignStoreTest, TileSetIsTakenOnceAndWithinBounds) {
     tiles_.assign(100, 0x99);
     ASSERT_TRUE(Load());
     EXPECT_EQ(design_.ChrData, first);
-    DesignStore other;
-    EXPECT_TRUE(LoadDesignData(other, *settings_, tiles_));
-    EXPECT_EQ(other.ChrData[99], 0x99);
-    EXPECT_EQ(other.ChrData[100], 0) << "the rest stays empty";
+    design_ = {};
+    ASSERT_TRUE(Load());
+    EXPECT_EQ(design_.ChrData[99], 0x99);
+    EXPECT_EQ(design_.ChrData[100], 0) << "the rest stays empty";
 }
 
 TEST_F(DesignStoreTest, WithoutATileSetTheLaterStepsDoNotRun) {
@@ -158,12 +153,39 @@ TEST_F(DesignStoreTest, AddressesStoredAsBinaryAreRefused) {
     for (const char* name : {"CaptionPpuAddr", "PageNumberPpuAddr", "ItemPpuAddr"})
         Store(name, {0x00, 0x21, 0, 0});
     LoadDesignTables(design_, *settings_);
-    EXPECT_EQ(design_.CaptionPpuAddr, 0x204Cu);
-    EXPECT_EQ(design_.PageNumberPpuAddr, 0x236Du);
-    EXPECT_EQ(design_.ItemPpuAddr, 0x20A9u);
+    EXPECT_THAT(
+        (std::vector{design_.CaptionPpuAddr, design_.PageNumberPpuAddr, design_.ItemPpuAddr}),
+        ElementsAre(0x204C, 0x236D, 0x20A9));
     settings_->RegWriteDword(kDesignKey, "ItemPpuAddr", 0x2100);
     LoadDesignTables(design_, *settings_);
     EXPECT_EQ(design_.ItemPpuAddr, 0x2100u);
+}
+
+TEST(TextRecords, OtherTypesArePassedOverAndReadingEndsAtDamage) {
+    const auto text = [](int32_t x, int32_t y, const std::u16string& words) {
+        Bytes bytes;
+        AppendText(bytes, {.x = x, .y = y, .text = words});
+        return bytes;
+    };
+    const std::u16string longest(260, u'A');
+    Bytes other;
+    AppendText(other, {.type = 12, .text = u"not a text"});
+    const Bytes good =
+        text(-2, 29, u"A\u9B42") + other + Chunk(99, {}) + text(3, 0, u"") + text(0, 0, longest);
+    const TextRecord damages[] = {
+        {.text = u"bad", .size = 1000},    {.text = u"bad", .size = 0xFFFFFFFF},
+        {.text = u"bad", .size = 11},  // no room for the place
+        {.text = u"bad", .textBytes = 16}, {.text = u"bad", .textBytes = 0xFFFFFFFF},
+        {.text = u"bad", .textBytes = 5},  {.text = longest + u"A"}};
+    for (const TextRecord& record : damages) {
+        Bytes bytes = good;
+        AppendText(bytes, record);
+        EXPECT_THAT(ReadTextItems(bytes + good),
+                    ElementsAre(TextItem{.Index = 0, .X = -2, .Y = 29, .Text = u"A\u9B42"},
+                                TextItem{.Index = 1, .X = 3, .Y = 0, .Text = u""},
+                                TextItem{.Index = 2, .Text = longest}))
+            << record.size << " " << record.textBytes;
+    }
 }
 
 }  // namespace

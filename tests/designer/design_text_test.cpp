@@ -9,7 +9,7 @@
 #include "designer/files/design_folder.h"
 #include "designer/files/png_file.h"
 #include "designer/files/tile_picture.h"
-#include "designer/model/tiles.h"
+#include "designer/model/design_records.h"
 #include "designer/record_bytes.h"
 #include "support/text.h"
 
@@ -21,7 +21,6 @@ using test::WriteText;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr Language kEnglish = Language::kEnglish;
 constexpr std::string_view kNoTile =
     " .. .. .. .. .. .. .. .. .. .. .. .. .. .. .. .. .. .. .. .. .. .. .. .. .. .. .. .. .. .. ..";
 
@@ -48,22 +47,13 @@ std::string Described(const Bytes& bytes) {
 }
 
 Bytes Tile(uint32_t index, int32_t x, int32_t y, uint8_t tile) {
-    Bytes bytes;
-    Append32(bytes, index);
-    Append32(bytes, static_cast<uint32_t>(x));
-    Append32(bytes, static_cast<uint32_t>(y));
-    Append32(bytes, 0);
-    bytes.insert(bytes.end(), {tile, 0, 0, 0});
-    return bytes;
+    return StoredTile({.Index = index, .X = x, .Y = y, .Tile = tile});
 }
 
 // Each statement in the words that are written, and the chunk that it stands for.
 TEST(DesignText, EveryStatementIsOneChunk) {
-    struct Case {
-        std::string text;
-        Bytes chunk;
-    };
-    const std::vector<Case> cases{
+    const std::string counting = " 24 25 26 27 28 29 2A 2B 2C 2D 2E 2F 30 31 32 33";
+    const std::pair<std::string, Bytes> cases[] = {
         {"tile -2 31 0A", Chunk(12, Tile(0, -2, 31, 0x0A))},
         {"tile 1 2 03 palette=4 flags=9 index=5 selected=6 reserved=7",
          Chunk(12, {5, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 6, 0, 0, 0, 3, 4, 9, 7})},
@@ -72,22 +62,17 @@ TEST(DesignText, EveryStatementIsOneChunk) {
         {"sprite 0 0 00 index=4294967295", Chunk(13, Tile(0xFFFFFFFF, 0, 0, 0))},
         {"cursor 8 9 1F", Chunk(14, Tile(0, 8, 9, 31))},
         {"large-cursor-tile 8 9 02", Chunk(15, Tile(0, 8, 9, 2))},
-        {"background-palette 0F 24 23 23 0F 21 21 21 0F 27 22 22 0F 22 22 22",
-         Chunk(2, {0x0F, 0x24, 0x23, 0x23, 0x0F, 0x21, 0x21, 0x21, 0x0F, 0x27, 0x22, 0x22, 0x0F,
-                   0x22, 0x22, 0x22})},
-        {"sprite-palette 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 01",
-         Chunk(3, {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1})},
+        {"background-palette" + counting, Chunk(2, Counting(16, 0x24))},
+        {"sprite-palette" + counting, Chunk(3, Counting(16, 0x24))},
         {"caption-position -1 2", Chunk(9, {0xFF, 0xFF, 0xFF, 0xFF, 2, 0, 0, 0})},
         {"page-number-position 13 27", Chunk(10, {13, 0, 0, 0, 27, 0, 0, 0})},
         {"items-position 9 5", Chunk(11, {9, 0, 0, 0, 5, 0, 0, 0})},
         {R"(caption "A \"B\" \\ #\u000A\uD800")",
-         Chunk(8, {'A', 0,    ' ', 0,   '"', 0,   'B', 0,  '"', 0, ' ',
-                   0,   '\\', 0,   ' ', 0,   '#', 0,   10, 0,   0, 0xD8})},
+         Chunk(8, Units(u"A \"B\" \\ #\n") + Bytes{0, 0xD8})},
         {"caption \"\"", Chunk(8, {})},
-        {"caption \"\xF0\x9F\x98\x80\xE9\xAD\x82\"",
-         Chunk(8, {0x3D, 0xD8, 0x00, 0xDE, 0x42, 0x9B})},
-        {"text -3 4 \"HI\"", Chunk(6, {0xFD, 0xFF, 0xFF, 0xFF, 4, 0, 0, 0, 4, 0, 0, 0,
-                                       'H',  0,    'I',  0,    0, 0, 0, 0, 0, 0, 0, 0})},
+        {"caption \"\xF0\x9F\x98\x80\xE9\xAD\x82\"", Chunk(8, Units(u"\U0001F600\u9B42"))},
+        {"text -3 4 \"HI\"",
+         Chunk(6, Bytes{0xFD, 0xFF, 0xFF, 0xFF, 4, 0, 0, 0, 4, 0, 0, 0} + Units(u"HI") + Bytes(8))},
         {"large-cursor 1", Chunk(28, {1})},
         {"tall-sprites 255", Chunk(29, {255})},
         {"chunk 29 01 02", Chunk(29, {1, 2})},
@@ -96,12 +81,11 @@ TEST(DesignText, EveryStatementIsOneChunk) {
         {"chunk 12 07", Chunk(12, {7})},
         {"chunk 11 00 00 00 00 00 00 00 00 00", Chunk(11, Bytes(9))},
         {"chunk 6 00 00 00 00 00 00 00 00 02 00 00 00 41 00",
-         Chunk(6, {0, 0, 0, 0, 0, 0, 0, 0, 2, 0, 0, 0, 'A', 0})},
-    };
-    for (const Case& test : cases) {
-        EXPECT_EQ(Parse(test.text).problem, "") << test.text;
-        EXPECT_EQ(Parse(test.text).bytes, test.chunk) << test.text;
-        EXPECT_THAT(Described(test.chunk), HasSubstr("\n" + test.text + "\n"));
+         Chunk(6, {0, 0, 0, 0, 0, 0, 0, 0, 2, 0, 0, 0, 'A', 0})}};
+    for (const auto& [text, chunk] : cases) {
+        EXPECT_EQ(Parse(text).problem, "");
+        EXPECT_EQ(Parse(text).bytes, chunk) << text;
+        EXPECT_THAT(Described(chunk), HasSubstr("\n" + text + "\n"));
     }
     const Bytes unknown = Chunk(99, {}) + Chunk(4294967295, {1}, {}, 2, 3) + Chunk(28, {0});
     EXPECT_THAT(Described(unknown),
@@ -124,12 +108,10 @@ TEST(DesignText, TablesAndScreensTakeRows) {
 
     // A corner of the screen, then the next picture over it, then single items.
     Bytes items;
-    for (uint8_t i = 0; i < 10; ++i)
-        items = items + Chunk(12, Tile(i, i, 29, i));
-    for (uint8_t i = 10; i < 19; ++i)
-        items = items + Chunk(12, Tile(i, 31, i, i));
-    for (uint8_t i = 19; i < 22; ++i)
-        items = items + Chunk(12, Tile(i, 5, 0, i));
+    for (uint8_t i = 0; i < 22; ++i)
+        items = items + Chunk(12, i < 10   ? Tile(i, i, 29, i)
+                                  : i < 19 ? Tile(i, 31, i, i)
+                                           : Tile(i, 5, 0, i));
     const std::string screen = Described(items);
     EXPECT_EQ(Parse(screen).bytes, items);
     EXPECT_THAT(screen, HasSubstr("    00 01 02 03 04 05 06 07 08 09 .. "));
@@ -138,10 +120,8 @@ TEST(DesignText, TablesAndScreensTakeRows) {
 }
 
 TEST(DesignText, PeopleWriteFreely) {
-    const Parsed parsed = Parse(
-        "\xEF\xBB\xBF# my screen\r\n\r\n\tlarge-cursor   1 # one\r\n"
-        "sprite 1 2 0a reserved=0 behind palette=1#no comment");
-    EXPECT_THAT(parsed.problem, HasSubstr("palette=1#no"));
+    EXPECT_THAT(Parse("sprite 1 2 0a behind palette=1#no comment").problem,
+                HasSubstr("palette=1#no"));
     const Parsed good = Parse(
         "\xEF\xBB\xBF# my\r\n\r\n\tsprite 1 2 0a behind palette=1 # x\r\n"
         "sprite 1 2 0A  flags=4 palette=1");
@@ -152,13 +132,8 @@ TEST(DesignText, PeopleWriteFreely) {
 }
 
 TEST(DesignText, ProblemsNameTheirLine) {
-    struct Case {
-        std::string text;
-        std::string problem;
-    };
     const std::string row = " .." + std::string(kNoTile) + "\n";
-    const std::vector<Case> cases{
-        {"", "1: nothing in the text belongs to a design"},
+    const std::pair<std::string, const char*> cases[] = {
         {"# only\n\n# this\n", "3: nothing in the text belongs to a design"},
         {"chunk 99 01", "1: nothing in the text belongs to a design"},
         {"tall-sprites 1\n\nTall-sprites 1", "3: \"Tall-sprites\" was found, a statement was"},
@@ -194,14 +169,11 @@ TEST(DesignText, ProblemsNameTheirLine) {
         {"tiles", "1: the line ends, the name of a picture was expected"},
         {"chunk", "1: the line ends, a type"},
         {"chunk 28 size=1 00", "1: \"size=1\" was found, reserved= or version="},
-        {"chunk 28 0102", "1: \"0102\" was found, a byte of two hexadecimal digits"},
-        {"chunk 2 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00",
-         "1: it has 17 bytes, at most 16 were expected"},
-        {"chunk 6 00", "1: it has 1 bytes, a placed text takes at least 12"},
-    };
-    for (const Case& test : cases) {
-        const Parsed parsed = Parse(test.text);
-        EXPECT_THAT(parsed.problem, StartsWith(test.problem)) << test.text;
+        {"chunk 28 1", "1: \"1\" was found, a byte of two hexadecimal digits"},
+        {"chunk 6 00", "1: it has 1 bytes, a placed text takes at least 12"}};
+    for (const auto& [text, problem] : cases) {
+        const Parsed parsed = Parse(text);
+        EXPECT_THAT(parsed.problem, StartsWith(problem)) << text;
         EXPECT_TRUE(parsed.bytes.empty());
     }
 }
@@ -262,14 +234,8 @@ class DesignFolder : public testing::Test {
         bytes_ = WriteDesign(document) + Chunk(4, Bytes(kChrDataSize, 1));
         WriteText(file_, std::string(bytes_.begin(), bytes_.end()));
     }
-    std::string Unpack() {
-        const DesignProblem problem = UnpackDesign(file_, unpacked_, kEnglish);
-        return problem ? ToUtf8(FullText(*problem)) : "";
-    }
-    std::string Pack(Bytes& bytes) {
-        const DesignProblem problem = PackDesign(unpacked_, bytes, kEnglish);
-        return problem ? ToUtf8(FullText(*problem)) : "";
-    }
+    std::string Unpack() { return Words(UnpackDesign(file_, unpacked_, kEnglish)); }
+    std::string Pack(Bytes& bytes) { return Words(PackDesign(unpacked_, bytes, kEnglish)); }
 
     TemporaryFolder folder_;
     std::filesystem::path file_ = folder_ / "design.fcm";

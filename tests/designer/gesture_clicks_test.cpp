@@ -1,9 +1,10 @@
 // Clicks on the views, the modes of quick work, the rubber band, double clicks and keys.
 
-#include <functional>
+#include <span>
 
 #include "designer/tools/list_tools.h"
 #include "gesture_bench.h"
+#include "record_bytes.h"
 
 namespace bw {
 namespace {
@@ -12,6 +13,15 @@ using enum Control;
 using testing::ElementsAre;
 
 class GestureClicks : public testing::Test, protected GestureBench {};
+
+// A 1 for each selected item of the lists, a 0 for each other one.
+std::string Marks(std::initializer_list<const std::vector<TileItem>*> lists) {
+    std::string text;
+    for (const auto* list : lists)
+        for (const TileItem& item : *list)
+            text += item.IsSelected() ? '1' : '0';
+    return text;
+}
 
 TEST_F(GestureClicks, EditorsPaintWhileTheButtonIsDown) {
     for (const auto& [table, editor] :
@@ -24,8 +34,8 @@ TEST_F(GestureClicks, EditorsPaintWhileTheButtonIsDown) {
               {'M', kNowhere, ""},
               {'R', In(editor, 3, 2), ""},
               {'M', In(editor, 4, 2), ""}});
-        EXPECT_EQ(TileAt(store, table, 0x23)[2], 0x60) << "the release doesn't paint";
-        EXPECT_EQ(TileAt(store, table, 0x23)[10], 0x60);
+        const Tile tile = TileAt(store, table, 0x23);
+        EXPECT_EQ(tile[2] << 8 | tile[10], 0x6060) << "the release doesn't paint";
     }
     EXPECT_EQ(Steps(), 3u) << "a stroke is one step";
 }
@@ -70,9 +80,8 @@ TEST_F(GestureClicks, QuickReplacementsWalkOn) {
           {'C', In(kBkgTileList, 6, 1), "tile 6,1"},
           {'C', In(kBkgTileList, 7, 1), "tile 7,1"},
           {'D', In(kSourceStrip, 2), ""}});  // double clicks don't count in this mode
-    EXPECT_EQ(store.CharMapData[32 + 61], 0x14);
-    EXPECT_EQ(store.CharMapData[32 + 62], 0x15);
-    EXPECT_EQ(store.CharMapData[32 + 63], 0x17) << "stays on the last one";
+    EXPECT_THAT(std::span(store.CharMapData).subspan(32 + 61, 3), ElementsAre(0x14, 0x15, 0x17))
+        << "stays on the last one";
     copy.QuickReplaceFromBkg = false;
 
     copy.QuickReplaceToBkg = true;
@@ -81,8 +90,7 @@ TEST_F(GestureClicks, QuickReplacementsWalkOn) {
     Play({{'P', In(kTargetStrip, 1), "tile 0,3 target 1"},  // one tile a press
           {'M', In(kTargetStrip, 9), "target 9"},
           {'R', In(kTargetStrip, 2), ""}});
-    EXPECT_EQ(ByteOf(store, kBkg, 0x2F), 33);
-    EXPECT_EQ(ByteOf(store, kBkg, 0x30), 0);
+    EXPECT_THAT(BytesOf(store, kBkg, {0x2F, 0x30}), ElementsAre(33, 0));
     copy.QuickReplaceToBkg = false;
 
     // The background's side, even here.
@@ -90,7 +98,7 @@ TEST_F(GestureClicks, QuickReplacementsWalkOn) {
     Play({{'C', In(kSpriteTileList, 15, 15), "sprite 15,15 side 0"}});
     copy.SpritePaletteActive = true;
     Play({{'C', In(kTargetStrip, 63), "target 63 side 0"}});  // there is no next tile
-    EXPECT_EQ(ByteOf(store, kSp, 255), 95);
+    EXPECT_THAT(BytesOf(store, kSp, {255}), ElementsAre(95));
 }
 
 TEST_F(GestureClicks, QuickActionPlacesTilesAndWalksOn) {
@@ -110,10 +118,9 @@ TEST_F(GestureClicks, QuickActionPlacesTilesAndWalksOn) {
     EXPECT_THAT(store.SpriteTileList, ElementsAre(Item(248, 48, 0x15)));
 
     // The end comes two rows below the screen, by the product that the walk is bounded with.
-    for (const auto& [from, then] : {std::pair{Pos{31, 29}, Pos{0, 30}},
-                                     {{31, 30}, {0, 31}},
-                                     {{28, 31}, {29, 31}},
-                                     {{29, 31}, {29, 31}}}) {
+    const std::pair<Pos, Pos> ends[] = {
+        {{31, 29}, {0, 30}}, {{31, 30}, {0, 31}}, {{28, 31}, {29, 31}}, {{29, 31}, {29, 31}}};
+    for (const auto& [from, then] : ends) {
         copy.NameCellPos = from;
         Click(In(kBkgTileList, 0));
         EXPECT_EQ(copy.NameCellPos, then) << from.X << "," << from.Y;
@@ -131,9 +138,8 @@ TEST_F(GestureClicks, TheScreenSelectsOrPaintsAttributes) {
     store.ArrowTile.Selected = 1;
     copy.SpritePaletteActive = true;
     Play({{'P', In(kNameTable, 6, 7), "cell 6,7"}});  // the rest follows with the next event
-    EXPECT_EQ(store.BkgTileList[0].Selected + store.SpriteTileList[0].Selected +
-                  store.ArrowTileList[0].Selected + store.ArrowTile.Selected,
-              0u);
+    EXPECT_EQ(Marks({&store.BkgTileList, &store.SpriteTileList, &store.ArrowTileList}), "000");
+    EXPECT_EQ(store.ArrowTile.Selected, 0u);
     EXPECT_TRUE(Move(In(kNameTable, 9, 10)).Has(View::kNameTable));
     EXPECT_TRUE(Move(In(kNameTable, 9, 10)).Empty()) << "nothing new";
     Play({{'M', In(kNameTable, 8, 8), "cell 8,8 attr 4,4 quad 0 bkg 1"},
@@ -145,18 +151,15 @@ TEST_F(GestureClicks, TheScreenSelectsOrPaintsAttributes) {
     Play({{'P', In(kNameTable, 0, 0), "cell 0", kCtrl},
           {'M', In(kNameTable, 5, 2), "cell 5,2 attr 2,1 byte 1", kCtrl},
           {'R', In(kNameTable, 31, 29), "attr 15,14 byte 7,7", kCtrl}});
-    EXPECT_EQ(store.Attributes[0], 0xE4);
     EXPECT_EQ(store.Attributes[1], 0xD4) << "bottom left: 1";
-    EXPECT_EQ(store.Attributes[63], 0xE4) << "top right is 1 already";
+    EXPECT_EQ(std::ranges::count(store.Attributes, 0xE4), 63) << "top right is 1 already";
     EXPECT_EQ(copy.CurrentAttribute, 0xE4);
 }
 
 TEST_F(GestureClicks, AttributeViewAndPalettesActOnTheCurrentPlaces) {
     store.Attributes.fill(0xE4);
-    for (size_t i = 0; i < kPaletteSize; ++i) {
-        store.BkgPalette[i] = static_cast<uint8_t>(i + 0x10);
-        store.SpritePalette[i] = static_cast<uint8_t>(i + 0x20);
-    }
+    std::ranges::copy(Counting(kPaletteSize, 0x10), store.BkgPalette.begin());
+    std::ranges::copy(Counting(kPaletteSize, 0x20), store.SpritePalette.begin());
     Click(In(kNameTable, 4, 0));
     copy.SpritePaletteActive = true;
     Play({{'P', In(kAttribute, 0, 1), ""},
@@ -176,13 +179,14 @@ TEST_F(GestureClicks, AttributeViewAndPalettesActOnTheCurrentPlaces) {
     Click(In(kNameTable, 4, 0));
     EXPECT_EQ(pickAgain(), 0x03);
 
-    store.SpriteTileList = store.ArrowTileList = {{.Selected = 1}, {}};
-    store.ArrowTile.Selected = 1;
+    TileItem item{.Selected = 1};
+    store.SpriteTileList = store.ArrowTileList = {item, {}};
+    store.ArrowTile = item;
     Play({{'C', In(kSpritePalette, 11), "sp 11 colour 11,2 side 1"}});
-    EXPECT_EQ(store.SpriteTileList[0].Palette * 10 + store.SpriteTileList[1].Palette, 20);
-    EXPECT_EQ(store.ArrowTileList[0].Palette * 10 + store.ArrowTileList[1].Palette, 20);
-    EXPECT_EQ(store.ArrowTile.Palette, 2);
-    store.ArrowTile.Palette = 0;
+    item.Palette = 2;
+    EXPECT_THAT(store.SpriteTileList, ElementsAre(item, TileItem{}));
+    EXPECT_THAT(store.ArrowTileList, ElementsAre(item, TileItem{}));
+    EXPECT_EQ(std::exchange(store.ArrowTile.Palette, 0), 2);
     Click(In(kSpritePalette, 11));
     EXPECT_EQ(store.ArrowTile.Palette, 0);
 }
@@ -216,10 +220,7 @@ TEST_F(GestureClicks, TheRubberBandSelectsWhatItTouches) {
     store.BkgTileSelected[7] = store.SpriteTileSelected[9] = 1;
     // Tiles, sprites, and the tiles of both tables.
     const auto selected = [&] {
-        std::string text;
-        for (const auto* list : {&store.BkgTileList, &store.SpriteTileList})
-            for (const TileItem& item : *list)
-                text += item.IsSelected() ? '1' : '0';
+        std::string text = Marks({&store.BkgTileList, &store.SpriteTileList});
         for (const auto* marks : {&store.BkgTileSelected, &store.SpriteTileSelected})
             (text += ' ') += std::to_string(std::ranges::count(*marks, 1));
         return text;
@@ -230,8 +231,8 @@ TEST_F(GestureClicks, TheRubberBandSelectsWhatItTouches) {
     EXPECT_EQ(mouse.Mode(), MouseMode::kIdle);
     const Views stale = Move(Screen(47, 47), kCtrl);
     EXPECT_TRUE(stale.Has(View::kNameTable) && stale.Has(View::kSpriteTileList));
-    EXPECT_EQ(mouse.Bands()->nameTable.press, (Point{80, 80}));
-    EXPECT_EQ(mouse.Bands()->nameTable.current, (Point{47, 47}));
+    const RubberBand band = mouse.Bands()->nameTable;
+    EXPECT_TRUE(band.press == (Point{80, 80}) && band.current == (Point{47, 47}));
     EXPECT_EQ(selected(), "111101 1 1") << "Ctrl adds";
     Move(Screen(48, 47));
     EXPECT_EQ(selected(), "010100 0 0");
@@ -271,24 +272,21 @@ TEST_F(GestureClicks, ShiftDuringAGestureIsNoRubberBand) {
 }
 
 TEST_F(GestureClicks, DoubleClicksToggleTheSelection) {
-    struct Case {
+    const struct {
         Point at;
         std::string marks;  // sprites, tiles, arrows, cursor
-        std::function<void(WorkingCopy&)> setUp;
-    };
-    const std::vector<Case> cases = {
-        {{210, 205}, "00000000001", {}},
-        {{210, 205}, "00000010000", [](WorkingCopy& c) { c.document.BigCursor = 1; }},
-        {{210, 205}, "10000000000", [](WorkingCopy& c) { c.Show_Cursor = false; }},
-        {{100, 100}, "01000000000", {}},  // the first of two; the tile below isn't reached
-        {{100, 99}, "00010000000", {}},   // a line above: a tile
-        {{100, 117}, "00000000000", {}},
-        {{100, 117}, "01000000000", [](WorkingCopy& c) { c.Store().BigSprite = 1; }},
-        {{100, 100}, "00000000000", [](WorkingCopy& c) { c.Show_Bg_Tile = false; }},
-        {{100, 100}, "01000000000", [](WorkingCopy& c) { c.Show_Sp_Tile = false; }},
-        {{325, 325}, "00001000000", {}},
-    };
-    for (const Case& c : cases) {
+        void (*setUp)(WorkingCopy&) = [](WorkingCopy&) {};
+    } cases[] = {{{210, 205}, "00000000001"},
+                 {{210, 205}, "00000010000", [](WorkingCopy& c) { c.document.BigCursor = 1; }},
+                 {{210, 205}, "10000000000", [](WorkingCopy& c) { c.Show_Cursor = false; }},
+                 {{100, 100}, "01000000000"},  // the first of two; the tile below isn't reached
+                 {{100, 99}, "00010000000"},   // a line above: a tile
+                 {{100, 117}, "00000000000"},
+                 {{100, 117}, "01000000000", [](WorkingCopy& c) { c.Store().BigSprite = 1; }},
+                 {{100, 100}, "00000000000", [](WorkingCopy& c) { c.Show_Bg_Tile = false; }},
+                 {{100, 100}, "01000000000", [](WorkingCopy& c) { c.Show_Sp_Tile = false; }},
+                 {{325, 325}, "00001000000"}};
+    for (const auto& c : cases) {
         GestureBench bench;
         DesignStore& items = bench.store;
         items.ArrowTile = {.X = 100, .Y = 100};
@@ -296,14 +294,10 @@ TEST_F(GestureClicks, DoubleClicksToggleTheSelection) {
         items.SpriteTileList = {{.X = 104, .Y = 100}, {.X = 50, .Y = 50}, {.X = 50, .Y = 50}};
         items.BkgTileList = {{.X = 6, .Y = 6}, {.X = 20, .Y = 20}, {.X = 20, .Y = 20}};
         const auto marks = [&] {
-            std::string text;
-            for (const auto* list :
-                 {&items.SpriteTileList, &items.BkgTileList, &items.ArrowTileList})
-                for (const TileItem& item : *list)
-                    text += item.IsSelected() ? '1' : '0';
-            return text + (items.ArrowTile.IsSelected() ? '1' : '0');
+            return Marks({&items.SpriteTileList, &items.BkgTileList, &items.ArrowTileList}) +
+                   (items.ArrowTile.IsSelected() ? '1' : '0');
         };
-        if (c.setUp) c.setUp(bench.copy);
+        c.setUp(bench.copy);
         bench.DoubleClick(bench.Screen(c.at.x, c.at.y));
         EXPECT_EQ(marks(), c.marks) << c.at.x << "," << c.at.y;
         EXPECT_EQ(bench.Steps(), c.marks.find('1') == std::string::npos ? 0u : 2u);
@@ -315,20 +309,17 @@ TEST_F(GestureClicks, DoubleClicksToggleTheSelection) {
 }
 
 TEST_F(GestureClicks, DoubleClicksExchangeTheTilesOfTheSelected) {
-    const TileItem selected{.Selected = 1, .Tile = 1};
-    const TileItem other{.Tile = 1};
-    store.BkgTileList = store.SpriteTileList = store.ArrowTileList = {selected, other};
-    store.ArrowTile = selected;
+    store.ArrowTile = {.Selected = 1, .Tile = 1};
+    store.BkgTileList = store.SpriteTileList = store.ArrowTileList = {store.ArrowTile, {.Tile = 1}};
     store.CharMapData[32 + 9] = 0x77;
     Play({{'D', In(kSourceStrip, 9), "source 9"}});  // only a press shows the tile
     DoubleClick(In(kBkgTileList, 4, 2));
-    EXPECT_THAT(store.BkgTileList, ElementsAre(Item(0, 0, 0x24), Item(0, 0, 1)));
+    EXPECT_THAT(Tiles(store.BkgTileList), ElementsAre(-0x24, 1));
     for (const bool tall : {false, true}) {
         copy.document.BigCursor = store.BigSprite = tall ? 1 : 0;
-        const int tile = tall ? 0x27 : 0x26;
         DoubleClick(In(kSpriteTileList, 6, 2));
-        EXPECT_THAT(store.SpriteTileList, ElementsAre(Item(0, 0, tile), Item(0, 0, 1)));
-        EXPECT_THAT(store.ArrowTileList, ElementsAre(Item(0, 0, tall ? tile : 1), Item(0, 0, 1)));
+        EXPECT_THAT(Tiles(store.SpriteTileList), ElementsAre(tall ? -0x27 : -0x26, 1));
+        EXPECT_THAT(Tiles(store.ArrowTileList), ElementsAre(tall ? -0x27 : -1, 1));
         EXPECT_EQ(store.ArrowTile.Tile, 0x26);
     }
 }
@@ -342,7 +333,7 @@ TEST_F(GestureClicks, StepsOfTheHistoryAreWholeGestures) {
     EXPECT_EQ(Steps(), 0u) << "nothing changed";
     mouse.MiddlePress();
     EXPECT_EQ(Steps(), 2u);
-    EXPECT_EQ(std::ranges::count(store.ArrowTileList, 1u, &TileItem::Selected), 4);
+    EXPECT_EQ(Marks({&store.ArrowTileList}), "1111");
     EXPECT_EQ(store.ArrowTile.Selected, 1u);
 
     // A second press, or the middle button, before the first one's release.

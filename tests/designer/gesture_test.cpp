@@ -3,12 +3,14 @@
 #include <limits>
 #include <tuple>
 
+#include "designer/pictures/name_table_picture.h"
 #include "gesture_bench.h"
 
 namespace bw {
 namespace {
 
 using enum Control;
+using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -46,7 +48,6 @@ TEST(DesignerLayout, FindsCellsInCentredPictures) {
         Point at;
         std::optional<Hit> hit;
     } cases[] = {
-        {{{10, 20}, 64, 32}, 64, 32, {4, 2}, {10, 20}, Hit{{0, 0}, {0, 0}}},
         {{{10, 20}, 64, 32}, 64, 32, {4, 2}, {73, 51}, Hit{{3, 1}, {15, 15}}},
         {{{10, 20}, 64, 32}, 64, 32, {4, 2}, {74, 51}, {}},
         {{{10, 20}, 64, 32}, 64, 32, {4, 2}, {9, 20}, {}},
@@ -77,71 +78,69 @@ TEST(DesignerLayout, FindsCellsInCentredPictures) {
 
 TEST_F(Gestures, EachPressStartsItsMode) {
     using enum MouseMode;
-    const auto screen = [&](Pos cell) { return In(Control::kNameTable, cell.X, cell.Y); };
+    // In a furnished designer with one of its switches toggled.
     const auto expectMode = [&](Point at, MouseMode mode, bool WorkingCopy::*field = nullptr,
-                                bool on = false, uint8_t bigCursor = 0) {
+                                uint8_t bigCursor = 0) {
         Furnished bench;
         bench.copy.document.BigCursor = bigCursor;
-        if (field != nullptr) bench.copy.*field = on;
+        if (field != nullptr) bench.copy.*field = !(bench.copy.*field);
         bench.Press(at);
         EXPECT_EQ(bench.mouse.Mode(), mode) << at.x << "," << at.y;
         EXPECT_TRUE(bench.mouse.Captured());
         bench.Release(at);
-        EXPECT_EQ(bench.mouse.Mode(), kIdle);
         EXPECT_FALSE(bench.mouse.Captured() || bench.Dragged().shown);
+        EXPECT_EQ(bench.mouse.Mode(), kIdle);
     };
     // What is hidden, or not to be dragged, leaves the press to the screen.
     const struct {
-        Pos cell;
+        Point at;
         MouseMode mode;
         bool WorkingCopy::*shown;
         uint8_t bigCursor = 0;
-    } things[] = {{{2, 0}, kDragCaption, &WorkingCopy::Show_Caption},
-                  {{6, 0}, kDragPageNumber, &WorkingCopy::ShowPageNumber},
-                  {{11, 1}, kDragItemList, &WorkingCopy::Show_List},
-                  {{15, 0}, kDragText, &WorkingCopy::Show_Custom_Text},
-                  {{16, 0}, kDragSpriteTile, &WorkingCopy::Show_Sp_Tile},
-                  {{20, 0}, kDragBkgTile, &WorkingCopy::Show_Bg_Tile},
-                  {{24, 0}, kDragCursor, &WorkingCopy::Show_Cursor},
-                  {{26, 0}, kDragBigCursor, &WorkingCopy::Show_Cursor, 1}};
-    for (const auto& [cell, mode, shown, big] : things) {
+    } things[] = {{In(kNameTable, 2), kDragCaption, &WorkingCopy::Show_Caption},
+                  {In(kNameTable, 6), kDragPageNumber, &WorkingCopy::ShowPageNumber},
+                  {In(kNameTable, 11, 1), kDragItemList, &WorkingCopy::Show_List},
+                  {In(kNameTable, 15), kDragText, &WorkingCopy::Show_Custom_Text},
+                  {In(kNameTable, 16), kDragSpriteTile, &WorkingCopy::Show_Sp_Tile},
+                  {In(kNameTable, 20), kDragBkgTile, &WorkingCopy::Show_Bg_Tile},
+                  {In(kNameTable, 24), kDragCursor, &WorkingCopy::Show_Cursor},
+                  {In(kNameTable, 26), kDragBigCursor, &WorkingCopy::Show_Cursor, 1}};
+    for (const auto& [at, mode, shown, big] : things) {
         const bool cursor = shown == &WorkingCopy::Show_Cursor;
-        expectMode(screen(cell), mode, nullptr, false, big);
-        expectMode(screen(cell), kClickNameTable, shown, false, big);
-        expectMode(screen(cell), cursor ? mode : kClickNameTable, &WorkingCopy::DragText, false,
-                   big);
-        expectMode(screen(cell), cursor ? mode : kPlaceNameCell, &WorkingCopy::QuickAction, true,
-                   big);
+        expectMode(at, mode, nullptr, big);
+        expectMode(at, kClickNameTable, shown, big);
+        expectMode(at, cursor ? mode : kClickNameTable, &WorkingCopy::DragText, big);
+        expectMode(at, cursor ? mode : kPlaceNameCell, &WorkingCopy::QuickAction, big);
     }
-    expectMode(screen({24, 0}), kClickNameTable, nullptr, false, 1);
-    for (const Pos nothing : {Pos{3, 0}, Pos{8, 0}, Pos{26, 0}})  // the second: an empty line
-        expectMode(screen(nothing), kClickNameTable);
+    expectMode(In(kNameTable, 24), kClickNameTable, nullptr, 1);
+    for (const int nothing : {3, 8, 26})  // the second: an empty line
+        expectMode(In(kNameTable, nothing), kClickNameTable);
     expectMode(kNowhere, kIdle);
-    constexpr MouseMode kOfControls[kControlCount] = {kDragBkgTile,
-                                                      kPaintBkgTile,
-                                                      kDragSpriteTile,
-                                                      kPaintSpriteTile,
-                                                      kTargetCharacter,
-                                                      kSourceCharacter,
-                                                      kDragCaption,
-                                                      kAttribute,
-                                                      MouseMode::kBkgPalette,
-                                                      MouseMode::kSpritePalette,
-                                                      MouseMode::kSystemPalette};
-    for (size_t i = 0; i < kControlCount; ++i)
-        expectMode(In(static_cast<Control>(i), 0), kOfControls[i]);
-    expectMode(In(Control::kBkgTileList, 1), kIdle, &WorkingCopy::QuickAction, true);
+    const std::pair<Control, MouseMode> controls[] = {
+        {kBkgTileList, kDragBkgTile},
+        {kBkgTileEditor, kPaintBkgTile},
+        {kSpriteTileList, kDragSpriteTile},
+        {kSpriteTileEditor, kPaintSpriteTile},
+        {kTargetStrip, kTargetCharacter},
+        {kSourceStrip, kSourceCharacter},
+        {Control::kAttribute, MouseMode::kAttribute},
+        {Control::kBkgPalette, MouseMode::kBkgPalette},
+        {Control::kSpritePalette, MouseMode::kSpritePalette},
+        {Control::kSystemPalette, MouseMode::kSystemPalette}};
+    for (const auto& [control, mode] : controls)
+        expectMode(In(control, 0), mode);
+    expectMode(In(kBkgTileList, 1), kIdle, &WorkingCopy::QuickAction);
 
     // A disabled control isn't there: what would be taken on it isn't either.
     layout.Enable(kNameTable, false);
     layout.Enable(Control::kBkgPalette, false);
-    for (const Point at : {screen({2, 0}), screen({24, 0}), In(Control::kBkgPalette, 1)}) {
+    for (const Point at : {things[0].at, things[6].at, In(Control::kBkgPalette, 1)}) {
         Press(at);
         EXPECT_EQ(mouse.Mode(), kIdle);
     }
     // Only the low 16 bits of a place count.
-    const Point tile = In(Control::kSpriteTileList, 0);
-    Press({screen({2, 0}).x, tile.y + 0x10000});
+    const Point tile = In(kSpriteTileList, 0);
+    Press({things[0].at.x, tile.y + 0x10000});
     EXPECT_EQ(mouse.Mode(), kIdle);
     Press({tile.x - 0x10000, tile.y});
     EXPECT_EQ(mouse.Mode(), kDragSpriteTile);
@@ -178,13 +177,9 @@ TEST_F(Gestures, TextsMoveByCellsWithinTheirOwnBounds) {
 TEST_F(Gestures, CustomTextsAreJudgedWhereTheyAreDropped) {
     // Where the third letter of "TEXT" is dropped. From the middle of the cell, where rounding
     // towards 0 gives the same cell on both sides.
-    for (const auto& [to, kept] : {std::pair{Pos{9, 9}, true},
-                                   {{-1, 0}, true},
-                                   {{-2, 0}, false},
-                                   {{33, 29}, true},
-                                   {{34, 0}, false},
-                                   {{5, 30}, false},
-                                   {{5, -2}, false}}) {
+    const std::pair<Pos, bool> drops[] = {{{-1, 0}, true},  {{-2, 0}, false}, {{33, 29}, true},
+                                          {{34, 0}, false}, {{5, 30}, false}, {{5, -2}, false}};
+    for (const auto& [to, kept] : drops) {
         Furnished bench;
         bench.Press(In(kNameTable, 14, 0, {0, 0}));
         EXPECT_THAT(bench.store.CustomText, IsEmpty()) << "held by the mouse";
@@ -199,8 +194,7 @@ TEST_F(Gestures, CustomTextsAreJudgedWhereTheyAreDropped) {
     copy.nextTextIndex = 7;
     Drag(In(kNameTable, 14), In(kNameTable, 14, 4), kCtrl);
     EXPECT_THAT(store.CustomText, ElementsAre(At(12, 0), At(13, 0), At(13, 4)));
-    EXPECT_EQ(store.CustomText.back().Index, 7u);
-    EXPECT_EQ(copy.nextTextIndex, 8u);
+    EXPECT_EQ(store.CustomText.back().Index * 10 + copy.nextTextIndex, 78u);
 }
 
 TEST_F(Gestures, CursorAndArrowsTakeEachOtherAlong) {
@@ -243,9 +237,8 @@ TEST_F(Gestures, CursorAndArrowsTakeEachOtherAlong) {
     for (const bool large : {false, true}) {
         copy.document.BigCursor = large ? 1 : 0;
         store.ArrowTile.Selected = store.SpriteTileList[0].Selected = 1;
-        Click(In(kNameTable, 1));
-        EXPECT_EQ(store.ArrowTile.Selected, 0u) << "though the caption takes the press";
-        EXPECT_EQ(store.SpriteTileList[0].Selected, 1u);
+        Click(In(kNameTable, 1));  // the caption takes the press
+        EXPECT_EQ(store.ArrowTile.Selected * 10 + store.SpriteTileList[0].Selected, 1u);
     }
 }
 
@@ -257,30 +250,25 @@ struct TwoTiles : GestureBench {
         store.Attributes.fill(0xE4);
         store.BkgTileList = {{.Index = 3, .X = 20, .Y = 4, .Tile = 6},
                              {.Index = 4, .X = 20, .Y = 4, .Tile = 7},
-                             {.Index = 5, .Selected = 1, .Tile = 8}};
+                             {.Index = 5, .Tile = 8}};
         store.SpriteTileList = {{.X = 200, .Y = 200, .Selected = 1}};
     }
 };
 
 TEST_F(Gestures, BackgroundItemsMoveOrAreCopiedOrLost) {
     const Point from = In(kNameTable, 20, 4);
-    const struct {
-        bool ctrl, onScreen;
-        std::vector<uint8_t> tiles;
-    } cases[] = {{false, true, {6, 8, 7}},
-                 {false, false, {6, 8}},
-                 {true, true, {6, 7, 8, 7}},
-                 {true, false, {6, 8}}};
-    for (const auto& c : cases) {
+    const Point to = In(kNameTable, 25, 9);
+    const std::tuple<Keys, Point, std::vector<int>> cases[] = {{{}, to, {6, 8, 7}},
+                                                               {{}, kNowhere, {6, 8}},
+                                                               {kCtrl, to, {6, 7, 8, 7}},
+                                                               {kCtrl, kNowhere, {6, 8}}};
+    for (const auto& [keys, at, tiles] : cases) {
         TwoTiles bench;
-        bench.Drag(from, c.onScreen ? In(kNameTable, 25, 9) : kNowhere, {c.ctrl, false});
-        std::vector<uint8_t> tiles;
-        for (const TileItem& item : bench.store.BkgTileList)
-            tiles.push_back(item.Tile);
-        EXPECT_EQ(tiles, c.tiles) << c.ctrl << c.onScreen;
+        bench.Drag(from, at, keys);
+        EXPECT_EQ(Tiles(bench.store.BkgTileList), tiles);
         EXPECT_EQ(bench.copy.BkgTilePos, (Pos{7, 0}));
         EXPECT_EQ(bench.store.SpriteTileList[0].Selected, 0u);
-        if (!c.onScreen) continue;
+        if (at == kNowhere) continue;
         EXPECT_EQ(bench.store.BkgTileList.back(),
                   (TileItem{.Index = 50, .X = 25, .Y = 9, .Tile = 7}));
         bench.session.Undo();
@@ -292,10 +280,11 @@ TEST_F(Gestures, BackgroundItemsMoveOrAreCopiedOrLost) {
     bench.copy.SpPalettePos.X = 14;
     bench.Press(from);
     EXPECT_TRUE(bench.Dragged().shown);
-    for (const auto& [control, column, row, palette] : {std::tuple{kNameTable, 3, 2, 3},
-                                                        {kSourceStrip, 9, 0, 0},
-                                                        {kBkgTileList, 9, 9, 2},
-                                                        {kSpriteTileList, 2, 1, 3}}) {
+    const std::tuple<Control, int, int, int> places[] = {{kNameTable, 3, 2, 3},
+                                                         {kSourceStrip, 9, 0, 0},
+                                                         {kBkgTileList, 9, 9, 2},
+                                                         {kSpriteTileList, 2, 1, 3}};
+    for (const auto& [control, column, row, palette] : places) {
         bench.Move(In(control, column, row));
         EXPECT_EQ(bench.Dragged().at, In(control, column, row, {-1, -1}));
         EXPECT_EQ(bench.Dragged().width * 100 + bench.Dragged().height, 1818);
@@ -329,8 +318,7 @@ TEST_F(Gestures, TilesDroppedOnTheirListMoveThereWithAllThatNamesThem) {
         bench.store.BkgTileList = {{.X = 1, .Y = 1, .Tile = 0x35}, {.X = 2, .Y = 1, .Tile = 9}};
         bench.store.CharMapData['A'] = 0x35;
         bench.Drag(In(kBkgTileList, 5, 3), In(kBkgTileList, 2, 0), {copies, false});
-        EXPECT_EQ(ByteOf(bench.store, kBkg, 2), 0x36);
-        EXPECT_EQ(ByteOf(bench.store, kBkg, 0x35), copies ? 0x36 : 0);
+        EXPECT_THAT(BytesOf(bench.store, kBkg, {2, 0x35}), ElementsAre(0x36, copies ? 0x36 : 0));
         EXPECT_THAT(bench.store.BkgTileList, ElementsAre(Item(1, 1, 2), Item(2, 1, 9)));
         EXPECT_EQ(bench.store.CharMapData['A'], 2);
         EXPECT_EQ(bench.copy.BkgTilePos, (Pos{2, 0}));
@@ -344,14 +332,12 @@ TEST_F(Gestures, TilesDroppedOnTheirListMoveThereWithAllThatNamesThem) {
     // Across the tables pixels are only copied.
     Drag(In(kBkgTileList, 1, 0), In(kSpriteTileList, 2, 0));
     Drag(In(kSpriteTileList, 5, 3), In(kBkgTileList, 3, 0));
-    EXPECT_EQ(ByteOf(store, kSp, 2), 2);
-    EXPECT_EQ(ByteOf(store, kBkg, 3), 0x35 ^ 0xFF);
-    EXPECT_EQ(ByteOf(store, kSp, 0x35), 0x35 ^ 0xFF);
+    EXPECT_THAT(BytesOf(store, kSp, {2, 0x35}), ElementsAre(2, 0x35 ^ 0xFF));
+    EXPECT_THAT(BytesOf(store, kBkg, {1, 3}), ElementsAre(2, 0x35 ^ 0xFF));
     // An item taken off the screen brings its pixels along and leaves the table's tile alone.
     store.BkgTileList = {{.X = 1, .Y = 1, .Tile = 0x20}, {.X = 2, .Y = 2, .Tile = 0x20}};
     Drag(In(kNameTable, 1, 1), In(kBkgTileList, 4, 0));
-    EXPECT_EQ(ByteOf(store, kBkg, 4), 0x21);
-    EXPECT_EQ(ByteOf(store, kBkg, 0x20), 0x21);
+    EXPECT_THAT(BytesOf(store, kBkg, {4, 0x20}), Each(0x21));
     EXPECT_THAT(store.BkgTileList, ElementsAre(Item(2, 2, 0x20)));
 }
 
@@ -365,17 +351,15 @@ TEST_F(Gestures, TallSpritesMoveInPairs) {
     EXPECT_EQ(Dragged().tiles,
               (std::vector<GhostTile>{{kSp, 0x34, 0, {1, 1}}, {kSp, 0x35, 0, {1, 17}}}));
     Release(In(kSpriteTileList, 7, 0));
-    EXPECT_EQ(ByteOf(store, kSp, 6), 0x34 ^ 0xFF);
-    EXPECT_EQ(ByteOf(store, kSp, 7), 0x35 ^ 0xFF);
-    EXPECT_EQ(ByteOf(store, kSp, 0x34) + ByteOf(store, kSp, 0x35), 0);
-    EXPECT_THAT(store.SpriteTileList,
-                ElementsAre(Item(0, 0, 7), Item(0, 0, 0x34), Item(0, 0, 0x37)))
+    EXPECT_THAT(BytesOf(store, kSp, {6, 7, 0x34, 0x35}),
+                ElementsAre(0x34 ^ 0xFF, 0x35 ^ 0xFF, 0, 0));
+    EXPECT_THAT(Tiles(store.SpriteTileList), ElementsAre(7, 0x34, 0x37))
         << "even numbers name the other table";
     EXPECT_EQ(store.ArrowTileList[0].Tile * 10 + store.ArrowTile.Tile, 77);
     EXPECT_EQ(copy.SpTilePos, (Pos{6, 0}));
 
     Drag(In(kSpriteTileList, 1, 4), In(kBkgTileList, 9, 9));
-    EXPECT_EQ(ByteOf(store, kBkg, 0x99), 0x40 ^ 0xFF) << "the upper one of the pair";
+    EXPECT_THAT(BytesOf(store, kBkg, {0x99}), Each(0x40 ^ 0xFF)) << "the upper one of the pair";
     Press(In(kSpriteTileList, 4, 3, {6, 7}));
     Move(In(kNameTable, 2, 2, {6, 7}));
     EXPECT_EQ(Dragged().at, In(kNameTable, 2, 2, {-1, -2}));
@@ -384,30 +368,21 @@ TEST_F(Gestures, TallSpritesMoveInPairs) {
 }
 
 TEST_F(Gestures, SpritesAreDroppedToTheConsolesPixel) {
-    struct Case {
+    const struct {
         Point to;  // of the sprite's corner, pixels of the screen's picture
         Keys keys;
         std::optional<Pos> then;
-    };
-    const Case cases[] = {
-        {{100, 60}, {}, Pos{50, 29}},
-        {{101, 61}, {}, Pos{50, 29}},
-        {{0, 0}, {}, Pos{0, 0}},
-        {{0, 2}, {}, Pos{0, 0}},
-        {{-2, 20}, {}, {}},
-        {{504, 472}, {}, Pos{252, 235}},
-        {{100, -2}, {}, {}},
-        {{39, 23}, kShift, Pos{16, 7}},
-        {{40, 24}, kShift, Pos{24, 15}},
-        {{-6, -6}, kShift, Pos{0, 0}},
-        {{505, 473}, kShift, Pos{248, 231}},
-    };
-    for (const Case& c : cases) {
+    } cases[] = {{{101, 61}, {}, Pos{50, 29}},    {{0, 0}, {}, Pos{0, 0}},
+                 {{0, 2}, {}, Pos{0, 0}},         {{-2, 20}, {}, {}},
+                 {{504, 472}, {}, Pos{252, 235}}, {{100, -2}, {}, {}},
+                 {{39, 23}, kShift, Pos{16, 7}},  {{40, 24}, kShift, Pos{24, 15}},
+                 {{-6, -6}, kShift, Pos{0, 0}},   {{505, 473}, kShift, Pos{248, 231}}};
+    for (const auto& c : cases) {
         GestureBench bench;
         bench.copy.DragText = true;
         bench.copy.nextSpriteIndex = 9;
-        bench.store.SpriteTileList = {{.X = 100, .Y = 50, .Tile = 1},
-                                      {.X = 100, .Y = 50, .Tile = 2, .Palette = 3, .Flags = 6}};
+        TileItem sprite{.X = 100, .Y = 50, .Tile = 2, .Palette = 3, .Flags = 6};
+        bench.store.SpriteTileList = {{.X = 100, .Y = 50, .Tile = 1}, sprite};
         // Gripped at an odd place within the sprite, which shows a line below its Y byte.
         bench.Play({{'P', Screen(200 + 7, 102 + 7), "sp 12 sprite 2 side 1"}});
         EXPECT_EQ(bench.store.SpriteTileList.size(), 1u);
@@ -420,43 +395,41 @@ TEST_F(Gestures, SpritesAreDroppedToTheConsolesPixel) {
         bench.Press(In(kSpriteTileList, 0));
         EXPECT_EQ(bench.mouse.ShownFlags(), 0);
         if (!c.then) continue;
-        const TileItem& dropped = bench.store.SpriteTileList.back();
-        EXPECT_EQ(
-            dropped,
-            (TileItem{
-                .Index = 9, .X = c.then->X, .Y = c.then->Y, .Tile = 2, .Palette = 3, .Flags = 6}));
+        sprite.Index = 9;
+        sprite.X = c.then->X;
+        sprite.Y = c.then->Y;
+        EXPECT_EQ(bench.store.SpriteTileList.back(), sprite);
         if (c.to.y == 0 || c.to.y == -6) continue;  // moved down by a line
-        EXPECT_EQ(shown, Screen(dropped.X * 2 - 1, dropped.Y * 2 + 2 - 1))
+        EXPECT_EQ(shown, Screen(sprite.X * 2 - 1, sprite.Y * 2 + 2 - 1))
             << "the ghost stood where the sprite is";
     }
 }
 
 TEST_F(Gestures, SpritesLeaveTheScreenOrFindTheListFull) {
     const TileItem sprite{.Index = 3, .X = 100, .Y = 50, .Selected = 1, .Tile = 2};
-    for (const bool ctrl : {false, true}) {
+    for (const Keys keys : {Keys{}, kCtrl}) {
         store.SpriteTileList = {sprite};
         store.BkgTileList[0].Selected = 1;
-        Press(Screen(204, 104), {ctrl, false});
-        EXPECT_EQ(store.SpriteTileList.size(), ctrl ? 1u : 0u);
+        Press(Screen(204, 104), keys);
+        EXPECT_EQ(store.SpriteTileList.size(), keys.ctrl ? 1u : 0u);
         EXPECT_EQ(store.BkgTileList[0].Selected, 0u);
         EXPECT_TRUE(Dragged().framed);
         Move(kNowhere);
         EXPECT_EQ(Dragged().at, (Point{kNowhere.x - 5, kNowhere.y - 3}));
-        Release(kNowhere, {ctrl, false});
+        Release(kNowhere, keys);
         EXPECT_THAT(store.SpriteTileList, IsEmpty()) << "the original goes as well";
     }
     store.SpriteTileList = {sprite};
     store.SpriteTileList.resize(255, {.Index = 9, .X = 0, .Y = 200});
     Drag(Screen(204, 104), Screen(300, 104), kCtrl);
-    EXPECT_EQ(store.SpriteTileList.size(), 255u) << "no room for a copy";
     Drag(Screen(204, 104), Screen(300, 104));
     Drag(In(kSpriteTileList, 0), Screen(300, 104));
-    EXPECT_EQ(store.SpriteTileList.size(), 255u);
+    EXPECT_EQ(store.SpriteTileList.size(), 255u) << "no room for a copy";
 }
 
 TEST_F(Gestures, DamagedPlacesDoNoHarm) {
     constexpr int32_t kFar = std::numeric_limits<int32_t>::max();
-    for (const int32_t place : {kFar, -kFar - 1, kFar / 2, -1, 300}) {
+    for (const int32_t place : {kFar, -kFar - 1, kFar / 2, -kFar / 2, -600, -1, 300}) {
         const Pos pos{place, place};
         copy.document.CaptionPos = copy.document.PageNumberPos = copy.document.ItemPos = pos;
         for (Pos* current : {&copy.AttrBytePos, &copy.AttrQuadrantPos, &copy.BkgPalettePos,
@@ -466,9 +439,15 @@ TEST_F(Gestures, DamagedPlacesDoNoHarm) {
         }
         store.CustomText = {{.X = place, .Y = place, .Text = u"T"}};
         store.SpriteTileList = {{.X = place, .Y = place, .Selected = 1, .Palette = 255}};
-        store.BkgTileList = {{.Index = 0xFFFFFFFF, .X = place, .Y = place}};
+        store.BkgTileList = {{.X = place, .Y = place, .Selected = 1}};
         store.ArrowTile = store.SpriteTileList[0];
-        store.ArrowTileList = {store.ArrowTile};
+        store.ArrowTileList = {4, store.ArrowTile};
+        for (const bool big : {true, false}) {
+            copy.document.BigCursor = store.BigSprite = big;
+            NameTablePicture picture;
+            picture.Compose(copy, TileImage(), std::nullopt);
+            EXPECT_EQ(picture.Picture().At({300, 300}), 0u);
+        }
         const DesignStore before = store;
         Click(In(kSystemPalette, 3));
         time += std::chrono::seconds(1);

@@ -81,40 +81,30 @@ void Crowd(WorkingCopy& copy) {
     store.BkgPalette[4] = 0x7F;                              // counts as 0x3F
     store.SpritePalette[8] = store.SpritePalette[9] = 0x0F;  // black on black that is no key
     copy.markPlaces = copy.DrawLine = false;
-    store.BkgTileList = {{.X = 0, .Y = 0, .Tile = 1, .Palette = 3},
-                         {.X = 2, .Tile = 1},
-                         {.X = 1, .Y = 2, .Tile = 1},
-                         {.X = 31, .Y = 3, .Tile = 2},
-                         {.X = 5, .Y = 5, .Tile = 2},
-                         {.X = 5, .Y = 5, .Tile = 1},
-                         {.X = 32, .Y = 0, .Tile = 2},
-                         {.X = -1, .Y = 0, .Tile = 2},
-                         {.X = 0, .Y = 30, .Tile = 2},
-                         {.X = 8, .Y = 8, .Tile = 1},
-                         {.X = 0, .Y = 9, .Tile = 2},
-                         {.X = 1, .Y = 9, .Tile = 2}};
-    store.SpriteTileList = {{.X = 0, .Y = 40, .Tile = 2},
-                            {.X = 20, .Y = 0, .Tile = 2},
-                            {.X = 20, .Y = 239, .Tile = 2},
-                            {.X = 40, .Y = 230, .Tile = 1},
-                            {.X = 250, .Y = 20, .Tile = 3},
-                            {.X = 256, .Y = 9, .Tile = 2},
-                            {.X = 60, .Y = 10, .Tile = 1, .Palette = 2, .Flags = kH},
-                            {.X = 80, .Y = 10, .Tile = 3, .Palette = 1, .Flags = kV},
-                            {.X = 64, .Y = 63, .Tile = 2, .Flags = kBehind},
-                            {.X = 90, .Y = 63, .Selected = 1, .Tile = 1, .Flags = kH | kV},
-                            {.X = 110, .Y = 63, .Tile = 2, .Palette = 1}};
-    store.CustomText = {{.X = -2, .Y = 9, .Text = u"BBA A"},
-                        {.X = 30, .Y = 9, .Text = u"BBBB"},
-                        {.X = 3, .Y = 30, .Text = u"B"},
-                        {.X = 3, .Y = 10, .Text = u"\u4E00B"}};
+    // Index, X, Y, Selected, Tile, Palette, Flags
+    store.BkgTileList = {{0, 0, 0, 0, 1, 3}, {0, 2, 0, 0, 1}, {0, 1, 2, 0, 1},  {0, 31, 3, 0, 2},
+                         {0, 5, 5, 0, 2},    {0, 5, 5, 0, 1}, {0, 32, 0, 0, 2}, {0, -1, 0, 0, 2},
+                         {0, 0, 30, 0, 2},   {0, 8, 8, 0, 1}, {0, 0, 9, 0, 2},  {0, 1, 9, 0, 2}};
+    store.SpriteTileList = {{0, 0, 40, 0, 2},
+                            {0, 20, 0, 0, 2},
+                            {0, 20, 239, 0, 2},
+                            {0, 40, 230, 0, 1},
+                            {0, 250, 20, 0, 3},
+                            {0, 256, 9, 0, 2},
+                            {0, 60, 10, 0, 1, 2, kH},
+                            {0, 80, 10, 0, 3, 1, kV},
+                            {0, 64, 63, 0, 2, 0, kBehind},
+                            {0, 90, 63, 1, 1, 0, kH | kV},
+                            {0, 110, 63, 0, 2, 1}};
+    store.CustomText = {
+        {0, -2, 9, u"BBA A"}, {0, 30, 9, u"BBBB"}, {0, 3, 30, u"B"}, {0, 3, 10, u"\u4E00B"}};
     copy.PlacedText = TextItem{.Index = 0, .X = 9, .Y = 10, .Text = u"AB"};
     store.ArrowTile = {.X = 10, .Y = 90, .Selected = 1, .Tile = 1};
-    store.ArrowTileList = {{.X = 100, .Y = 90, .Tile = 2},
-                           {.X = 108, .Y = 90, .Tile = 1},
-                           {.X = 100, .Y = 98, .Selected = 1, .Tile = 1},
-                           {.X = 108, .Y = 98, .Tile = 3},
-                           {.X = 200, .Y = 200, .Tile = 2}};
+    store.ArrowTileList = {{0, 100, 90, 0, 2},
+                           {0, 108, 90, 0, 1},
+                           {0, 100, 98, 1, 1},
+                           {0, 108, 98, 0, 3},
+                           {0, 200, 200, 0, 2}};
     copy.SpritePaletteActive = true;
 }
 

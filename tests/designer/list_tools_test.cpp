@@ -13,14 +13,6 @@ namespace {
 
 using testing::ElementsAre;
 
-// The tile of an item, or minus its tile where it is selected.
-std::vector<int> Tiles(const std::vector<TileItem>& items) {
-    std::vector<int> tiles;
-    for (const TileItem& item : items)
-        tiles.push_back(item.IsSelected() ? -item.Tile : item.Tile);
-    return tiles;
-}
-
 class ListTools : public testing::Test {
   protected:
     WorkingCopy copy_;
@@ -30,15 +22,15 @@ class ListTools : public testing::Test {
 };
 
 TEST_F(ListTools, MovesTheSelectedOrAll) {
-    for (const uint32_t first : {0u, 1u, 0x80u}) {
-        for (const uint32_t second : {0u, 1u}) {
-            sprites_ = {{.X = 1, .Selected = first}, {.X = 1, .Selected = second}};
-            MoveItems(copy_, kSp, -3, 8);
-            const bool all = (first != 0) == (second != 0);
-            const auto moved = At(-2, 8), stays = At(1, 0);
-            EXPECT_THAT(sprites_[0], testing::Conditional(all || first != 0, moved, stays));
-            EXPECT_THAT(sprites_[1], testing::Conditional(all || second != 0, moved, stays));
-        }
+    // Which of two are selected, and where they are then.
+    const std::tuple<uint32_t, uint32_t, Pos, Pos> cases[] = {{0, 0, {-2, 8}, {-2, 8}},
+                                                              {1, 1, {-2, 8}, {-2, 8}},
+                                                              {0x80, 0, {-2, 8}, {1, 0}},
+                                                              {0, 1, {1, 0}, {-2, 8}}};
+    for (const auto& [first, second, a, b] : cases) {
+        sprites_ = {{.X = 1, .Selected = first}, {.X = 1, .Selected = second}};
+        MoveItems(copy_, kSp, -3, 8);
+        EXPECT_THAT(sprites_, ElementsAre(At(a.X, a.Y), At(b.X, b.Y))) << first << second;
     }
     constexpr int32_t kMax = std::numeric_limits<int32_t>::max();
     bkg_ = {{.X = kMax, .Y = 0}};
@@ -73,8 +65,8 @@ TEST_F(ListTools, FlagsGoToWhatIsSelectedAndShown) {
     EXPECT_TRUE(CanSetSpriteFlag(copy_));
     SetSpriteFlag(copy_, TileItem::kFlipVertically, true);
     EXPECT_TRUE(sprites_[0].Flags == 4 && sprites_[1].Flags == 5);
-    EXPECT_EQ(store_.ArrowTileList[2].Flags, 1);
-    EXPECT_EQ(store_.ArrowTileList[1].Flags + store_.ArrowTile.Flags, 0);
+    EXPECT_TRUE(store_.ArrowTileList[2].Flags == 1 && store_.ArrowTileList[1].Flags == 0);
+    EXPECT_EQ(store_.ArrowTile.Flags, 0);
     copy_.document.BigCursor = 0;
     SetSpriteFlag(copy_, TileItem::kBehindBackground, false);
     EXPECT_EQ(sprites_[1].Flags, 1);
@@ -91,31 +83,25 @@ TEST_F(ListTools, TallSpritesChangeTablesAndSplit) {
     SplitTallSprites(copy_);
     EXPECT_THAT(Tiles(sprites_), ElementsAre(6, 7, -8, -9));
     EXPECT_EQ(copy_.nextSpriteIndex, 4u);
-    EXPECT_EQ(sprites_[3], (TileItem{.Index = 3, .Y = 28, .Selected = 1, .Tile = 9, .Palette = 2}));
+    EXPECT_EQ(sprites_[3], (TileItem{3, 0, 28, 1, 9, 2}));
 }
 
 TEST_F(ListTools, SpritesOfTilesReuseTakeBlanksAndRunOut) {
     store_.Attributes.fill(0xE4);
     FillTable(store_, kSp, 0xEE);
-    FillTile(store_, kBkg, 1, 0x11);
-    FillTile(store_, kBkg, 2, 0x22);
-    FillTile(store_, kSp, 40, 0x11);
-    FillTile(store_, kSp, 7, 0);
+    for (const auto& [table, tile, byte] :
+         {std::tuple{kBkg, 1, 0x11}, {kBkg, 2, 0x22}, {kSp, 40, 0x11}, {kSp, 7, 0}})
+        FillTile(store_, table, tile, byte);
     copy_.nextSpriteIndex = 12;
-    bkg_ = {{.Index = 5, .X = 0, .Y = 0, .Selected = 1, .Tile = 1},
-            {.Index = 6, .X = 9, .Y = 9, .Tile = 1},
-            {.Index = 7, .X = 2, .Y = 2, .Selected = 1, .Tile = 2},
-            {.Index = 8, .Selected = 1, .Tile = 3},  // no equal, no blank any more
-            {.Index = 9, .Tile = 1}};
+    // For the fourth there is no equal tile, and no blank one any more.
+    bkg_ = {{5, 0, 0, 1, 1}, {6, 9, 9, 0, 1}, {7, 2, 2, 1, 2}, {8, 0, 0, 1, 3}, {9, 0, 0, 0, 1}};
     store_.BigSprite = 1;
     EXPECT_TRUE(MakeSpritesOfTiles(copy_).Empty());
     store_.BigSprite = 0;
     MakeSpritesOfTiles(copy_);
-    EXPECT_THAT(sprites_,
-                ElementsAre(TileItem{.Index = 12, .X = 0, .Y = -1, .Tile = 40},
-                            TileItem{.Index = 13, .X = 16, .Y = 15, .Tile = 7, .Palette = 3}));
-    EXPECT_EQ(ByteOf(store_, kSp, 7), 0x22);
-    EXPECT_THAT(bkg_, ElementsAre(TileItem{.Index = 0, .X = 9, .Y = 9, .Tile = 1}));
+    EXPECT_THAT(sprites_, ElementsAre(TileItem{12, 0, -1, 0, 40}, TileItem{13, 16, 15, 0, 7, 3}));
+    EXPECT_THAT(BytesOf(store_, kSp, {7}), ElementsAre(0x22));
+    EXPECT_THAT(bkg_, ElementsAre(TileItem{0, 9, 9, 0, 1}));
     EXPECT_EQ(copy_.nextBkgIndex, 1u);
 }
 
@@ -150,10 +136,8 @@ TEST_F(ListTools, CursorsFollowTheDocument) {
     copy_.AttrBytePos = {2, 3};
     copy_.AttrCellPos = {4, 7};
     SynchroniseCursors(copy_);
-    EXPECT_EQ(copy_.CurrentAttribute, 0xB4);
-    EXPECT_EQ(copy_.AttrQuadrantPos, (Pos{0, 1}));
+    EXPECT_TRUE(copy_.AttrQuadrantPos == (Pos{0, 1}) && copy_.SystemPalettePos == (Pos{12, 2}));
     EXPECT_EQ(copy_.BkgPalettePos.X, 13);
-    EXPECT_EQ(copy_.SystemPalettePos, (Pos{12, 2}));
     copy_.AttrBytePos = {7, 8};
     SynchroniseCursors(copy_);
     EXPECT_EQ(copy_.CurrentAttribute, 0xB4) << "beyond the table";
@@ -197,9 +181,8 @@ TEST_F(ListTools, ResetsCentreWhatTheyPlace) {
     store_.ArrowTile.Flags = 7;
     ResetTexts(copy_);
     EXPECT_EQ(store_.CaptionText, u"25 IN 1");
-    EXPECT_EQ(document.CaptionPos, (Pos{12, 2}));
-    EXPECT_EQ(document.PageNumberPos, (Pos{14, 27}));
-    EXPECT_EQ(document.ItemPos, (Pos{7, 5}));
+    EXPECT_THAT((std::array{document.CaptionPos, document.PageNumberPos, document.ItemPos}),
+                ElementsAre(Pos{12, 2}, Pos{14, 27}, Pos{7, 5}));
     EXPECT_EQ(store_.ArrowTile, (TileItem{.X = 46, .Y = 40, .Tile = 31}));
     EXPECT_THAT(store_.ArrowTileList.at(0), At(38, 36));
     EXPECT_TRUE(bkg_.empty() && store_.CustomText.empty());

@@ -18,7 +18,6 @@ class MapTools : public testing::Test {
         FillTile(store_, table, tile, byte);
     }
     void FillAll(PatternTable table) { FillTable(store_, table, 0xEE); }
-    int First(PatternTable table, int tile) { return ByteOf(store_, table, tile); }
     // What becomes of characters of the map.
     std::vector<int> Mapped(std::u16string_view characters) {
         std::vector<int> tiles;
@@ -42,9 +41,7 @@ TEST_F(MapTools, AllCharactersEndWithTheBlankTiles) {
     Fill(kBkg, 252);
     store_.CharMapData.fill(0x77);
     MapAllCharacters(copy_);
-    EXPECT_EQ(First(kBkg, 250), 32);
-    EXPECT_EQ(First(kBkg, 252), 0xEE);
-    EXPECT_EQ(First(kBkg, 255), 36);
+    EXPECT_THAT(BytesOf(store_, kBkg, {250, 252, 255}), ElementsAre(32, 0xEE, 36));
     EXPECT_THAT(Mapped(u"\"$%"), ElementsAre(253, 255, 0x77)) << "the rest stays as it was";
 }
 
@@ -62,8 +59,7 @@ TEST_F(MapTools, UsedCharactersOnly) {
     MapUsedCharacters(copy_);
     // In order of code: / 0 1 2 A B C.
     EXPECT_THAT(Mapped(u"/02C3Z"), ElementsAre(3, 4, 6, 9, 0, 0));
-    EXPECT_EQ(First(kBkg, 9), 'C');
-    EXPECT_EQ(First(kBkg, 20), 0);
+    EXPECT_THAT(BytesOf(store_, kBkg, {9, 20}), ElementsAre('C', 0));
 
     // Numbers of tall sprites' tiles count as codes.
     store_.BigSprite = 1;
@@ -94,8 +90,8 @@ TEST_F(MapTools, UnusedBackgroundTilesGo) {
     copy_.PageNumberText = u"01/10";
     store_.BigSprite = 1;
     ClearUnusedBkgTiles(copy_);
-    EXPECT_EQ(Kept(kBkg), (std::vector<int>{'/', '0', '1', '2', '3', '4', '5', '6', '7', '8', '9',
-                                            'A', 'B', 'C', 200, 210, 211}));
+    EXPECT_THAT(Kept(kBkg), ElementsAre('/', '0', '1', '2', '3', '4', '5', '6', '7', '8', '9', 'A',
+                                        'B', 'C', 200, 210, 211));
     copy_.PageItemCount = 50;
     copy_.PageNumberText = u"1/2";
     ClearUnusedBkgTiles(copy_);
@@ -119,12 +115,11 @@ TEST_F(MapTools, UnusedSpriteTilesGo) {
 TEST_F(MapTools, OrganisedTilesKeepTheirOrderAndTheirUsers) {
     for (const int tile : {0, 5, 9})
         Fill(kBkg, tile, static_cast<uint8_t>(0x10 + tile));
-    store_.BkgTileList = {
-        {.Index = 8, .Tile = 9}, {.Index = 3, .Tile = 4}, {.Index = 1, .Tile = 5}};
+    store_.BkgTileList = {{.Tile = 9}, {.Tile = 4}, {.Tile = 5}};
     store_.CharMapData['A'] = 9;
     OrganiseBkgTiles(copy_);
-    EXPECT_EQ(Kept(kBkg), (std::vector<int>{0, 1, 2}));
-    EXPECT_EQ(First(kBkg, 2), 0x19);
+    EXPECT_THAT(Kept(kBkg), ElementsAre(0, 1, 2));
+    EXPECT_THAT(BytesOf(store_, kBkg, {2}), ElementsAre(0x19));
     EXPECT_THAT(store_.BkgTileList,
                 ElementsAre(TileItem{.Index = 0, .Tile = 2}, TileItem{.Index = 1, .Tile = 1}));
     EXPECT_EQ(copy_.nextBkgIndex, 2u);
@@ -138,8 +133,7 @@ TEST_F(MapTools, OrganisedTilesKeepTheirOrderAndTheirUsers) {
     OrganiseSpriteTiles(copy_);
     EXPECT_EQ(Kept(kSp), (std::vector<int>{1, 2}));
     EXPECT_THAT(store_.SpriteTileList, ElementsAre(TileItem{.Index = 0, .Tile = 2}));
-    EXPECT_EQ(store_.ArrowTileList.size(), 2u);
-    EXPECT_EQ(store_.ArrowTileList[1].Tile, 1);
+    EXPECT_THAT(Tiles(store_.ArrowTileList), ElementsAre(100, 1));
     EXPECT_EQ(store_.ArrowTile.Tile, 2);
 }
 
@@ -152,21 +146,17 @@ TEST_F(MapTools, OrganisedPairsPassOverTheNextOne) {
     store_.ArrowTile.Tile = 255;
     OrganiseSpriteTiles(copy_);
     // 4 to 0, 127 to 2: 3 is right behind 2.
-    EXPECT_EQ(Kept(kSp), (std::vector<int>{1, 2, 5}));
-    EXPECT_EQ(store_.SpriteTileList[0].Tile, 1);
-    EXPECT_EQ(store_.SpriteTileList[1].Tile, 8) << "the background's";
-    EXPECT_EQ(store_.SpriteTileList.size(), 3u);
+    EXPECT_THAT(Kept(kSp), ElementsAre(1, 2, 5));
+    EXPECT_THAT(Tiles(store_.SpriteTileList), ElementsAre(1, 8, 101)) << "8 is the background's";
     EXPECT_EQ(store_.ArrowTile.Tile, 5);
 }
 
 TEST_F(MapTools, FontCopiesAreCutAtTheTablesEnd) {
     copy_.SpTilePos = {0, 13};  // 208: room for 48
     CopyFont(copy_, kSp);
-    EXPECT_EQ(First(kSp, 208), 32);
-    EXPECT_EQ(First(kSp, 255), 79);
+    EXPECT_THAT(BytesOf(store_, kSp, {208, 255}), ElementsAre(32, 79));
     CopyFont(copy_, kBkg);
-    EXPECT_EQ(First(kBkg, 63), 95);
-    EXPECT_EQ(First(kBkg, 64), 0);
+    EXPECT_THAT(BytesOf(store_, kBkg, {63, 64}), ElementsAre(95, 0));
 }
 
 }  // namespace

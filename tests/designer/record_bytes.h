@@ -4,12 +4,23 @@
 #include <cstdint>
 #include <numeric>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
+
+#include "designer/files/design_file.h"
+#include "support/text.h"
 
 namespace bw {
 
 using Bytes = std::vector<uint8_t>;
+
+inline constexpr Language kEnglish = Language::kEnglish;
+
+// What is wrong, or nothing.
+inline std::string Words(const DesignProblem& problem) {
+    return problem ? ToUtf8(FullText(*problem)) : "";
+}
 
 inline Bytes operator+(Bytes a, const Bytes& b) {
     a.insert(a.end(), b.begin(), b.end());
@@ -33,6 +44,13 @@ inline Bytes Chunk(uint32_t type, const Bytes& payload, std::optional<uint32_t> 
 inline Bytes Counting(size_t size, uint8_t first = 1) {
     Bytes bytes(size);
     std::iota(bytes.begin(), bytes.end(), first);
+    return bytes;
+}
+
+inline Bytes Units(std::u16string_view text) {
+    Bytes bytes;
+    for (const char16_t unit : text)
+        bytes.insert(bytes.end(), {static_cast<uint8_t>(unit), static_cast<uint8_t>(unit >> 8)});
     return bytes;
 }
 
@@ -61,10 +79,7 @@ inline void AppendText(Bytes& bytes, const TextRecord& record) {
     Append32(bytes, static_cast<uint32_t>(record.x));
     Append32(bytes, static_cast<uint32_t>(record.y));
     Append32(bytes, record.textBytes);
-    for (const char16_t unit : record.text) {
-        bytes.insert(bytes.end(), {static_cast<uint8_t>(unit), static_cast<uint8_t>(unit >> 8)});
-    }
-    bytes.insert(bytes.end(), 8, uint8_t{0xCC});
+    bytes = bytes + Units(record.text) + Bytes(8, 0xCC);
 }
 
 }  // namespace bw

@@ -7,6 +7,8 @@
 namespace bw {
 namespace {
 
+using testing::ElementsAre;
+
 std::string Text(ConstTile tile) {
     std::string text;
     for (size_t row = 0; row < 8; ++row)
@@ -28,21 +30,18 @@ void DrawPattern(Tile tile) {
 }
 
 TEST(TileTools, RecodeEveryPixel) {
-    const struct {
-        const char* to;  // what becomes of 0, 1, 2 and 3
-        TileTool tool;
-    } cases[] = {
-        {"3012", TileTool::kColoursLeft},
-        {"1230", TileTool::kColoursRight},
-        {"0312", TileTool::kColoursLeftButEmpty},
-        {"0231", TileTool::kColoursRightButEmpty},
-        {"0023", TileTool::kRemove1},
-        {"0103", TileTool::kRemove2},
-        {"0120", TileTool::kRemove3},
-        {"0213", TileTool::kSwap1And2},
-        {"0321", TileTool::kSwap1And3},
-        {"0132", TileTool::kSwap2And3},
-    };
+    using enum TileTool;
+    // What becomes of 0, 1, 2 and 3.
+    const std::pair<const char*, TileTool> cases[] = {{"3012", kColoursLeft},
+                                                      {"1230", kColoursRight},
+                                                      {"0312", kColoursLeftButEmpty},
+                                                      {"0231", kColoursRightButEmpty},
+                                                      {"0023", kRemove1},
+                                                      {"0103", kRemove2},
+                                                      {"0120", kRemove3},
+                                                      {"0213", kSwap1And2},
+                                                      {"0321", kSwap1And3},
+                                                      {"0132", kSwap2And3}};
     for (const auto& [to, tool] : cases) {
         WorkingCopy copy;
         copy.Store().BkgTileSelected[3] = copy.Store().SpriteTileSelected[255] = 1;
@@ -61,13 +60,9 @@ TEST(TileTools, RecodeEveryPixel) {
 }
 
 TEST(TileTools, MovesLoseWhatLeavesTheTile) {
-    const struct {
-        TileTool tool;
-        int x, y;
-    } cases[] = {{TileTool::kPixelsLeft, 1, 0},
-                 {TileTool::kPixelsRight, -1, 0},
-                 {TileTool::kPixelsUp, 0, 1},
-                 {TileTool::kPixelsDown, 0, -1}};
+    using enum TileTool;
+    const std::tuple<TileTool, int, int> cases[] = {
+        {kPixelsLeft, 1, 0}, {kPixelsRight, -1, 0}, {kPixelsUp, 0, 1}, {kPixelsDown, 0, -1}};
     for (const auto& [tool, x, y] : cases) {
         WorkingCopy copy;
         copy.Store().BkgTileSelected[0] = 1;
@@ -95,17 +90,16 @@ TEST(TileTools, CopiesRunInOrderOfNumberAndOneTileTooFar) {
     }
     copy.SpTilePos = {14, 15};
     EXPECT_FALSE(CopySelectedTiles(copy, kBkg).Has(View::kBkgTiles));
-    EXPECT_TRUE(ByteOf(store, kSp, 254) == 2 && ByteOf(store, kSp, 255) == 5);
+    EXPECT_THAT(BytesOf(store, kSp, {254, 255}), ElementsAre(2, 5));
     EXPECT_EQ(store.DefaultChrData[15], 9) << "the font's first tile lies behind";
     EXPECT_EQ(store.DefaultChrData[16], 0);
     copy.BkgTilePos = {15, 15};
     CopySelectedTiles(copy, kSp);
-    EXPECT_EQ(ByteOf(store, kBkg, 255), 0x12);
-    EXPECT_EQ(ByteOf(store, kSp, 0), 0x15) << "the sprite table lies behind";
-    EXPECT_EQ(ByteOf(store, kSp, 1), 0);
+    EXPECT_THAT(BytesOf(store, kBkg, {255}), ElementsAre(0x12));
+    EXPECT_THAT(BytesOf(store, kSp, {0, 1}), ElementsAre(0x15, 0)) << "this table lies behind";
     copy.SpTilePos = {-3, 0};
     CopySelectedTiles(copy, kBkg);
-    EXPECT_TRUE(ByteOf(store, kSp, 0) == 2 && ByteOf(store, kSp, 2) == 9) << "counts as 0";
+    EXPECT_THAT(BytesOf(store, kSp, {0, 2}), ElementsAre(2, 9)) << "counts as 0";
 }
 
 TEST(TileTools, PaintingTakesTheColourOfTheEntry) {
@@ -129,13 +123,14 @@ TEST(TileTools, WholeTables) {
     store.DefaultChrData.fill(0x33);
     store.DefaultChrData[4096 + 31] = 0x44;
     SwapPatternTables(copy);
-    EXPECT_TRUE(ByteOf(store, kBkg, 1) == 0x22 && ByteOf(store, kSp, 1) == 0x11);
+    EXPECT_THAT(BytesOf(store, kSp, {1}), ElementsAre(0x11));
     ResetPatternTable(copy, kSp);
-    EXPECT_TRUE(ByteOf(store, kBkg, 1) == 0x22 && ByteOf(store, kSp, 1) == 0x44);
+    EXPECT_THAT(BytesOf(store, kBkg, {1}), ElementsAre(0x22));
+    EXPECT_THAT(BytesOf(store, kSp, {1}), ElementsAre(0x44));
     store.BkgTileSelected[1] = store.SpriteTileSelected[2] = 1;
     BlankSelectedTiles(copy);
-    EXPECT_TRUE(ByteOf(store, kBkg, 1) == 0 && ByteOf(store, kSp, 2) == 0);
-    EXPECT_EQ(ByteOf(store, kSp, 3), 0x33);
+    EXPECT_THAT(BytesOf(store, kBkg, {1}), ElementsAre(0));
+    EXPECT_THAT(BytesOf(store, kSp, {2, 3}), ElementsAre(0, 0x33));
     EXPECT_EQ(store.BkgTileSelected[1] + store.SpriteTileSelected[2], 0);
 }
 
