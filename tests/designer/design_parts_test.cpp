@@ -22,11 +22,9 @@ using testing::SizeIs;
 // What went wrong, or nothing.
 std::string Load(DesignPart part, const Bytes& bytes, WorkingCopy& copy, Shift shift = Shift::kUp) {
     const auto result = LoadPart(part, bytes, shift, copy, kEnglish);
-    const auto* problem = std::get_if<Diagnostic>(&result);
-    if (problem == nullptr) {
-        EXPECT_FALSE(std::get<Views>(result).Empty());
-    }
-    return problem == nullptr ? "" : ToUtf8(problem->text);
+    if (const auto* problem = std::get_if<Diagnostic>(&result)) return ToUtf8(problem->text);
+    EXPECT_FALSE(std::get<Views>(result).Empty());
+    return "";
 }
 
 Bytes Store(DesignPart part, const WorkingCopy& copy, Shift shift = Shift::kUp) {
@@ -37,9 +35,8 @@ Bytes Store(DesignPart part, const WorkingCopy& copy, Shift shift = Shift::kUp) 
 
 std::vector<uint32_t> Types(const Bytes& bytes) {
     std::vector<uint32_t> types;
-    for (const ChunkView& chunk : ReadChunks(bytes).chunks) {
+    for (const ChunkView& chunk : ReadChunks(bytes).chunks)
         types.push_back(chunk.type);
-    }
     return types;
 }
 
@@ -62,8 +59,7 @@ TEST(DesignParts, ChunkFilesTakeTheirPart) {
     source.document.ItemPos = {2, 2};
     source.Store().BkgPalette.fill(0x11);
     source.Store().Attributes.fill(0xFF);
-    const Bytes screen = Store(DesignPart::kScreen, source);
-    EXPECT_THAT(Types(screen), ElementsAre(12, 1, 9, 8, 10, 11, 14, 6));
+    EXPECT_THAT(Types(Store(DesignPart::kScreen, source)), ElementsAre(12, 1, 9, 8, 10, 11, 14, 6));
     const Bytes texts = Store(DesignPart::kTexts, source);
     EXPECT_THAT(Types(texts), ElementsAre(9, 8, 6));
 
@@ -93,14 +89,13 @@ TEST(DesignParts, ChunkFilesTakeTheirPart) {
 
     // Nothing of a design in the file, or damage in a chunk of the part.
     const Bytes before = Store(DesignPart::kDesign, copy);
-    Bytes switches;
-    AppendChunk(switches, 28, Bytes{1});
-    EXPECT_THAT(Load(DesignPart::kTexts, switches, copy), HasSubstr("no design file"));
-    EXPECT_THAT(Load(DesignPart::kScreen, Bytes(5), copy), HasSubstr("5 bytes are left"));
-    Bytes odd = texts;
-    AppendChunk(odd, 8, Bytes(3));
-    EXPECT_THAT(Load(DesignPart::kTexts, odd, copy), HasSubstr("an even number"));
-    EXPECT_THAT(Load(DesignPart::kDesign, {}, copy), HasSubstr("the file is empty"));
+    const std::tuple<DesignPart, Bytes, const char*> damages[] = {
+        {DesignPart::kTexts, Chunk(28, {1}), "no design file"},
+        {DesignPart::kScreen, Bytes(5), "5 bytes are left"},
+        {DesignPart::kTexts, texts + Chunk(8, Bytes(3)), "an even number"},
+        {DesignPart::kDesign, {}, "the file is empty"}};
+    for (const auto& [part, bytes, words] : damages)
+        EXPECT_THAT(Load(part, bytes, copy), HasSubstr(words));
     EXPECT_EQ(Store(DesignPart::kDesign, copy), before);
 }
 

@@ -34,9 +34,9 @@ struct Parsed {
     std::string problem;
 };
 
-Parsed Parse(std::string_view text, const PictureReader& pictures = NoPicture) {
+Parsed Parse(std::string_view text) {
     Parsed parsed;
-    if (const auto problem = ParseDesign(text, pictures, parsed.bytes)) {
+    if (const auto problem = ParseDesign(text, NoPicture, parsed.bytes)) {
         parsed.problem = std::to_string(problem->place.line) + ": " + ToUtf8(problem->text);
     }
     return parsed;
@@ -94,17 +94,13 @@ TEST(DesignText, EveryStatementIsOneChunk) {
 }
 
 TEST(DesignText, TablesAndScreensTakeRows) {
-    Bytes table(64);
-    table[8] = 0xAB;
-    const std::string zeros = " 00 00 00 00 00 00 00";
-    std::string text = "attributes\n    00" + zeros + "\n    AB" + zeros + "\n";
-    for (int row = 2; row < 8; ++row)
-        text += "    00" + zeros + "\n";
-    EXPECT_THAT(Described(Chunk(1, table)), HasSubstr(text));
-    EXPECT_EQ(Parse(text).bytes, Chunk(1, table));
-    Bytes characters(256);
-    characters[255] = 1;
-    EXPECT_EQ(Parse(Described(Chunk(27, characters))).bytes, Chunk(27, characters));
+    std::string text = "attributes\n";
+    for (int row = 0; row < 8; ++row)
+        text += row == 1 ? "    AB AB AB AB AB AB AB AB\n" : "    00 00 00 00 00 00 00 00\n";
+    const Bytes table = Chunk(1, Bytes(8) + Bytes(8, 0xAB) + Bytes(48));
+    EXPECT_THAT(Described(table), HasSubstr(text));
+    EXPECT_EQ(Parse(text).bytes, table);
+    EXPECT_EQ(Parse(Described(Chunk(27, Counting(256)))).bytes, Chunk(27, Counting(256)));
 
     // A corner of the screen, then the next picture over it, then single items.
     Bytes items;
@@ -114,9 +110,10 @@ TEST(DesignText, TablesAndScreensTakeRows) {
                                            : Tile(i, 5, 0, i));
     const std::string screen = Described(items);
     EXPECT_EQ(Parse(screen).bytes, items);
-    EXPECT_THAT(screen, HasSubstr("    00 01 02 03 04 05 06 07 08 09 .. "));
-    EXPECT_THAT(screen, HasSubstr("   " + std::string(kNoTile) + " 0A\n"));
-    EXPECT_THAT(screen, HasSubstr("\ntile 5 0 13\ntile 5 0 14\ntile 5 0 15\n"));
+    for (const std::string& part : {std::string("    00 01 02 03 04 05 06 07 08 09 .. "),
+                                    "   " + std::string(kNoTile) + " 0A\n",
+                                    std::string("\ntile 5 0 13\ntile 5 0 14\ntile 5 0 15\n")})
+        EXPECT_THAT(screen, HasSubstr(part));
 }
 
 TEST(DesignText, PeopleWriteFreely) {
@@ -146,18 +143,15 @@ TEST(DesignText, ProblemsNameTheirLine) {
         {"tile 1 1 100", "1: \"100\" was found, a byte of two hexadecimal digits was expected"},
         {"tile 1 1 00 flip", "1: \"flip\" was found, flip-v, flip-h, behind, or index="},
         {"tile 1 1 00 palette=256", "1: \"palette=256\" was found"},
-        {"tile 1 1 00 index=-1", "1: \"index=-1\" was found"},
         {"caption Hello", "1: a text in double quotes was expected"},
         {"caption \"Hello", "1: a quoted text doesn't end on its line"},
         {"caption \"Hello\\\"", "1: a quoted text doesn't end on its line"},
         {"caption \"Hello\"there", "1: a blank was expected behind the closing quote"},
         {"caption \"\\n\"", "1: the text isn't UTF-8, or a backslash"},
         {"caption \"\\u12G4\"", "1: the text isn't UTF-8, or a backslash"},
-        {"caption \"\\u12\"", "1: the text isn't UTF-8, or a backslash"},
         {"caption \"\xFF\"", "1: the text isn't UTF-8, or a backslash"},
         {"caption \"" + std::string(261, 'a') + '"', "1: the text has 261 characters, at most 260"},
         {"text 1 1 \"" + std::string(261, 'a') + '"', "1: the text has 261 characters"},
-        {"background-palette 00 01", "1: the line ends, a byte of two hexadecimal digits"},
         {"attributes\n 00 00", "2: row 1 of attributes has 2 words, 8 were expected"},
         {"attributes 00", "1: \"00\" is left over"},
         {"screen\n" + row + "\n# x\n .. ..\n", "5: row 2 of the screen has 2 words, 32 were"},
@@ -166,8 +160,6 @@ TEST(DesignText, ProblemsNameTheirLine) {
         {"screen\n -1" + std::string(kNoTile), "2: \"-1\" was found, a byte of two"},
         {"tiles ../a.png b.png", "1: \"../a.png\" is no name of a file beside the text"},
         {"tiles a.png b.png", "1: a.png: none here"},
-        {"tiles", "1: the line ends, the name of a picture was expected"},
-        {"chunk", "1: the line ends, a type"},
         {"chunk 28 size=1 00", "1: \"size=1\" was found, reserved= or version="},
         {"chunk 28 1", "1: \"1\" was found, a byte of two hexadecimal digits"},
         {"chunk 6 00", "1: it has 1 bytes, a placed text takes at least 12"}};
@@ -244,13 +236,12 @@ class DesignFolder : public testing::Test {
 };
 
 TEST_F(DesignFolder, UnpackedAndPackedIsTheSame) {
+    // The second time over files of an older design.
     ASSERT_EQ(Unpack(), "");
     Bytes packed;
     EXPECT_EQ(Pack(packed), "");
     EXPECT_EQ(packed, bytes_);
-    // Over files of an older design.
     WriteText(unpacked_ / "design.txt", std::string(1 << 20, '#'));
-    WriteText(unpacked_ / "sprites.png", "old");
     WriteText(unpacked_ / "notes.txt", "mine");
     ASSERT_EQ(Unpack(), "");
     EXPECT_EQ(Pack(packed), "");

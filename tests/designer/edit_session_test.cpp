@@ -22,26 +22,21 @@ WorkingCopy FullCopy() {
     store.SpritePalette.fill(0x15);
     SetDefaultCharMap(store);
     store.BkgTileSelected[9] = store.SpriteTileSelected[200] = 1;
-    store.BkgTileList = {{.Index = 4, .X = 1, .Y = 2, .Tile = 3}, {.Index = 9, .Selected = 1}};
-    store.SpriteTileList = {{.Index = 2, .X = 100, .Y = 90, .Tile = 7, .Palette = 2, .Flags = 5}};
-    store.ArrowTile = {.Index = 8, .X = 30, .Y = 40, .Tile = 31};
-    store.ArrowTileList.assign(4, {.Index = 6, .X = 50, .Y = 60, .Tile = 2});
-    store.CustomText = {{.Index = 3, .X = -1, .Y = 9, .Text = u"TEXT"}};
+    store.BkgTileList = {{4, 1, 2, 0, 3}, {9, 0, 0, 1}};
+    store.SpriteTileList = {{2, 100, 90, 0, 7, 2, 5}};
+    store.ArrowTile = {8, 30, 40, 0, 31};
+    store.ArrowTileList.assign(4, {6, 50, 60, 0, 2});
+    store.CustomText = {{3, -1, 9, u"TEXT"}};
     store.CaptionText = u"CAPTION";
     store.BigSprite = copy.document.BigCursor = 1;
-    copy.document.CaptionPos = {1, 2};
-    copy.document.PageNumberPos = {3, 4};
-    copy.document.ItemPos = {5, 6};
-    copy.AttrBytePos = {2, 5};
-    copy.AttrCellPos = {5, 11};
-    copy.BkgTilePos = {1, 15};
-    copy.BkgPixelPos = {7, 1};
-    copy.SpTilePos = {15, 1};
-    copy.SpPixelPos = {1, 7};
-    copy.SpPalettePos = {6, 0};
-    copy.MapSourcePos = {63, 0};
-    copy.MapTargetPos = {62, 0};
-    copy.NameCellPos = {31, 29};
+    int32_t x = 0;
+    for (Pos* pos : {&copy.document.CaptionPos, &copy.document.PageNumberPos,
+                     &copy.document.ItemPos, &copy.AttrBytePos, &copy.AttrCellPos, &copy.BkgTilePos,
+                     &copy.BkgPixelPos, &copy.SpTilePos, &copy.SpPixelPos, &copy.NameCellPos})
+        *pos = {++x % 8, 7 - x % 8};
+    copy.SpPalettePos.X = 6;
+    copy.MapSourcePos.X = 63;
+    copy.MapTargetPos.X = 62;
     SynchroniseCursors(copy);
     return copy;
 }
@@ -72,25 +67,25 @@ TEST(WorkState, HoldsEverythingAndReadsBackTheSame) {
 
 TEST(WorkState, DamagedOnesChangeNothingButForeignOnesEmptyTheLists) {
     const WorkState state = BuildWorkState(FullCopy());
-    for (size_t place : {size_t{12}, size_t{16 + 12}, size_t{3 * 36 + 16 + 12}}) {
-        WorkState damaged = state;
-        damaged[place] ^= 0x80;
+    std::vector<WorkState> damages(3, state);
+    damages[0][12] ^= 0x80;
+    damages[1][16 + 12] ^= 0x80;
+    damages[2][3 * 36 + 16 + 12] ^= 0x80;
+    for (size_t size : {size_t{15}, size_t{16}, size_t{60}, state.size() - 1})
+        damages.emplace_back(state.begin(), state.begin() + static_cast<std::ptrdiff_t>(size));
+    for (const WorkState& damaged : damages) {
         WorkingCopy copy = FullCopy();
-        EXPECT_FALSE(ApplyWorkState(damaged, copy)) << place;
-        EXPECT_EQ(BuildWorkState(copy), state);
-    }
-    for (size_t size : {size_t{15}, size_t{16}, size_t{60}, state.size() - 1}) {
-        WorkingCopy copy = FullCopy();
-        EXPECT_FALSE(ApplyWorkState(std::span(state).first(size), copy)) << size;
+        EXPECT_FALSE(ApplyWorkState(damaged, copy)) << &damaged - damages.data();
         EXPECT_EQ(BuildWorkState(copy), state);
     }
     for (const WorkState& foreign : {WorkState(), WorkState(40, 7)}) {
         WorkingCopy copy = FullCopy();
         EXPECT_FALSE(ApplyWorkState(foreign, copy));
-        const DesignStore& store = copy.Store();
-        EXPECT_TRUE(store.BkgTileList.empty() && store.SpriteTileList.empty() &&
-                    store.ArrowTileList.empty() && store.CustomText.empty());
-        EXPECT_EQ(store.CaptionText, u"CAPTION");
+        WorkingCopy emptied = FullCopy();
+        DesignStore& store = emptied.Store();
+        store.BkgTileList = store.SpriteTileList = store.ArrowTileList = {};
+        store.CustomText = {};
+        EXPECT_EQ(BuildWorkState(copy), BuildWorkState(emptied));
     }
 }
 

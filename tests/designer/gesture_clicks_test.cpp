@@ -214,9 +214,8 @@ TEST_F(GestureClicks, TheSystemPaletteActsEveryTwentyMilliseconds) {
 }
 
 TEST_F(GestureClicks, TheRubberBandSelectsWhatItTouches) {
-    store.BkgTileList = {{.X = 2, .Y = 2}, {.X = 5, .Y = 5}, {.X = 9, .Y = 9, .Selected = 1}};
-    store.SpriteTileList = {
-        {.X = 20, .Y = 24}, {.X = 8, .Y = 8}, {.X = 200, .Y = 8, .Selected = 1}};
+    store.BkgTileList = {{0, 2, 2}, {0, 5, 5}, {0, 9, 9, 1}};
+    store.SpriteTileList = {{0, 20, 24}, {0, 8, 8}, {0, 200, 8, 1}};
     store.BkgTileSelected[7] = store.SpriteTileSelected[9] = 1;
     // Tiles, sprites, and the tiles of both tables.
     const auto selected = [&] {

@@ -18,10 +18,8 @@ using testing::IsEmpty;
 struct Furnished : GestureBench {
     Furnished() {
         copy.DragText = copy.ShowPageNumber = true;
-        copy.document.CaptionPos = {0, 0};
+        copy.document = {store, {0, 0}, {4, 0}, {8, 0}};
         store.CaptionText = u"CAP";
-        copy.document.PageNumberPos = {4, 0};
-        copy.document.ItemPos = {8, 0};
         copy.ItemTextList = {u"", u"ITEM"};
         store.CustomText = {{.X = 12, .Y = 0, .Text = u"TEXT"}};
         store.SpriteTileList = {{.X = 16 * 8, .Y = 1, .Tile = 5}};
@@ -216,10 +214,7 @@ TEST_F(Gestures, CursorAndArrowsTakeEachOtherAlong) {
     // The large cursor: whichever part is gripped, the first part goes there. Only the small one
     // changes the side.
     copy.document.BigCursor = store.BigSprite = 1;
-    store.ArrowTileList = {{.X = 10, .Y = 10},
-                           {.X = 18, .Y = 10},
-                           {.X = 10, .Y = 26},
-                           {.X = 18, .Y = 26, .Tile = 19, .Palette = 1}};
+    store.ArrowTileList = {{0, 10, 10}, {0, 18, 10}, {0, 10, 26}, {0, 18, 26, 0, 19, 1}};
     copy.SpritePaletteActive = false;
     Play({{'P', Screen(36, 52 + 31), "sp 5 sprite 3,1"}});
     Move(Screen(200, 131));
@@ -248,9 +243,7 @@ struct TwoTiles : GestureBench {
         copy.DragText = true;
         copy.nextBkgIndex = 50;
         store.Attributes.fill(0xE4);
-        store.BkgTileList = {{.Index = 3, .X = 20, .Y = 4, .Tile = 6},
-                             {.Index = 4, .X = 20, .Y = 4, .Tile = 7},
-                             {.Index = 5, .Tile = 8}};
+        store.BkgTileList = {{3, 20, 4, 0, 6}, {4, 20, 4, 0, 7}, {5, 0, 0, 0, 8}};
         store.SpriteTileList = {{.X = 200, .Y = 200, .Selected = 1}};
     }
 };
@@ -269,8 +262,7 @@ TEST_F(Gestures, BackgroundItemsMoveOrAreCopiedOrLost) {
         EXPECT_EQ(bench.copy.BkgTilePos, (Pos{7, 0}));
         EXPECT_EQ(bench.store.SpriteTileList[0].Selected, 0u);
         if (at == kNowhere) continue;
-        EXPECT_EQ(bench.store.BkgTileList.back(),
-                  (TileItem{.Index = 50, .X = 25, .Y = 9, .Tile = 7}));
+        EXPECT_EQ(bench.store.BkgTileList.back(), (TileItem{50, 25, 9, 0, 7}));
         bench.session.Undo();
         EXPECT_EQ(bench.store.BkgTileList.size(), 3u);
     }
@@ -303,8 +295,7 @@ TEST_F(Gestures, TilesDroppedOnTheScreenOrTheCharactersAreUsedThere) {
     EXPECT_EQ(store.CharMapData[95], 0x35);
     // The ghost leaves the list as the bare cell that was taken.
     Press(In(kBkgTileList, 5, 3));
-    EXPECT_EQ(Dragged().width, 16);
-    EXPECT_EQ(Dragged().at, In(kBkgTileList, 5, 3, {0, 0}));
+    EXPECT_TRUE(Dragged().width == 16 && Dragged().at == In(kBkgTileList, 5, 3, {0, 0}));
     Release(kNowhere);
     EXPECT_THAT(store.BkgTileList, ElementsAre(Item(31, 29, 0x35)))
         << "a tile has no number to be removed by";
@@ -429,7 +420,7 @@ TEST_F(Gestures, SpritesLeaveTheScreenOrFindTheListFull) {
 
 TEST_F(Gestures, DamagedPlacesDoNoHarm) {
     constexpr int32_t kFar = std::numeric_limits<int32_t>::max();
-    for (const int32_t place : {kFar, -kFar - 1, kFar / 2, -kFar / 2, -600, -1, 300}) {
+    for (const int32_t place : {kFar, -kFar - 1, kFar / 2, -kFar / 2, -600, -1, 300, 600}) {
         const Pos pos{place, place};
         copy.document.CaptionPos = copy.document.PageNumberPos = copy.document.ItemPos = pos;
         for (Pos* current : {&copy.AttrBytePos, &copy.AttrQuadrantPos, &copy.BkgPalettePos,
@@ -437,9 +428,10 @@ TEST_F(Gestures, DamagedPlacesDoNoHarm) {
                              &copy.MapTargetPos, &copy.MapSourcePos, &copy.NameCellPos}) {
             *current = pos;
         }
-        store.CustomText = {{.X = place, .Y = place, .Text = u"T"}};
+        store.CustomText = {{0, place, place, u"T"}, {0, place, 3, u"T"}};
         store.SpriteTileList = {{.X = place, .Y = place, .Selected = 1, .Palette = 255}};
-        store.BkgTileList = {{.X = place, .Y = place, .Selected = 1}};
+        store.BkgTileList = {{.X = place, .Y = place, .Selected = 1, .Palette = 255}};
+        copy.MarkCursor = true;
         store.ArrowTile = store.SpriteTileList[0];
         store.ArrowTileList = {4, store.ArrowTile};
         for (const bool big : {true, false}) {

@@ -144,6 +144,22 @@ Surface Sheet(const DesignerViews& views, const DesignStore& store) {
     return sheet;
 }
 
+TEST(TileImage, OneSubPaletteLeavesTheOthersAsTheyWere) {
+    DesignStore store;
+    TileImage tiles;
+    const auto redraw = [&](uint8_t colour, SubPalettes bkg, SubPalettes sprites) {
+        store.BkgPalette.fill(colour);
+        store.SpritePalette.fill(colour);
+        tiles.Redraw(store.ChrData, store.BkgPalette, store.SpritePalette, bkg, sprites);
+    };
+    redraw(0x20, {}, {});
+    redraw(0x16, {2, 1}, {0, 0});
+    for (int x = 0; x < tiles.Picture().Width(); ++x) {
+        EXPECT_EQ(tiles.Picture().At({x, 0}) == 0xFFFFFF, x / 128 != 2) << x;
+        EXPECT_EQ(tiles.Picture().At({x, 128}), 0xFFFFFFu) << x;
+    }
+}
+
 TEST(GoldenViews, LookAsTheyDid) {
     const std::pair<const char*, void (*)(WorkingCopy&)> sheets[] = {
         {"designer.png", [](WorkingCopy&) {}}, {"crowded.png", Crowd}, {"tall.png", MakeTall}};

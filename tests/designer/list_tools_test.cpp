@@ -197,8 +197,7 @@ TEST_F(ListTools, ResetsCentreWhatTheyPlace) {
     EXPECT_EQ(document.ItemPos, (Pos{1, 5}));
     EXPECT_EQ(store_.ArrowTile.X, 0) << "not off the screen";
     EXPECT_EQ(store_.BkgPalette, kDefaultBkgPalette);
-    EXPECT_TRUE(sprites_.empty());
-    EXPECT_EQ(store_.BkgTileSelected[4], 0);
+    EXPECT_TRUE(sprites_.empty() && store_.BkgTileSelected[4] == 0);
     EXPECT_EQ(store_.CharMapData['A'], 'A');
     EXPECT_EQ(copy_.SpPalettePos, (Pos{1, 0}));
 }
