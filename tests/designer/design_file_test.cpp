@@ -250,7 +250,8 @@ TEST(DesignFile, StoredDesignsAreWhatBuildsRead) {
     EXPECT_EQ(document.store.ItemPpuAddr, 0x23BFu);
 
     DesignDocument loaded = document;
-    loaded.store = {.CaptionText = document.store.CaptionText};
+    loaded.store = DesignStore();
+    loaded.store.CaptionText = document.store.CaptionText;
     ASSERT_TRUE(LoadDesignData(loaded.store, *settings, Bytes{1}));
     LoadDesignTables(loaded.store, *settings);
     EXPECT_EQ(WriteDesign(loaded), WriteDesign(document));

@@ -272,11 +272,11 @@ TEST_F(Gestures, BackgroundItemsMoveOrAreCopiedOrLost) {
     bench.copy.SpPalettePos.X = 14;
     bench.Press(from);
     EXPECT_TRUE(bench.Dragged().shown);
-    const std::tuple<Control, int, int, int> places[] = {{kNameTable, 3, 2, 3},
-                                                         {kSourceStrip, 9, 0, 0},
-                                                         {kBkgTileList, 9, 9, 2},
-                                                         {kSpriteTileList, 2, 1, 3}};
-    for (const auto& [control, column, row, palette] : places) {
+    const std::tuple<Control, int, int, int> under[] = {{kNameTable, 3, 2, 3},
+                                                        {kSourceStrip, 9, 0, 0},
+                                                        {kBkgTileList, 9, 9, 2},
+                                                        {kSpriteTileList, 2, 1, 3}};
+    for (const auto& [control, column, row, palette] : under) {
         bench.Move(In(control, column, row));
         EXPECT_EQ(bench.Dragged().at, In(control, column, row, {-1, -1}));
         EXPECT_EQ(bench.Dragged().width * 100 + bench.Dragged().height, 1818);
