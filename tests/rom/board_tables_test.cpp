@@ -65,7 +65,6 @@ TEST(BoardTables, KeepSizesInTheUnitsAndTheOddRows) {
 }
 
 TEST(BoardTables, ConfigsFitTheirRegisterBits) {
-    std::set<std::string> settings;
     for (uint32_t mapper = 0; mapper < 256; ++mapper) {
         const CoolgirlMapperConfig* row = FindCoolgirlMapperConfig(mapper);
         if (row == nullptr) continue;
