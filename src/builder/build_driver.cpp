@@ -110,9 +110,10 @@ class RomBuild : BuildBase {
         const bool exists = std::filesystem::is_regular_file(path, error);
         if (exists && ExternMenuIs("asm")) return AssembleExternMenu(menu_.prgUnits);
         if (exists && ExternMenuIs("nes")) {
-            menu_.Load(path);
-            if (menu_.unread) ShowFileProblem(*menu_.unread);
-            return !menu_.unread;
+            // One that is read and is no menu is the menu check's to tell.
+            const auto unread = menu_.Load(path) ? std::nullopt : WhyUnread(path);
+            if (unread) ShowFileProblem(*unread);
+            return !unread;
         }
         ShowError(FormatText(Text(TextId::kInvalidExternalMenu), PathText(path)));
         return false;

@@ -34,18 +34,9 @@ uint32_t CrcOfFile(const File& file, uint64_t offset, uint32_t size, ReadBuffer&
 
 bool MulticartItem::Load(const std::filesystem::path& file) {
     path = file;
-    unread.reset();
     const FileResult<File> image = OpenImage(path);
-    if (!image) {
-        unread = image.Problem();
-        return false;
-    }
     InesHeader header;
-    if (const auto arrived = image->ReadAt(0, header.bytes); !arrived) {
-        unread = arrived.Problem();
-        return false;
-    }
-    if (!header.HasMagic()) return false;
+    if (!image || !image->ReadAt(0, header.bytes) || !header.HasMagic()) return false;
 
     name = NameWithoutExtension(PathText(path));
     fileSize = image->Size().ValueOr(0);
@@ -87,6 +78,14 @@ void MulticartItem::SetPrgUnits(uint32_t units) {
 void MulticartItem::SetChrUnits(uint32_t units) {
     chrUnits = units;
     chrSpan = units * kChrUnit;
+}
+
+std::optional<FileProblem> WhyUnread(const std::filesystem::path& file) {
+    const FileResult<File> image = OpenImage(file);
+    if (!image) return image.Problem();
+    InesHeader header;
+    const FileResult<size_t> arrived = image->ReadAt(0, header.bytes);
+    return arrived ? std::nullopt : std::optional(arrived.Problem());
 }
 
 std::vector<MulticartItem> LoadMulticartItems(std::span<const std::filesystem::path> paths) {

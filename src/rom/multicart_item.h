@@ -38,18 +38,17 @@ struct MulticartItem {
     uint8_t battery = 0;
     uint8_t fourScreen = 0;
     uint8_t isMenu = 0;
-    uint8_t valid = 0;                  // the header was read and its magic matched
-    std::filesystem::path path;         // kept even when the reading fails
-    std::u16string name;                // the file's name without folder and extension
-    uint64_t fileSize = 0;              // bytes
-    std::optional<FileProblem> unread;  // why the reading failed, where that is the file's fault
+    uint8_t valid = 0;           // the header was read and its magic matched
+    std::filesystem::path path;  // kept even when the reading fails
+    std::u16string name;         // the file's name without folder and extension
+    uint64_t fileSize = 0;       // bytes
 
     // The deep reading: sizes, flags and the CRC of PRG and CHR data. True if the header was read
     // and its magic matched. Whole images are never held in memory. Bytes 4 and 5 alone give the
     // sizes, also in a NES 2.0 header (the list's reading adds byte 9; the difference is meant). A
     // file that ends early is no failure: missing header bytes keep the magic and zeros, missing
     // data counts as 0xFF. Only regular files can be loaded. A failed load changes `path` and
-    // `unread` and nothing else.
+    // nothing else.
     bool Load(const std::filesystem::path& file);
 
     void SetPrgCount(uint32_t count);
@@ -57,6 +56,10 @@ struct MulticartItem {
     void SetPrgUnits(uint32_t units);
     void SetChrUnits(uint32_t units);
 };
+
+// Why the header of a file can't be read; nothing if it can. Looks at the file anew: layouts copy
+// and sort thousands of items, which have no room for what rarely goes wrong.
+std::optional<FileProblem> WhyUnread(const std::filesystem::path& file);
 
 // The deep reading of many files, one new item for each path and in the order of the paths, by a
 // few threads. Items that couldn't be loaded have `valid` 0. `index` stays 0.

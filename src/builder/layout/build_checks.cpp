@@ -21,9 +21,10 @@ std::u16string NameOf(const MulticartItem& item) {
 // A file that is gone counts as no valid one; one that is there and can't be read is not to be
 // taken for damaged.
 std::u16string NotValidText(const MulticartItem& item, Language language) {
-    if (item.unread && item.unread->kind != FileProblem::Kind::kNotFound) {
+    const std::optional<FileProblem> unread = WhyUnread(item.path);
+    if (unread && unread->kind != FileProblem::Kind::kNotFound) {
         return FormatText(u"%d.%s %s", item.index + 1, NameOf(item),
-                          ProblemText(*item.unread, language));
+                          ProblemText(*unread, language));
     }
     return FormatText(LoadText(TextId::kGameNotValid, language), item.index + 1, NameOf(item));
 }
