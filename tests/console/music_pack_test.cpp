@@ -1,8 +1,8 @@
 // The text form of music sets: what its signs mean, and which faults are named.
+#include <algorithm>
 #include <fstream>
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "music/bank_files.h"
 #include "music/music_data.h"
@@ -29,13 +29,30 @@ std::string Text(std::string_view bgm) {
            std::string(kSounds);
 }
 
+// The rows "TEXT => WHAT COMES OF IT" of a file beside this one.
+std::vector<std::pair<std::string, std::string>> Rows(const std::string& file) {
+    std::vector<std::pair<std::string, std::string>> rows;
+    std::ifstream stream(std::string(BANKWEAVER_TEST_DATA) + "/" + file);
+    for (std::string row; std::getline(stream, row);) {
+        const size_t arrow = row.find(" => ");
+        if (arrow == std::string::npos) continue;
+        rows.emplace_back(row.substr(0, arrow), row.substr(arrow + 4));
+        std::string& text = rows.back().first;
+        for (size_t at = 0; (at = text.find("\\n")) != std::string::npos;)
+            text.replace(at, 2, "\n");
+    }
+    EXPECT_GT(rows.size(), 10u) << file;
+    return rows;
+}
+
 // A line's events: note or r, frames, and where they differ from the default /gate, vVOLUME and
 // @INSTRUMENT; L where the loop begins.
-std::string Events(std::string_view text, Sound sound) {
+std::string Events(const std::string& text) {
     const MusicReading reading = ReadMusicSet(Text(text), "f");
     EXPECT_THAT(reading.faults, ElementsAre());
+    const std::string name = text.substr(1, text.find(':') - 1);
+    const auto sound = std::ranges::find(kSoundNames, name) - std::begin(kSoundNames);
     const auto& line = reading.set.songs[0].lines[static_cast<size_t>(sound)];
-    if (!line) return "none";
     std::string events;
     for (size_t i = 0; i < line->events.size(); ++i) {
         const MusicEvent& event = line->events[i];
@@ -55,76 +72,13 @@ std::string Events(std::string_view text, Sound sound) {
 }
 
 TEST(MusicText, SignsMeanWhatThePageSays) {
-    struct {
-        Sound sound;
-        std::string_view music;
-        std::string_view events;
-    } const cases[] = {
-        {Sound::kPulse1, "@a c d e f g a b", "27:24 29:24 31:24 32:24 34:24 36:24 38:24"},
-        {Sound::kPulse2, "@a c+d-e8f4.g2..r16r", "28:24 28:24 31:12 32:36 34:84 r:6 r:24"},
-        {Sound::kPulse1, "@a o2 c > c > c < c l8 c8. c", "3:24 15:24 27:24 15:24 15:18 15:12"},
-        {Sound::kPulse1, "@a l12 c c24 c6 l1 c^2^4. # e", "27:8 27:4 27:16 27:180"},
-        {Sound::kPulse1, "@a c L r4^4 d^\n   e", "27:24 L r:48 29:48 31:24"},
-        {Sound::kPulse1, "@a v7 q6 c q8 @b v0 c k+2 c k-12 c k+0 c",
-         "27:24/6v7 27:24v0@1 29:24v0@1 15:24v0@1 27:24v0@1"},
-        {Sound::kPulse1, "@a l8 [c >]3 d", "27:12 39:12 51:12 65:12"},
-        {Sound::kPulse1, "@a [[c d]2 : e]2 f",
-         "27:24 29:24 27:24 29:24 31:24 27:24 29:24 27:24 29:24 32:24"},
-        {Sound::kPulse1, "@a l2 c8 {p} c8^4 | [{p}]2",
-         "27:12 27:12 41:12 39:36 39:12 53:12 51:12 65:12"},
-        {Sound::kTriangle, "@a c v3 o1 d v0 e", "39:24 5:24 7:24v0"},
-        {Sound::kNoise, "k8 h16 r v3 [k : h]2", "3:12 20:6@1 r:24 3:24v3 20:24v3@1 3:24v3"},
-    };
-    for (const auto& test : cases) {
-        SCOPED_TRACE(test.music);
-        const std::string name(kSoundNames[static_cast<size_t>(test.sound)]);
-        EXPECT_EQ(Events(" " + name + ": " + std::string(test.music), test.sound), test.events);
-    }
+    for (const auto& [line, events] : Rows("music_signs.txt"))
+        EXPECT_EQ(Events(line), events) << line;
 }
 
 TEST(MusicText, NamesLineAndFault) {
-    const std::pair<std::string_view, std::string_view> lines[] = {
-        {" pulse1: c", "f:15: the note \"c\" comes before any instrument"},
-        {" pulse1: @x c", "f:15: unknown instrument \"@x\""},
-        {" pulse1: @a\n  c x", "f:16: unknown sign \"x\" in a pulse1 line"},
-        {" pulse1: @a c7", "f:15: the length 7 is no whole number of frames: a whole note has 96"},
-        {" pulse1: @a c0", "the length 0 is no"},
-        {" pulse1: @a c32.", "the length 32. is no whole number of frames: the dot halves 3"},
-        {" pulse1: @a l c", "expected a length behind l"},
-        {" pulse1: @a v16 c", "expected a number from 0 to 15 behind v, found 16"},
-        {" pulse1: @a q0 c", "from 1 to 8 behind q"},
-        {" pulse1: @a k2 c", "expected + or - and semitones behind k"},
-        {" pulse1: @a o1 g c", "\"g\" of octave 1, with its instrument's arpeggio and pitch and"},
-        {" pulse1: @b o1 a", "is too low for pulse1"},
-        {" pulse1: @b o8 c", "is too high for pulse1"},
-        {" triangle: @a o8 a", "is too high for triangle"},
-        {" pulse1: @a o9 >> c", "the octave leaves"},
-        {" pulse1: @a [c", "this [ has no ]"},
-        {" pulse1: @a c ]2", "this ] has no ["},
-        {" pulse1: @a [c]", "from 1 to 255 behind ]"},
-        {" pulse1: @a [[[c]2]2]2", "loops lie more than 2 deep"},
-        {" pulse1: @a : c", ": outside of a loop"},
-        {" pulse1: @a c L ^", "^ has no note or rest before it"},
-        {" pulse1: @a c L c L c", "a second L"},
-        {" pulse1: @a [L c]2", "L within a loop or phrase"},
-        {" pulse1: @a c L", "takes no time"},
-        {" pulse1: @a {q} c", "unknown phrase \"q\""},
-        {" pulse1: @a {p c", "expected } behind"},
-        {" pulse1: @a c | c8 | c",
-         "f:15: the bars before this | are not whole: found 12 frames, 12 more than 0 bars of 24"},
-        {" pulse1: @a c\n pulse2: @a c c", "f:16: pulse2 has 0 frames before its L and 48 from it"},
-        {" pulse1: @a c\n pulse1: @a c", "f:16: a second line for pulse1"},
-        {" noise: @a k", "unknown sign \"@\" in a noise line"},
-        {" noise: s", "unknown sign \"s\" in a noise line"},
-        {" pulse1: @a [[[c]255]255", "this [ has no ]"},
-        {" pulse1: @a [[c1^1^1^1]255]255", "too long when its loops are written out"},
-        {" pulse1: @a c [[ ]255 [ ]255 [ ]255 [ ]255 [ ]255 [ ]255 [ ]255 [ ]255 [ ]255 ]255",
-         "too long when its loops are written out"},
-    };
-    for (const auto& [line, fault] : lines) {
-        SCOPED_TRACE(line);
-        EXPECT_THAT(ReadMusicSet(Text(line), "f").faults, Contains(HasSubstr(fault)));
-    }
+    for (const auto& [line, fault] : Rows("music_faults.txt"))
+        EXPECT_THAT(ReadMusicSet(Text(line), "f").faults, Contains(HasSubstr(fault))) << line;
     const std::pair<std::string, std::string> texts[] = {
         {"", "f:0: the song bgm is missing"},
         {"beat 0\n", "f:1: expected \"beat NUMBER\", from 1 to 960"},
@@ -147,10 +101,8 @@ TEST(MusicText, NamesLineAndFault) {
         {std::string(kHead) + "song item\n", "f:13: the song item has no channel's line"},
         {"hello\n", "f:1: unknown word \"hello\" here"},
     };
-    for (const auto& [text, fault] : texts) {
-        SCOPED_TRACE(text);
-        EXPECT_THAT(ReadMusicSet(text, "f").faults, Contains(HasSubstr(fault)));
-    }
+    for (const auto& [text, fault] : texts)
+        EXPECT_THAT(ReadMusicSet(text, "f").faults, Contains(HasSubstr(fault))) << text;
     std::string instrument = "instrument a\n volume";
     for (int i = 0; i < 247; ++i)
         instrument += " 1";

