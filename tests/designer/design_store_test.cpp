@@ -165,7 +165,7 @@ TEST(TextRecords, OtherTypesArePassedOverAndReadingEndsAtDamage) {
         AppendText(bytes, {.x = x, .y = y, .text = words});
         return bytes;
     };
-    const std::u16string longest(260, u'A');
+    const std::u16string longest(260, u'A'), tooLong(261, u'A');
     Bytes other;
     AppendText(other, {.type = 12, .text = u"not a text"});
     const Bytes good =
@@ -174,7 +174,7 @@ TEST(TextRecords, OtherTypesArePassedOverAndReadingEndsAtDamage) {
         {.text = u"bad", .size = 1000},    {.text = u"bad", .size = 0xFFFFFFFF},
         {.text = u"bad", .size = 11},  // no room for the place
         {.text = u"bad", .textBytes = 16}, {.text = u"bad", .textBytes = 0xFFFFFFFF},
-        {.text = u"bad", .textBytes = 5},  {.text = longest + u"A"}};
+        {.text = u"bad", .textBytes = 5},  {.text = tooLong}};
     for (const TextRecord& record : damages) {
         Bytes bytes = good;
         AppendText(bytes, record);

@@ -102,7 +102,11 @@ void DrawLine(Surface& surface, Point a, Point b, Colour colour, Stroke stroke) 
 }
 
 void DrawCellFrame(Surface& surface, Point cell, int pixels, Colour colour) {
-    Point near{cell.x * pixels, cell.y * pixels};
+    // A cell beside the view lies on its edge, however far away it is.
+    const auto start = [&](int index, int size) {
+        return std::clamp(index, -1, size / pixels) * pixels;
+    };
+    Point near{start(cell.x, surface.Width()), start(cell.y, surface.Height())};
     Point far{near.x + pixels, near.y + pixels};
     ClampPoints(surface, near, far);
     DrawFrame(surface, near, far, colour);
