@@ -188,6 +188,8 @@ TEST(DesignParts, SpritesAreThoseOfTheConsole) {
     ASSERT_EQ(Load(DesignPart::kSprites, records, copy), "");
     EXPECT_THAT(copy.Store().SpriteTileList,
                 ElementsAre(TileItem{0, 255, 0, 0, 0x41, 3, 7}, TileItem{1, 7, 239, 0, 2, 2, 6}));
+    const auto views = LoadPart(DesignPart::kSprites, records, Shift::kUp, copy, kEnglish);
+    EXPECT_TRUE(std::get<Views>(views).Has(View::kCheckBoxes)) << "the flags of what is selected";
     copy.Store().SpriteTileList.push_back({.X = 256, .Y = 1});
     copy.Store().SpriteTileList.push_back({.X = 1, .Y = 240});
     const Bytes first{0, 0x41, 0xE3, 255}, second{239, 2, 0x62, 7};

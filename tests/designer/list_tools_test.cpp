@@ -11,6 +11,7 @@
 namespace bw {
 namespace {
 
+using testing::Each;
 using testing::ElementsAre;
 
 class ListTools : public testing::Test {
@@ -193,13 +194,16 @@ TEST_F(ListTools, ResetsCentreWhatTheyPlace) {
     sprites_.resize(2);
     store_.BkgTileSelected[4] = 1;
     copy_.SpPalettePos = {9, 0};
+    copy_.AttrBytePos = {0, 1};  // of palette 1 by default
     ResetDesign(copy_);
     EXPECT_EQ(document.ItemPos, (Pos{1, 5}));
     EXPECT_EQ(store_.ArrowTile.X, 0) << "not off the screen";
     EXPECT_EQ(store_.BkgPalette, kDefaultBkgPalette);
     EXPECT_TRUE(sprites_.empty() && store_.BkgTileSelected[4] == 0);
     EXPECT_EQ(store_.CharMapData['A'], 'A');
-    EXPECT_EQ(copy_.SpPalettePos, (Pos{1, 0}));
+    EXPECT_THAT((std::array{copy_.BkgPalettePos, copy_.SpPalettePos}), Each(Pos{1, 0}));
+    const int colour = copy_.SystemPalettePos.X + 16 * copy_.SystemPalettePos.Y;
+    EXPECT_EQ(colour, kDefaultBkgPalette[1]);
 }
 
 }  // namespace

@@ -6,6 +6,8 @@
 #include <utility>
 
 #include "designer/files/bare_tables.h"
+#include "designer/model/chunk_file.h"
+#include "designer/model/design_chunks.h"
 #include "designer/model/stored_numbers.h"
 #include "designer/model/tiles.h"
 #include "language/problem_text.h"
@@ -35,22 +37,22 @@ std::optional<DesignScope> ScopeOf(DesignPart part) {
     }
 }
 
-// What a window shows in controls of its own keeps its old text after a screen or texts: a caption
-// shows there when it is next edited.
-Views PicturesOf(DesignScope scope) {
-    if (scope == DesignScope::kWhole) return Views::All();
-    if (scope == DesignScope::kTexts) return View::kNameTable;
-    return View::kBkgTiles | View::kSpriteTiles | View::kNameTable | View::kBkgTileList |
-           View::kSpriteTileList | View::kBkgTileEditor | View::kSpriteTileEditor |
-           View::kAttribute | View::kBkgPalette | View::kSpritePalette | View::kSystemPalette |
-           View::kTargetStrip | View::kSourceStrip;
+// The box of the caption keeps its text after a screen or texts.
+Views ViewsOf(DesignScope scope) {
+    switch (scope) {
+        case DesignScope::kWhole:
+            return Views::All();
+        case DesignScope::kScreen:
+            return Views::All().Without(View::kCaptionBox);
+        default:
+            return View::kNameTable;
+    }
 }
 
-void CountItems(WorkingCopy& copy) {
-    const DesignStore& store = copy.Store();
-    copy.nextBkgIndex = static_cast<uint32_t>(store.BkgTileList.size());
-    copy.nextSpriteIndex = static_cast<uint32_t>(store.SpriteTileList.size());
-    copy.nextTextIndex = static_cast<uint32_t>(store.CustomText.size());
+bool HoldsCaption(std::span<const uint8_t> bytes) {
+    constexpr auto kCaption = static_cast<uint32_t>(ChunkType::kCaptionText);
+    const ChunkList list = ReadChunks(bytes);
+    return std::ranges::find(list.chunks, kCaption, &ChunkView::type) != list.chunks.end();
 }
 
 std::variant<Views, Diagnostic> LoadChunks(DesignScope scope, std::span<const uint8_t> bytes,
@@ -59,8 +61,11 @@ std::variant<Views, Diagnostic> LoadChunks(DesignScope scope, std::span<const ui
         return std::move(*problem);
     }
     CountItems(copy);
+    if (scope == DesignScope::kWhole && HoldsCaption(bytes)) {
+        copy.captionBox = copy.Store().CaptionText;
+    }
     if (scope != DesignScope::kTexts) SynchroniseCursors(copy);
-    return PicturesOf(scope);
+    return ViewsOf(scope);
 }
 
 std::variant<Views, Diagnostic> LoadVideoMemory(size_t screen, std::span<const uint8_t> bytes,
@@ -174,7 +179,7 @@ std::variant<Views, Diagnostic> LoadPart(DesignPart part, std::span<const uint8_
             return View::kNameTable | SynchroniseCursors(copy);
         case DesignPart::kSprites:
             ReadSprites(bytes, copy);
-            return View::kNameTable;
+            return View::kNameTable | View::kCheckBoxes;
         case DesignPart::kBkgPalette:
         case DesignPart::kSpritePalette:
             return LoadColours(part, bytes, copy);

@@ -30,6 +30,7 @@ constexpr std::array<Switch, 9> kSwitches = {{
     {"DragText", &WorkingCopy::DragText},
 }};
 
+constexpr std::string_view kCustomTextEdit = "CustomTextEdit";
 constexpr size_t kIndexSize = 8;
 
 // A value of exactly this size, or nothing.
@@ -86,6 +87,9 @@ void ReadWorkingCopy(WorkingCopy& copy, const SettingsStore& settings) {
     ReadPos(settings, setting::kPageNumberPos, copy.document.PageNumberPos);
     ReadPos(settings, setting::kItemPos, copy.document.ItemPos);
     settings.RegReadString(kDesignKey, setting::kCaptionText, copy.Store().CaptionText);
+    copy.captionBox = copy.Store().CaptionText;
+    settings.RegReadString(kDesignKey, kCustomTextEdit, copy.CustomTextEdit);
+    CountItems(copy);
     RebuildShortLargeCursor(copy.document);
     const Bytes last = ReadWholeBinary(settings, kDesignKey, "LastWorkState");
     if (!last.empty()) ApplyWorkState(last, copy);
@@ -114,9 +118,13 @@ bool CloseDesigner(EditSession& session, SettingsStore& settings) {
     write("HistoryDataIndex", StoredIndex(session.Steps().Index()));
     write("BkgPalettePos", StoredPos(copy.BkgPalettePos));
     write("SpPalettePos", StoredPos(copy.SpPalettePos));
-    return session.RunWithoutStep([&](WorkingCopy& edited) {
+    written = session.RunWithoutStep([&](WorkingCopy& edited) {
         return StoreDesign(edited.document, settings);
     }) && written;
+    // The caption of the settings is the box's; the work state has the document's.
+    written =
+        settings.RegWriteString(kDesignKey, setting::kCaptionText, copy.captionBox) && written;
+    return settings.RegWriteString(kDesignKey, kCustomTextEdit, copy.CustomTextEdit) && written;
 }
 
 }  // namespace bw

@@ -7,10 +7,10 @@
 namespace bw {
 
 // For a window that opens. Before it, the document's store has been filled (LoadDesignData) and
-// CaptionText and the names have been set. Reads switches, places and caption, then the last work
-// state, which brings the whole document back where there is one; the undo history of earlier runs
-// joins a session that has none of its own. Values that are missing, of another size or damaged
-// leave what is there.
+// CaptionText and the names have been set. Reads switches, places and the texts of both boxes, then
+// the last work state, which brings the whole document back where there is one; the undo history of
+// earlier runs joins a session that has none of its own. Values that are missing, of another size
+// or damaged leave what is there.
 void OpenDesigner(EditSession& session, const SettingsStore& settings);
 
 // For a window that closes: writes all of it, and hands the design on to builds (StoreDesign).

@@ -11,6 +11,7 @@ namespace bw {
 namespace {
 
 constexpr uint32_t kContainerReserved = 2;
+constexpr auto kCaption = static_cast<uint32_t>(ChunkType::kCaptionText);
 constexpr uint32_t kBkgTileSelected = 33;
 constexpr uint32_t kSpriteTileSelected = 34;
 
@@ -88,7 +89,7 @@ void EmptyLists(WorkingCopy& copy) {
     store.BkgTileList.clear();
     store.SpriteTileList.clear();
     store.ArrowTileList.clear();
-    copy.nextBkgIndex = copy.nextSpriteIndex = copy.nextTextIndex = 0;
+    CountItems(copy);
 }
 
 // False at a chunk that doesn't fit.
@@ -96,6 +97,7 @@ bool ReadState(const ChunkList& chunks, WorkingCopy& copy) {
     if (chunks.fault) return false;
     for (const ChunkView& chunk : chunks.chunks) {
         if (ApplyChunk(chunk, copy.document)) return false;
+        if (chunk.type == kCaption) copy.captionBox = copy.Store().CaptionText;
         ReadPlace(chunk, kPlaces, copy);
         ReadPlace(chunk, kMapPlaces, copy);
         if (chunk.type == kBkgTileSelected) ReadMarks(chunk, copy.Store().BkgTileSelected);
@@ -144,9 +146,7 @@ bool ApplyWorkState(std::span<const uint8_t> state, WorkingCopy& copy) {
     WorkingCopy changed = copy;
     EmptyLists(changed);
     if (!ReadState(ReadChunks(outer.chunks.front().payload), changed)) return false;
-    changed.nextBkgIndex = static_cast<uint32_t>(changed.Store().BkgTileList.size());
-    changed.nextSpriteIndex = static_cast<uint32_t>(changed.Store().SpriteTileList.size());
-    changed.nextTextIndex = static_cast<uint32_t>(changed.Store().CustomText.size());
+    CountItems(changed);
     KeepOnFields(changed);
     if (changed.Store().ArrowTileList.empty()) RebuildShortLargeCursor(changed.document);
     SynchroniseCursors(changed);

@@ -19,7 +19,9 @@ enum class View : uint32_t {
     kSystemPalette = 1u << 10,
     kTargetStrip = 1u << 11,
     kSourceStrip = 1u << 12,
-    kCheckBoxes = 1u << 13,  // switches and texts that a window shows in controls of its own
+    // What a window shows in controls of its own.
+    kCheckBoxes = 1u << 13,  // switches, and the flags of the selected sprites
+    kCaptionBox = 1u << 14,  // WorkingCopy::captionBox
 };
 
 // A set of views.
@@ -34,6 +36,11 @@ class Views {
     }
 
     constexpr bool Has(View view) const { return (bits_ & static_cast<uint32_t>(view)) != 0; }
+    constexpr Views Without(View view) const {
+        Views rest = *this;
+        rest.bits_ &= ~static_cast<uint32_t>(view);
+        return rest;
+    }
     constexpr bool Empty() const { return bits_ == 0; }
     constexpr Views& operator|=(Views other) {
         bits_ |= other.bits_;

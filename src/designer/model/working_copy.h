@@ -59,6 +59,10 @@ struct WorkingCopy {
     bool ItemBlankLine = false;  // an empty line behind each item
     bool ShowPageNumber = false;
     std::u16string PageNumberText = u"1/1";
+    // What stands in the box of the caption: CaptionText, but for a caption that came with a
+    // screen's part or its texts, which shows there when it is next edited.
+    std::u16string captionBox;
+    std::u16string CustomTextEdit;       // what stands in the box of the text to add
     std::optional<TextItem> PlacedText;  // a text that the mouse holds just now
 
     bool DragText = false;               // the mouse drags what lies on the screen
@@ -77,6 +81,12 @@ struct WorkingCopy {
     bool Show_Caption = true;
     bool Show_Cursor = true;
 };
+
+// After the lists of items were replaced: what new items get as their Index.
+void CountItems(WorkingCopy& copy);
+
+// Puts the system palette's cursor on the colour of the background palette's current entry.
+Views ShowBkgColour(WorkingCopy& copy);
 
 // After the document was replaced: brings the attribute byte, the quadrant, the entry of the
 // background palette and the colour in the system palette in line with the cursors.

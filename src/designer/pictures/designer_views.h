@@ -16,12 +16,12 @@ namespace bw {
 class DesignerViews {
   public:
     // Redraws `stale` and what is copied out of it. The result names what was redrawn, for a window
-    // to show; kCheckBoxes passes through. The first call must name all views.
+    // to show; kCheckBoxes and kCaptionBox pass through. The first call must name all views.
     Views Update(const WorkingCopy& copy, Views stale, const std::optional<RubberBands>& bands);
 
     const TileImage& Tiles() const { return tiles_; }
     // The surface of a view; kBkgTiles and kSpriteTiles are both in the tile image. Not for
-    // kCheckBoxes.
+    // kCheckBoxes and kCaptionBox.
     const Surface& Of(View view) const;
 
   private:

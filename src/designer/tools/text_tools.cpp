@@ -94,6 +94,11 @@ Views TurnPage(WorkingCopy& copy, PageTurn turn) {
     return {};
 }
 
+Views SetCaption(WorkingCopy& copy, std::u16string_view text) {
+    copy.captionBox = copy.Store().CaptionText = text;
+    return View::kNameTable;
+}
+
 Views AddText(WorkingCopy& copy, std::u16string_view text) {
     if (text.empty()) return {};
     copy.Store().CustomText.push_back(
@@ -109,7 +114,7 @@ Views ClearTexts(WorkingCopy& copy) {
 
 Views ResetTexts(WorkingCopy& copy) {
     DesignDocument& document = copy.document;
-    document.store.CaptionText = ToWide(std::to_string(ItemCount(copy)) + " IN 1");
+    SetCaption(copy, ToWide(std::to_string(ItemCount(copy)) + " IN 1"));
     document.CaptionPos = {CentredColumn(document.store.CaptionText.size()), 2};
     document.PageNumberPos = {CentredColumn(copy.PageNumberText.size()), 27};
     document.ItemPos = {CentredColumn(LongestItem(copy)), 5};
@@ -117,7 +122,7 @@ Views ResetTexts(WorkingCopy& copy) {
     document.store.ArrowTileList.clear();
     RebuildShortLargeCursor(document);
     return ClearTexts(copy) | ClearItems(copy, PatternTable::kBackground) | ResetAttributes(copy) |
-           View::kCheckBoxes;
+           View::kCaptionBox | View::kCheckBoxes;
 }
 
 Views ResetAttributes(WorkingCopy& copy) {
@@ -133,14 +138,16 @@ Views ResetPalette(WorkingCopy& copy, PatternTable table) {
 }
 
 Views ResetDesign(WorkingCopy& copy) {
-    copy.BkgPalettePos = copy.SpPalettePos = {1, 0};
     copy.Store().BkgTileSelected.fill(0);
     copy.Store().SpriteTileSelected.fill(0);
-    return ResetCharMap(copy) | ResetTexts(copy) | ResetPalette(copy, PatternTable::kBackground) |
-           ResetPalette(copy, PatternTable::kSprites) |
-           ResetPatternTable(copy, PatternTable::kBackground) |
-           ResetPatternTable(copy, PatternTable::kSprites) |
-           ClearItems(copy, PatternTable::kSprites);
+    const Views changed =
+        ResetCharMap(copy) | ResetTexts(copy) | ResetPalette(copy, PatternTable::kBackground) |
+        ResetPalette(copy, PatternTable::kSprites) |
+        ResetPatternTable(copy, PatternTable::kBackground) |
+        ResetPatternTable(copy, PatternTable::kSprites) | ClearItems(copy, PatternTable::kSprites);
+    // Behind the resets, which move the entry to the attribute's palette.
+    copy.BkgPalettePos = copy.SpPalettePos = {1, 0};
+    return changed | ShowBkgColour(copy);
 }
 
 }  // namespace bw

@@ -24,6 +24,9 @@ enum class PageTurn { kFirst, kPrevious, kNext, kLast };
 // Nothing happens beyond the first and the last page.
 Views TurnPage(WorkingCopy& copy, PageTurn turn);
 
+// What was typed into the caption's box. No step of the history.
+Views SetCaption(WorkingCopy& copy, std::u16string_view text);
+
 // A step of the history: a text joins the screen at its top left corner. An empty one doesn't.
 Views AddText(WorkingCopy& copy, std::u16string_view text);
 
