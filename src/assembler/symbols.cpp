@@ -5,7 +5,7 @@
 namespace bw::assembler {
 namespace {
 
-constexpr size_t kFirstSlots = 8192;  // a power of two, as the mask of SlotOf demands
+constexpr size_t kFirstSlots = 1024;  // a power of two, as the mask of SlotOf demands
 
 uint64_t Mix(uint64_t state, uint64_t word) {
     state = (state ^ word) * 0x9E3779B97F4A7C15U;

@@ -12,7 +12,8 @@ constexpr std::u16string_view kSection = u"list_view";
 constexpr uint32_t kWidestColumn = 8192;  // pixels: wider than screens are
 
 std::u16string WidthKey(size_t column) {
-    return FormatText(u"list_view_col_%0.5d_width", static_cast<int>(column));
+    const std::string digits = std::to_string(column);
+    return u"list_view_col_" + std::u16string(5 - digits.size(), u'0') + ToWide(digits) + u"_width";
 }
 
 }  // namespace

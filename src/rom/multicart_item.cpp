@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <thread>
 
 #include "rom/crc32.h"
@@ -19,10 +20,12 @@ using ReadBuffer = std::array<uint8_t, 65536>;
 // The CRC of `size` bytes at `offset`; what the file doesn't have counts as 0xFF.
 uint32_t CrcOfFile(const File& file, uint64_t offset, uint32_t size, ReadBuffer& buffer) {
     uint32_t crc = 0;
+    size_t filled = buffer.size();  // 0xFF from here on
     while (size > 0) {
         const std::span piece = std::span(buffer).first(std::min<size_t>(size, buffer.size()));
         const size_t arrived = file.ReadAt(offset, piece).ValueOr(0);
-        std::ranges::fill(piece.subspan(arrived), uint8_t{0xFF});
+        if (arrived < filled) std::memset(buffer.data() + arrived, 0xFF, filled - arrived);
+        filled = arrived;
         crc = Crc32(piece, crc);
         offset += piece.size();
         size -= static_cast<uint32_t>(piece.size());

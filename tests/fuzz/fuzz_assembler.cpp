@@ -46,7 +46,7 @@ class Parts : public SourceProvider {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Parts parts(TextOf({data, size}));
     // Enough for some nesting; the full limit would only cost time here.
-    constexpr std::size_t kText = 32768;
+    constexpr std::size_t kText = 4096;
     const AssemblyResult result =
         Assemble("0", parts, {.listing = true, .symbols = true, .textLimit = kText});
     Expect(result.Ok() == !result.rom.empty());

@@ -80,6 +80,7 @@ DesignProblem ReadDesign(std::span<const uint8_t> bytes, DesignDocument& documen
 
 std::vector<uint8_t> WriteDesign(const DesignDocument& document, DesignScope scope) {
     std::vector<uint8_t> bytes;
+    bytes.reserve(2 * kChrDataSize);  // a design without items takes some 9 KB
     for (const ChunkType type : WrittenTypes(scope))
         AppendDesignChunk(bytes, type, document);
     return bytes;

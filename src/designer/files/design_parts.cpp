@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "designer/files/bare_tables.h"
-#include "designer/model/chunk_file.h"
 #include "designer/model/design_chunks.h"
 #include "designer/model/stored_numbers.h"
 #include "designer/model/tiles.h"
@@ -49,19 +48,13 @@ Views ViewsOf(DesignScope scope) {
     }
 }
 
-bool HoldsCaption(std::span<const uint8_t> bytes) {
-    constexpr auto kCaption = static_cast<uint32_t>(ChunkType::kCaptionText);
-    const ChunkList list = ReadChunks(bytes);
-    return std::ranges::find(list.chunks, kCaption, &ChunkView::type) != list.chunks.end();
-}
-
 std::variant<Views, Diagnostic> LoadChunks(DesignScope scope, std::span<const uint8_t> bytes,
                                            WorkingCopy& copy, Language language) {
     if (auto problem = ReadDesign(bytes, copy.document, language, scope)) {
         return std::move(*problem);
     }
     CountItems(copy);
-    if (scope == DesignScope::kWhole && HoldsCaption(bytes)) {
+    if (scope == DesignScope::kWhole && HoldsChunk(bytes, ChunkType::kCaptionText)) {
         copy.captionBox = copy.Store().CaptionText;
     }
     if (scope != DesignScope::kTexts) SynchroniseCursors(copy);

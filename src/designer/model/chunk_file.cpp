@@ -1,5 +1,7 @@
 #include "designer/model/chunk_file.h"
 
+#include <array>
+
 #include "designer/model/stored_numbers.h"
 #include "support/text.h"
 
@@ -77,9 +79,12 @@ ChunkList ReadChunks(std::span<const uint8_t> bytes) {
 
 void AppendChunk(std::vector<uint8_t>& bytes, uint32_t type, std::span<const uint8_t> payload,
                  uint32_t reserved, uint32_t version) {
-    for (const uint32_t word : {type, reserved, version, static_cast<uint32_t>(payload.size())}) {
-        Append32(bytes, word);
-    }
+    std::array<uint8_t, kChunkHeaderSize> header;
+    Write32(header, 0, type);
+    Write32(header, 4, reserved);
+    Write32(header, 8, version);
+    Write32(header, 12, static_cast<uint32_t>(payload.size()));
+    bytes.insert(bytes.end(), header.begin(), header.end());
     bytes.insert(bytes.end(), payload.begin(), payload.end());
 }
 

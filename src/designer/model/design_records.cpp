@@ -52,12 +52,15 @@ TileItem ReadTileItem(std::span<const uint8_t, TileItem::kStoredSize> record) {
 }
 
 std::vector<uint8_t> StoredTile(const TileItem& item) {
-    std::vector<uint8_t> bytes;
-    Append32(bytes, item.Index);
-    Append32(bytes, static_cast<uint32_t>(item.X));
-    Append32(bytes, static_cast<uint32_t>(item.Y));
-    Append32(bytes, item.Selected);
-    bytes.insert(bytes.end(), {item.Tile, item.Palette, item.Flags, item.Reserved});
+    std::vector<uint8_t> bytes(TileItem::kStoredSize);
+    Write32(bytes, 0, item.Index);
+    Write32(bytes, 4, static_cast<uint32_t>(item.X));
+    Write32(bytes, 8, static_cast<uint32_t>(item.Y));
+    Write32(bytes, 12, item.Selected);
+    bytes[16] = item.Tile;
+    bytes[17] = item.Palette;
+    bytes[18] = item.Flags;
+    bytes[19] = item.Reserved;
     return bytes;
 }
 
@@ -67,9 +70,9 @@ Pos ReadStoredPos(std::span<const uint8_t, Pos::kStoredSize> record) {
 }
 
 std::vector<uint8_t> StoredPos(const Pos& place) {
-    std::vector<uint8_t> bytes;
-    Append32(bytes, static_cast<uint32_t>(place.X));
-    Append32(bytes, static_cast<uint32_t>(place.Y));
+    std::vector<uint8_t> bytes(Pos::kStoredSize);
+    Write32(bytes, 0, static_cast<uint32_t>(place.X));
+    Write32(bytes, 4, static_cast<uint32_t>(place.Y));
     return bytes;
 }
 

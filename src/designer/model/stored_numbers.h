@@ -15,10 +15,18 @@ inline uint32_t Read32(std::span<const uint8_t> bytes, size_t at) {
            static_cast<uint32_t>(bytes[at + 2]) << 16 | static_cast<uint32_t>(bytes[at + 3]) << 24;
 }
 
+// The same way round.
+inline void Write32(std::span<uint8_t> bytes, size_t at, uint32_t value) {
+    bytes[at] = static_cast<uint8_t>(value);
+    bytes[at + 1] = static_cast<uint8_t>(value >> 8);
+    bytes[at + 2] = static_cast<uint8_t>(value >> 16);
+    bytes[at + 3] = static_cast<uint8_t>(value >> 24);
+}
+
 inline void Append32(std::vector<uint8_t>& bytes, uint32_t value) {
-    for (int shift = 0; shift < 32; shift += 8) {
-        bytes.push_back(static_cast<uint8_t>(value >> shift));
-    }
+    uint8_t number[4];
+    Write32(number, 0, value);
+    bytes.insert(bytes.end(), number, number + 4);
 }
 
 // As much of the bytes as the table takes, over its start.
