@@ -1,10 +1,15 @@
-# Shared by ./run and ./test: installs the Debian packages that are missing. Sourced, not run.
+# Shared by ./run, ./test, bench/run and packaging/deb: installs the Debian packages that are missing,
+# and builds. Sourced, not run.
 
 build_packages="g++ cmake ninja-build libfmt-dev libutf8proc-dev libsqlite3-dev libdeflate-dev libcli11-dev
-    libpng-dev rapidjson-dev qt6-base-dev qt6-translations-l10n librsvg2-bin"
-# A display, a window manager, a tray, a person's hands, and a small font that has Chinese.
-window_test_packages="xvfb xauth openbox trayer xdotool fonts-wqy-microhei"
-test_packages="libgtest-dev libgmock-dev fceux $window_test_packages"
+    libpng-dev rapidjson-dev qt6-base-dev librsvg2-bin"
+# Qt's own texts in Chinese, a font that has Chinese, and the plug-in for Wayland sessions.
+window_packages="qt6-translations-l10n fonts-wqy-microhei qt6-wayland"
+# A display, a window manager, a tray and a person's hands.
+window_test_packages="xvfb xauth openbox trayer xdotool"
+test_packages="libgtest-dev libgmock-dev fceux $window_packages $window_test_packages"
+# What finds out a Debian package's dependencies.
+deb_packages="file dpkg-dev gzip $window_packages"
 
 say() { printf '\n== %s\n' "$*"; }
 
@@ -30,6 +35,35 @@ install_missing() {
     fi
     say "Installing:$missing"
     $root apt-get update -qq
-    $root env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y -qq --no-install-recommends $missing >/dev/null
+    local install="$root env LC_ALL=C DEBIAN_FRONTEND=noninteractive apt-get install --no-install-recommends"
+    # How many packages come along, and how much disk they take.
+    $install --assume-no $missing 2>/dev/null |
+        grep -E '^[0-9]+ upgraded|^Need to get|^After this' | sed 's/^/   /' || true
+    $install -y -q $missing | awk '/^Setting up/ { if (++n % 20 == 0) { print "   " n " packages set up"; fflush() } }'
+}
+
+# build PRESET TARGETS...: all targets where none is named. Counts the steps, on one line of a
+# terminal, at every tenth elsewhere; silent where nothing is out of date.
+build() {
+    local preset=$1 targets=()
+    shift
+    [ $# = 0 ] || targets=(--target "$@")
+    if cmake --build --preset "$preset" ${targets[@]+"${targets[@]}"} -- -n 2>/dev/null |
+        grep -q '^ninja: no work to do'; then
+        return 0
+    fi
+    if [ -t 1 ]; then
+        NINJA_STATUS="   %f of %t: " cmake --build --preset "$preset" ${targets[@]+"${targets[@]}"}
+        return
+    fi
+    NINJA_STATUS="step %f %t " cmake --build --preset "$preset" ${targets[@]+"${targets[@]}"} |
+        awk '$1 == "step" && NF > 3 {
+                 if ($2 * 10 >= (tenth + 1) * $3) {
+                     tenth = int($2 * 10 / $3)
+                     print "   " $2 " of " $3
+                     fflush()
+                 }
+                 next
+             }
+             { print; fflush() }'
 }

@@ -26,6 +26,7 @@ namespace bw {
 namespace {
 
 constexpr int kEndedBySignal = 128;  // plus its number, as shells have it
+constexpr int kNoDisplay = 3;        // ./run goes on without a window then
 
 void SetUpApplication() {
     // Qt takes all of the user's locale; numbers in files have a point everywhere.
@@ -41,10 +42,18 @@ void TellOfRescuedList(const std::filesystem::path& file) {
     std::fputs((text + file.string() + "\n").c_str(), stderr);
 }
 
-// A display that can't be reached is no crash.
+// A display that can't be reached is no crash. Qt's own last words tell to install it again.
 void EndIfFatal(QtMsgType type, const QMessageLogContext&, const QString& text) {
-    std::fputs((text.toStdString() + "\n").c_str(), stderr);
-    if (type == QtFatalMsg) std::_Exit(EXIT_FAILURE);
+    if (type != QtFatalMsg) {
+        std::fputs((text.toStdString() + "\n").c_str(), stderr);
+        return;
+    }
+    std::fputs(
+        "Bankweaver found no display that it can open. Start it inside a desktop session (the\n"
+        "variable DISPLAY or WAYLAND_DISPLAY names its display; Wayland needs the package\n"
+        "qt6-wayland), or use bankweaver-cli, which needs none.\n",
+        stderr);
+    std::_Exit(kNoDisplay);
 }
 
 int Run(int count, char** values, std::vector<std::filesystem::path> files) {

@@ -4,7 +4,7 @@
 
 namespace bw {
 
-// The program's version as shown and compared, e.g. "0.1.0".
+// The program's version as shown and compared, e.g. "0.2.0".
 std::string_view ProgramVersion();
 
 }  // namespace bw
