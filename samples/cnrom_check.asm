@@ -45,15 +45,15 @@ Running:
  LDA #$88 ; the same with the NMI
  STA PPU_CTRL
 .stay
- LDA Frame
+ LDA <Frame
 .wait
- CMP Frame
+ CMP <Frame
  BEQ .wait
- LDA Frame
+ LDA <Frame
  AND #FRAMES_PER_PICTURE - 1
  BNE .stay
- INC Picture
- LDA Picture
+ INC <Picture
+ LDA <Picture
  AND #$03
  ASL A
  ASL A
@@ -66,10 +66,10 @@ PlaceCoins:
  LDX #0
  LDA #102
 .line
- STA Line
+ STA <Line
  LDY #0
 .sprite
- LDA Line
+ LDA <Line
  STA Sprites,X
  STA Sprites + $40,X
  TXA
@@ -93,7 +93,7 @@ PlaceCoins:
  INY
  CPY #4
  BNE .sprite
- LDA Line
+ LDA <Line
  CLC
  ADC #8
  CPX #$40
@@ -143,7 +143,7 @@ ReportPalette:
  .DB $0F, $38, $28, $17, $0F, $30, $28, $18, $0F, $30, $28, $18, $0F, $30, $28, $18
 
 Nmi:
- INC Frame
+ INC <Frame
 Ignore:
  RTI
 

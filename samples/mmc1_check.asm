@@ -107,10 +107,10 @@ SelectPrg:
 
 ; steps 0 to 63 in the window at $0000, 64 to 127 in the one at $1000
 SelectChr:
- STA Pattern
+ STA <Pattern
  LSR A
  LSR A
- LDX Pattern
+ LDX <Pattern
  CPX #64
  BCS .upper
  STA MMC1_CHR_0
@@ -122,7 +122,7 @@ SelectChr:
  STA MMC1_CHR_0
  LSR A
  STA MMC1_CHR_0
- LDA Pattern
+ LDA <Pattern
  AND #$03
  ASL A
  ASL A
@@ -138,7 +138,7 @@ SelectChr:
  STA MMC1_CHR_1
  LSR A
  STA MMC1_CHR_1
- LDA Pattern
+ LDA <Pattern
  AND #$03
  ASL A
  ASL A

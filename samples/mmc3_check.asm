@@ -96,7 +96,7 @@ Nmi:
  PHA
  TXA
  PHA
- INC Frame
+ INC <Frame
  JSR PlainBanks
  LDA #0
  STA PPU_SCROLL
@@ -116,12 +116,12 @@ Nmi:
 ; The counter's line. While the checks run it only leaves a note.
 Irq:
  STA MMC3_IRQ_OFF
- INC Irq_Seen
+ INC <Irq_Seen
  PHA
- LDA Frame
+ LDA <Frame
  BEQ .checking
- INC Scroll_X
- LDA Scroll_X
+ INC <Scroll_X
+ LDA <Scroll_X
  STA PPU_SCROLL
  STA PPU_SCROLL
  LSR A
@@ -211,29 +211,29 @@ CheckOwn:
  LDA #FIRST_LINE
  JSR MeasureLine
  BCS .silent
- LDA Turns_L
- STA First_L
- LDA Turns_H
- STA First_H
+ LDA <Turns_L
+ STA <First_L
+ LDA <Turns_H
+ STA <First_H
  LDA #SECOND_LINE
  JSR MeasureLine
  BCS .silent
  SEI
  SEC
- LDA Turns_L
- SBC First_L
- STA Turns_L
- LDA Turns_H
- SBC First_H
- STA Turns_H
+ LDA <Turns_L
+ SBC <First_L
+ STA <Turns_L
+ LDA <Turns_H
+ SBC <First_H
+ STA <Turns_H
  SEC
- LDA Turns_L
+ LDA <Turns_L
  SBC #LOW(TURNS_OF_64_LINES - TOLERANCE)
- STA Turns_L
- LDA Turns_H
+ STA <Turns_L
+ LDA <Turns_H
  SBC #HIGH(TURNS_OF_64_LINES - TOLERANCE)
  BNE .wrong
- LDA Turns_L
+ LDA <Turns_L
  CMP #TOLERANCE * 2
  BCS .wrong
  LDA #0
@@ -244,8 +244,8 @@ CheckOwn:
 .wrong
  LDA #0
  STA PPU_MASK
- LDA Turns_L
- LDX Turns_H
+ LDA <Turns_L
+ LDX <Turns_H
  JMP NoteFault
 
 ; A: line for the counter. Turns: how long its interrupt took from the vertical blank on. Carry set
@@ -264,7 +264,7 @@ MeasureLine:
  STA MMC3_IRQ_OFF
  STA MMC3_IRQ_ON
  LDA #0
- STA Irq_Seen
+ STA <Irq_Seen
  TAY
  TAX
 .turn
@@ -274,7 +274,7 @@ MeasureLine:
  CPY #10 ; 2,560 turns are more than a frame
  BEQ .none
 .low
- LDA Irq_Seen
+ LDA <Irq_Seen
  NOP
  BEQ .turn
  CLC
@@ -282,8 +282,8 @@ MeasureLine:
 .none
  SEC
 .keep
- STX Turns_L
- STY Turns_H
+ STX <Turns_L
+ STY <Turns_H
  RTS
 
 BlackPalette:

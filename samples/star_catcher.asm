@@ -41,7 +41,7 @@ SelectMirroring:
 
 Running:
  LDA #$A7
- STA Random_State
+ STA <Random_State
  LDA #$0F
  STA APU_STATUS
  LDA #$08
@@ -53,12 +53,12 @@ Title:
  JSR NextFrame
  JSR BlinkPrompt
  JSR DriftStars
- LDA Pressed
+ LDA <Pressed
  AND #BUTTON_START
  BEQ .wait
- LDA Frame
+ LDA <Frame
  ORA #$01 ; a generator at 0 would stay there
- STA Random_State
+ STA <Random_State
 
 Play:
  JSR StartGame
@@ -71,31 +71,31 @@ Play:
  JSR SpawnItem
  JSR MoveSparks
  JSR DrawSprites
- LDA Hearts
+ LDA <Hearts
  BNE .frame
 
 GameOver:
  JSR KeepBest
  JSR DrawGameOver
  LDA #40 ; presses meant for the game don't count
- STA Hurt_Time
+ STA <Hurt_Time
 .late
  JSR NextFrame
- DEC Hurt_Time
+ DEC <Hurt_Time
  BNE .late
 .wait
  JSR NextFrame
  JSR BlinkPrompt
- LDA Pressed
+ LDA <Pressed
  AND #BUTTON_START
  BEQ .wait
  JMP Title
 
 ; Waits for the next NMI, then reads the first pad and goes on with the sounds.
 NextFrame:
- LDA Frame
+ LDA <Frame
 .wait
- CMP Frame
+ CMP <Frame
  BEQ .wait
  JSR ReadPad
  JMP PlaySounds
@@ -104,34 +104,34 @@ NextFrame:
 ReadPad:
  LDA #1
  STA JOY1
- STA Count
+ STA <Count
  LSR A
  STA JOY1
 .button
  LDA JOY1
  AND #$03 ; the second bit is a pad in the expansion port
  CMP #$01
- ROL Count
+ ROL <Count
  BCC .button
- LDA Held
+ LDA <Held
  EOR #$FF
- AND Count
- STA Pressed
- LDA Count
- STA Held
+ AND <Count
+ STA <Pressed
+ LDA <Count
+ STA <Held
  RTS
 
 ; A random byte in A: a shift register of eight bits, turned twice for more spread.
 Random:
  JSR .turn
 .turn
- LDA Random_State
+ LDA <Random_State
  ASL A
  BCC .even
  EOR #$1D
 .even
- STA Random_State
- EOR Frame
+ STA <Random_State
+ EOR <Frame
  RTS
 
 ; Each frame: sprites, the two changing colours, and in the game the line of figures.
@@ -139,14 +139,14 @@ Nmi:
  PHA
  TXA
  PHA
- LDA Screen_On
+ LDA <Screen_On
  BEQ .dark
  LDA #0
  STA OAM_ADDR
  LDA #HIGH(Sprites)
  STA OAM_DMA
  JSR SendColours
- LDA Playing
+ LDA <Playing
  BEQ .still
  JSR SendFigures
 .still
@@ -160,7 +160,7 @@ Nmi:
  LDA #$1E
  STA PPU_MASK
 .dark
- INC Frame
+ INC <Frame
  PLA
  TAX
  PLA

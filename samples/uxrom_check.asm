@@ -62,9 +62,9 @@ LoadTiles:
  LDA #TILE_BANK
  JSR SelectPrg
  LDA #LOW(Tiles)
- STA Ptr_L
+ STA <Ptr_L
  LDA #HIGH(Tiles)
- STA Ptr_H
+ STA <Ptr_H
  LDA #0
  TAX
  TAY
@@ -75,7 +75,7 @@ LoadTiles:
  STA PPU_DATA
  INY
  BNE .copy
- INC Ptr_H
+ INC <Ptr_H
  DEX
  BNE .copy
  TXA

@@ -29,26 +29,26 @@ FaultBits:
 
 ; A: one of the FAULT values, which is looked for from here on
 BeginCheck:
- STA Fault
+ STA <Fault
  TAX
  LDA FaultBits,X
- ORA Tested
- STA Tested
+ ORA <Tested
+ STA <Tested
  RTS
 
 ; A: byte read, X: where. Keeps the first one.
 NoteFault:
- LDY Fault_First
+ LDY <Fault_First
  BNE .known
- STA Fault_Read
- STX Fault_Bank
- LDA Fault
- STA Fault_First
+ STA <Fault_Read
+ STX <Fault_Bank
+ LDA <Fault
+ STA <Fault_First
 .known
- LDX Fault
+ LDX <Fault
  LDA FaultBits,X
- ORA Failed
- STA Failed
+ ORA <Failed
+ STA <Failed
  RTS
 
 ; Compares the three bytes at Ptr with the marks of bank Expected. Carry set if they differ; then
@@ -60,7 +60,7 @@ CompareMark:
  BNE .differs
  INY
  LDA [Ptr_L],Y
- CMP Expected
+ CMP <Expected
  BNE .differs
  INY
  EOR #$FF
@@ -78,33 +78,33 @@ CheckPrgBanks:
  LDA #FAULT_PRG
  JSR BeginCheck
  LDA #0
- STA Step
+ STA <Step
 .next
- LDA Step
+ LDA <Step
  AND #PRG_BANKS - 1
- STA Expected
- LDA Step
+ STA <Expected
+ LDA <Step
  JSR SelectPrg
- STA Window_H
- STA Ptr_H
+ STA <Window_H
+ STA <Ptr_H
  LDA #0
- STA Ptr_L
+ STA <Ptr_L
  JSR CompareMark
  BCS .bad
- LDA Window_H
+ LDA <Window_H
  ADC #HIGH(PRG_MARK_FAR)
- STA Ptr_H
+ STA <Ptr_H
  LDA #LOW(PRG_MARK_FAR)
- STA Ptr_L
+ STA <Ptr_L
  JSR CompareMark
  BCC .good
 .bad
- LDX Expected
+ LDX <Expected
  INC Prg_Results,X
  JSR NoteFault
 .good
- INC Step
- LDA Step
+ INC <Step
+ LDA <Step
  CMP #PRG_STEPS
  BNE .next
  RTS
@@ -114,16 +114,16 @@ CheckChrBanks:
  LDA #FAULT_CHR
  JSR BeginCheck
  LDA #LOW(Buffer)
- STA Ptr_L
+ STA <Ptr_L
  LDA #HIGH(Buffer)
- STA Ptr_H
+ STA <Ptr_H
  LDA #0
- STA Step
+ STA <Step
 .next
- LDA Step
+ LDA <Step
  AND #CHR_BANKS - 1
- STA Expected
- LDA Step
+ STA <Expected
+ LDA <Step
  JSR SelectChr
  CLC
  ADC #$03
@@ -139,12 +139,12 @@ CheckChrBanks:
  BNE .read
  JSR CompareMark
  BCC .good
- LDX Expected
+ LDX <Expected
  INC Chr_Results,X
  JSR NoteFault
 .good
- INC Step
- LDA Step
+ INC <Step
+ LDA <Step
  CMP #CHR_STEPS & $FF
  BNE .next
  RTS
@@ -158,7 +158,7 @@ CheckChrRam:
  JSR .run
  LDA #$FF
 .run
- STA Pattern
+ STA <Pattern
  LDA #0
  TAX
  JSR SetPpuAddress
@@ -167,7 +167,7 @@ CheckChrRam:
  JSR .begin_page
 .write
  TYA
- EOR Line
+ EOR <Line
  STA PPU_DATA
  INY
  BNE .write
@@ -183,10 +183,10 @@ CheckChrRam:
  JSR .begin_page
 .read
  TYA
- EOR Line
- STA Expected
+ EOR <Line
+ STA <Expected
  LDA PPU_DATA
- CMP Expected
+ CMP <Expected
  BNE .bad
  INY
  BNE .read
@@ -203,11 +203,11 @@ CheckChrRam:
  ASL A
  ASL A
  ASL A
- STA Line
+ STA <Line
  TXA
- EOR Line
- EOR Pattern
- STA Line
+ EOR <Line
+ EOR <Pattern
+ STA <Line
  LDY #0
  RTS
  .ENDIF
@@ -217,13 +217,13 @@ CheckMirroring:
  LDA #FAULT_MIRRORING
  JSR BeginCheck
  LDA #0
- STA Step
+ STA <Step
 .next
- LDA Step
+ LDA <Step
  JSR SelectMirroring
  ASL A
  ASL A
- STA Expected
+ STA <Expected
  LDX #0
 .write
  JSR NameTableAddress
@@ -236,16 +236,16 @@ CheckMirroring:
  JSR NameTableAddress
  LDA PPU_DATA
  LDA PPU_DATA
- LDY Expected
- INC Expected
+ LDY <Expected
+ INC <Expected
  CMP MirrorTables,Y
  BNE .bad
  INX
  CPX #4
  BNE .read
 .continue
- INC Step
- LDA Step
+ INC <Step
+ LDA <Step
  CMP #MIRROR_STEPS
  BNE .next
  RTS
@@ -278,9 +278,9 @@ CheckWorkRam:
  JSR BeginCheck
  LDX #$60
  LDY #0
- STY Ptr_L
+ STY <Ptr_L
 .page
- STX Ptr_H
+ STX <Ptr_H
 .turned
  JSR .turn
  BNE .bad
@@ -293,7 +293,7 @@ CheckWorkRam:
  BNE .page
  LDX #$60
 .mark
- STX Ptr_H
+ STX <Ptr_H
  LDA [Ptr_L],Y
  STA Buffer - $60,X
  TXA
@@ -303,7 +303,7 @@ CheckWorkRam:
  BNE .mark
  DEX
 .compare
- STX Ptr_H
+ STX <Ptr_H
  TXA
  CMP [Ptr_L],Y
  BNE .bad
@@ -336,7 +336,7 @@ PublishResult:
  LDX #3
 .letter
  LDA PassText,X
- LDY Fault_First
+ LDY <Fault_First
  BEQ .passed
  LDA FailText,X
 .passed
@@ -344,9 +344,9 @@ PublishResult:
  DEX
  BPL .letter
  STY Result_Fault
- LDA Fault_Bank
+ LDA <Fault_Bank
  STA Result_Bank
- LDA Fault_Read
+ LDA <Fault_Read
  STA Result_Read
  LDA #SAMPLE_ID
  STA Result_Id

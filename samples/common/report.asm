@@ -25,14 +25,14 @@ DrawReport:
  LDA #HIGH(PRG_CELLS)
  LDX #LOW(PRG_CELLS)
  LDY #PRG_BANKS
- STY Count
+ STY <Count
  LDY #HIGH(Prg_Results)
  JSR DrawCells
  .IF CHR_BANKS
  LDA #HIGH(CHR_CELLS)
  LDX #LOW(CHR_CELLS)
  LDY #CHR_BANKS
- STY Count
+ STY <Count
  LDY #HIGH(Chr_Results)
  JSR DrawCells
  .ENDIF
@@ -106,14 +106,14 @@ DrawPanel:
 
 ; A, X: PPU address of the first cell, Y: page with the results, Count: how many
 DrawCells:
- STA Window_H
- STX Line
- STY Ptr_H
+ STA <Window_H
+ STX <Line
+ STY <Ptr_H
  LDY #0
- STY Ptr_L
+ STY <Ptr_L
 .row
- LDA Window_H
- LDX Line
+ LDA <Window_H
+ LDX <Line
  JSR SetPpuAddress
 .cell
  LDA [Ptr_L],Y
@@ -124,17 +124,17 @@ DrawCells:
  ADC #TILE_CELL
  STA PPU_DATA
  INY
- CPY Count
+ CPY <Count
  BEQ .done
  TYA
  AND #$0F
  BNE .cell
- LDA Line
+ LDA <Line
  CLC
  ADC #$20
- STA Line
+ STA <Line
  BCC .row
- INC Window_H
+ INC <Window_H
  BNE .row
 .done
  RTS
@@ -147,10 +147,10 @@ DrawOthers:
  LDX #FAULT_CHR_RAM
 .next
  LDA FaultBits,X
- AND Tested
+ AND <Tested
  BEQ .skip
  LDA FaultBits,X
- AND Failed
+ AND <Failed
  BEQ .good
  LDA #1
 .good
@@ -185,22 +185,22 @@ Other6:
 ; PASS or FAIL in letters of 5 by 5 bricks. A failure also gets a line of text with the bank.
 DrawBigText:
  LDX #0
- LDA Fault_First
+ LDA <Fault_First
  BEQ .passed
  JSR DrawFault
  LDX #20
 .passed
  LDA #LOW(BIG_TEXT)
- STA Line
+ STA <Line
  LDA #HIGH(BIG_TEXT)
- STA Window_H
+ STA <Window_H
  LDA #5
- STA Count
+ STA <Count
 .row
  TXA
  PHA
- LDA Window_H
- LDX Line
+ LDA <Window_H
+ LDX <Line
  JSR SetPpuAddress
  PLA
  TAX
@@ -208,13 +208,13 @@ DrawBigText:
 .letter
  LDA BigLetters,X
  INX
- STA Pattern
+ STA <Pattern
  TYA
  PHA
  LDY #6
 .brick
  LDA #0
- ASL Pattern
+ ASL <Pattern
  BCC .blank
  LDA #TILE_BRICK
 .blank
@@ -225,14 +225,14 @@ DrawBigText:
  TAY
  DEY
  BNE .letter
- LDA Line
+ LDA <Line
  CLC
  ADC #$20
- STA Line
+ STA <Line
  BCC .same
- INC Window_H
+ INC <Window_H
 .same
- DEC Count
+ DEC <Count
  BNE .row
  RTS
 
@@ -256,18 +256,18 @@ DrawFault:
  LDA #$20
  LDX #$8A
  JSR SetPpuAddress
- LDA Fault_First
+ LDA <Fault_First
  ORA #'0'
  STA PPU_DATA
  LDA #$20
  LDX #$91
  JSR SetPpuAddress
- LDA Fault_Bank
+ LDA <Fault_Bank
  JSR DrawHex
  LDA #$20
  LDX #$99
  JSR SetPpuAddress
- LDA Fault_Read
+ LDA <Fault_Read
 DrawHex:
  PHA
  LSR A
@@ -309,7 +309,7 @@ DrawColours:
  LDX #$C0
  JSR SetPpuAddress
  LDY #0
- LDA Fault_First
+ LDA <Fault_First
  BEQ .row
  LDY #8
 .row
@@ -340,7 +340,7 @@ Chime:
  STA $4001
  STA $4005
  LDX #0
- LDA Fault_First
+ LDA <Fault_First
  BEQ .passed
  LDX #4
 .passed

@@ -21,7 +21,7 @@ Reset:
  LDA #0
  TAX
 .clear
- STA $0000,X
+ STA <$0000,X
  STA $0100,X
  STA $0200,X
  STA $0300,X

@@ -2,8 +2,8 @@
 
 ; A: low byte, X: high byte of records of PPU address (high, low) and a counted text; a 0 ends them.
 DrawTexts:
- STA Ptr_L
- STX Ptr_H
+ STA <Ptr_L
+ STX <Ptr_H
 .record
  LDY #0
  LDA [Ptr_L],Y
@@ -24,10 +24,10 @@ DrawTexts:
  INY
  TYA
  CLC
- ADC Ptr_L
- STA Ptr_L
+ ADC <Ptr_L
+ STA <Ptr_L
  BCC .record
- INC Ptr_H
+ INC <Ptr_H
  BNE .record
 .done
  RTS

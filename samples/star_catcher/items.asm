@@ -4,7 +4,7 @@ StartGame:
  LDX #0
  TXA
 .score
- STA Score,X
+ STA <Score,X
  INX
  CPX #5
  BNE .score
@@ -14,38 +14,38 @@ StartGame:
  INX
  CPX #ITEMS * 4 + SPARKS * 3
  BNE .items
- STA Catches
- STA Hurt_Time
- STA Level
+ STA <Catches
+ STA <Hurt_Time
+ STA <Level
  LDA #HEARTS_AT_START
- STA Hearts
+ STA <Hearts
  LDA #1
- STA Multiplier
+ STA <Multiplier
  LDA #116
- STA Basket_X
+ STA <Basket_X
  LDA #30
- STA Spawn_Time
+ STA <Spawn_Time
  JSR StartTune
 
 ; A level is a third of a pixel a frame faster than the one before.
 NextLevel:
- LDA Level
+ LDA <Level
  CMP #LEVEL_MAX
  BEQ .top
- INC Level
+ INC <Level
 .top
- LDX Level
+ LDX <Level
  LDA #$C0
- STA Speed_L
+ STA <Speed_L
  LDA #$00
- STA Speed_H
+ STA <Speed_H
 .faster
  CLC
- LDA Speed_L
+ LDA <Speed_L
  ADC #$50
- STA Speed_L
+ STA <Speed_L
  BCC .next
- INC Speed_H
+ INC <Speed_H
 .next
  DEX
  BNE .faster
@@ -53,16 +53,16 @@ NextLevel:
 
 MoveBasket:
  LDY #2
- LDA Held
+ LDA <Held
  BPL .walk
  LDY #4
 .walk
- STY Step
+ STY <Step
  LSR A
  BCC .left
- LDA Basket_X
+ LDA <Basket_X
  CLC
- ADC Step
+ ADC <Step
  CMP #RIGHT_END
  BCC .set
  LDA #RIGHT_END
@@ -70,26 +70,26 @@ MoveBasket:
 .left
  LSR A
  BCC .done
- LDA Basket_X
- SBC Step
+ LDA <Basket_X
+ SBC <Step
  BCC .end
  CMP #LEFT_END
  BCS .set
 .end
  LDA #LEFT_END
 .set
- STA Basket_X
+ STA <Basket_X
 .done
- LDA Hurt_Time
+ LDA <Hurt_Time
  BEQ .well
- DEC Hurt_Time
+ DEC <Hurt_Time
 .well
  RTS
 
 ; One new item when its time has come and a place is free: of 32, ten are rocks, two are comets, one
 ; is a heart.
 SpawnItem:
- DEC Spawn_Time
+ DEC <Spawn_Time
  BNE .not_yet
  LDX #ITEMS - 1
 .find
@@ -97,18 +97,18 @@ SpawnItem:
  BEQ .free
  DEX
  BPL .find
- INC Spawn_Time
+ INC <Spawn_Time
 .not_yet
  RTS
 .free
- LDA Level
+ LDA <Level
  ASL A
  ASL A
- STA Step
+ STA <Step
  LDA #52
  SEC
- SBC Step
- STA Spawn_Time
+ SBC <Step
+ STA <Spawn_Time
  JSR Random
  LDY #ITEM_STAR
  AND #$0F
@@ -160,7 +160,7 @@ MoveItems:
  BCS .below
  LDA Item_X,X
  SEC
- SBC Basket_X
+ SBC <Basket_X
  CLC
  ADC #13
  CMP #BASKET_WIDTH + 10
@@ -174,7 +174,7 @@ MoveItems:
  CMP #ITEM_STAR
  BNE .lost
  LDA #1
- STA Multiplier
+ STA <Multiplier
 .lost
  LDA #ITEM_NONE
  STA Item_Kind,X
@@ -185,10 +185,10 @@ MoveItems:
 .fall
  CLC
  LDA Item_Sub,X
- ADC Speed_L
+ ADC <Speed_L
  STA Item_Sub,X
  LDA Item_Y,X
- ADC Speed_H
+ ADC <Speed_H
  STA Item_Y,X
  RTS
 
@@ -207,23 +207,23 @@ Catch:
  BEQ .heart
  CMP #ITEM_COMET
  BEQ .comet
- LDA Multiplier
+ LDA <Multiplier
  JSR AddScore
- LDA Multiplier
+ LDA <Multiplier
  CLC
  ADC #SOUND_CATCH - 1
  JSR StartSound
- LDA Multiplier
+ LDA <Multiplier
  CMP #MULTIPLIER_MAX
  BEQ .count
- INC Multiplier
+ INC <Multiplier
 .count
- INC Catches
- LDA Catches
+ INC <Catches
+ LDA <Catches
  CMP #CATCHES_PER_LEVEL
  BNE .done
  LDA #0
- STA Catches
+ STA <Catches
  LDA #SOUND_LEVEL
  JSR StartSound
  TXA
@@ -234,35 +234,35 @@ Catch:
 .done
  RTS
 .comet
- LDA Multiplier
+ LDA <Multiplier
  ASL A
  ASL A
  CLC
- ADC Multiplier
+ ADC <Multiplier
  JSR AddScore
  LDA #SOUND_COMET
  JMP StartSound
 .heart
  LDA #SOUND_HEART
  JSR StartSound
- LDA Hearts
+ LDA <Hearts
  CMP #HEARTS_MAX
  BEQ .done
- INC Hearts
+ INC <Hearts
  RTS
 .rock
  LDA #1
- STA Multiplier
- DEC Hearts
+ STA <Multiplier
+ DEC <Hearts
  LDA #60
- STA Hurt_Time
+ STA <Hurt_Time
  JMP CrashSound
 
 ; A: tens of points, at most 25
 AddScore:
  CLC
- ADC Score + 4
- STA Score + 4
+ ADC <Score + 4
+ STA <Score + 4
  LDY #4
 .digit
  LDA Score,Y
@@ -285,8 +285,8 @@ AddScore:
 KeepBest:
  LDX #0
 .compare
- LDA Score,X
- CMP Best,X
+ LDA <Score,X
+ CMP <Best,X
  BCC .done
  BNE .copy
  INX
@@ -297,8 +297,8 @@ KeepBest:
 .copy
  LDX #4
 .digit
- LDA Score,X
- STA Best,X
+ LDA <Score,X
+ STA <Best,X
  DEX
  BPL .digit
  RTS

@@ -18,8 +18,8 @@ Palette:
 
 DarkScreen:
  LDA #0
- STA Screen_On
- STA Playing
+ STA <Screen_On
+ STA <Playing
  STA PPU_CTRL
  STA PPU_MASK
  JSR HideSprites
@@ -43,14 +43,14 @@ DarkScreen:
  CPX #32
  BNE .colour
  LDA Palette + 3
- STA Colour_Sky
+ STA <Colour_Sky
  JSR DrawSky
  JMP DrawHills
 
 ; From the next vertical blank on the NMI does the rest.
 LightScreen:
  LDA #1
- STA Screen_On
+ STA <Screen_On
  LDA #$88
  STA PPU_CTRL
  RTS
@@ -59,35 +59,35 @@ LightScreen:
 DrawSky:
  LDX #FAR_STARS - 1
  LDA #$35
- STA Pattern
+ STA <Pattern
 .star
- LDA Pattern
+ LDA <Pattern
  ASL A
  BCC .even
  EOR #$1D
 .even
- STA Pattern
+ STA <Pattern
  AND #$01
  CLC
  ADC #HIGH(SKY_ROWS)
- BIT Pattern
+ BIT <Pattern
  BVC .upper
  ADC #1
 .upper
- STA Window_H
- LDA Pattern
+ STA <Window_H
+ LDA <Pattern
  EOR #$5A
- STA Line
- LDA Window_H
+ STA <Line
+ LDA <Window_H
  CMP #HIGH(SKY_ROWS)
  BNE .below
- LDA Line
+ LDA <Line
  ORA #LOW(SKY_ROWS)
- STA Line
+ STA <Line
 .below
- LDA Window_H
+ LDA <Window_H
  STA PPU_ADDRESS
- LDA Line
+ LDA <Line
  STA PPU_ADDRESS
  TXA
  AND #$01
@@ -158,7 +158,7 @@ DrawTitle:
  JSR DrawLogoLine
  LDA #LOW(TitleTexts)
  LDX #HIGH(TitleTexts)
- LDY Fault_First
+ LDY <Fault_First
  BEQ .passed
  LDA #LOW(FaultTexts)
  LDX #HIGH(FaultTexts)
@@ -169,7 +169,7 @@ DrawTitle:
  JSR SetPpuAddress
  LDX #0
 .best
- LDA Best,X
+ LDA <Best,X
  ORA #'0'
  STA PPU_DATA
  INX
@@ -204,28 +204,28 @@ DrawTitle:
 ; A, X: PPU address, Y: place of the line in Logo: a count of bytes, then five rows of so many. A
 ; byte is one row of two letters, each three bricks wide and a gap.
 DrawLogoLine:
- STA Window_H
- STX Line
+ STA <Window_H
+ STX <Line
  LDA Logo,Y
- STA Step
+ STA <Step
  INY
  LDA #5
- STA Count
+ STA <Count
 .row
- LDA Window_H
- LDX Line
+ LDA <Window_H
+ LDX <Line
  JSR SetPpuAddress
- LDX Step
+ LDX <Step
 .letters
  LDA Logo,Y
  INY
- STA Pattern
+ STA <Pattern
  TXA
  PHA
  LDX #8
 .brick
  LDA #0
- ASL Pattern
+ ASL <Pattern
  BCC .gap
  LDA #TILE_BRICK
 .gap
@@ -236,14 +236,14 @@ DrawLogoLine:
  TAX
  DEX
  BNE .letters
- LDA Line
+ LDA <Line
  CLC
  ADC #$20
- STA Line
+ STA <Line
  BCC .same
- INC Window_H
+ INC <Window_H
 .same
- DEC Count
+ DEC <Count
  BNE .row
  RTS
 
@@ -292,9 +292,9 @@ DrawField:
  STA PPU_DATA
  STA PPU_DATA
  LDA #$16
- STA Colour_Prompt
+ STA <Colour_Prompt
  LDA #1
- STA Playing
+ STA <Playing
  JSR SendFigures
  JSR DrawSprites
  JMP LightScreen
@@ -307,8 +307,8 @@ FieldTexts:
 ; The field stays, with the basket gone.
 DrawGameOver:
  LDA #0
- STA Playing
- STA Screen_On
+ STA <Playing
+ STA <Screen_On
  STA PPU_CTRL
 .wait
  BIT PPU_STATUS
@@ -366,14 +366,14 @@ DriftStars:
  ASL A
  ASL A
  ASL A
- ADC Frame
+ ADC <Frame
  AND #$1F
  BNE .next
  TXA
  ASL A
  ASL A
  ASL A
- ADC Frame
+ ADC <Frame
  AND #$20
  BEQ .sink
  DEC Item_Y,X
@@ -384,11 +384,11 @@ DriftStars:
  DEX
  BPL .item
  LDA #0
- STA Oam_Index
+ STA <Oam_Index
  JSR DrawItems
  ; fall through: the far stars
 Twinkle:
- LDA Frame
+ LDA <Frame
  LSR A
  LSR A
  LSR A
@@ -396,7 +396,7 @@ Twinkle:
  AND #$03
  TAX
  LDA SkyColours,X
- STA Colour_Sky
+ STA <Colour_Sky
  RTS
 
 SkyColours:
@@ -404,12 +404,12 @@ SkyColours:
 
 BlinkPrompt:
  LDX #$30
- LDA Frame
+ LDA <Frame
  AND #$20
  BEQ .set
  LDX #$11
 .set
- STX Colour_Prompt
+ STX <Colour_Prompt
  RTS
 
 SendColours:
@@ -417,13 +417,13 @@ SendColours:
  STA PPU_ADDRESS
  LDA #$03
  STA PPU_ADDRESS
- LDA Colour_Sky
+ LDA <Colour_Sky
  STA PPU_DATA
  LDA #$3F
  STA PPU_ADDRESS
  LDA #$0D
  STA PPU_ADDRESS
- LDA Colour_Prompt
+ LDA <Colour_Prompt
  STA PPU_DATA
  RTS
 
@@ -435,7 +435,7 @@ SendFigures:
  STA PPU_ADDRESS
  LDX #0
 .score
- LDA Score,X
+ LDA <Score,X
  ORA #'0'
  STA PPU_DATA
  INX
@@ -443,14 +443,14 @@ SendFigures:
  BNE .score
  LDA #'0'
  STA PPU_DATA
- LDA Multiplier
+ LDA <Multiplier
  ORA #'0'
  LDX #HIGH(FIGURES)
  STX PPU_ADDRESS
  LDX #LOW(FIGURES) + 8
  STX PPU_ADDRESS
  STA PPU_DATA
- LDA Level
+ LDA <Level
  ORA #'0'
  LDX #HIGH(FIGURES)
  STX PPU_ADDRESS
@@ -464,7 +464,7 @@ SendFigures:
  LDX #1
 .heart
  LDA #TILE_HEART
- CPX Hearts
+ CPX <Hearts
  BCC .full
  BEQ .full
  LDA #0
@@ -478,10 +478,10 @@ SendFigures:
 ; Basket, items and sparks into the sprite page; the rest of it out of sight.
 DrawSprites:
  LDA #0
- STA Oam_Index
+ STA <Oam_Index
  JSR DrawBasket
  JSR DrawItems
- LDY Oam_Index
+ LDY <Oam_Index
  LDX #SPARKS - 1
 .spark
  LDA Spark_Time,X
@@ -513,7 +513,7 @@ DrawSprites:
  RTS
 
 DrawBasket:
- LDA Hurt_Time
+ LDA <Hurt_Time
  AND #$04
  BNE .hidden
  LDX #5
@@ -527,7 +527,7 @@ DrawBasket:
  STA Sprites + 2,Y
  LDA BasketX,X
  CLC
- ADC Basket_X
+ ADC <Basket_X
  STA Sprites + 3,Y
  INY
  INY
@@ -535,7 +535,7 @@ DrawBasket:
  INY
  DEX
  BPL .tile
- STY Oam_Index
+ STY <Oam_Index
 .hidden
  RTS
 
@@ -550,24 +550,24 @@ BasketTiles:
 ; Four sprites for each item; the order turns each frame, so that on a crowded line a different
 ; one is missing.
 DrawItems:
- LDA Frame
+ LDA <Frame
  AND #$03
  TAX
  LDA #ITEMS
- STA Count
- LDY Oam_Index
+ STA <Count
+ LDY <Oam_Index
 .item
  LDA Item_Kind,X
  BEQ .next
  ASL A
  ADC #TILE_STAR - 2
- STA Pattern
+ STA <Pattern
  LDA Item_Kind,X
- STA Line
+ STA <Line
  CMP #ITEM_COMET
  BNE .colour
  LDA #ITEM_STAR
- STA Line
+ STA <Line
 .colour
  JSR .quarter
 .next
@@ -576,9 +576,9 @@ DrawItems:
  BNE .same
  LDX #0
 .same
- DEC Count
+ DEC <Count
  BNE .item
- STY Oam_Index
+ STY <Oam_Index
  RTS
 
 .quarter
@@ -595,12 +595,12 @@ DrawItems:
  ADC #8
  STA Sprites + 7,Y
  STA Sprites + 15,Y
- LDA Line
+ LDA <Line
  STA Sprites + 2,Y
  STA Sprites + 6,Y
  STA Sprites + 10,Y
  STA Sprites + 14,Y
- LDA Pattern
+ LDA <Pattern
  STA Sprites + 1,Y
  ADC #1
  STA Sprites + 5,Y

@@ -15,11 +15,11 @@ StartSound:
  ASL A
  TAY
  LDA Sounds,Y
- STA Sound_Place
+ STA <Sound_Place
  LDA Sounds + 1,Y
- STA Sound_Place + 1
+ STA <Sound_Place + 1
  LDA #1
- STA Sound_Time
+ STA <Sound_Time
  RTS
 
 CrashSound:
@@ -33,16 +33,16 @@ CrashSound:
 
 StartTune:
  LDA #0
- STA Tune_Place
+ STA <Tune_Place
  LDA #1
- STA Tune_Time
+ STA <Tune_Time
  RTS
 
 ; Once a frame.
 PlaySounds:
- LDA Sound_Time
+ LDA <Sound_Time
  BEQ .tune
- DEC Sound_Time
+ DEC <Sound_Time
  BNE .tune
  LDY #0
  LDA [Sound_Place],Y
@@ -55,28 +55,28 @@ PlaySounds:
  LDA PeriodsHigh,Y
  ORA #$08
  STA $4003
- INC Sound_Place
+ INC <Sound_Place
  BNE .same
- INC Sound_Place + 1
+ INC <Sound_Place + 1
 .same
  LDA #NOTE_FRAMES
- STA Sound_Time
+ STA <Sound_Time
  BNE .tune
 .silent
  LDA #$30
  STA $4000
 .tune
- LDA Playing
+ LDA <Playing
  BNE .playing
  LDA #$80
  STA $4008
  RTS
 .playing
- DEC Tune_Time
+ DEC <Tune_Time
  BNE .done
  LDA #TUNE_FRAMES
- STA Tune_Time
- LDX Tune_Place
+ STA <Tune_Time
+ LDX <Tune_Place
  LDA Tune,X
  BEQ .step
  TAY
@@ -93,7 +93,7 @@ PlaySounds:
  BNE .keep
  LDX #0
 .keep
- STX Tune_Place
+ STX <Tune_Place
 .done
  RTS
 

@@ -140,8 +140,8 @@ void Pass::Direct(Mnemonic mnemonic) {
         if (index == Index::X) zeroPage = Mode::ZeroPageX, absolute = Mode::AbsoluteX;
         if (index == Index::Y) zeroPage = Mode::ZeroPageY, absolute = Mode::AbsoluteY;
     }
-    const bool small = value.Known() && FitsZeroPage(value.value);
-    if (HasMode(mnemonic, zeroPage) && (forced || small || !HasMode(mnemonic, absolute))) {
+    // Without `<` an operand is absolute even in the zero page: programs count on its cycles.
+    if (HasMode(mnemonic, zeroPage) && (forced || !HasMode(mnemonic, absolute))) {
         PutOperand(mnemonic, zeroPage, ValueKind::ZeroPage, from, value);
     } else if (HasMode(mnemonic, absolute) && !forced) {
         PutOperand(mnemonic, absolute, ValueKind::Absolute, from, value);
