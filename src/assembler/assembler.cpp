@@ -32,9 +32,10 @@ std::string FormatDiagnostics(const AssemblyResult& result) {
     std::string text;
     for (const Diagnostic& diagnostic : result.diagnostics) {
         const bool error = diagnostic.severity == Severity::kError;
-        text.append(diagnostic.place.file).append(":");
-        text.append(std::to_string(diagnostic.place.line));
-        text.append(error ? ": error: " : ": warning: ").append(diagnostic.text).append("\n");
+        text.append(SpotText(diagnostic.place))
+            .append(error ? ": error: " : ": warning: ")
+            .append(diagnostic.text)
+            .append("\n");
     }
     if (result.errorCount != 0) {
         text.append("# ").append(std::to_string(result.errorCount)).append(" error(s)\n");

@@ -27,7 +27,7 @@ struct ExpressionValue {
     bool usesLocation = false;  // `*` occurs in it
     Symbol* name = nullptr;     // if the whole expression is this one name
     const char* error = nullptr;
-    std::string_view detail;
+    std::string_view detail{};
 
     bool Known() const { return status == ExpressionStatus::Known; }
     bool Failed() const { return status == ExpressionStatus::Failed; }

@@ -49,6 +49,14 @@ int16_t Image::SelectUnknown() {
     return slot_;
 }
 
+void Image::SelectNext() {
+    constexpr uint32_t kAddressMask = 0xFFFF;
+    const uint32_t page = (page_ + kBankSize) & kAddressMask;
+    Select(static_cast<int16_t>(slot_ + 1));
+    offset_ = 0;
+    page_ = page;
+}
+
 void Image::SetAddress(uint32_t address) {
     offset_ = address & (kBankSize - 1);
     page_ = address & ~(kBankSize - 1);

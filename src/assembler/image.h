@@ -26,6 +26,9 @@ class Image {
     // A slot for a bank of unknown number, made current: a new one, or beyond kUnknownBankLimit the
     // last one again. Until SetAddress() its location is not known either.
     int16_t SelectUnknown();
+    // Makes the bank behind a current one of known number current, from its start on. Addresses go
+    // on behind those of the bank that is left.
+    void SelectNext();
     void SetAddress(uint32_t address);
 
     int16_t Slot() const { return slot_; }

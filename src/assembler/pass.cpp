@@ -33,8 +33,7 @@ void Pass::Read(std::string_view path) {
     const SourceFiles::File& source = files_.At(file);
     if (source.content.status != ReadStatus::Ok) {
         const bool large = source.content.status == ReadStatus::TooLarge;
-        diagnostics_.Error({.file = file}, large ? "File is too large!" : "Can not open file!",
-                           path);
+        diagnostics_.Error({.file = file}, large ? "File is too large!" : "Can not open file!");
         return;
     }
     EnterFrame({.at = source.text.data(),
@@ -66,14 +65,16 @@ void Pass::AssembleLine() {
     if (image_.Offset() > kBankSize || !image_.Located()) CheckLocation();
     const char* end = LineEnd(cursor_, frame.end);
     if (options_.listing) {
-        listed_.push_back({frame.place, View(frame.at, end), image_.Slot(), lineOffset_,
-                           image_.Offset(), lineAddress_});
+        const uint32_t listedEnd = image_.Slot() == lineSlot_ ? image_.Offset() : kBankSize * 2;
+        listed_.push_back(
+            {frame.place, View(frame.at, end), lineSlot_, lineOffset_, listedEnd, lineAddress_});
     }
     frame.at = end + 1;
     if (followUp_ != FollowUp::None) RunFollowUp();
 }
 
 void Pass::NoteLocation() {
+    lineSlot_ = image_.Slot();
     lineOffset_ = image_.Offset();
     lineAddress_ = image_.Address();
 }
@@ -237,14 +238,14 @@ Symbol& Pass::SymbolNamed(std::string_view name) {
     return names_.table.Get(name, name.front() == '.' ? scope_ : 0);
 }
 
-// Makes the symbol ready for its definition, or reports that it has one.
-bool Pass::Claim(Symbol& symbol) {
+// Makes the symbol ready for its definition. One that has a definition keeps it; whether this one
+// says the same is looked at when all values are known.
+bool Pass::Claim(Symbol& symbol, const ExpressionPlace& from, const ExpressionValue& value) {
     if (symbol.state == SymbolState::Undefined) {
         symbol.place = Here();
         return true;
     }
-    Error("Symbol is defined already!",
-          std::string(symbol.name) + " (at " + diagnostics_.Spot(symbol.place) + ")");
+    redefinitions_.push_back({&symbol, from, value});
     return false;
 }
 
@@ -256,8 +257,8 @@ void Pass::DefineLabelHere() {
         scope_ = names_.scopes.Open(inMacro ? frames_.back().scope : 0);
     }
     Symbol& symbol = SymbolNamed(name);
-    if (!Claim(symbol)) return;
     if (!image_.Located()) needsAnother_ = true;
+    if (!Claim(symbol, PlaceOfExpression(), {.value = lineAddress_})) return;
     symbol.state = SymbolState::Defined;
     symbol.value = lineAddress_;
     symbol.bank = image_.Slot();
@@ -267,15 +268,15 @@ void Pass::DefineConstant() {
     if (label_.empty()) return Error("A name must stand in front!");
     const std::string_view name = TakeLabel();
     Symbol& symbol = SymbolNamed(name);
-    if (!Claim(symbol)) return;
     const ExpressionPlace from = PlaceOfExpression();
     const ExpressionValue value = Evaluate();
+    if (value.Failed()) Report(from, value);
+    if (!Claim(symbol, from, value)) return ExpectEnd();
     if (value.Known()) {
         symbol.state = SymbolState::Defined;
         symbol.value = value.value;
     } else if (value.Failed()) {
         symbol.state = SymbolState::Failed;
-        Report(from, value);
     } else {
         symbol.state = SymbolState::Deferred;
         symbol.value = static_cast<int64_t>(names_.deferred.size());

@@ -35,7 +35,8 @@ struct Fixup {
     ExpressionPlace from;
 };
 
-// One line of the listing: what was put from `offset` on, up to `end`.
+// One line of the listing: what was put from `offset` on, up to `end`, which lies beyond the bank
+// if the line went on in the next one.
 struct ListedLine {
     Place place;
     std::string_view text;
@@ -101,6 +102,13 @@ class Pass {
         Place place;
     };
 
+    // One more definition of a name. `from` is what the value comes from if it isn't known yet.
+    struct Redefinition {
+        const Symbol* symbol = nullptr;
+        ExpressionPlace from;
+        ExpressionValue value;
+    };
+
     struct Procedure {
         Place place;
         uint32_t scope = 0;
@@ -125,7 +133,7 @@ class Pass {
     void RunDirective(Directive directive);
     void CheckLocation();
     void DefineLabelHere();
-    bool Claim(Symbol& symbol);
+    bool Claim(Symbol& symbol, const ExpressionPlace& from, const ExpressionValue& value);
     Symbol& SymbolNamed(std::string_view name);
     void DefineConstant();
     std::string_view TakeLabel();
@@ -188,6 +196,7 @@ class Pass {
     void SettleBanks();
     void CheckBanks();
     void CheckGuesses();
+    void CheckRedefinitions();
     uint32_t BankCount() const;
     void WriteHeader(std::vector<uint8_t>& rom) const;
 
@@ -217,6 +226,7 @@ class Pass {
     uint32_t sequence_ = 0;
     const char* cursor_ = nullptr;
     std::string_view label_;  // of the line at hand, until it is used
+    int16_t lineSlot_ = 0;
     uint32_t lineOffset_ = 0;
     uint32_t lineAddress_ = 0;
     uint32_t scope_ = kFirstScope;
@@ -227,6 +237,7 @@ class Pass {
 
     std::vector<Fixup> fixups_;
     std::vector<Symbol*> deferredSymbols_;
+    std::vector<Redefinition> redefinitions_;
     std::vector<UnknownBank> unknownBanks_;
     std::vector<BankUse> bankUses_;
     std::vector<ListedLine> listed_;

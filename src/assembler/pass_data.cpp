@@ -74,15 +74,32 @@ void Pass::CountedString() {
     image_.Put(AsBytes(*text));
 }
 
+// A file that is longer than what is left of its bank goes on in the banks behind it.
 void Pass::IncludeBinary() {
     const std::optional<std::string_view> path = QuotedText();
     if (!path) return;
-    // A file that doesn't fit isn't read: its size is all that the message needs.
-    const uint32_t room = image_.Offset() < kBankSize ? kBankSize - image_.Offset() : 0;
+    // Behind a bank of unknown number stands nothing: its file waits for the next reading.
+    const bool known = image_.Slot() < kBankCountLimit;
+    const size_t banks = known ? static_cast<size_t>(kBankCountLimit - image_.Slot()) : 1;
+    const size_t room = image_.Offset() > kBankSize ? 0 : banks * kBankSize - image_.Offset();
     const SourceBytes file = files_.ReadBinary(*path, room);
     if (file.status == ReadStatus::CanNotOpen) return Error("Can not open file!", *path);
-    if (file.status == ReadStatus::TooLarge) return image_.Skip(file.size);
-    image_.Put(AsBytes({file.bytes.get(), file.size}));
+    if (file.status == ReadStatus::TooLarge) {
+        // It isn't read: its size is all that the message needs.
+        if (!known) needsAnother_ = true;
+        return image_.Skip(file.size);
+    }
+    std::span<const uint8_t> rest = AsBytes({file.bytes.get(), file.size});
+    const int16_t first = image_.Slot();
+    while (image_.Offset() + rest.size() > kBankSize) {
+        const size_t part = kBankSize - image_.Offset();
+        image_.Put(rest.first(part));
+        rest = rest.subspan(part);
+        image_.SelectNext();
+        if (part == 0) NoteLocation();
+    }
+    image_.Put(rest);
+    if (image_.Slot() != first) bankUses_.push_back({image_.Slot(), Here()});
 }
 
 void Pass::FailOnPurpose() {

@@ -12,6 +12,7 @@ void Pass::Finish() {
     ResolveBanks();
     ResolveDeferred();
     CheckGuesses();
+    CheckRedefinitions();
     ApplyFixups();
     SettleBanks();
     CheckBanks();
@@ -62,6 +63,25 @@ void Pass::CheckGuesses() {
     }
     for (const Symbol* symbol : names_.missing) {
         if (symbol->state == SymbolState::Defined) needsAnother_ = true;
+    }
+}
+
+// A name may be defined again as what it is, as by a file of constants that is included twice.
+void Pass::CheckRedefinitions() {
+    for (const auto& [symbol, from, given] : redefinitions_) {
+        if (symbol->state == SymbolState::Failed || given.Failed()) continue;  // reported
+        const ExpressionValue value =
+            given.Known() ? given : names_.Evaluate(from, Forward::Resolve);
+        const std::string detail =
+            std::string(symbol->name) + " (at " + diagnostics_.Spot(symbol->place) + ")";
+        if (!value.Known()) {
+            Report(from, value);
+        } else if (symbol->value == value.value) {
+            diagnostics_.Warning(from.place, "Symbol is defined again with the same value!",
+                                 detail);
+        } else {
+            diagnostics_.Error(from.place, "Symbol is defined already!", detail);
+        }
     }
 }
 

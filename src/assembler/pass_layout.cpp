@@ -75,9 +75,10 @@ void Pass::AllocateRam() {
     const std::string_view name = TakeLabel();
     if (!name.empty()) {
         Symbol& symbol = SymbolNamed(name);
-        if (!Claim(symbol)) return;
-        symbol.state = SymbolState::Defined;
-        symbol.value = ramCounter_;
+        if (Claim(symbol, PlaceOfExpression(), {.value = ramCounter_})) {
+            symbol.state = SymbolState::Defined;
+            symbol.value = ramCounter_;
+        }
     }
     const std::optional<int64_t> count = LayoutValue();
     if (!count) return;

@@ -47,14 +47,15 @@ TEST(Limits, RefuseWithAMessage) {
     }
 }
 
-TEST(Limits, BinaryMayFillABankExactlyAndNotByOneMore) {
+TEST(Limits, BinaryMayFillTheRomExactlyAndNotByOneMore) {
     MemorySource source;
-    source.files["a.asm"] = " .db 1\n incbin \"rest\"\n";
-    source.files["rest"] = std::string(8191, 'x');
-    EXPECT_TRUE(Assemble("a.asm", source).Ok());
-    source.files["rest"] += 'x';
+    source.files["a.asm"] = " .org $8001\n incbin \"rest\"\nend\n .bank 0\n .dw end\n";
+    source.files["rest"] = std::string(16383, 'x');
     EXPECT_EQ(Messages(Assemble("a.asm", source)),
-              "2: Bank overflow, addr: 0001, offset:2000  > $1FFF!\n");
+              "5: Bank overflow, addr: A000, offset:2001  > $1FFF!\n");
+    source.files["rest"] += 'x';
+    EXPECT_EQ(Messages(Assemble("a.asm", source)).substr(0, 43),
+              "2: Bank index out of range! limit is: 1\n5: ");
 }
 
 TEST(Limits, IncludesNestSixteenDeepAndEndIfTheyMultiply) {
@@ -107,7 +108,7 @@ TEST(Limits, MessagesStandInTheOrderOfTheSource) {
               "11: Bank overflow, addr: BFFF, offset:2000  > $1FFF!\n");
     MemorySource none;
     EXPECT_EQ(FormatDiagnostics(Assemble("gone.asm", none)),
-              "gone.asm:0: error: Can not open file! gone.asm\n# 1 error(s)\n");
+              "gone.asm: error: Can not open file!\n# 1 error(s)\n");
 }
 
 // Texts by whom the reader finds a spot: what they show is made of what the assembler knows.

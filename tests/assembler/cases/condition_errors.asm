@@ -9,6 +9,13 @@
  .else
  .else                          ; a second one
  .endif
+ .if 0
+ .else                          ; where that of another one is skipped
+ .if 0
+ .else
+ .else
+ .endif
+ .endif
  .if 1/0
  .endif
  .ifdef

@@ -10,5 +10,5 @@
  .ds 2,Ahead
  incbin "data_bytes.inc"
 Ahead = $55
- db 7
+ db 7,>$12345                   ; the byte above the low one
  word 8

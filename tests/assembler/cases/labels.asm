@@ -10,6 +10,7 @@ ONE nop
  lda #.size
 two .equ 2
 three equ two + 1
+two = 2                         ; again as what it is: a warning
 a_name_of_more_than_thirty_one_characters_in_all = 4
  .db two,three,a_name_of_more_than_thirty_one_characters_in_all
   indented: .dw indented        ; a colon makes a label anywhere

@@ -22,9 +22,20 @@ bytes .macro
  .db \4
  .endif
  .endm
+make macro
+\1 macro
+ .db \2
+ endm
+ endm
+ make fives,5
+read macro
+ lda \1
+ endm
 main:
 .here
  both 1,(2+3)
  wait .here
  bytes "a,b", ',',LOW($1234)
  bytes 1,2,3,4
+ fives                          ; made by another macro
+ read (<2,x)                    ; one argument
