@@ -2533,8 +2533,9 @@ ResetProgram:
     STA APU_STATUS
     STA PPU_SCROLL
     STA PPU_SCROLL
-    LDA #$C0                    ; no interrupt from the frame counter
-    STA JOY2_FRAME
+    STA MMC3_PRG_RAM_PROTECT    ; off: on COOLBOY the registers lie in work RAM's place, and a game
+    LDA #$C0                    ; that a reset ends has left its save there
+    STA JOY2_FRAME              ; no interrupt from the frame counter
     LDX #0
 .Register:
     LDA MenuSizeData,X

@@ -10,8 +10,9 @@ namespace {
 
 // The picture is on all the time but for a page's drawing, so the screen itself tells.
 const std::string kHelpers = kSampleScript + R"lua(
-    function boot()
-        emu.poweron()
+    function boot(again)
+        if again then emu.softreset() else emu.poweron() end
+        frames(1)
         assert(wait_until(function() return row(3):find(" IN 1") end, 100), "no menu shows")
         frames(10)
     end
@@ -107,6 +108,10 @@ TEST_P(ExternalMenu, TurnsThePagesOfALongList) {
             frames(2)
             put("chr " .. bank, hex(ppu_bytes(0, 4) .. ppu_bytes(0x1FFC, 4)))
         end
+        put("saved", fill_work_ram())
+        boot(true)
+        start_game()
+        put("kept", work_ram())
     )lua",
          [&](const ConsoleResult& result) {
              const std::map<std::string, std::string> expected{
@@ -128,6 +133,8 @@ TEST_P(ExternalMenu, TurnsThePagesOfALongList) {
                  {"ram", ""}};
              for (const auto& [key, text] : expected)
                  EXPECT_EQ(result.At(key), text) << key;
+             EXPECT_EQ(result.At("saved").substr(0, 8), "030A1118");
+             EXPECT_EQ(result.At("kept"), result.At("saved"));
              const std::string prg = last.Prg();
              EXPECT_EQ(FromHex(result.At("prg")),
                        prg.substr(0, 4) + prg.substr(prg.size() - 0x4000, 4));

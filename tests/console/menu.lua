@@ -50,6 +50,16 @@ function walk(moves, look)
     end
 end
 
+-- Fills work RAM, whose every byte differs from its neighbours', and gives its first bytes and the
+-- CRC-32 of all, as work_ram() does later.
+function fill_work_ram()
+    for i = 0, 0x1FFF do memory.writebyte(0x6000 + i, (i * 7 + math.floor(i / 256) + 3) % 256) end
+    return work_ram()
+end
+function work_ram()
+    return string.format("%s %08X", hex(bytes(0x6000, 16)), crc(bytes(0x6000, 0x2000)))
+end
+
 -- START, and on until a game of the tests' own waits in its loop.
 function start_game()
     press("start", 2, 0)

@@ -71,6 +71,16 @@ constexpr std::string_view kScript = R"lua(
         end
         put("chr " .. game, table.concat(chr, " "))
     end
+    -- Of the game that runs: a player's save, and what a reset and another start leave of it.
+    function reset()
+        put("saved", fill_work_ram())
+        memory.writebyte(FC_PPU_MASK, 0) -- boot() waits for the menu's value
+        emu.softreset()
+        frames(1)
+        boot()
+        start_game()
+        put("kept", work_ram())
+    end
 )lua";
 
 // CRC-32 of each `unit` bytes.
@@ -115,7 +125,9 @@ TEST_P(MenuStart, HandsTheConsoleToEachGame) {
     for (size_t i = 0; i < Games().size(); ++i)
         script += fmt::format("start({}, {}, {})\n", i, Games()[i].chr, Games()[i].mapper != 0);
     const ConsoleResult result =
-        RunOnConsole({.rom = cart.rom, .script = MenuScript(script), .label = label});
+        RunOnConsole({.rom = cart.rom, .script = MenuScript(script + "reset()"), .label = label});
+    EXPECT_EQ(result.At("saved").substr(0, 8), "030A1118");
+    EXPECT_EQ(result.At("kept"), result.At("saved"));
 
     bool oddNromChr = false;
     bool evenNromChr = false;
