@@ -12,34 +12,22 @@
 namespace bw {
 namespace {
 
-std::vector<uint32_t> CheckedRows(const GameList& games) {
-    std::vector<uint32_t> rows;
-    for (size_t row = 0; row < games.size(); ++row) {
-        if (games[row].checked) rows.push_back(static_cast<uint32_t>(row));
-    }
-    return rows;
-}
-
 std::vector<uint32_t> RowsFrom(size_t first, size_t count) {
     std::vector<uint32_t> rows(count);
     std::iota(rows.begin(), rows.end(), static_cast<uint32_t>(first));
     return rows;
 }
 
-// Calls visit(entry) for each of the rows.
-template <typename Visit>
-void ForRows(GameList& games, ListEditor::ShownRows shown, Visit visit) {
-    if (!shown) {
-        std::ranges::for_each(games, visit);
-        return;
+// Those of the rows for which `wanted` says so.
+template <typename Wanted>
+std::vector<uint32_t> RowsThat(const GameList& games, ListEditor::ShownRows shown, Wanted wanted) {
+    std::vector<uint32_t> rows;
+    const size_t count = shown ? shown->size() : games.size();
+    for (size_t i = 0; i < count; ++i) {
+        const size_t row = shown ? (*shown)[i] : i;
+        if (row < games.size() && wanted(row)) rows.push_back(static_cast<uint32_t>(row));
     }
-    for (const uint32_t row : *shown) {
-        if (row < games.size()) visit(games[row]);
-    }
-}
-
-ListResult Checks(bool changed) {
-    return {changed ? ListChange::kChecks : ListChange::kNothing};
+    return rows;
 }
 
 // At most kCellTextLimit units, without half of a surrogate pair at the end.
@@ -92,56 +80,70 @@ void ListEditor::Append(std::vector<GameEntry> entries, Appending how) {
     Tell(result);
 }
 
-void ListEditor::Remove() {
-    std::vector<uint32_t> rows = CheckedRows(games_);
-    if (!rows.empty()) Tell(undo_->Do(TakeRows{std::move(rows)}, games_, sort_));
+size_t ListEditor::Take(std::vector<uint32_t> rows, size_t highlight) {
+    if (rows.empty()) return 0;
+    const size_t count = rows.size();
+    const size_t first = rows.front();
+    ListResult result = undo_->Do(TakeRows{std::move(rows)}, games_, sort_);
+    if (highlight > 0 && !games_.empty()) {
+        result.reveal = std::min(first, games_.size() - 1);
+        result.highlight = highlight;
+    }
+    Tell(result);
+    return count;
 }
 
-void ListEditor::Clear() {
-    if (!games_.empty()) Tell(undo_->Do(TakeRows{RowsFrom(0, games_.size())}, games_, sort_));
+size_t ListEditor::Remove(ShownRows shown) {
+    return Take(RowsThat(games_, shown, [&](size_t row) { return games_[row].checked; }), 0);
+}
+
+size_t ListEditor::Clear(ShownRows shown) {
+    return Take(RowsThat(games_, shown, [](size_t) { return true; }), 0);
+}
+
+size_t ListEditor::RemoveRows(std::span<const uint32_t> rows) {
+    return Take(RowsThat(games_, rows, [](size_t) { return true; }), 1);
+}
+
+void ListEditor::TurnChecks(ShownRows shown, const std::function<bool(size_t)>& turns) {
+    std::vector<uint32_t> rows = RowsThat(games_, shown, turns);
+    if (rows.empty()) return;
+    // The user is looking at what was clicked: only undo goes there.
+    Tell({undo_->Do(TurnedChecks{std::move(rows)}, games_, sort_).change});
 }
 
 void ListEditor::SelectAll(ShownRows shown) {
-    bool changed = false;
-    ForRows(games_, shown, [&](GameEntry& entry) {
-        changed |= !entry.checked;
-        entry.checked = true;
-    });
-    Tell(Checks(changed));
+    TurnChecks(shown, [&](size_t row) { return !games_[row].checked; });
 }
 
 void ListEditor::SelectInverse(ShownRows shown) {
-    bool changed = false;
-    ForRows(games_, shown, [&](GameEntry& entry) {
-        entry.checked = !entry.checked;
-        changed = true;
-    });
-    Tell(Checks(changed));
+    TurnChecks(shown, [](size_t) { return true; });
 }
 
 void ListEditor::SetChecked(size_t row, bool checked) {
-    if (row >= games_.size()) return;
-    Tell(Checks(std::exchange(games_[row].checked, checked) != checked));
+    const auto number = static_cast<uint32_t>(row);
+    TurnChecks(std::span(&number, 1), [&](size_t) { return games_[row].checked != checked; });
 }
 
-bool ListEditor::CheckBetween(size_t first, size_t last, ShownRows shown) {
-    bool changed = false;
-    const auto check = [&](size_t row) { changed |= !std::exchange(games_[row].checked, true); };
-    last = std::min(last, games_.size() - 1);
-    if (!shown) {
-        for (size_t row = first; row <= last; ++row)
-            check(row);
-    } else {
-        const auto end = std::ranges::upper_bound(*shown, last);
-        std::for_each(std::ranges::lower_bound(*shown, first), end, check);
-    }
-    return changed;
+size_t ListEditor::CheckExactly(const std::function<bool(const GameEntry&)>& wanted,
+                                ShownRows shown) {
+    size_t count = 0;
+    TurnChecks(shown, [&](size_t row) {
+        const bool check = wanted(games_[row]);
+        count += check ? 1 : 0;
+        return games_[row].checked != check;
+    });
+    return count;
 }
 
 void ListEditor::Click(size_t row, const RowClick& click, ShownRows shown) {
     if (row >= games_.size()) return;
     if (click.shift) {
-        Tell(Checks(CheckBetween(std::min(row, findRow_), std::max(row, findRow_), shown)));
+        const size_t first = std::min(row, findRow_);
+        const size_t last = std::max(row, findRow_);
+        TurnChecks(shown, [&](size_t between) {
+            return between >= first && between <= last && !games_[between].checked;
+        });
     } else if (click.ctrl) {
         SetChecked(row, true);
     } else {

@@ -31,6 +31,9 @@ struct ListResult {
     ListChange change = ListChange::kNothing;
     std::optional<size_t> reveal = {};  // a row to make visible
     bool tooMany = false;               // more than kMoveLimit rows are checked: nothing was done
+    // Where rows were moved or taken as such, not for their checks: so many rows from `reveal` on
+    // are those that the user goes on with.
+    size_t highlight = 0;
 };
 
 // A new name for a row.
@@ -38,6 +41,9 @@ struct RowName {
     size_t row;
     std::u16string name;
 };
+
+// Where rows go that are moved.
+enum class RowMove : uint8_t { kUp, kDown, kTop, kBottom };
 
 // The last sort. No column before the first one.
 struct SortOrder {
@@ -85,9 +91,15 @@ class ListEditor {
     };
     void Append(std::vector<GameEntry> entries, Appending how);
 
-    // The checked rows, at once; the whole list.
-    void Remove();
-    void Clear();
+    // `shown`: the rows of a filtered view, in rising order; without it all rows.
+    using ShownRows = std::optional<std::span<const uint32_t>>;
+
+    // The checked rows, at once; all rows. What a filter hides stays. Each gives the number of rows
+    // that it has taken.
+    size_t Remove(ShownRows shown = {});
+    size_t Clear(ShownRows shown = {});
+    // These rows, in rising order, whether checked or not.
+    size_t RemoveRows(std::span<const uint32_t> rows);
 
     // The checked rows. Nothing happens if the first one (the last one, downward) is at its end
     // already, even to the others.
@@ -96,11 +108,17 @@ class ListEditor {
     void MoveTop();
     void MoveBottom();
 
-    // `shown`: the rows of a filtered view, in rising order; without it all rows.
-    using ShownRows = std::optional<std::span<const uint32_t>>;
+    // These rows, in rising order, whether checked or not and however many. They come together, in
+    // their order. Up and down go past the next row that shows.
+    void MoveRows(std::span<const uint32_t> rows, RowMove move, ShownRows shown = {});
+    // To before the row `before`; behind the last one if that is the list's size.
+    void PlaceRows(std::span<const uint32_t> rows, size_t before);
+
     void SelectAll(ShownRows shown = {});
     void SelectInverse(ShownRows shown = {});
     void SetChecked(size_t row, bool checked);
+    // Checks the (shown) games that are wanted and no other one of them; gives how many are wanted.
+    size_t CheckExactly(const std::function<bool(const GameEntry&)>& wanted, ShownRows shown = {});
     // With Shift all (shown) rows between FindRow and the clicked one get checked and FindRow
     // stays; with Ctrl alone the row gets checked; with neither, a click in the check square flips
     // the check, and FindRow becomes the row.
@@ -125,8 +143,8 @@ class ListEditor {
     // The rows whose name, remark or path holds `text`, letter case aside; for a filtered view.
     std::vector<uint32_t> RowsWith(std::u16string_view text) const;
 
-    // Undoes appending, removal, clearing, moves, sorts and texts, up to a hundred of them. Checks
-    // are no steps. Rows that come back have the checks that they had.
+    // Undoes appending, removal, clearing, moves, sorts, texts and checks, up to kUndoLimit of
+    // them. Rows that come back have the checks that they had.
     bool CanUndo() const;
     bool CanRedo() const;
     void Undo();
@@ -135,8 +153,9 @@ class ListEditor {
   private:
     void SetText(std::u16string GameEntry::*field, size_t row, std::u16string_view text);
     void Tell(const ListResult& result) const;
-    // Checks the rows from `first` to `last`; true if that changed any.
-    bool CheckBetween(size_t first, size_t last, ShownRows shown);
+    // Turns the checks of those (shown) rows round for which `turns` says so.
+    void TurnChecks(ShownRows shown, const std::function<bool(size_t row)>& turns);
+    size_t Take(std::vector<uint32_t> rows, size_t highlight);
 
     Listener listener_;
     GameList games_;

@@ -1,4 +1,4 @@
-// The moves of the checked rows. Each is worked out as a new order of the rows from the first to
+// The moves of rows. Each is worked out as a new order of the rows from the first to
 // the last that change their places, so that it goes the way of all reordering.
 #include <algorithm>
 #include <utility>
@@ -78,6 +78,54 @@ void ListEditor::MoveBottom() {
     ListResult result = undo_->Do(std::move(step), games_, sort_);
     result.reveal = games_.size() - 1;
     Tell(result);
+}
+
+void ListEditor::PlaceRows(std::span<const uint32_t> rows, size_t before) {
+    if (rows.empty() || rows.back() >= games_.size()) return;
+    before = std::min(before, games_.size());
+    ReorderRows step =
+        Unmoved(std::min<size_t>(rows.front(), before), std::max<size_t>(rows.back() + 1, before));
+    // Above the place nothing of them stays, below it nothing of them comes to lie.
+    const auto goes = [&](uint32_t i) { return std::ranges::binary_search(rows, step.first + i); };
+    const auto place = step.from.begin() + static_cast<ptrdiff_t>(before - step.first);
+    const auto first =
+        std::stable_partition(step.from.begin(), place, [&](uint32_t i) { return !goes(i); });
+    std::stable_partition(place, step.from.end(), goes);
+    if (std::ranges::is_sorted(step.from)) return;
+    const auto above = static_cast<size_t>(first - step.from.begin());
+    ListResult result = undo_->Do(std::move(step), games_, sort_);
+    result.reveal = *result.reveal + above;
+    result.highlight = rows.size();
+    Tell(result);
+}
+
+void ListEditor::MoveRows(std::span<const uint32_t> rows, RowMove move, ShownRows shown) {
+    if (rows.empty()) return;
+    const size_t first = rows.front();
+    const size_t last = rows.back();
+    size_t before = 0;
+    switch (move) {
+        case RowMove::kUp: {
+            before = first - std::min<size_t>(first, 1);
+            if (!shown) break;
+            const auto here = std::ranges::lower_bound(*shown, first);
+            before = here == shown->begin() ? first : *(here - 1);
+            break;
+        }
+        case RowMove::kDown: {
+            before = last + 2;
+            if (!shown) break;
+            const auto next = std::ranges::upper_bound(*shown, last);
+            before = (next == shown->end() ? last : *next) + 1;
+            break;
+        }
+        case RowMove::kTop:
+            break;
+        case RowMove::kBottom:
+            before = games_.size();
+            break;
+    }
+    PlaceRows(rows, before);
 }
 
 }  // namespace bw

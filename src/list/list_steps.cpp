@@ -70,6 +70,13 @@ AppliedStep ApplyTo(GameList& games, SetTexts step) {
     return {std::move(step), {ListChange::kTexts, reveal}};
 }
 
+AppliedStep ApplyTo(GameList& games, TurnedChecks step) {
+    for (const uint32_t row : step.rows)
+        games[row].checked = !games[row].checked;
+    const std::optional<size_t> reveal = FirstOf(step.rows);
+    return {std::move(step), {ListChange::kChecks, reveal}};
+}
+
 }  // namespace
 
 AppliedStep Apply(ListStep step, GameList& games, SortOrder& sort) {
@@ -78,7 +85,8 @@ AppliedStep Apply(ListStep step, GameList& games, SortOrder& sort) {
     if (auto* const reorder = std::get_if<ReorderRows>(&step)) {
         return ApplyTo(games, sort, std::move(*reorder));
     }
-    return ApplyTo(games, std::move(std::get<SetTexts>(step)));
+    if (auto* const texts = std::get_if<SetTexts>(&step)) return ApplyTo(games, std::move(*texts));
+    return ApplyTo(games, std::move(std::get<TurnedChecks>(step)));
 }
 
 }  // namespace bw

@@ -36,7 +36,12 @@ struct SetTexts {
     std::vector<RowName> texts;
 };
 
-using ListStep = std::variant<TakeRows, PutRows, ReorderRows, SetTexts>;
+// Rows whose checks are turned round.
+struct TurnedChecks {
+    std::vector<uint32_t> rows;
+};
+
+using ListStep = std::variant<TakeRows, PutRows, ReorderRows, SetTexts, TurnedChecks>;
 
 struct AppliedStep {
     ListStep inverse;

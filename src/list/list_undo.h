@@ -8,7 +8,7 @@
 
 namespace bw {
 
-inline constexpr size_t kUndoLimit = 100;  // steps
+inline constexpr size_t kUndoLimit = 500;  // steps; most are a check or two
 
 class ListUndo {
   public:
