@@ -46,9 +46,13 @@ void BuildBase::AskToShow(const std::filesystem::path& path) const {
 bool BuildBase::ReadGames(NameRules rules) {
     names_ = DisplayNames(context_.games, context_.settings.Numbers(), rules);
     std::vector<std::filesystem::path> paths;
+    std::vector<uint32_t> rows;
     paths.reserve(names_.size());
-    for (const GameEntry& entry : context_.games) {
-        if (entry.checked) paths.push_back(TextPath(entry.path));
+    for (uint32_t row = 0; row < context_.games.size(); ++row) {
+        const GameEntry& entry = context_.games[row];
+        if (!entry.checked) continue;
+        paths.push_back(TextPath(entry.path));
+        rows.push_back(row + 1);
     }
     items_.reserve(paths.size());
     for (size_t done = 0; done < paths.size(); done += kReadBatch) {
@@ -58,6 +62,7 @@ bool BuildBase::ReadGames(NameRules rules) {
             std::span(paths).subspan(done).first(std::min(kReadBatch, paths.size() - done));
         for (MulticartItem& item : LoadMulticartItems(batch)) {
             item.index = static_cast<uint32_t>(items_.size());
+            item.row = rows[item.index];
             items_.push_back(std::move(item));
         }
     }
@@ -66,7 +71,8 @@ bool BuildBase::ReadGames(NameRules rules) {
 
 bool BuildBase::PrepareGames(BoardType board) {
     RoundChrUnits(items_);
-    if (!Passes(CheckGames(items_, board, language_))) return false;
+    unfit_ = CheckGames(items_, board, language_);
+    if (!Passes(unfit_)) return false;
     if (board != BoardType::kCoolgirl) ApplyPrgMinimum(items_);
     return true;
 }

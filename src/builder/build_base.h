@@ -41,6 +41,7 @@ class BuildBase {
     Language language_;
     std::vector<std::u16string> names_;
     std::vector<MulticartItem> items_;
+    std::vector<Diagnostic> unfit_;  // games that the board can't run
     BankLimits banks_{};
 };
 

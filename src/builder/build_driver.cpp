@@ -29,11 +29,13 @@ class RomBuild : BuildBase {
         LoadDesign();
         MakeMenuItem();
         BuildOutcome outcome;
+        outcome.board = board_;
         // Tables that don't fit are refused before anything is written.
         if (ReadGames(NameRules::kRomBuild) && CountBanks(board_, menu_.prgUnits, buildFolder_)) {
             outcome.done = Build(outcome);
             KeepWork();
             RemoveFolder(context_.workFolder);
+            outcome.unfit = std::move(unfit_);
         }
         return outcome;
     }
@@ -73,7 +75,6 @@ class RomBuild : BuildBase {
         // same places as long as the menu's size is what it was.
         outcome.layout = Allocate(menu_, items_, board_);
         if (!Passes(CheckConflicts(outcome.layout, language_))) return false;
-        outcome.board = board_;
         outcome.names = names_;
         return WriteOutput(outcome);
     }

@@ -19,6 +19,7 @@ namespace bw {
 // What a finished build has made.
 struct BuildOutcome {
     bool done = false;
+    std::vector<Diagnostic> unfit;  // the first games that the board can't run, which ended it
     BoardType board = BoardType::kCoolboy;
     RomFormat format = RomFormat::kNes20;
     std::filesystem::path output;

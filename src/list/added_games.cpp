@@ -8,11 +8,15 @@
 namespace bw {
 
 std::vector<GameEntry> ReadAddedGames(std::span<const std::filesystem::path> files,
-                                      const std::filesystem::path& base) {
+                                      const std::filesystem::path& base,
+                                      std::vector<std::filesystem::path>* leftOut) {
     std::vector<GameEntry> entries = ReadGameEntries(files);
     std::vector<GameEntry> games;
     for (size_t i = 0; i < entries.size(); ++i) {
-        if (!entries[i].HasValidHeader()) continue;
+        if (!entries[i].HasValidHeader()) {
+            if (leftOut != nullptr) leftOut->push_back(files[i]);
+            continue;
+        }
         entries[i].path = PathText(RelativePath(files[i], base));
         games.push_back(std::move(entries[i]));
     }

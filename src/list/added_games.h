@@ -9,11 +9,12 @@
 
 namespace bw {
 
-// The entries of those files that are game images, in the given order; the others are left out
-// without a word. Paths are absolute. An entry keeps the path relative to `base`, the program's
-// folder, where such a form exists. Reads on several threads; for a background task.
+// The entries of those files that are game images, in the given order; the others are left out and
+// go to `leftOut`, if it is given. Paths are absolute. An entry keeps the path relative to `base`,
+// the program's folder, where such a form exists. Reads on several threads; for a background task.
 std::vector<GameEntry> ReadAddedGames(std::span<const std::filesystem::path> files,
-                                      const std::filesystem::path& base);
+                                      const std::filesystem::path& base,
+                                      std::vector<std::filesystem::path>* leftOut = nullptr);
 
 // A copy whose paths are absolute, so that the current folder doesn't matter: what a build takes.
 GameList WithAbsolutePaths(const GameList& games, const std::filesystem::path& base);

@@ -88,6 +88,7 @@ size_t ListEditor::Take(std::vector<uint32_t> rows, size_t highlight) {
     if (highlight > 0 && !games_.empty()) {
         result.reveal = std::min(first, games_.size() - 1);
         result.highlight = highlight;
+        findRow_ = *result.reveal;
     }
     Tell(result);
     return count;

@@ -96,6 +96,7 @@ void ListEditor::PlaceRows(std::span<const uint32_t> rows, size_t before) {
     ListResult result = undo_->Do(std::move(step), games_, sort_);
     result.reveal = *result.reveal + above;
     result.highlight = rows.size();
+    findRow_ = *result.reveal;
     Tell(result);
 }
 

@@ -28,6 +28,7 @@ struct MulticartItem {
     uint32_t prgBytes = 0;
     uint32_t chrBytes = 0;
     uint32_t index = 0;  // ordinal among the checked games, from 0
+    uint32_t row = 0;    // in the list, from 1
     uint32_t mapper = 0;
     uint32_t headerSize = 0;   // 16 after a successful reading
     uint32_t prgUnits = 0;     // 16 KB units reserved in the ROM, may exceed prgCount

@@ -19,8 +19,10 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// How long one call waits for other running copies before it gives up.
-constexpr std::chrono::milliseconds kPatience{1500};
+// How long one call waits for other running copies before it gives up. What is read is waited for
+// by somebody who looks at a window that doesn't come.
+constexpr std::chrono::milliseconds kReadPatience{600};
+constexpr std::chrono::milliseconds kWritePatience{1500};
 constexpr std::chrono::milliseconds kRetryEvery{2};
 
 // The write-ahead log lets readers go on beside a writer, and with "normal" a write needn't wait
@@ -126,7 +128,7 @@ class Database {
 
     // Null if there is no file yet, or none that can be opened.
     sqlite3* ForReading() {
-        deadline_ = Clock::now() + kPatience;
+        deadline_ = Clock::now() + kReadPatience;
         problem_ = StoreProblem::kNone;
         if (handle_ != nullptr || Open(SQLITE_OPEN_READWRITE)) return handle_;
         std::error_code error;
@@ -144,6 +146,7 @@ class Database {
                 return nullptr;
             }
         }
+        deadline_ = Clock::now() + kWritePatience;
         if (!ready_) {
             // A copy that is reading just now can keep the file from becoming sharable. It works
             // all the same, and a later start tries again.

@@ -16,7 +16,7 @@ struct DiagnosticPlace {
     Text file{};               // its name, as the user is to read it
     std::uint32_t line = 0;    // in that file, from 1
     std::uint32_t column = 0;  // in that line, from 1
-    std::uint32_t row = 0;     // of the list, or a game's ordinal among the checked ones; from 1
+    std::uint32_t row = 0;     // of the list, from 1
     Text name{};               // what the list calls that row
 };
 

@@ -233,13 +233,13 @@ class FileDialogs : public testing::Test {
 
 TEST_F(FileDialogs, CompleteTheNameByTheTypeAndRememberIt) {
     Type(QStringLiteral("cart"), 2);
-    const auto first = dialogs_.AskOutput(folder_ / "gone");
+    const auto first = dialogs_.AskOutput(folder_ / "gone", u"proposed");
     ASSERT_TRUE(first);
     EXPECT_EQ(first->path, folder_ / "cart.bin");
     EXPECT_EQ(first->format, RomFormat::kBinary);
     EXPECT_EQ(start_.toStdString(), folder_.Path()) << "in place of a folder that isn't there";
     Type(QStringLiteral("other"));
-    EXPECT_EQ(dialogs_.AskOutput(folder_.Path())->path, folder_ / "other.bin");
+    EXPECT_EQ(dialogs_.AskOutput(folder_.Path(), u"x")->path, folder_ / "other.bin");
     Type(QStringLiteral("games.txt"));
     EXPECT_EQ(dialogs_.AskListToSave(folder_.Path()), folder_ / "games.txt.fcl");
 }

@@ -1,14 +1,11 @@
 // The list of games under real mouse and key events.
-#include <QDragEnterEvent>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMimeData>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QToolTip>
-#include <QUrl>
 #include <QVBoxLayout>
 #include <set>
 
@@ -18,6 +15,7 @@
 #include "shell/list/game_list_view.h"
 #include "shell/list/game_table.h"
 #include "shell/qt_testing.h"
+#include "support/text.h"
 
 namespace bw {
 namespace {
@@ -236,24 +234,62 @@ TEST(ListView, FilterKeepsNumbersAndSelection) {
     EXPECT_FALSE(list.table.SelectedRow());
 }
 
-TEST(ListView, LocalFilesCanBeDropped) {
-    ListWindow list(3);
-    QSignalSpy dropped(&list.view, &GameListView::FilesDropped);
-    const auto drop = [&](const QList<QUrl>& urls) {
-        QMimeData data;
-        data.setUrls(urls);
-        const QPoint place(5, 5);
-        QDragEnterEvent enter(place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
-        QApplication::sendEvent(list.table.viewport(), &enter);
-        QDropEvent event(place, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
-        if (enter.isAccepted()) QApplication::sendEvent(list.table.viewport(), &event);
-        // Files that were moved by a drop would be lost.
-        return enter.isAccepted() && event.dropAction() == Qt::CopyAction;
+TEST(ListView, RowsAreHighlightedPulledAndTakenOut) {
+    ListWindow list(40);
+    QObject::connect(&list.view, &GameListView::PlaceWanted, &list.view, [&](size_t before) {
+        list.editor.PlaceRows(list.view.HighlightedRows(), before);
+    });
+    QSignalSpy removals(&list.view, &GameListView::RemoveWanted);
+    const auto names = [&] {
+        std::string all;
+        for (const GameEntry& entry : std::span(list.editor.Games()).first(6))
+            all += ToUtf8(entry.name).substr(5) + " ";
+        return all;
     };
-    const QUrl web(QStringLiteral("http://localhost/a.nes"));
-    EXPECT_FALSE(drop({web}));
-    EXPECT_TRUE(drop({QUrl::fromLocalFile(QStringLiteral("/a b.nes")), web}));
-    EXPECT_THAT(dropped, ElementsAre(QVariantList{QStringList(QStringLiteral("/a b.nes"))}));
+    const auto pull = [&](const QPoint& from, const QPoint& to, bool cancel = false) {
+        QWidget* viewport = list.table.viewport();
+        QTest::mousePress(viewport, Qt::LeftButton, {}, from);
+        // Not QTest::mouseMove, whose events have no button.
+        QMouseEvent move(QEvent::MouseMove, to, viewport->mapToGlobal(to), Qt::NoButton,
+                         Qt::LeftButton, {});
+        QApplication::sendEvent(viewport, &move);
+        if (cancel) list.Key(Qt::Key_Escape);
+        QTest::mouseRelease(viewport, Qt::LeftButton, {}, to);
+    };
+    const QPoint above(0, -8);
+    pull(list.Place(3, ListColumn::kName), list.Place(1, ListColumn::kName) + above);
+    EXPECT_EQ(names(), "0 3 1 2 4 5 ");
+    EXPECT_THAT(list.view.HighlightedRows(), ElementsAre(1));
+    pull(list.Place(0, ListColumn::kName), list.Place(4, ListColumn::kName), true);
+    EXPECT_EQ(names(), "0 3 1 2 4 5 ") << "Escape leaves them";
+    pull(list.Place(4, ListColumn::kNumber), list.Place(5, ListColumn::kNumber));
+    EXPECT_THAT(list.view.HighlightedRows(), ElementsAre(4, 5));
+    pull(list.Place(5, ListColumn::kMapper), list.Place(0, ListColumn::kMapper) + above);
+    EXPECT_EQ(names(), "4 5 0 3 1 2 ");
+    EXPECT_THAT(list.view.HighlightedRows(), ElementsAre(0, 1));
+    EXPECT_THAT(list.Checked(), ElementsAre());
+    // In a filtered view they go beside a row that shows.
+    list.filter.setText(QStringLiteral("3"));  // 3, 13, 23, 30 to 39
+    pull(list.Place(2, ListColumn::kName), list.Place(0, ListColumn::kName) + above);
+    list.view.ClearFilter();
+    EXPECT_EQ(names(), "4 5 0 23 3 1 ");
+
+    list.Click(list.Place(2, ListColumn::kName));
+    list.Key(Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_THAT(list.view.HighlightedRows(), ElementsAre(2, 3));
+    list.Key(Qt::Key_Space);
+    EXPECT_THAT(list.Checked(), ElementsAre(2, 3));
+    list.Click(list.Place(5, ListColumn::kName), Qt::ControlModifier);
+    EXPECT_THAT(list.view.HighlightedRows(), ElementsAre(2, 3, 5));
+    list.Key(Qt::Key_Delete);
+    EXPECT_EQ(removals.size(), 1);
+    list.editor.RemoveRows(list.view.HighlightedRows());
+    EXPECT_THAT(list.view.HighlightedRows(), ElementsAre(2)) << "and not three others";
+    list.Click(list.Place(0, ListColumn::kName));
+    EXPECT_THAT(list.view.HighlightedRows(), ElementsAre(0));
+    list.view.Deselect();
+    list.Key(Qt::Key_Delete);
+    EXPECT_EQ(removals.size(), 1) << "the key is the window's";
 }
 
 TEST(ListView, CellsTellMoreThanTheyShow) {

@@ -30,7 +30,9 @@ class ScriptedDialogs : public UserDialogs {
     // The answers to messages in order; without one, OK or No.
     std::deque<int> answers;
     std::vector<Path> images;
-    Choice listToLoad, listToSave, menuFile, folder;
+    Choice listToLoad, listToSave, menuFile, folder, design;
+    std::optional<size_t> choice;
+    std::string proposed;  // the name for the last ROM
     std::optional<OutputChoice> output;
     // Runs while any of the questions is open.
     std::function<void()> meanwhile;
@@ -50,7 +52,15 @@ class ScriptedDialogs : public UserDialogs {
     Choice AskListToLoad(const Path& start) override { return Asked("load", start, listToLoad); }
     Choice AskListToSave(const Path& start) override { return Asked("save", start, listToSave); }
     Choice AskMenuFile(const Path& start) override { return Asked("menu", start, menuFile); }
-    std::optional<OutputChoice> AskOutput(const Path& start) override {
+    std::optional<size_t> Choose(std::u16string_view text, std::u16string_view caption,
+                                 std::span<const std::u16string>) override {
+        told.push_back(ToUtf8(caption) + ": " + ToUtf8(text));
+        return choice;
+    }
+    Choice AskDesignToOpen(const Path& start) override { return Asked("open", start, design); }
+    Choice AskDesignToSave(const Path& start) override { return Asked("keep", start, design); }
+    std::optional<OutputChoice> AskOutput(const Path& start, std::u16string_view name) override {
+        proposed = ToUtf8(name);
         return Asked("output", start, output);
     }
     Choice AskFolder(const Path& start) override { return Asked("folder", start, folder); }

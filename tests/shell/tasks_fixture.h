@@ -35,7 +35,10 @@ class FakeHost : public ListHost {
     const std::filesystem::path& Base() const override { return base_; }
     void ShowFound(bool hit) override { found = hit; }
     void SetColumnWidths(const ColumnWidths& given) override { widths = given; }
-    void Tell(std::u16string_view line) override { told = ToUtf8(line); }
+    void Tell(std::u16string_view line, std::u16string_view more) override {
+        told = ToUtf8(line);
+        details = ToUtf8(more);
+    }
     void ShowSearchProblem(std::u16string_view text) override { problem = ToUtf8(text); }
 
     ListEditor editor{[this](const ListResult& result) { applied.push_back(result); }};
@@ -46,7 +49,7 @@ class FakeHost : public ListHost {
     std::vector<ListResult> applied;
     std::optional<bool> found;
     ColumnWidths widths{};
-    std::string told, problem, failure;
+    std::string told, details, problem, failure;
     int changes = 0;
     // Null once the window has gone.
     std::unique_ptr<BackgroundTasks> tasks = std::make_unique<BackgroundTasks>(

@@ -96,6 +96,7 @@ TEST_F(Tasks, OpenTakesImagesOnlyAndKnowsTheFolder) {
     EXPECT_EQ(host_.editor.Games()[0].path, u"one.nes") << "as seen from the program's folder";
     EXPECT_EQ(host_.applied.back().reveal, 1u);
     EXPECT_EQ(host_.told, "2 game(s) added. 2 file(s) left out, since they are no games.");
+    EXPECT_EQ(host_.details, "gone.nes\ntext.nes");
 
     host_.dialogs.images.clear();
     files_.Open();
@@ -125,7 +126,9 @@ TEST_F(Tasks, SavedListsComeBackBehindTheList) {
     };
     AddNames({u"a=b", u"\u6E38\u620F"});
     host_.editor.SetChecked(1, false);
+    EXPECT_EQ(files_.Name(), u"");
     EXPECT_THAT(told(&ListFiles::Save, "my.list"), HasSubstr("my.list.fcl."));
+    EXPECT_EQ(files_.Name(), u"my.list");
     EXPECT_EQ(told(&ListFiles::Load, "my.list.fcl"), "2 game(s) added.");
     EXPECT_EQ(host_.dialogs.starts.back(), folder_.Path());
     EXPECT_THAT(Names(), ElementsAre("a=b", "\u6E38\u620F", "a=b", "\u6E38\u620F"));
@@ -158,7 +161,9 @@ TEST_F(Tasks, DroppedFilesKeepTheirOrderAndWaitForATask) {
     ASSERT_TRUE(Until([&] { return !Names().empty(); }));
     EXPECT_THAT(Names(), ElementsAre("one", "Travel", "two"));
     EXPECT_TRUE(host_.editor.Games()[1].HasValidHeader());
-    EXPECT_EQ(host_.told, "3 game(s) added. 1 file(s) left out, since they are no games.");
+    EXPECT_EQ(host_.told, "3 game(s) added. 1 folder(s) were not opened: drop the games in them.");
+    EXPECT_EQ(host_.details, "trip");
+    EXPECT_EQ(files_.Name(), u"trip");
 }
 
 TEST_F(Tasks, DroppedFilesStopAtTheLimitOrWhenAskedTo) {

@@ -23,15 +23,14 @@ std::u16string NameOf(const MulticartItem& item) {
 std::u16string NotValidText(const MulticartItem& item, Language language) {
     const std::optional<FileProblem> unread = WhyUnread(item.path);
     if (unread && unread->kind != FileProblem::Kind::kNotFound) {
-        return FormatText(u"%d.%s %s", item.index + 1, NameOf(item),
-                          ProblemText(*unread, language));
+        return FormatText(u"%d.%s %s", item.row, NameOf(item), ProblemText(*unread, language));
     }
-    return FormatText(LoadText(TextId::kGameNotValid, language), item.index + 1, NameOf(item));
+    return FormatText(LoadText(TextId::kGameNotValid, language), item.row, NameOf(item));
 }
 
 std::u16string GameError(const MulticartItem& item, BoardType board, Language language) {
     const auto text = [&](TextId id, auto... numbers) {
-        return FormatText(LoadText(id, language), item.index + 1, NameOf(item), numbers...);
+        return FormatText(LoadText(id, language), item.row, NameOf(item), numbers...);
     };
     switch (FindGameFault(item, board)) {
         case GameFault::kNone:
@@ -54,7 +53,7 @@ Diagnostic Error(std::u16string text) {
 
 // "7.Name", or the menu's file.
 std::u16string ItemText(const MulticartItem& item) {
-    return item.isMenu != 0 ? u"menu.nes" : FormatText(u"%d.%s", item.index + 1, item.name);
+    return item.isMenu != 0 ? u"menu.nes" : FormatText(u"%d.%s", item.row, item.name);
 }
 
 }  // namespace
@@ -103,7 +102,7 @@ std::vector<Diagnostic> CheckGames(std::span<const MulticartItem> items, BoardTy
     for (const MulticartItem& item : items) {
         const std::u16string error = GameError(item, board, language);
         if (error.empty()) continue;
-        faults.push_back({Severity::kError, error, {.row = item.index + 1, .name = NameOf(item)}});
+        faults.push_back({Severity::kError, error, {.row = item.row, .name = NameOf(item)}});
         if (faults.size() == kGameErrorLimit) break;
     }
     return faults;

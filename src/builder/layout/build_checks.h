@@ -38,7 +38,7 @@ enum class GameFault : uint8_t { kNone, kNotValid, kMapper, kTrainer, kSize };
 // PRG by the count of the file, CHR by the rounded units.
 GameFault FindGameFault(const MulticartItem& item, BoardType board);
 
-// Games that the board can't run, 20 at most. The row is the game's ordinal.
+// Games that the board can't run, 20 at most. The row is that of the list.
 std::vector<Diagnostic> CheckGames(std::span<const MulticartItem> items, BoardType board,
                                    Language language);
 

@@ -124,6 +124,13 @@ bool LoadDesignData(DesignStore& store, const SettingsStore& settings,
     return true;
 }
 
+bool IsDesigned(const DesignStore& store) {
+    return !store.BkgTileList.empty() || !store.SpriteTileList.empty() ||
+           !store.CustomText.empty() || store.ChrData != store.DefaultChrData ||
+           store.Attributes != kDefaultAttributes || store.BkgPalette != kDefaultBkgPalette ||
+           store.SpritePalette != kDefaultSpritePalette;
+}
+
 void LoadDesignTables(DesignStore& store, const SettingsStore& settings) {
     ReadTable(settings, setting::kAttributes, store.Attributes);
     ReadTable(settings, setting::kBkgPalette, store.BkgPalette);

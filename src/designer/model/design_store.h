@@ -106,6 +106,9 @@ void SetDefaultCharMap(DesignStore& store);
 bool LoadDesignData(DesignStore& store, const SettingsStore& settings,
                     std::span<const uint8_t> defaultTiles);
 
+// Whether anything has been drawn, placed or coloured; the store has been filled.
+bool IsDesigned(const DesignStore& store);
+
 // The three tables and the three addresses that the program reads once at its start. The addresses
 // are read as numbers but stored as binary values, so the read is refused and the defaults stand
 // in every new run; that is meant.

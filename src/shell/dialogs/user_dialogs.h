@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -14,8 +16,9 @@ namespace bw {
 // The kinds of a message dialog.
 enum class MessageButtons : int { kConfirm = 0, kYesNo = 4 };
 
-// All calls on the window's thread. They return when the user has answered; start folders that
-// don't exist are replaced by the program's own.
+// All calls on the window's thread. They return when the user has answered. A start folder that
+// doesn't exist, or into which nothing can be written that is to go there, is replaced: by the
+// program's own, the user's documents or home.
 class UserDialogs {
   public:
     virtual ~UserDialogs() = default;
@@ -23,20 +26,30 @@ class UserDialogs {
     // End codes as in shell/framework/messages.h.
     virtual int Message(std::u16string_view text, std::u16string_view caption,
                         MessageButtons buttons) = 0;
+    // The number of the chosen one of these answers, from 0, of which the first is the usual one;
+    // nothing if the user gave up.
+    virtual std::optional<size_t> Choose(std::u16string_view text, std::u16string_view caption,
+                                         std::span<const std::u16string> answers) = 0;
     // Any number of game images; none if the user gave up.
     virtual std::vector<std::filesystem::path> AskImages(const std::filesystem::path& start) = 0;
     virtual std::optional<std::filesystem::path> AskListToLoad(
         const std::filesystem::path& start) = 0;
     virtual std::optional<std::filesystem::path> AskListToSave(
         const std::filesystem::path& start) = 0;
+    virtual std::optional<std::filesystem::path> AskDesignToOpen(
+        const std::filesystem::path& start) = 0;
+    virtual std::optional<std::filesystem::path> AskDesignToSave(
+        const std::filesystem::path& start) = 0;
     // A menu program, source or ROM.
     virtual std::optional<std::filesystem::path> AskMenuFile(
         const std::filesystem::path& start) = 0;
-    // Where a ROM goes; remembers the chosen type from build to build.
-    virtual std::optional<OutputChoice> AskOutput(const std::filesystem::path& start) = 0;
+    // Where a ROM goes; remembers the chosen type from build to build. `name`, without extension,
+    // is proposed.
+    virtual std::optional<OutputChoice> AskOutput(const std::filesystem::path& start,
+                                                  std::u16string_view name) = 0;
     virtual std::optional<std::filesystem::path> AskFolder(const std::filesystem::path& start) = 0;
     // Opens a file manager: on a folder, or on a file's folder with the file selected where the
-    // desktop can do that.
+    // desktop can do that. What the desktop can't do is told.
     virtual void ShowInFileManager(const std::filesystem::path& path) = 0;
 };
 

@@ -68,6 +68,17 @@ enum Command : int {
     kCommandRedo = 41002,
     kCommandStopTask = 41003,
     kCommandFilter = 41004,  // puts the cursor into the filter box
+    // On the highlighted rows.
+    kCommandRowsUp = 41005,
+    kCommandRowsDown = 41006,
+    kCommandRowsTop = 41007,
+    kCommandRowsBottom = 41008,
+    kCommandRowsRemove = 41009,
+    // Check the games that the board of the one build button or of the other runs.
+    kCommandFitCoolboy = 41010,
+    kCommandFitCoolgirl = 41011,
+    kCommandDesignOpen = 41012,
+    kCommandDesignSave = 41013,
 };
 
 }  // namespace bw

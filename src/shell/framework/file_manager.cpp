@@ -9,8 +9,13 @@
 namespace bw {
 namespace {
 
-void OpenFolder(const std::filesystem::path& folder) {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(PathToQt(folder)));
+using Failed = std::function<void(const std::filesystem::path&)>;
+
+void OpenFolder(const std::filesystem::path& folder, const Failed& failed) {
+    std::error_code error;
+    const bool opens = std::filesystem::is_directory(folder, error) &&
+                       QDesktopServices::openUrl(QUrl::fromLocalFile(PathToQt(folder)));
+    if (!opens) failed(folder);
 }
 
 // A call of org.freedesktop.FileManager1 (freedesktop.org, "File Manager DBus Interface"), which
@@ -29,11 +34,11 @@ QStringList SelectArguments(const std::filesystem::path& file) {
 }
 
 // Where nobody answers the call, the folder has to do.
-void SelectFile(const std::filesystem::path& file, QObject& owner) {
+void SelectFile(const std::filesystem::path& file, QObject& owner, const Failed& failed) {
     auto* call = new QProcess(&owner);
-    const auto end = [call, folder = file.parent_path()](bool selected) {
-        if (!selected) OpenFolder(folder);
+    const auto end = [call, folder = file.parent_path(), failed](bool selected) {
         call->deleteLater();
+        if (!selected) OpenFolder(folder, failed);
     };
     QObject::connect(call, &QProcess::errorOccurred, call, [end](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart) end(false);
@@ -46,12 +51,12 @@ void SelectFile(const std::filesystem::path& file, QObject& owner) {
 
 }  // namespace
 
-void ShowInFileManager(const std::filesystem::path& path, QObject& owner) {
+void ShowInFileManager(const std::filesystem::path& path, QObject& owner, const Failed& failed) {
     std::error_code error;
     if (std::filesystem::is_directory(path, error)) {
-        OpenFolder(path);
+        OpenFolder(path, failed);
     } else {
-        SelectFile(path, owner);
+        SelectFile(path, owner, failed);
     }
 }
 

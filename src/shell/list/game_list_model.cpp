@@ -82,6 +82,11 @@ std::optional<int> GameListModel::ViewRow(size_t listRow) const {
     return static_cast<int>(found - shown_->begin());
 }
 
+int GameListModel::ViewRowFrom(size_t listRow) const {
+    if (!shown_) return static_cast<int>(std::min(listRow, editor_.Games().size()));
+    return static_cast<int>(std::ranges::lower_bound(*shown_, listRow) - shown_->begin());
+}
+
 const GameEntry* GameListModel::EntryAt(int viewRow) const {
     if (viewRow < 0) return nullptr;
     const size_t row = ListRow(viewRow);

@@ -36,6 +36,8 @@ class GameListModel : public QAbstractTableModel {
     size_t ListRow(int viewRow) const;
     // Nothing for a row that the filter hides, or behind the end.
     std::optional<int> ViewRow(size_t listRow) const;
+    // That of the first shown row from this one on; behind the last one if none is.
+    int ViewRowFrom(size_t listRow) const;
     // Null behind the list's end. Until the next change of the list.
     const GameEntry* EntryAt(int viewRow) const;
 

@@ -45,6 +45,7 @@ class GameListView::Parts {
     void BeginEdit(int viewRow, ListColumn column);
     void PlaceEditor();
     void FollowEdit(ListChange change);
+    void Highlight(const ListResult& result);
     void TellFolder(int viewRow, bool select);
 
     GameListView& view_;
@@ -71,7 +72,8 @@ void GameListView::Parts::Connect() {
                      [this](int row, bool select) { TellFolder(row, select); });
     QObject::connect(&input_, &ListInput::ContextMenuWanted, &view_,
                      &GameListView::ContextMenuWanted);
-    QObject::connect(&table_, &GameTable::FilesDropped, &view_, &GameListView::FilesDropped);
+    QObject::connect(&input_, &ListInput::PlaceWanted, &view_, &GameListView::PlaceWanted);
+    QObject::connect(&input_, &ListInput::RemoveWanted, &view_, &GameListView::RemoveWanted);
     QObject::connect(&table_, &GameTable::CellsMoved, &view_, [this] { PlaceEditor(); });
     // The second of two quick clicks counts like any other.
     for (const auto click : {&QHeaderView::sectionClicked, &QHeaderView::sectionDoubleClicked}) {
@@ -159,6 +161,23 @@ void GameListView::Parts::FollowEdit(ListChange change) {
     cell_.End();
 }
 
+// Of several rows that have other places now none is what the user had highlighted.
+void GameListView::Parts::Highlight(const ListResult& result) {
+    if (result.change < ListChange::kOrder) return;
+    const int rows = model_.rowCount();
+    if (result.highlight > 0 && result.reveal && rows > 0) {
+        const int first = std::min(model_.ViewRowFrom(*result.reveal), rows - 1);
+        table_.SelectRow(first);
+        if (result.highlight > 1) {
+            table_.SelectRange(first + static_cast<int>(result.highlight) - 1, first);
+        }
+    } else if (const std::optional<int> row = table_.SelectedRow()) {
+        table_.SelectRow(*row);
+    } else {
+        table_.Deselect();
+    }
+}
+
 void GameListView::Parts::TellFolder(int viewRow, bool select) {
     const GameEntry* entry = model_.EntryAt(viewRow);
     if (entry != nullptr) emit view_.FolderWanted(PathToQt(base_ / TextPath(entry->path)), select);
@@ -187,11 +206,23 @@ void GameListView::SetLanguage(Language language) {
 void GameListView::Apply(const ListResult& result) {
     parts_->FollowEdit(result.change);
     parts_->model_.Refresh(result.change);
+    parts_->Highlight(result);
     parts_->PlaceEditor();
     parts_->ShowState();
     if (!result.reveal) return;
     const std::optional<int> row = parts_->model_.ViewRow(*result.reveal);
     if (row) parts_->table_.RevealRow(*row);
+}
+
+std::vector<uint32_t> GameListView::HighlightedRows() const {
+    std::vector<uint32_t> rows;
+    for (const int row : parts_->table_.HighlightedRows())
+        rows.push_back(static_cast<uint32_t>(parts_->model_.ListRow(row)));
+    return rows;
+}
+
+void GameListView::ShowDropFrame(bool shown) {
+    parts_->table_.ShowDropFrame(shown);
 }
 
 ColumnWidths GameListView::Widths() const {

@@ -39,6 +39,10 @@ class GameListView : public QWidget {
     // What stands in the filter box is let go, and all rows show.
     void ClearFilter();
 
+    // The rows of the list that are highlighted, in rising order.
+    std::vector<uint32_t> HighlightedRows() const;
+    void ShowDropFrame(bool shown);
+
     // Marks FindRow as the selected row and makes it visible, or no row at all. A filter that hides
     // it is let go.
     void ShowFindRow();
@@ -56,7 +60,9 @@ class GameListView : public QWidget {
     // A double click on a path: the file's folder is to be shown, or (`select`) the file in it.
     // `file` is absolute.
     void FolderWanted(const QString& file, bool select);
-    void FilesDropped(const QStringList& files);
+    // The highlighted rows are to go before this row of the list; are to be taken out.
+    void PlaceWanted(size_t before);
+    void RemoveWanted();
     // Where the user asked for a context menu, in global coordinates.
     void ContextMenuWanted(const QPoint& place);
 

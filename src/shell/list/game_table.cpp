@@ -1,13 +1,10 @@
 #include "shell/list/game_table.h"
 
-#include <QDragEnterEvent>
 #include <QHeaderView>
 #include <QHelpEvent>
-#include <QMimeData>
 #include <QPainter>
 #include <QScrollBar>
 #include <QToolTip>
-#include <QUrl>
 #include <algorithm>
 
 #include "shell/framework/texts.h"
@@ -20,14 +17,7 @@ namespace {
 constexpr int kNarrowest = 16;  // of columns, in pixels
 constexpr int kWidest = 4096;
 constexpr int kDropFrame = 3;
-
-QStringList LocalFiles(const QMimeData* data) {
-    QStringList files;
-    for (const QUrl& url : data->urls()) {
-        if (url.isLocalFile()) files.append(url.toLocalFile());
-    }
-    return files;
-}
+constexpr int kGapLine = 3;
 
 }  // namespace
 
@@ -37,15 +27,14 @@ GameTable::GameTable(GameListModel& model, QWidget* parent)
     setModel(&model_);
     setItemDelegate(&painter_);
     setSelectionBehavior(SelectRows);
-    setSelectionMode(SingleSelection);
+    setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     setTabKeyNavigation(false);
     setAutoScroll(false);
     setWordWrap(false);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollMode(ScrollPerPixel);
-    setAcceptDrops(true);
-    setDragDropMode(DropOnly);
+    setDragDropMode(NoDragDrop);  // files are the window's, rows are RowDrag's
     SetUpHeaders();
     FitRows();
     for (const QScrollBar* bar : {horizontalScrollBar(), verticalScrollBar()})
@@ -88,17 +77,54 @@ ListColumn GameTable::FocusColumn() const {
     return static_cast<ListColumn>(std::max(0, currentIndex().column()));
 }
 
+std::vector<int> GameTable::HighlightedRows() const {
+    std::vector<int> rows;
+    for (const QModelIndex& index : selectionModel()->selectedRows())
+        rows.push_back(index.row());
+    std::ranges::sort(rows);
+    return rows;
+}
+
+bool GameTable::IsHighlighted(int viewRow) const {
+    return selectionModel()->isRowSelected(viewRow, {});
+}
+
 void GameTable::SelectRow(int viewRow) {
-    setCurrentIndex(model_.index(viewRow, static_cast<int>(FocusColumn())));
+    anchor_ = viewRow;
+    SelectRange(viewRow, viewRow);
+}
+
+// By the selection model and not by the view, which would go by the keys that are held down.
+void GameTable::SelectRange(int from, int to) {
+    const int last = model_.rowCount() - 1;
+    if (last < 0) return;
+    const QModelIndex start = model_.index(std::clamp(from, 0, last), 0);
+    const QModelIndex end = model_.index(std::clamp(to, 0, last), static_cast<int>(FocusColumn()));
+    selectionModel()->select(
+        {start.row() < end.row() ? start : end, start.row() < end.row() ? end : start},
+        QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    selectionModel()->setCurrentIndex(end, QItemSelectionModel::NoUpdate);
     viewport()->update();  // the frame around the row that had the keyboard spans all of its cells
 }
 
+void GameTable::AddRow(int viewRow) {
+    anchor_ = viewRow;
+    selectionModel()->setCurrentIndex(model_.index(viewRow, static_cast<int>(FocusColumn())),
+                                      QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    viewport()->update();
+}
+
 void GameTable::SetFocusColumn(ListColumn column) {
-    setCurrentIndex(model_.index(SelectedRow().value_or(0), static_cast<int>(column)));
+    const std::optional<int> row = SelectedRow();
+    if (!row) SelectRow(0);
+    selectionModel()->setCurrentIndex(model_.index(row.value_or(0), static_cast<int>(column)),
+                                      QItemSelectionModel::NoUpdate);
+    viewport()->update();
     RevealColumn(column);
 }
 
 void GameTable::Deselect() {
+    anchor_ = 0;
     setCurrentIndex({});
     clearSelection();
 }
@@ -170,6 +196,12 @@ void GameTable::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
     QPainter painter(viewport());
     if (hasFocus() && currentIndex().isValid()) PaintFocus(painter);
+    if (gap_) {
+        const int line = *gap_ * verticalHeader()->defaultSectionSize() -
+                         verticalScrollBar()->value() - kGapLine / 2 - 1;
+        painter.fillRect(0, std::max(0, line), viewport()->width(), kGapLine,
+                         palette().color(QPalette::Highlight));
+    }
     if (dropping_) {
         painter.setPen(QPen(palette().color(QPalette::Highlight), 2 * kDropFrame));
         painter.drawRect(viewport()->rect());
@@ -198,31 +230,15 @@ void GameTable::changeEvent(QEvent* event) {
     }
 }
 
-void GameTable::dragEnterEvent(QDragEnterEvent* event) {
-    dropping_ = !LocalFiles(event->mimeData()).isEmpty();
-    event->setAccepted(dropping_);
-    // Whatever the source would like best, the files stay where they are.
-    if (dropping_) event->setDropAction(Qt::CopyAction);
+void GameTable::ShowGap(std::optional<int> viewRow) {
+    if (gap_ == viewRow) return;
+    gap_ = viewRow;
     viewport()->update();
 }
 
-void GameTable::dragMoveEvent(QDragMoveEvent* event) {
-    event->setAccepted(dropping_);
-    if (dropping_) event->setDropAction(Qt::CopyAction);
-}
-
-void GameTable::dragLeaveEvent(QDragLeaveEvent*) {
-    dropping_ = false;
+void GameTable::ShowDropFrame(bool shown) {
+    dropping_ = shown;
     viewport()->update();
-}
-
-void GameTable::dropEvent(QDropEvent* event) {
-    const QStringList files = LocalFiles(event->mimeData());
-    event->setDropAction(Qt::CopyAction);
-    event->setAccepted(!files.isEmpty());
-    dropping_ = false;
-    viewport()->update();
-    if (!files.isEmpty()) emit FilesDropped(files);
 }
 
 }  // namespace bw

@@ -1,16 +1,18 @@
-// The table of the list: geometry, the selected row, tooltips, dropped files. What clicks and keys
+// The table of the list: geometry, the highlighted rows, tooltips. What clicks and keys
 // do is said in list_input.h.
 #pragma once
 
 #include <QTableView>
 #include <optional>
+#include <vector>
 
 #include "shell/list/game_list_model.h"
 #include "shell/list/row_painter.h"
 
 namespace bw {
 
-// One row is selected or none; its place among the rows stays when their order changes.
+// Any rows are highlighted; the one with the keyboard is the selected one. Its place among the rows
+// stays when their order changes.
 class GameTable : public QTableView {
     Q_OBJECT
   public:
@@ -21,9 +23,25 @@ class GameTable : public QTableView {
     // Of the selected row; the column is the keyboard's.
     std::optional<int> SelectedRow() const;
     ListColumn FocusColumn() const;
-    void SelectRow(int viewRow);
     void SetFocusColumn(ListColumn column);
+
+    // In rising order.
+    std::vector<int> HighlightedRows() const;
+    bool IsHighlighted(int viewRow) const;
+    // This row alone.
+    void SelectRow(int viewRow);
+    // All from one to the other, which becomes the selected one.
+    void SelectRange(int from, int to);
+    // From the row that was selected last by itself.
+    void ExtendTo(int viewRow) { SelectRange(anchor_, viewRow); }
+    // One more.
+    void AddRow(int viewRow);
     void Deselect();
+
+    // A line above this row, or below the last one; or none.
+    void ShowGap(std::optional<int> viewRow);
+    // A frame that says that files can be dropped here.
+    void ShowDropFrame(bool shown);
 
     // Scrolls no further than it takes.
     void RevealRow(int viewRow);
@@ -35,17 +53,12 @@ class GameTable : public QTableView {
   signals:
     // The cells have other places on the viewport now.
     void CellsMoved();
-    void FilesDropped(const QStringList& files);
 
   protected:
     bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dragMoveEvent(QDragMoveEvent* event) override;
-    void dragLeaveEvent(QDragLeaveEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
 
   private:
     void SetUpHeaders();
@@ -55,6 +68,8 @@ class GameTable : public QTableView {
 
     GameListModel& model_;
     RowPainter painter_;
+    int anchor_ = 0;
+    std::optional<int> gap_;
     bool dropping_ = false;
 };
 

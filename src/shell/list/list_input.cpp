@@ -15,7 +15,8 @@ constexpr Qt::KeyboardModifiers kMeant = Qt::ShiftModifier | Qt::ControlModifier
 }  // namespace
 
 ListInput::ListInput(GameTable& table, GameListModel& model, ListEditor& editor)
-    : table_(table), model_(model), editor_(editor) {
+    : table_(table), model_(model), editor_(editor), drag_(table) {
+    connect(&drag_, &RowDrag::Dropped, this, [this](int viewRow) { Drop(viewRow); });
     table_.installEventFilter(this);
     table_.viewport()->installEventFilter(this);
 }
@@ -27,10 +28,22 @@ bool ListInput::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::MouseButtonDblClick:
             return onViewport && OnMouse(*static_cast<QMouseEvent*>(event));
         case QEvent::MouseButtonRelease:
+            if (onViewport) OnRelease(*static_cast<QMouseEvent*>(event));
             return onViewport;
-        case QEvent::MouseMove:
-            // Pulling the mouse over rows selects nothing.
-            return onViewport && static_cast<QMouseEvent*>(event)->buttons() != Qt::NoButton;
+        case QEvent::MouseMove: {
+            const auto& mouse = *static_cast<QMouseEvent*>(event);
+            if (!onViewport || mouse.buttons() == Qt::NoButton) return false;
+            if (mouse.buttons() == Qt::LeftButton) drag_.Move(mouse.position().toPoint());
+            return true;
+        }
+        case QEvent::ShortcutOverride: {
+            // Without highlighted rows the key is the window's, which takes the checked ones.
+            const auto& key = *static_cast<QKeyEvent*>(event);
+            const bool takesRows = key.key() == Qt::Key_Delete && (key.modifiers() & kMeant) == 0 &&
+                                   table_.selectionModel()->hasSelection();
+            if (!onViewport && takesRows) event->accept();
+            return !onViewport && takesRows;
+        }
         case QEvent::KeyPress:
             return !onViewport && OnKey(*static_cast<QKeyEvent*>(event));
         case QEvent::ContextMenu: {
@@ -55,23 +68,54 @@ bool ListInput::OnMouse(const QMouseEvent& mouse) {
     const int row = index.row();
     const bool ctrl = mouse.modifiers().testFlag(Qt::ControlModifier);
     if (mouse.button() == Qt::RightButton) {
-        Click(row, {});
+        // Among several the menu is about all of them.
+        const bool several = table_.IsHighlighted(row);
+        if (several) table_.AddRow(row);
+        Click(row, {}, several);
     } else if (mouse.button() == Qt::LeftButton) {
         if (mouse.type() == QEvent::MouseButtonDblClick) {
             DoubleClick(row, place, ctrl);
         } else {
-            Click(row, {.shift = mouse.modifiers().testFlag(Qt::ShiftModifier),
-                        .ctrl = ctrl,
-                        .inCheckSquare = InCheckSquare(row, place)});
+            OnPress(row, place, mouse.modifiers());
         }
     }
     return true;
 }
 
-void ListInput::Click(int viewRow, const RowClick& click) {
+void ListInput::OnPress(int viewRow, const QPoint& place, Qt::KeyboardModifiers modifiers) {
+    const RowClick click{.shift = modifiers.testFlag(Qt::ShiftModifier),
+                         .ctrl = modifiers.testFlag(Qt::ControlModifier),
+                         .inCheckSquare = InCheckSquare(viewRow, place)};
+    const bool plain = !click.shift && !click.ctrl && !click.inCheckSquare;
+    // Several rows stay highlighted, since they may be about to be pulled away.
+    Click(viewRow, click, plain && table_.IsHighlighted(viewRow));
+    if (plain) drag_.Press(viewRow, place);
+}
+
+void ListInput::OnRelease(const QMouseEvent& mouse) {
+    if (mouse.button() != Qt::LeftButton || drag_.Release() || mouse.modifiers() != 0) return;
+    const QPoint place = mouse.position().toPoint();
+    const QModelIndex index = table_.indexAt(place);
+    const bool clicked = index.isValid() && !InCheckSquare(index.row(), place);
+    if (clicked && table_.IsHighlighted(index.row())) table_.SelectRow(index.row());
+}
+
+void ListInput::Drop(int viewRow) {
+    const int rows = model_.rowCount();
+    emit PlaceWanted(viewRow < rows ? model_.ListRow(viewRow) : model_.ListRow(rows - 1) + 1);
+}
+
+void ListInput::Click(int viewRow, const RowClick& click, bool keepHighlight) {
     typed_.clear();
     editor_.Click(model_.ListRow(viewRow), click, model_.ShownRows());
-    table_.SelectRow(viewRow);
+    if (keepHighlight) return;
+    if (click.shift) {
+        table_.ExtendTo(viewRow);
+    } else if (click.ctrl) {
+        table_.AddRow(viewRow);
+    } else {
+        table_.SelectRow(viewRow);
+    }
 }
 
 void ListInput::DoubleClick(int viewRow, const QPoint& place, bool ctrl) {
@@ -111,6 +155,11 @@ bool ListInput::OnKey(const QKeyEvent& key) {
         OnSpace(modifiers);
     } else if (key.key() == Qt::Key_F2 && plainOrShift) {
         if (row) emit EditWanted(*row, modifiers == 0 ? ListColumn::kName : ListColumn::kRemark);
+    } else if (key.key() == Qt::Key_Delete && modifiers == 0) {
+        if (!table_.selectionModel()->hasSelection()) return false;
+        emit RemoveWanted();
+    } else if (key.key() == Qt::Key_Escape) {
+        return drag_.Cancel();
     } else if (key.key() == Qt::Key_F10 && modifiers == Qt::ShiftModifier) {
         ShowMenuAtRow();
     } else {
@@ -162,10 +211,11 @@ bool ListInput::OnMoveKey(const QKeyEvent& key) {
 
 void ListInput::MoveTo(int viewRow, Qt::KeyboardModifiers modifiers) {
     if (viewRow < 0 || viewRow >= model_.rowCount()) return;
+    const bool shift = modifiers.testFlag(Qt::ShiftModifier);
     if (modifiers.testFlag(Qt::ControlModifier)) {
-        table_.SelectRow(viewRow);
+        shift ? table_.ExtendTo(viewRow) : table_.SelectRow(viewRow);
     } else {
-        Click(viewRow, {.shift = modifiers.testFlag(Qt::ShiftModifier)});
+        Click(viewRow, {.shift = shift});
     }
     table_.RevealRow(viewRow);
 }
@@ -174,6 +224,12 @@ void ListInput::OnSpace(Qt::KeyboardModifiers modifiers) {
     const std::optional<int> row = table_.SelectedRow();
     if (modifiers.testFlag(Qt::ControlModifier)) {
         emit SortWanted(table_.FocusColumn());
+    } else if (const auto rows = table_.HighlightedRows(); rows.size() > 1 && modifiers == 0) {
+        const bool check = !model_.EntryAt(*row)->checked;
+        std::vector<uint32_t> listRows;
+        for (const int highlighted : rows)
+            listRows.push_back(static_cast<uint32_t>(model_.ListRow(highlighted)));
+        editor_.CheckExactly([check](const GameEntry&) { return check; }, listRows);
     } else if (row) {
         Click(*row, {.shift = modifiers.testFlag(Qt::ShiftModifier), .inCheckSquare = true});
         table_.RevealRow(*row);

@@ -63,12 +63,15 @@ ButtonColumn::ButtonColumn() {
     viewport()->setAutoFillBackground(false);
 }
 
-void ButtonColumn::SetLanguage(Language language, const MainMenu& menu) {
+void ButtonColumn::SetLanguage(Language language, const MainMenu& menu, BoardType board) {
     for (size_t i = 0; i < buttons_.size(); ++i) {
         const QAction& entry = menu.Entry(kTraits[i].command);
         const QString key = entry.shortcut().toString(QKeySequence::NativeText);
         const QString tip = WithoutLetter(entry.text());
-        buttons_[i].setText(QtText(kTraits[i].textId, language));
+        const bool mindkids =
+            kTraits[i].command == kCommandBuildCoolboy && board == BoardType::kMindkids;
+        const TextId textId = mindkids ? TextId::kMindkids : kTraits[i].textId;
+        buttons_[i].setText(QtText(textId, language).trimmed());
         buttons_[i].setAccessibleName(tip);
         buttons_[i].setToolTip(key.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, key));
     }

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 #include <array>
 
+#include "rom/board_tables.h"
 #include "shell/main/main_menu.h"
 
 namespace bw {
@@ -22,8 +23,9 @@ class ButtonColumn : public QScrollArea {
     // For the owner, which makes clicks commands: a button and its command's id.
     QPushButton& Button(size_t index) { return buttons_[index]; }
     static int CommandOf(size_t index);
-    // The tooltips tell the keys and the full texts of `menu`, whose language is set already.
-    void SetLanguage(Language language, const MainMenu& menu);
+    // The tooltips tell the keys and the full texts of `menu`, whose language is set already. One
+    // of the two builds is for `board`, which the user chooses.
+    void SetLanguage(Language language, const MainMenu& menu, BoardType board);
 
     QSize sizeHint() const override;
 

@@ -1,5 +1,5 @@
 // A label of one line that gives way: what has no room becomes an ellipsis, and a tooltip tells
-// all.
+// all, and more if there is more to tell.
 #pragma once
 
 #include <QLabel>
@@ -13,8 +13,10 @@ class ElidedLabel : public QLabel {
   public:
     ElidedLabel() { setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); }
 
-    void SetLine(const QString& line) {
+    // `details` stand in the tooltip alone.
+    void SetLine(const QString& line, const QString& details = {}) {
         setText(line);
+        details_ = details;
         TellAll();
     }
 
@@ -34,8 +36,12 @@ class ElidedLabel : public QLabel {
 
   private:
     void TellAll() {
-        setToolTip(fontMetrics().horizontalAdvance(text()) > width() ? text() : QString());
+        const bool cut = fontMetrics().horizontalAdvance(text()) > width();
+        const QString between = cut && !details_.isEmpty() ? QStringLiteral("\n") : QString();
+        setToolTip((cut ? text() : QString()) + between + details_);
     }
+
+    QString details_;
 };
 
 }  // namespace bw

@@ -92,7 +92,12 @@ bool CMainDialog::Parts::TasksEnded(int closeCode) {
 
 bool CMainDialog::Parts::KeepList() {
     const Language language = CurrentLanguage();
-    while (!files.SaveRemembered(view.Widths()) || (services.listKept && !services.listKept())) {
+    const auto kept = [&] {
+        return files.SaveRemembered(view.Widths()) && (!services.listKept || services.listKept());
+    };
+    while (!kept()) {
+        // In place of an empty list the one of the last time may come back; nothing is lost.
+        if (editor.Games().empty()) return true;
         const std::u16string question = LoadText(TextId::kListNotStored, language);
         const int answer = Dialogs().Message(question, LoadText(TextId::kErrorTitle, language),
                                              MessageButtons::kYesNo);

@@ -1,11 +1,15 @@
 // The main window's commands: what each id does.
+#include <type_traits>
+
 #include "settings/setting_names.h"
 #include "shell/dialogs/about_dialog.h"
 #include "shell/dialogs/export_settings_dialog.h"
 #include "shell/dialogs/extern_menu_dialog.h"
 #include "shell/framework/commands.h"
 #include "shell/main/main_parts.h"
+#include "shell/main/settings_start.h"
 #include "shell/main/topmost.h"
+#include "support/text.h"
 
 namespace bw {
 namespace {
@@ -21,12 +25,52 @@ const FindRecord& RecordOf(MessageParam lParam) {
 struct CMainDialog::Commands {
     // Works while a task runs: tasks have their own copy of what they need.
     static void Clear(Parts& parts) {
-        if (parts.editor.Games().empty()) return;
+        const size_t all = parts.editor.Games().size();
+        const ListEditor::ShownRows shown = parts.view.ShownRows();
+        const size_t taken = shown ? shown->size() : all;
+        if (taken == 0) return;
         const Language language = parts.CurrentLanguage();
-        const int answer =
-            parts.Dialogs().Message(LoadText(TextId::kConfirmEmptying, language),
-                                    LoadText(TextId::kTipsTitle, language), MessageButtons::kYesNo);
-        if (answer == kEndYes) parts.editor.Clear();
+        const std::u16string question =
+            taken == all
+                ? LoadText(TextId::kConfirmEmptying, language)
+                : FormatText(LoadText(TextId::kConfirmClearShown, language), taken, all - taken);
+        const int answer = parts.Dialogs().Message(question, LoadText(TextId::kTipsTitle, language),
+                                                   MessageButtons::kYesNo);
+        if (answer != kEndYes) return;
+        // What shows may have changed while the question was open.
+        const size_t cleared = parts.editor.Clear(parts.view.ShownRows());
+        const TextId told =
+            parts.editor.Games().empty() ? TextId::kListEmptied : TextId::kGamesTaken;
+        parts.Tell(FormatText(LoadText(told, language), cleared));
+    }
+
+    // Takes rows out and tells which, and that they can come back.
+    static void TakeOut(Parts& parts, ListEditor::ShownRows rows, bool checkedOnly) {
+        const Language language = parts.CurrentLanguage();
+        ListEditor& editor = parts.editor;
+        std::u16string name;
+        for (size_t i = 0; name.empty() && i < (rows ? rows->size() : editor.Games().size()); ++i) {
+            const GameEntry& entry = editor.Games()[rows ? (*rows)[i] : i];
+            if (entry.checked || !checkedOnly) name = entry.name;
+        }
+        const size_t taken = checkedOnly ? editor.Remove(rows) : editor.RemoveRows(*rows);
+        const size_t hidden = checkedOnly && rows ? CountChecked(editor.Games()) : 0;
+        std::u16string told = LoadText(TextId::kNothingChecked, language);
+        if (taken == 1) told = FormatText(LoadText(TextId::kGameTaken, language), name);
+        if (taken > 1) told = FormatText(LoadText(TextId::kGamesTaken, language), taken);
+        if (hidden > 0) {
+            told = (taken > 0 ? told : u"") +
+                   FormatText(LoadText(TextId::kHiddenCheckedStay, language), hidden);
+        }
+        parts.Tell(told);
+    }
+    static void RemoveRows(Parts& parts) {
+        const std::vector<uint32_t> rows = parts.view.HighlightedRows();
+        if (!rows.empty()) TakeOut(parts, rows, false);
+    }
+    template <RowMove kMove>
+    static void MoveRows(Parts& parts) {
+        parts.editor.MoveRows(parts.view.HighlightedRows(), kMove, parts.view.ShownRows());
     }
 
     static void FindReplace(Parts& parts) {
@@ -62,7 +106,9 @@ struct CMainDialog::Commands {
         StoreNumber(parts.Store(), kMainKey, setting::kLanguage,
                     chinese ? kCommandChinese : kCommandEnglish);
     }
-    static void Toggle(Parts& parts, const MenuToggle& toggle) {
+    static void Toggle(Parts& parts, const MenuToggle& toggle, bool atStart) {
+        const bool screen = toggle.id == kCommandCustomEnable && !atStart;
+        if (screen && !parts.menu.GetMenuState(toggle.id) && !parts.designs.MayEnable()) return;
         const bool on = parts.settings.Toggle(toggle);
         if (toggle.id == kCommandTopmost) SetTopmost(parts.window, on);
         if (toggle.id == kCommandShowNumberOrder) {
@@ -84,7 +130,21 @@ struct CMainDialog::Commands {
         {kCommandSelectAll, [](Parts& parts) { parts.editor.SelectAll(parts.view.ShownRows()); }},
         {kCommandSelectInverse,
          [](Parts& parts) { parts.editor.SelectInverse(parts.view.ShownRows()); }},
-        {kCommandRemove, [](Parts& parts) { parts.editor.Remove(); }},
+        {kCommandRemove, [](Parts& parts) { TakeOut(parts, parts.view.ShownRows(), true); }},
+        {kCommandRowsUp, MoveRows<RowMove::kUp>},
+        {kCommandRowsDown, MoveRows<RowMove::kDown>},
+        {kCommandRowsTop, MoveRows<RowMove::kTop>},
+        {kCommandRowsBottom, MoveRows<RowMove::kBottom>},
+        {kCommandRowsRemove, RemoveRows},
+        {kCommandFitCoolboy,
+         [](Parts& parts) {
+             const BoardType board = LoadBuildSettings(parts.Store()).CoolboyBoard();
+             parts.build.CheckFitting(board, parts.view.ShownRows());
+         }},
+        {kCommandFitCoolgirl,
+         [](Parts& parts) {
+             parts.build.CheckFitting(BoardType::kCoolgirl, parts.view.ShownRows());
+         }},
         {kCommandUndo, [](Parts& parts) { parts.editor.Undo(); }},
         {kCommandRedo, [](Parts& parts) { parts.editor.Redo(); }},
     };
@@ -93,11 +153,14 @@ struct CMainDialog::Commands {
         {kCommandOpen, [](Parts& parts) { parts.files.Open(); }},
         {kCommandLoad, [](Parts& parts) { parts.files.Load(); }},
         {kCommandSave, [](Parts& parts) { parts.files.Save(); }},
-        {kCommandBuildCoolboy, [](Parts& parts) { parts.build.BuildCoolboy(); }},
-        {kCommandBuildCoolgirl, [](Parts& parts) { parts.build.BuildCoolgirl(); }},
+        {kCommandBuildCoolboy, [](Parts& parts) { parts.build.BuildCoolboy(parts.files.Name()); }},
+        {kCommandBuildCoolgirl,
+         [](Parts& parts) { parts.build.BuildCoolgirl(parts.files.Name()); }},
         {kCommandExportInfo, [](Parts& parts) { parts.build.Export(); }},
         {kCommandExportSettings, ExportSettings},
         {kCommandExternMenuConfig, ExternMenuConfig},
+        {kCommandDesignOpen, [](Parts& parts) { parts.designs.Open(); }},
+        {kCommandDesignSave, [](Parts& parts) { parts.designs.Save(); }},
         {kCommandFindReplace, FindReplace},
         {kCommandFilter, [](Parts& parts) { parts.view.FocusFilter(); }},
         {kCommandStopTask, [](Parts& parts) { parts.tasks.StopAll(); }},
@@ -111,9 +174,15 @@ struct CMainDialog::Commands {
 
 std::vector<MessageEntry> CMainDialog::CommandEntries() {
     std::vector<MessageEntry> entries;
+    // `run` also gets whether the command only repeats a stored setting, if it wants to know.
     const auto add = [&](int id, auto run) {
-        const auto handler = [run](MessageTarget& target, MessageParam, MessageParam) {
-            run(*static_cast<CMainDialog&>(target).parts_);
+        const auto handler = [run](MessageTarget& target, MessageParam wParam, MessageParam) {
+            Parts& parts = *static_cast<CMainDialog&>(target).parts_;
+            if constexpr (std::is_invocable_v<decltype(run), Parts&, bool>) {
+                run(parts, (wParam & kCommandAtStart) != 0);
+            } else {
+                run(parts);
+            }
             return MessageResult{1};
         };
         entries.push_back({handler, kMessageCommand, id});
@@ -129,12 +198,14 @@ std::vector<MessageEntry> CMainDialog::CommandEntries() {
     for (const auto& [id, run] : Commands::kOthers)
         add(id, run);
     for (const MenuToggle& toggle : MenuToggles())
-        add(toggle.id, [&toggle](Parts& parts) { Commands::Toggle(parts, toggle); });
+        add(toggle.id,
+            [&toggle](Parts& parts, bool atStart) { Commands::Toggle(parts, toggle, atStart); });
     for (const MenuRadioGroup& group : MenuRadioGroups()) {
         for (const MenuRadio& entry : group.entries) {
             add(entry.id, [&group, &entry](Parts& parts) {
                 parts.settings.Choose(group, entry);
                 parts.SpaceChanged();
+                if (group.name == setting::kCoolboyType) parts.ShowBoard();
             });
         }
     }

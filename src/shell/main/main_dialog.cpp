@@ -72,7 +72,7 @@ void CMainDialog::ApplyTexts() {
     setWindowTitle(QtText(TextId::kProduct, language));
     parts_->qtTexts.SetLanguage(language);
     parts_->menu.SetLanguage(language);
-    parts_->buttons.SetLanguage(language, parts_->menu);
+    parts_->ShowBoard();
     parts_->view.SetLanguage(language);
     parts_->status.SetLanguage(language);
     parts_->tray.SetLanguage(language);

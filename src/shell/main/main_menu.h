@@ -30,6 +30,8 @@ class MainMenu {
     void EnableMenuItem(int id, bool enabled) { Entry(id).setEnabled(enabled); }
 
     void SetLanguage(Language language);
+    // In place of the text that its row has, until the next SetLanguage.
+    void SetEntryText(int id, const QString& text) { Entry(id).setText(text); }
 
   private:
     void AddEntry(QMenu& popup, const MenuRow& row);

@@ -1,6 +1,7 @@
 #include "shell/main/main_parts.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <chrono>
 
 #include "builder/resources.h"
@@ -35,7 +36,9 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
           [this](std::u16string_view reason) { Tell(reason); }),
       files(*this),
       find(*this),
-      build(*this) {
+      build(*this),
+      designs(*this, design),
+      drop(owner) {
     spaceTimer.setSingleShot(true);
     spaceTimer.setInterval(kSpaceDelay);
     watchTimer.setInterval(kWatchTime);
@@ -47,7 +50,17 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
         const std::filesystem::path path = PathFromQt(file);
         Dialogs().ShowInFileManager(select ? path : path.parent_path());
     });
-    connect(&view, &GameListView::FilesDropped, &window, [this](const QStringList& dropped) {
+    connect(&view, &GameListView::RemoveWanted, &window,
+            [this] { window.Send(kMessageCommand, kCommandRowsRemove); });
+    connect(&view, &GameListView::PlaceWanted, &window, [this](size_t before) {
+        if (RefusesWhileBusy(*this)) return;
+        if (view.EditActive()) window.Send(kMessageEndEdit);
+        editor.PlaceRows(view.HighlightedRows(), before);
+    });
+    for (QLineEdit* box : view.findChildren<QLineEdit*>())
+        drop.Watch(*box);
+    connect(&drop, &FileDrop::Hovering, &view, &GameListView::ShowDropFrame);
+    connect(&drop, &FileDrop::Dropped, &window, [this](const QStringList& dropped) {
         std::vector<std::filesystem::path> paths;
         for (const QString& file : dropped)
             paths.push_back(PathFromQt(file));
@@ -97,6 +110,17 @@ void CMainDialog::Parts::ShowList() {
     menu.EnableMenuItem(kCommandUndo, editor.CanUndo());
     menu.EnableMenuItem(kCommandRedo, editor.CanRedo());
     SpaceChanged();
+}
+
+void CMainDialog::Parts::ShowBoard() {
+    const Language language = CurrentLanguage();
+    const BoardType board = LoadBuildSettings(services.store).CoolboyBoard();
+    const bool mindkids = board == BoardType::kMindkids;
+    menu.SetEntryText(kCommandFitCoolboy, QtText(FitEntry(board), language));
+    menu.SetEntryText(
+        kCommandBuildCoolboy,
+        QtText(mindkids ? TextId::kBuildMindkidsEntry : TextId::kBuildCoolboyEntry, language));
+    buttons.SetLanguage(language, menu, board);
 }
 
 void CMainDialog::Parts::ShowSpace() {

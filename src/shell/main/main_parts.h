@@ -7,8 +7,10 @@
 
 #include "shell/dialogs/qt_user_dialogs.h"
 #include "shell/dialogs/rename_dialog.h"
+#include "shell/framework/file_drop.h"
 #include "shell/list/game_list_view.h"
 #include "shell/main/button_column.h"
+#include "shell/main/design_commands.h"
 #include "shell/main/main_dialog.h"
 #include "shell/main/main_menu.h"
 #include "shell/main/menu_settings.h"
@@ -38,10 +40,14 @@ class CMainDialog::Parts final : public ListHost {
     void ShowFound(bool found) override;
     void ShowSearchProblem(std::u16string_view text) override;
     void SetColumnWidths(const ColumnWidths& widths) override { view.SetWidths(widths); }
-    void Tell(std::u16string_view line) override { status.Tell(line); }
+    void Tell(std::u16string_view line, std::u16string_view details = {}) override {
+        status.Tell(line, details);
+    }
 
     // Everything that says something about the list as it is now.
     void ShowList();
+    // Everything that names the board of the first build button.
+    void ShowBoard();
     // The boards' space, a moment after the last call.
     void SpaceChanged() { spaceTimer.start(); }
 
@@ -77,6 +83,8 @@ class CMainDialog::Parts final : public ListHost {
     ListFiles files;
     FindCommands find;
     BuildCommands build;
+    DesignCommands designs;
+    FileDrop drop;
     QTimer spaceTimer;
     QTimer watchTimer;
 

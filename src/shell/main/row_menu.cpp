@@ -9,7 +9,7 @@ namespace bw {
 
 RowMenu::RowMenu(ListHost& host, const MainMenu& menu, GameListView& view) {
     setObjectName(QStringLiteral("row_menu"));
-    if (host.Editor().FindRow() < host.Editor().Games().size()) AddRowEntries(host, view);
+    if (host.Editor().FindRow() < host.Editor().Games().size()) AddRowEntries(host, menu, view);
     if (const size_t checked = CountChecked(host.Editor().Games()); checked > 0) {
         AddCheckedEntries(host, checked, menu);
     }
@@ -18,7 +18,7 @@ RowMenu::RowMenu(ListHost& host, const MainMenu& menu, GameListView& view) {
     addAction(&menu.Entry(kCommandRedo));
 }
 
-void RowMenu::AddRowEntries(ListHost& host, GameListView& view) {
+void RowMenu::AddRowEntries(ListHost& host, const MainMenu& menu, GameListView& view) {
     const Language language = host.CurrentLanguage();
     const size_t row = host.Editor().FindRow();
     const GameEntry& entry = host.Editor().Games()[row];
@@ -28,10 +28,17 @@ void RowMenu::AddRowEntries(ListHost& host, GameListView& view) {
               [&view] { view.EditSelected(ListColumn::kRemark); });
     const bool check = entry.checked == 0;
     addAction(QtText(check ? TextId::kCheckEntry : TextId::kUncheckEntry, language), this,
-              [&host, row, check] { host.Editor().SetChecked(row, check); });
+              [&host, row, check, rows = view.HighlightedRows()] {
+                  if (rows.size() < 2) return host.Editor().SetChecked(row, check);
+                  host.Editor().CheckExactly([check](const GameEntry&) { return check; }, rows);
+              });
     const std::filesystem::path file = AbsolutePath(TextPath(entry.path), host.Base());
     addAction(QtText(TextId::kShowInFolderEntry, language), this,
               [&host, file] { host.Dialogs().ShowInFileManager(file); });
+    addSeparator();
+    for (const int id : {kCommandRowsUp, kCommandRowsDown, kCommandRowsTop, kCommandRowsBottom,
+                         kCommandRowsRemove})
+        addAction(&menu.Entry(id));
 }
 
 void RowMenu::AddCheckedEntries(const ListHost& host, size_t checked, const MainMenu& menu) {

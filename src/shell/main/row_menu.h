@@ -9,14 +9,15 @@
 
 namespace bw {
 
-// What can be done with the row that is selected now, and with the checked ones. Entries of the
+// What can be done with the row that was clicked last, with all rows that are highlighted, and with
+// the checked ones. Entries of the
 // main menu stand in it too. All must live longer.
 class RowMenu : public QMenu {
   public:
     RowMenu(ListHost& host, const MainMenu& menu, GameListView& view);
 
   private:
-    void AddRowEntries(ListHost& host, GameListView& view);
+    void AddRowEntries(ListHost& host, const MainMenu& menu, GameListView& view);
     void AddCheckedEntries(const ListHost& host, size_t checked, const MainMenu& menu);
 
     QMenu checked_;

@@ -14,10 +14,12 @@ double Megabytes(uint64_t bytes) {
 }  // namespace
 
 bool IsOver(const BoardSpace& space) {
-    return space.usedBytes > space.limitBytes || space.games > space.gameLimit;
+    return space.usedBytes > space.limitBytes || space.games > space.gameLimit || space.unfit > 0;
 }
 
-std::u16string SpaceText(BoardType board, const BoardSpace& space, Language language) {
+namespace {
+
+std::u16string RoomText(BoardType board, const BoardSpace& space, Language language) {
     const std::u16string name = ToWide(BoardName(board));
     if (space.usedBytes > space.limitBytes) {
         return FormatText(LoadText(TextId::kMegabytesOver, language), name,
@@ -29,6 +31,14 @@ std::u16string SpaceText(BoardType board, const BoardSpace& space, Language lang
     }
     return FormatText(LoadText(TextId::kMegabytesFree, language), name,
                       Megabytes(space.limitBytes - space.usedBytes));
+}
+
+}  // namespace
+
+std::u16string SpaceText(BoardType board, const BoardSpace& space, Language language) {
+    const std::u16string room = RoomText(board, space, language);
+    if (space.unfit == 0) return room;
+    return FormatText(LoadText(TextId::kSpaceAndUnfit, language), room, space.unfit);
 }
 
 std::u16string SpaceDetails(BoardType board, const BoardSpace& space, Language language) {

@@ -67,8 +67,8 @@ void StatusLine::ShowCounts(size_t checked, size_t all) {
     Arrange();
 }
 
-void StatusLine::Tell(std::u16string_view line) {
-    told_.SetLine(ToQt(line));
+void StatusLine::Tell(std::u16string_view line, std::u16string_view details) {
+    told_.SetLine(ToQt(line), ToQt(details));
 }
 
 void StatusLine::ShowTask(const TaskProgress& progress, bool canStop) {

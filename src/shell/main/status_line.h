@@ -26,8 +26,8 @@ class StatusLine : public QFrame {
     void SetLanguage(Language language);
 
     void ShowCounts(size_t checked, size_t all);
-    // Stays until the next one.
-    void Tell(std::u16string_view line);
+    // Stays until the next one. `details` are for the mouse that rests on it.
+    void Tell(std::u16string_view line, std::u16string_view details = {});
     void ShowTask(const TaskProgress& progress, bool canStop);
     void EndTask();
     // The two boards that builds are for, in this order.

@@ -5,12 +5,17 @@
 
 #include "builder/build_driver.h"
 #include "builder/build_words.h"
+#include "builder/layout/board_space.h"
 #include "list/added_games.h"
+#include "shell/framework/texts.h"
 #include "shell/tasks/window_build_user.h"
 #include "support/paths.h"
+#include "support/text.h"
 
 namespace bw {
 namespace {
+
+constexpr std::u16string_view kUnnamed = u"multicart";
 
 // What a build or an export reads and makes. The task's thread alone uses it until it ends.
 struct Job {
@@ -47,6 +52,17 @@ std::u16string EndText(const Job& job) {
     return LoadText(TextId::kNoRomWritten, job.language);
 }
 
+// Shows the first game that the board can't run, and what to do about all of them.
+void ShowUnfit(ListHost& host, const Job& job, BoardType board) {
+    const Diagnostic& first = job.outcome.unfit.front();
+    if (first.place.row == 0 || first.place.row > host.Editor().Games().size()) return;
+    host.Editor().SetFindRow(first.place.row - 1);
+    host.ShowFound(true);
+    const std::u16string entry = FromQt(WithoutLetter(QtText(FitEntry(board), job.language)));
+    host.Tell(FormatText(LoadText(TextId::kRefusedAtRow, job.language), first.place.row,
+                         ToWide(BoardName(board)), entry));
+}
+
 std::u16string ExportEndText(const Job& job) {
     return LoadText(job.outcome.done ? TextId::kInfoExported : TextId::kExportIncomplete,
                     job.language);
@@ -54,15 +70,35 @@ std::u16string ExportEndText(const Job& job) {
 
 }  // namespace
 
-void BuildCommands::BuildCoolboy() {
-    Build(LoadBuildSettings(host_.Store()).CoolboyBoard());
+TextId FitEntry(BoardType board) {
+    switch (board) {
+        case BoardType::kCoolgirl:
+            return TextId::kFitCoolgirlEntry;
+        case BoardType::kMindkids:
+            return TextId::kFitMindkidsEntry;
+        default:
+            return TextId::kFitCoolboyEntry;
+    }
 }
 
-void BuildCommands::BuildCoolgirl() {
-    Build(BoardType::kCoolgirl);
+void BuildCommands::BuildCoolboy(std::u16string_view name) {
+    Build(LoadBuildSettings(host_.Store()).CoolboyBoard(), name);
 }
 
-void BuildCommands::Build(BoardType board) {
+void BuildCommands::BuildCoolgirl(std::u16string_view name) {
+    Build(BoardType::kCoolgirl, name);
+}
+
+void BuildCommands::CheckFitting(BoardType board, ListEditor::ShownRows shown) {
+    ListEditor& editor = host_.Editor();
+    const size_t all = shown ? shown->size() : editor.Games().size();
+    const size_t fitting = editor.CheckExactly(
+        [board](const GameEntry& entry) { return GameSpan(entry, board).has_value(); }, shown);
+    host_.Tell(FormatText(LoadText(TextId::kFittingChecked, host_.CurrentLanguage()), fitting,
+                          ToWide(BoardName(board)), all - fitting));
+}
+
+void BuildCommands::Build(BoardType board, std::u16string_view name) {
     BackgroundTasks& tasks = host_.Tasks();
     if (const auto problem =
             CheckBuildStart(host_.Editor().Games(), tasks.TaskBusy(), host_.CurrentLanguage())) {
@@ -76,16 +112,20 @@ void BuildCommands::Build(BoardType board) {
     const auto job = std::make_shared<Job>(host_);
     tasks.StartListTask(
         std::move(turn),
-        [job, board, sweep](TaskControl& control) {
+        [job, board, sweep,
+         name = std::u16string(name.empty() ? kUnnamed : name)](TaskControl& control) {
             if (sweep) RemoveAbandonedWorkFolders();
-            WindowBuildUser user(control, job->dialogs, job->language);
+            WindowBuildUser user(control, job->dialogs, job->language, name);
             // The build would clear the window's flag before the window has heard of its end, and
             // another task could slip in; the window's flag is the task's, this one the build's.
             std::atomic<bool> buildBusy = false;
             job->outcome = BuildRom(job->Context(user, WorkFolder()), board, buildBusy);
             job->stopped = user.Cancelled();
         },
-        [this, job] { host_.Tell(EndText(*job)); });
+        [this, job, board] {
+            host_.Tell(EndText(*job));
+            if (!job->outcome.unfit.empty()) ShowUnfit(host_, *job, board);
+        });
 }
 
 void BuildCommands::Export() {

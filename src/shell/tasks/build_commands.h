@@ -1,26 +1,35 @@
 // Build and export from the window.
 #pragma once
 
+#include <string_view>
+
 #include "rom/board_tables.h"
 #include "shell/tasks/list_host.h"
 
 namespace bw {
+
+// The entry of the menu that checks what this board runs.
+TextId FitEntry(BoardType board);
 
 class BuildCommands {
   public:
     explicit BuildCommands(ListHost& host) : host_(host) {}
 
     // Both refuse while a task runs or too many games are checked. They work on a snapshot of list
-    // and settings, in the language of the moment.
+    // and settings, in the language of the moment. Where the board can't run a game, the build ends
+    // with that game's row in sight. `name`, if not empty, is proposed for the ROM's file.
 
     // COOLBOY or MINDKIDS by the stored CoolboyType.
-    void BuildCoolboy();
-    void BuildCoolgirl();
+    void BuildCoolboy(std::u16string_view name = {});
+    void BuildCoolgirl(std::u16string_view name = {});
     // The same, but runs beside anything else.
     void Export();
 
+    // Checks the games (of the shown rows) that a board runs, and no other ones.
+    void CheckFitting(BoardType board, ListEditor::ShownRows shown);
+
   private:
-    void Build(BoardType board);
+    void Build(BoardType board, std::u16string_view name);
     ListHost& host_;
     bool sweptFolders_ = false;  // work folders of builds that were killed
 };

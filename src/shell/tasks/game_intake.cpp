@@ -32,8 +32,13 @@ void GameIntake::AddImages(std::span<const std::filesystem::path> files) {
     while (!files.empty() && !control_.Stop()) {
         const auto batch = files.first(std::min(kBatch, files.size()));
         control_.Progress({PathText(batch.front().filename()), filesDone_, filesInAll_});
-        GameList read = ReadAddedGames(batch, base_);
-        leftOut += batch.size() - read.size();
+        std::vector<std::filesystem::path> others;
+        GameList read = ReadAddedGames(batch, base_, &others);
+        std::error_code error;
+        for (std::filesystem::path& other : others) {
+            const bool folder = std::filesystem::is_directory(other, error);
+            (folder ? folders : leftOut).push_back(std::move(other));
+        }
         games.insert(games.end(), std::make_move_iterator(read.begin()),
                      std::make_move_iterator(read.end()));
         filesDone_ += batch.size();
@@ -49,7 +54,7 @@ FileResult<> GameIntake::AddList(const std::filesystem::path& file) {
     GameList read;
     const auto loaded = LoadListFile(file, base_, read, file.parent_path());
     if (!loaded) {
-        ++leftOut;
+        leftOut.push_back(file);
         return loaded.Problem();
     }
     if (loaded->announced > Room()) TellOverLimit();

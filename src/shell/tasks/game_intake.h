@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <functional>
 #include <span>
+#include <vector>
 
 #include "list/game_list.h"
 #include "shell/tasks/background_tasks.h"
@@ -28,8 +29,10 @@ class GameIntake {
 
     // What was read, in order.
     GameList games;
-    // Files that are neither an image nor a list, or can't be read.
-    size_t leftOut = 0;
+    // Files that are neither an image nor a list, or can't be read; and folders, which aren't
+    // opened.
+    std::vector<std::filesystem::path> leftOut;
+    std::vector<std::filesystem::path> folders;
 
   private:
     size_t Room() const;

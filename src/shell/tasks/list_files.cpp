@@ -1,5 +1,6 @@
 #include "shell/tasks/list_files.h"
 
+#include <algorithm>
 #include <iterator>
 #include <memory>
 #include <utility>
@@ -15,6 +16,8 @@ namespace {
 
 constexpr std::string_view kOpenFolder = "LastOpenDir";
 constexpr std::string_view kListFolder = "LastLoadDir";
+constexpr std::string_view kListName = "ListName";
+constexpr size_t kNamedFiles = 12;  // of those that a tip names
 
 // Shows on the window's thread that not all will fit.
 void WarnOfLimit(TaskControl& control, ListHost& host) {
@@ -23,6 +26,18 @@ void WarnOfLimit(TaskControl& control, ListHost& host) {
              FormatText(LoadText(TextId::kListCutToLimit, host.CurrentLanguage()), kListLimit));
         return true;
     });
+}
+
+// The files' names, line by line.
+std::u16string NamesOf(std::span<const std::filesystem::path> files, Language language) {
+    std::u16string names;
+    for (const auto& file : files.first(std::min(files.size(), kNamedFiles)))
+        names += (names.empty() ? u"" : u"\n") + PathText(file.filename());
+    if (files.size() > kNamedFiles) {
+        names +=
+            u"\n" + FormatText(LoadText(TextId::kAndMore, language), files.size() - kNamedFiles);
+    }
+    return names;
 }
 
 void TellStopped(ListHost& host) {
@@ -67,17 +82,26 @@ void ListFiles::Read(BackgroundTasks::Turn turn, std::function<void(Reading&)> r
         });
 }
 
-void ListFiles::Publish(Reading& reading, ListEditor::Appending how) {
+void ListFiles::Publish(Reading& reading, ListEditor::Appending how,
+                        const std::filesystem::path& list) {
     ListEditor& editor = host_.Editor();
     const size_t before = editor.Games().size();
     editor.Append(std::move(reading.intake.games), how);
     const Language language = host_.CurrentLanguage();
     const size_t added = editor.Games().size() - before;
     std::u16string line = FormatText(LoadText(TextId::kGamesAdded, language), added);
-    if (const size_t leftOut = reading.intake.leftOut; leftOut != 0) {
-        line += FormatText(LoadText(TextId::kFilesLeftOut, language), leftOut);
+    std::vector<std::filesystem::path>& leftOut = reading.intake.leftOut;
+    const std::vector<std::filesystem::path>& folders = reading.intake.folders;
+    if (!leftOut.empty()) {
+        line += FormatText(LoadText(TextId::kFilesLeftOut, language), leftOut.size());
     }
-    host_.Tell(line);
+    if (!folders.empty()) {
+        line += FormatText(LoadText(TextId::kFoldersLeftOut, language), folders.size());
+    }
+    leftOut.insert(leftOut.end(), folders.begin(), folders.end());
+    host_.Tell(line, NamesOf(leftOut, language));
+    // Games that come into a list don't change what it is.
+    if (added > 0 && (before == 0 || Name().empty())) StoreName(list);
 }
 
 bool ListFiles::RefusesFullList() {
@@ -111,13 +135,13 @@ void ListFiles::Load() {
     Read(
         std::move(turn),
         [file = *file](Reading& reading) { reading.list = reading.intake.AddList(file); },
-        [this](Reading& reading) {
+        [this, file = *file](Reading& reading) {
             if (!reading.list) {
                 host_.Tell(
                     FullText(ListDiagnostic(reading.list.Problem(), host_.CurrentLanguage())));
                 return;
             }
-            Publish(reading, {.reveal = false});
+            Publish(reading, {.reveal = false}, file);
         });
 }
 
@@ -134,10 +158,14 @@ void ListFiles::AddWaiting() {
         host_.Tasks().WhenFree([this] { AddWaiting(); });
         return;
     }
+    std::vector<std::filesystem::path> files = std::exchange(waiting_, {});
+    const auto found =
+        std::ranges::find_if(files, [](const auto& file) { return HasExtension(file, "fcl"); });
+    const std::filesystem::path list = found != files.end() ? *found : std::filesystem::path();
     Read(
         std::move(turn),
-        [files = std::exchange(waiting_, {})](Reading& reading) { reading.intake.AddFiles(files); },
-        [this](Reading& reading) { Publish(reading, {}); });
+        [files = std::move(files)](Reading& reading) { reading.intake.AddFiles(files); },
+        [this, list](Reading& reading) { Publish(reading, {}, list); });
 }
 
 void ListFiles::Save() {
@@ -163,6 +191,7 @@ void ListFiles::Save() {
         },
         [this, saving] {
             const Language language = host_.CurrentLanguage();
+            if (saving->saved) StoreName(saving->file);
             host_.Tell(saving->saved ? FormatText(LoadText(TextId::kListSaved, language),
                                                   PathText(saving->file))
                                      : ProblemText(saving->saved.Problem(), language));
@@ -196,6 +225,17 @@ bool ListFiles::SaveRemembered(const ColumnWidths& widths) {
     const std::string text = StoreRememberedList(host_.Editor().Games(), widths, host_.Base());
     return host_.Store().RegWriteBinary(
         kHistoryKey, kHistoryValue, {reinterpret_cast<const uint8_t*>(text.data()), text.size()});
+}
+
+std::u16string ListFiles::Name() const {
+    std::u16string name;
+    if (!host_.Editor().Games().empty()) host_.Store().RegReadString(kMainKey, kListName, name);
+    return name;
+}
+
+void ListFiles::StoreName(const std::filesystem::path& list) {
+    const std::u16string name = PathText(list.stem());
+    if (name != Name()) host_.Store().RegWriteString(kMainKey, kListName, name);
 }
 
 std::filesystem::path ListFiles::StoredFolder(std::string_view name) const {

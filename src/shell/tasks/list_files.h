@@ -25,6 +25,10 @@ class ListFiles {
     // end.
     void Add(std::vector<std::filesystem::path> files);
 
+    // What the list is called: the name of the file that it came from or went to last, without
+    // extension. Empty for games that were put together.
+    std::u16string Name() const;
+
     // At the start, on a background thread.
     void LoadRemembered();
     // At closing, on the window's thread. False if the list isn't stored. A list that
@@ -38,8 +42,10 @@ class ListFiles {
               std::function<void(Reading&)> finish);
     bool RefusesFullList();
     void AddWaiting();
-    // Appends what was read and tells how much it was.
-    void Publish(Reading& reading, ListEditor::Appending how);
+    // Appends what was read and tells how much it was. `list`: a list file among what was read.
+    void Publish(Reading& reading, ListEditor::Appending how,
+                 const std::filesystem::path& list = {});
+    void StoreName(const std::filesystem::path& list);
     std::filesystem::path StoredFolder(std::string_view name) const;
     void StoreFolderOf(std::string_view name, const std::filesystem::path& file);
 

@@ -29,11 +29,12 @@ class ListHost {
     virtual const std::filesystem::path& Base() const = 0;
 
     // The row that a search has found is FindRow now; or nothing was found and FindRow loses its
-    // mark.
+    // mark. Also for a row that a message is about.
     virtual void ShowFound(bool found) = 0;
     virtual void SetColumnWidths(const ColumnWidths& widths) = 0;
-    // A line for the status bar that stays until the next one: how a task ended.
-    virtual void Tell(std::u16string_view line) = 0;
+    // A line for the status bar that stays until the next one: how a task ended. `details` are for
+    // the mouse that rests on it.
+    virtual void Tell(std::u16string_view line, std::u16string_view details = {}) = 0;
     // What was wrong with a search or with its result, shown where the search is asked for; empty
     // takes it back.
     virtual void ShowSearchProblem(std::u16string_view text) { Tell(text); }

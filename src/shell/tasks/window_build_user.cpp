@@ -34,7 +34,8 @@ bool WindowBuildUser::AskYesNo(std::u16string_view text, std::u16string_view tit
 }
 
 std::optional<OutputChoice> WindowBuildUser::AskOutput(const std::filesystem::path& startFolder) {
-    return OnWindow([&dialogs = dialogs_, startFolder] { return dialogs.AskOutput(startFolder); },
+    return OnWindow([&dialogs = dialogs_, startFolder,
+                     name = name_] { return dialogs.AskOutput(startFolder, name); },
                     std::nullopt);
 }
 

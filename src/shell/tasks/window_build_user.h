@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "builder/input/build_user.h"
 #include "shell/dialogs/user_dialogs.h"
@@ -14,8 +15,10 @@ namespace bw {
 // shown any more, all questions are answered with no, and the build counts as cancelled.
 class WindowBuildUser : public BuildUser {
   public:
-    WindowBuildUser(TaskControl& control, UserDialogs& dialogs, Language language)
-        : control_(control), dialogs_(dialogs), language_(language) {}
+    // `name` is proposed for the ROM's file.
+    WindowBuildUser(TaskControl& control, UserDialogs& dialogs, Language language,
+                    std::u16string name = {})
+        : control_(control), dialogs_(dialogs), language_(language), name_(std::move(name)) {}
 
     Language UiLanguage() const override { return language_; }
     void Message(std::u16string_view text, std::u16string_view title, MessageKind kind) override;
@@ -37,6 +40,7 @@ class WindowBuildUser : public BuildUser {
     TaskControl& control_;
     UserDialogs& dialogs_;
     Language language_;
+    std::u16string name_;
     bool closed_ = false;
 };
 
