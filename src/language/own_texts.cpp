@@ -348,6 +348,25 @@ constexpr TextRow kRows[] = {
      u"UNIF 镜像，用于按名称识别卡带板的模拟器"},
     {kRomTypeBinary, u"Bare ROM data, for a flash chip programmer", u"纯 ROM 数据，用于闪存芯片烧录器"},
     {kCantShowFolder, u"No program here can show this folder:\n%s", u"没有可以显示此文件夹的程序：\n%s"},
+    // What the window tells of a list.
+    {kOnTheConsole, u"On the console", u"游戏机上显示"},
+    {kConsoleShows, u"The menu on the console shows\n%1", u"游戏机菜单中显示为\n%1"},
+    {kConsoleCuts,
+     u"The screen has no room for the rest of the name.",
+     u"屏幕宽度不足，其余部分不显示。"},
+    {kConsoleHasNoLetter,
+     u"A \"?\" stands for what the console has no letter for.",
+     u"“?”代表游戏机上没有的字符。"},
+    {kNumberInMenu, u"Number %1 in the menu", u"菜单中第 %1 项"},
+    {kCommaNumberInMenu, u", number %1 in the menu", u"，菜单中第 %1 项"},
+    {kCommaFileMissing, u", the file is missing", u"，文件缺失"},
+    {kFileMissing, u"The file is missing or can't be read:\n%1", u"文件不存在或无法读取：\n%1"},
+    {kEmptyList,
+     u"Drop games or lists here,\nor press %1 to open some.",
+     u"将游戏或列表拖放到此处，\n或按 %1 打开。"},
+    {kEmptyFilter,
+     u"No game has \"%1\" in its name, remark or path.\nEsc in the box above shows all games.",
+     u"没有游戏的名称、备注或路径包含“%1”。\n在上方的框中按 Esc 可显示全部游戏。"},
 };
 // clang-format on
 

@@ -428,6 +428,18 @@ enum class TextId {
     kRomTypeUnif,
     kRomTypeBinary,
     kCantShowFolder,
+
+    // What the window tells of a list.
+    kOnTheConsole = 11100,
+    kConsoleShows,
+    kConsoleCuts,
+    kConsoleHasNoLetter,
+    kNumberInMenu,
+    kCommaNumberInMenu,
+    kCommaFileMissing,
+    kFileMissing,
+    kEmptyList,
+    kEmptyFilter,
 };
 
 }  // namespace bw

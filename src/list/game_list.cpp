@@ -20,6 +20,17 @@ size_t CountChecked(const GameList& list) {
         std::ranges::count_if(list, [](const GameEntry& entry) { return entry.checked; }));
 }
 
+std::vector<uint32_t> Ordinals(const GameList& list) {
+    std::vector<uint32_t> ordinals;
+    ordinals.reserve(list.size());
+    uint32_t checkedAbove = 0;
+    for (const GameEntry& entry : list) {
+        ordinals.push_back(checkedAbove + 1);
+        checkedAbove += entry.checked ? 1 : 0;
+    }
+    return ordinals;
+}
+
 std::u16string DisplayName(const GameEntry& entry, size_t ordinal, size_t checkedCount,
                            const NumberSettings& settings, NameRules rules) {
     // With the number off, the point stands alone before the name. That is meant.

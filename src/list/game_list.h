@@ -17,11 +17,16 @@ using GameList = std::vector<GameEntry>;
 
 size_t CountChecked(const GameList& list);
 
+// For each row its ordinal (from 1) among the checked ones; for a row that isn't checked the one
+// that it would have.
+std::vector<uint32_t> Ordinals(const GameList& list);
+
 // How ordinals are put before names.
 struct NumberSettings {
     bool showNumberOrder = false;
     bool showNumberDot = false;
     bool showNumberFill = false;
+    bool operator==(const NumberSettings&) const = default;
 };
 
 // A built ROM always has the point behind the number; the designer's preview and the export follow

@@ -7,19 +7,21 @@ namespace {
 
 using enum ColumnAlignment;
 
+// All but the remark show in a window of 1120 pixels.
 constexpr std::array<ListColumnTraits, kListColumns> kTraits{{
-    {TextId::kNumber, 64, kRight, kRight},
-    {TextId::kFileName, 256, kLeft, kLeft},
-    {TextId::kPrgRom, 96, kRight, kRight},
-    {TextId::kChrRom, 96, kRight, kRight},
-    {TextId::kMapperNumber, 72, kRight, kRight},
-    {TextId::kMirroring, 72, kCentre, kCentre},
-    {TextId::kBatteryBacked, 90, kCentre, kCentre},
-    {TextId::kTrained, 50, kCentre, kCentre},
-    {TextId::kCoolboy, 32, kCentre, kCentre},
-    {TextId::kCoolgirl, 32, kCentre, kCentre},
+    {TextId::kNumber, 84, kRight, kRight},
+    {TextId::kFileName, 176, kLeft, kLeft},
+    {TextId::kPrgRom, 84, kRight, kRight},
+    {TextId::kChrRom, 84, kRight, kRight},
+    {TextId::kMapperNumber, 48, kRight, kRight},
+    {TextId::kMirroring, 50, kCentre, kCentre},
+    {TextId::kBatteryBacked, 50, kCentre, kCentre},
+    {TextId::kTrained, 42, kCentre, kCentre},
+    {TextId::kCoolboy, 34, kCentre, kCentre},
+    {TextId::kCoolgirl, 34, kCentre, kCentre},
     {TextId::kRemark, 256, kLeft, kLeft},
-    {TextId::kFilePath, 256, kLeft, kLeft},
+    {TextId::kFilePath, 150, kLeft, kLeft},
+    {TextId::kOnTheConsole, 160, kLeft, kLeft},
 }};
 
 // Right-aligned in at least `width` places, with `fill` before it. Rows are painted often, and
@@ -91,6 +93,8 @@ std::u16string CellText(const GameEntry& entry, size_t row, ListColumn column, L
             return Shown(entry.remark);
         case ListColumn::kPath:
             return Shown(entry.path);
+        case ListColumn::kConsole:
+            break;
     }
     return {};
 }

@@ -23,8 +23,16 @@ enum class ListColumn : int {
     kCoolgirl,
     kRemark,
     kPath,
+    kConsole,  // the name as the menu on the console shows it
 };
-inline constexpr size_t kListColumns = 12;
+inline constexpr size_t kListColumns = 13;
+
+// From left to right. The numbers above are those of stored widths and sorts.
+inline constexpr std::array<ListColumn, kListColumns> kColumnOrder{
+    ListColumn::kNumber,  ListColumn::kName,    ListColumn::kConsole,   ListColumn::kPrg,
+    ListColumn::kChr,     ListColumn::kMapper,  ListColumn::kMirroring, ListColumn::kBattery,
+    ListColumn::kTrainer, ListColumn::kCoolboy, ListColumn::kCoolgirl,  ListColumn::kPath,
+    ListColumn::kRemark};
 
 enum class ColumnAlignment { kLeft, kRight, kCentre };
 
@@ -40,7 +48,7 @@ const ListColumnTraits& TraitsOf(ListColumn column);
 inline constexpr size_t kCellTextLimit = 260;
 
 // The cell's text, at most kCellTextLimit units; `row` counts from 0. Everything about the image is
-// read out of the header here, nothing is stored.
+// read out of the header here, nothing is stored. Of kConsole it knows nothing: ConsoleLineOf does.
 std::u16string CellText(const GameEntry& entry, size_t row, ListColumn column, Language language);
 
 }  // namespace bw

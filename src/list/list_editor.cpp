@@ -154,7 +154,7 @@ void ListEditor::Click(size_t row, const RowClick& click, ShownRows shown) {
 }
 
 void ListEditor::Sort(ListColumn column) {
-    if (column == ListColumn::kNumber) return;
+    if (column == ListColumn::kNumber || column == ListColumn::kConsole) return;
     const int number = static_cast<int>(column);
     const SortOrder sort{number, number == sort_.column && !sort_.descending};
     std::optional<std::vector<uint32_t>> rows = SortedRows(games_, column, sort.descending);

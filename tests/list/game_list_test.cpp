@@ -1,7 +1,10 @@
 #include "list/game_list.h"
 
+#include <algorithm>
+
 #include <gmock/gmock.h>
 
+#include "list/console_name.h"
 #include "list/list_columns.h"
 #include "support/text.h"
 
@@ -52,6 +55,21 @@ TEST(DisplayNames, NumberTheCheckedEntriesWithoutGaps) {
     EXPECT_TRUE(names().empty());
 }
 
+TEST(ConsoleLine, IsWhatABuildPutsIntoTheMenu) {
+    const GameList list{Named(u"a"), Named(u"b", false), Named(u"c")};
+    EXPECT_THAT(Ordinals(list), ElementsAre(1, 2, 2));
+    const auto line = [](const char16_t* name, const ConsoleMenu& menu = {}) {
+        const ConsoleLine made = ConsoleLineOf(Named(name), 7, 12, menu);
+        return made.text + (made.cut ? " cut" : "") + (made.unknown ? " unknown" : "");
+    };
+    EXPECT_EQ(line(u"Pok\u00E9mon \u5168\u96C6 z{"), "POK?MON ?? Z{ unknown");
+    EXPECT_EQ(line(u"\u0080\u0081"), "\x80? unknown");
+    EXPECT_EQ(line(u"abcdefghijklmnopqrstuvwxyz"), "ABCDEFGHIJKLMNOPQRSTUVWXYZ");
+    EXPECT_EQ(line(u"abcdefghijklmnopqrstuvwxyz\u00E9"), "ABCDEFGHIJKLMNOPQRSTUVWXYZ cut");
+    EXPECT_EQ(line(u"abcdefghij", {{true, false, true}, 20}), "07.ABCDEFGHI cut");
+    EXPECT_EQ(line(u"ab", {{}, 99}), "A cut");  // a column is always left
+}
+
 TEST(ListColumns, CellsAndTitles) {
     GameEntry entry;
     entry.name = u"Name";
@@ -66,10 +84,13 @@ TEST(ListColumns, CellsAndTitles) {
         line += ToUtf8(CellText(entry, 41, column, Language::kEnglish)) + "|";
         titles += ToUtf8(LoadText(TraitsOf(column).titleId, Language::kEnglish)) + "|";
     }
-    EXPECT_EQ(line, "42|Name|511 (8176KB)|520 (4160KB)|4|V|Yes|Yes|NO|YES|Remark|/p.nes|");
+    EXPECT_EQ(line, "42|Name|511 (8176KB)|520 (4160KB)|4|V|Yes|Yes|NO|YES|Remark|/p.nes||");
     EXPECT_EQ(titles,
               "Number|File name|PRG ROM|CHR ROM|Mapper #|Mirroring|Battery-backed|Trained|COOLBOY|"
-              "COOLGIRL|Remark|File path|");
+              "COOLGIRL|Remark|File path|On the console|");
+    auto order = kColumnOrder;
+    std::ranges::sort(order);
+    EXPECT_EQ(std::ranges::adjacent_find(order), order.end()) << "a column twice, another not";
     EXPECT_EQ(CellText({}, 0, ListColumn::kPrg, Language::kEnglish), u" 0 (000KB)");
     entry.name.assign(300, u'x');
     EXPECT_EQ(CellText(entry, 0, ListColumn::kName, Language::kEnglish).size(), 260u);

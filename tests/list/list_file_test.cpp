@@ -163,12 +163,12 @@ std::span<const uint8_t> Bytes(std::string_view text) {
 TEST(RememberedList, ComesBackAsItWas) {
     const ImageFolder folder;
     folder.Write("a=b.nes", Header({1}));
-    const ColumnWidths widths{64, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 256};
+    const ColumnWidths widths{64, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 256, 9};
     const std::string text = StoreRememberedList(
         {Game(u"a=b.nes", u"a=b", u"", true), Game(u"/gone/游戏.nes", u"", u"游戏", false)}, widths,
         folder.Path());
     EXPECT_TRUE(text.starts_with("[history]\r\n00000_check=1\r\n")) << text;
-    EXPECT_TRUE(text.ends_with("\r\nlist_view_col_00010_width=0\r\nlist_view_col_00011_width=256"));
+    EXPECT_TRUE(text.ends_with("\r\nlist_view_col_00011_width=256\r\nlist_view_col_00012_width=9"));
 
     const RememberedList loaded = LoadRememberedList(Bytes(text), folder.Path());
     ASSERT_EQ(loaded.games.size(), 2u);
@@ -180,9 +180,9 @@ TEST(RememberedList, WidthsThatMakeNoSenseStayOut) {
     const RememberedList loaded = LoadRememberedList(
         Bytes("[list_view]\r\nlist_view_col_00000_width=-1\r\nlist_view_col_00001_width=wide\r\n"
               "list_view_col_00002_width=4294967295\r\nlist_view_col_00003_width=2147483647\r\n"
-              "list_view_col_00004_width=80\r\nlist_view_col_00012_width=9"),
+              "list_view_col_00004_width=80\r\nlist_view_col_00013_width=9"),
         "/");
-    EXPECT_THAT(loaded.widths, testing::ElementsAre(0, 0, 0, 8192, 80, 0, 0, 0, 0, 0, 0, 0));
+    EXPECT_THAT(loaded.widths, testing::ElementsAre(0, 0, 0, 8192, 80, 0, 0, 0, 0, 0, 0, 0, 0));
 }
 
 TEST(RememberedList, TakesWhatTheListHoldsOfALongText) {

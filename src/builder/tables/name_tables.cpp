@@ -6,16 +6,16 @@
 #include <vector>
 
 #include "builder/tables/generated_text.h"
-#include "list/game_list.h"
+#include "list/console_name.h"
 #include "support/files.h"
 #include "support/text.h"
 
 namespace bw {
 namespace {
 
-constexpr uint32_t kScreenWidth = 32;    // columns
-constexpr uint32_t kBytesPerName = 3;    // length byte and pointer
-constexpr char16_t kLastKeptCode = 128;  // 128 itself stays
+constexpr uint32_t kBytesPerName = 3;  // length byte and pointer
+constexpr unsigned char kTwoBytes =
+    128;  // the one code of a console name that UTF-8 has two bytes for
 constexpr TableNames kNames{"game_name", "game_name_begin", "game_name_list"};
 constexpr TableFiles kFiles{"game_list_", "game_list_bank.asm", "game_list_bank_index", 16};
 
@@ -23,7 +23,7 @@ constexpr TableFiles kFiles{"game_list_", "game_list_bank.asm", "game_list_bank_
 std::string FileText(const std::string& name) {
     std::string text;
     for (const char c : name) {
-        if (static_cast<unsigned char>(c) == kLastKeptCode) {
+        if (static_cast<unsigned char>(c) == kTwoBytes) {
             text += "\xC2\x80";
         } else {
             text += c;
@@ -49,11 +49,11 @@ std::string BankText(const TableBanks::Bank& bank, std::span<const std::string> 
 
 // Cuts the names to the screen and deals them to banks.
 TableBanks PackNames(std::vector<std::string>& names, uint32_t nameColumn) {
+    const uint32_t room = ConsoleRoom(nameColumn);
     TableBankPacker packer;
     for (std::string& name : names) {
         const auto length = static_cast<uint32_t>(name.size());
-        const uint32_t cut =
-            length + nameColumn > kScreenWidth ? kScreenWidth - nameColumn : length;
+        const uint32_t cut = std::min(length, room);
         if (packer.Overflows(cut + kBytesPerName)) {
             packer.Add(length + kBytesPerName);
         } else {
@@ -65,15 +65,6 @@ TableBanks PackNames(std::vector<std::string>& names, uint32_t nameColumn) {
 }
 
 }  // namespace
-
-std::string ConsoleName(std::u16string_view name) {
-    std::string result;
-    result.reserve(name.size());
-    for (const char16_t unit : name) {
-        result += static_cast<char>(unit > kLastKeptCode ? u'?' : AsciiUpper(unit));
-    }
-    return result;
-}
 
 FileResult<> GenerateNameTables(std::span<const std::u16string> names,
                                 const std::filesystem::path& folder,
@@ -96,7 +87,7 @@ FileResult<> GenerateNameTables(std::span<const std::u16string> names,
         texts.push_back(ConsoleName(name));
         if (removal) texts.back() = std::regex_replace(texts.back(), *removal, "");
     }
-    const TableBanks banks = PackNames(texts, std::min(options.nameColumn, kScreenWidth - 1));
+    const TableBanks banks = PackNames(texts, options.nameColumn);
     bankCount = static_cast<uint32_t>(banks.banks.size());
 
     FileResult<> tables = WriteTable(

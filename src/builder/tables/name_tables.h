@@ -17,9 +17,6 @@ struct NameTableOptions {
     TableWriteOptions files;
 };
 
-// A display name in the console's alphabet: capitals, '?' for units above 128.
-std::string ConsoleName(std::u16string_view name);
-
 // game_list_0.asm to game_list_F.asm, game_list_bank.asm and game_title.asm. `bankCount` receives
 // the number of banks, also when files fail; it keeps its value if `names` is empty or the pattern
 // isn't valid, of which no table can be made.

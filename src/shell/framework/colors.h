@@ -17,4 +17,12 @@ bool DarkTheme();
 // The colour itself, or with a dark theme one of the same hue that light text can be read on.
 QColor ThemedColor(const QColor& light);
 
+// The one colour of what stands out: the marks of checked rows, the buttons that build. As a ground
+// it takes the text colour below; texts of its own would be too pale on coloured grounds.
+QColor AccentColor();
+QColor TextOnAccent();
+// What can't work: a text that can be read on the rows' colours, and a ground of its own.
+QColor WarningText();
+QColor WarningGround();
+
 }  // namespace bw

@@ -13,20 +13,48 @@ QString SpanLine(const QString& boards, const GameEntry& entry, BoardType board,
     return QtText(TextId::kBoardsTakeKilobytes, language).arg(boards).arg(*bytes / 1024);
 }
 
+QString SpanTip(const GameEntry& entry, Language language) {
+    if (!entry.checked) return {};
+    return SpanLine(QStringLiteral("COOLBOY, MINDKIDS"), entry, BoardType::kCoolboy, language) +
+           QLatin1Char('\n') +
+           SpanLine(QStringLiteral("COOLGIRL"), entry, BoardType::kCoolgirl, language);
+}
+
+QString ConsoleTip(const GameListModel& model, int viewRow) {
+    const Language language = model.UiLanguage();
+    const ConsoleLine line = model.LineOnConsole(viewRow);
+    QString tip = QtText(TextId::kConsoleShows, language).arg(QString::fromLatin1(line.text));
+    if (line.cut) tip += QLatin1Char('\n') + QtText(TextId::kConsoleCuts, language);
+    if (line.unknown) tip += QLatin1Char('\n') + QtText(TextId::kConsoleHasNoLetter, language);
+    return tip;
+}
+
+QString FileTip(const GameEntry& entry, Language language) {
+    if (entry.headerRead) return {};
+    return QtText(TextId::kFileMissing, language).arg(ToQt(entry.path));
+}
+
 }  // namespace
 
-QString CellTip(const GameEntry& entry, ListColumn column, Language language) {
+QString CellTip(const GameListModel& model, int viewRow, ListColumn column) {
+    const GameEntry& entry = *model.EntryAt(viewRow);
+    const Language language = model.UiLanguage();
     switch (column) {
+        case ListColumn::kNumber: {
+            const std::optional<size_t> number = model.NumberInMenu(viewRow);
+            return number ? QtText(TextId::kNumberInMenu, language).arg(*number) : QString();
+        }
         case ListColumn::kCoolboy:
         case ListColumn::kCoolgirl:
             return ToQt(WhyUnfit(entry, language));
         case ListColumn::kPrg:
         case ListColumn::kChr:
-            if (!entry.checked) return {};
-            return SpanLine(QStringLiteral("COOLBOY, MINDKIDS"), entry, BoardType::kCoolboy,
-                            language) +
-                   QLatin1Char('\n') +
-                   SpanLine(QStringLiteral("COOLGIRL"), entry, BoardType::kCoolgirl, language);
+            return SpanTip(entry, language);
+        case ListColumn::kConsole:
+            return ConsoleTip(model, viewRow);
+        case ListColumn::kName:
+        case ListColumn::kPath:
+            return FileTip(entry, language);
         default:
             return {};
     }

@@ -1,15 +1,15 @@
-// What a tooltip says of a cell.
+// What a cell tells beside its text: why a board can't run the game, how much space it takes, how
+// its name stands on the console, where its file should be.
 #pragma once
 
 #include <QString>
 
-#include "language/language.h"
-#include "list/list_columns.h"
+#include "shell/list/game_list_model.h"
 
 namespace bw {
 
-// On the board columns why a game doesn't run on both; on the size columns what a checked game
-// adds to each. Empty if there is nothing to say.
-QString CellTip(const GameEntry& entry, ListColumn column, Language language);
+// For a row inside the list; empty where there is nothing more to say. Plain text; may have several
+// lines.
+QString CellTip(const GameListModel& model, int viewRow, ListColumn column);
 
 }  // namespace bw

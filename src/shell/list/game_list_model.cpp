@@ -6,7 +6,6 @@
 #include "shell/framework/texts.h"
 
 namespace bw {
-namespace {
 
 Qt::Alignment QtAlignment(ColumnAlignment alignment) {
     switch (alignment) {
@@ -20,15 +19,21 @@ Qt::Alignment QtAlignment(ColumnAlignment alignment) {
     return Qt::AlignLeft | Qt::AlignVCenter;
 }
 
-}  // namespace
-
 GameListModel::GameListModel(ListEditor& editor, Language language)
-    : editor_(editor), language_(language), count_(static_cast<int>(editor.Games().size())) {}
+    : editor_(editor), language_(language), count_(static_cast<int>(editor.Games().size())) {
+    CountChecks();
+}
 
 void GameListModel::SetLanguage(Language language) {
     language_ = language;
     TellChanged();
     emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+}
+
+void GameListModel::SetConsoleMenu(const ConsoleMenu& menu) {
+    if (menu == menu_) return;
+    menu_ = menu;
+    TellChanged();
 }
 
 void GameListModel::SetFilter(std::u16string text) {
@@ -44,9 +49,15 @@ ListEditor::ShownRows GameListModel::ShownRows() const {
 
 void GameListModel::Refresh(ListChange change) {
     if (change == ListChange::kNothing) return;
+    if (change >= ListChange::kChecks) CountChecks();
     if (change >= ListChange::kTexts && !filter_.empty()) shown_ = editor_.RowsWith(filter_);
     FitCount();
     TellChanged();
+}
+
+void GameListModel::CountChecks() {
+    ordinals_ = Ordinals(editor_.Games());
+    checkedCount_ = bw::CountChecked(editor_.Games());
 }
 
 void GameListModel::FitCount() {
@@ -93,6 +104,35 @@ const GameEntry* GameListModel::EntryAt(int viewRow) const {
     return row < editor_.Games().size() ? &editor_.Games()[row] : nullptr;
 }
 
+QString GameListModel::Text(int viewRow, ListColumn column) const {
+    const GameEntry* entry = EntryAt(viewRow);
+    if (entry == nullptr) return {};
+    if (column == ListColumn::kConsole) return QString::fromLatin1(LineOnConsole(viewRow).text);
+    return ToQt(CellText(*entry, ListRow(viewRow), column, language_));
+}
+
+ConsoleLine GameListModel::LineOnConsole(int viewRow) const {
+    const size_t row = ListRow(viewRow);
+    const GameEntry& entry = editor_.Games()[row];
+    return ConsoleLineOf(entry, ordinals_[row], checkedCount_ + (entry.checked ? 0 : 1), menu_);
+}
+
+std::optional<size_t> GameListModel::NumberInMenu(int viewRow) const {
+    const GameEntry* entry = EntryAt(viewRow);
+    if (entry == nullptr || !entry->checked) return std::nullopt;
+    return ordinals_[ListRow(viewRow)];
+}
+
+QString GameListModel::SpokenState(int viewRow) const {
+    QString words;
+    if (const auto number = NumberInMenu(viewRow)) {
+        words = QtText(TextId::kCommaChecked, language_) +
+                QtText(TextId::kCommaNumberInMenu, language_).arg(*number);
+    }
+    if (!EntryAt(viewRow)->headerRead) words += QtText(TextId::kCommaFileMissing, language_);
+    return words;
+}
+
 int GameListModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : count_;
 }
@@ -105,18 +145,14 @@ QVariant GameListModel::data(const QModelIndex& index, int role) const {
     const GameEntry* entry = EntryAt(index.row());
     if (entry == nullptr) return {};
     const auto column = static_cast<ListColumn>(index.column());
-    const auto text = [&] {
-        return ToQt(CellText(*entry, ListRow(index.row()), column, language_));
-    };
     switch (role) {
         case Qt::DisplayRole:
-            return text();
+            return Text(index.row(), column);
         case Qt::AccessibleTextRole: {
             // Several of the columns say yes or no: the title says to what.
             const QString title = QtText(TraitsOf(column).titleId, language_);
-            const QString checked = QtText(TextId::kCommaChecked, language_);
-            const bool tellCheck = column == ListColumn::kNumber && entry->checked;
-            return title + QStringLiteral(": ") + text() + (tellCheck ? checked : QString());
+            const QString text = title + QStringLiteral(": ") + Text(index.row(), column);
+            return column == ListColumn::kNumber ? text + SpokenState(index.row()) : text;
         }
         case Qt::TextAlignmentRole:
             return static_cast<int>(QtAlignment(TraitsOf(column).cell));

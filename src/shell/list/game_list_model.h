@@ -9,9 +9,13 @@
 #include <vector>
 
 #include "language/language.h"
+#include "list/console_name.h"
 #include "list/list_editor.h"
 
 namespace bw {
+
+// Of a column's title or cells.
+Qt::Alignment QtAlignment(ColumnAlignment alignment);
 
 // A view's row is a place among the shown rows; a list's row is a place in the whole list, which is
 // what the first column says and what the editor's operations take.
@@ -23,6 +27,8 @@ class GameListModel : public QAbstractTableModel {
 
     Language UiLanguage() const { return language_; }
     void SetLanguage(Language language);
+    // How the menu is to look, for the column of its names.
+    void SetConsoleMenu(const ConsoleMenu& menu);
 
     // An empty text shows all rows.
     void SetFilter(std::u16string text);
@@ -41,6 +47,16 @@ class GameListModel : public QAbstractTableModel {
     // Null behind the list's end. Until the next change of the list.
     const GameEntry* EntryAt(int viewRow) const;
 
+    // The cell's text; empty behind the list's end.
+    QString Text(int viewRow, ListColumn column) const;
+    // As the menu shows the row, or would if it were checked. For a row inside the list.
+    ConsoleLine LineOnConsole(int viewRow) const;
+    // The row's number in the menu, from 1; nothing for a row that isn't checked.
+    std::optional<size_t> NumberInMenu(int viewRow) const;
+    size_t CheckedCount() const { return checkedCount_; }
+    // Of the whole list.
+    size_t ListSize() const { return editor_.Games().size(); }
+
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -51,6 +67,9 @@ class GameListModel : public QAbstractTableModel {
 
   private:
     void FitCount();
+    void CountChecks();
+    // The check, the number in the menu and the missing file, for assistive programs.
+    QString SpokenState(int viewRow) const;
     void TellChanged();
 
     ListEditor& editor_;
@@ -58,6 +77,9 @@ class GameListModel : public QAbstractTableModel {
     std::u16string filter_;
     std::optional<std::vector<uint32_t>> shown_;
     int count_ = 0;  // rows that the views know of
+    ConsoleMenu menu_;
+    std::vector<uint32_t> ordinals_;  // of all rows of the list, also of the hidden ones
+    size_t checkedCount_ = 0;
 };
 
 }  // namespace bw

@@ -1,6 +1,7 @@
 #include "shell/list/game_list_view.h"
 
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -41,9 +42,12 @@ class GameListView::Parts {
     void Connect();
     void SetLanguage(Language language);
     void ShowState();
+    void ShowEmptyNote();
     void Filter(const QString& text);
     void BeginEdit(int viewRow, ListColumn column);
     void PlaceEditor();
+    // Back to what was in view before the editor's column was brought there.
+    void GiveViewBack();
     void FollowEdit(ListChange change);
     void Highlight(const ListResult& result);
     void TellFolder(int viewRow, bool select);
@@ -61,6 +65,10 @@ class GameListView::Parts {
     size_t editRow_ = 0;
     int editColumn_ = kEditName;
     GameEntry editEntry_;  // texts of editRow_ when the editing began
+    // The table's place when the editing began, and the one that it went to for the column.
+    int placeBefore_ = 0;
+    int placeOfEdit_ = 0;
+    bool known_ = false;  // the list was told of once: until then it may be on its way
 };
 
 void GameListView::Parts::Connect() {
@@ -90,20 +98,36 @@ void GameListView::Parts::SetLanguage(Language language) {
     model_.SetLanguage(language);
     filter_.SetLanguage(language);
     table_.setAccessibleName(QtText(TextId::kGames, language));
+    ShowEmptyNote();
 }
 
 void GameListView::Parts::ShowState() {
     const auto rows = static_cast<size_t>(model_.rowCount());
     filter_.SetCounts(rows, editor_.Games().size());
+    table_.FitNumbers();
+    ShowEmptyNote();
     // Titles that don't sort get no arrow, though a click on them counts as a sort.
     const int column = editor_.SortColumn();
     const bool sorts = column > static_cast<int>(ListColumn::kNumber) &&
                        column != static_cast<int>(ListColumn::kCoolgirl) &&
-                       column != static_cast<int>(ListColumn::kRemark);
+                       column != static_cast<int>(ListColumn::kRemark) &&
+                       column != static_cast<int>(ListColumn::kConsole);
     QHeaderView& header = *table_.horizontalHeader();
     header.setSortIndicatorShown(sorts);
     header.setSortIndicator(sorts ? column : -1,
                             editor_.SortDescending() ? Qt::DescendingOrder : Qt::AscendingOrder);
+}
+
+void GameListView::Parts::ShowEmptyNote() {
+    QString note;
+    if (known_ && !editor_.Games().empty()) {
+        note = QtText(TextId::kEmptyFilter, model_.UiLanguage()).arg(ToQt(model_.Filter()));
+    } else if (known_) {
+        const QKeySequence open(QStringLiteral("Ctrl+O"));
+        note = QtText(TextId::kEmptyList, model_.UiLanguage())
+                   .arg(open.toString(QKeySequence::NativeText));
+    }
+    table_.SetEmptyNote(note);
 }
 
 void GameListView::Parts::Filter(const QString& text) {
@@ -130,7 +154,9 @@ void GameListView::Parts::BeginEdit(int viewRow, ListColumn column) {
     editColumn_ = remark ? kEditRemark : kEditName;
     editEntry_ = *entry;
     table_.RevealRow(viewRow);
+    placeBefore_ = table_.horizontalScrollBar()->value();
     table_.RevealColumn(column);
+    placeOfEdit_ = table_.horizontalScrollBar()->value();
     cell_.setAccessibleName(QtText(TraitsOf(column).titleId, model_.UiLanguage()));
     cell_.Begin(ToQt(remark ? entry->remark : entry->name));
     PlaceEditor();
@@ -141,6 +167,11 @@ void GameListView::Parts::PlaceEditor() {
     const bool remark = editColumn_ == kEditRemark;
     cell_.Place(table_.CellRect(model_.ViewRow(editRow_),
                                 remark ? ListColumn::kRemark : ListColumn::kName));
+}
+
+void GameListView::Parts::GiveViewBack() {
+    QScrollBar& bar = *table_.horizontalScrollBar();
+    if (bar.value() == placeOfEdit_) bar.setValue(placeBefore_);
 }
 
 // Rows that move end the editing; its text goes to the row that it was begun on, wherever that is
@@ -154,6 +185,7 @@ void GameListView::Parts::FollowEdit(ListChange change) {
         if (found == games.end()) {
             editActive_ = false;
             cell_.Close();
+            GiveViewBack();
             return;
         }
         editRow_ = static_cast<size_t>(found - games.begin());
@@ -204,6 +236,7 @@ void GameListView::SetLanguage(Language language) {
 }
 
 void GameListView::Apply(const ListResult& result) {
+    parts_->known_ = true;
     parts_->FollowEdit(result.change);
     parts_->model_.Refresh(result.change);
     parts_->Highlight(result);
@@ -223,6 +256,10 @@ std::vector<uint32_t> GameListView::HighlightedRows() const {
 
 void GameListView::ShowDropFrame(bool shown) {
     parts_->table_.ShowDropFrame(shown);
+}
+
+void GameListView::SetConsoleMenu(const ConsoleMenu& menu) {
+    parts_->model_.SetConsoleMenu(menu);
 }
 
 ColumnWidths GameListView::Widths() const {
@@ -279,6 +316,7 @@ void GameListView::StoreEdit() {
     if (!parts.editActive_) return;
     parts.editActive_ = false;
     parts.cell_.Close();
+    parts.GiveViewBack();
     const std::u16string text = FromQt(parts.cell_.text());
     if (parts.editColumn_ == kEditRemark) {
         parts.editor_.SetRemark(parts.editRow_, text);

@@ -1,4 +1,4 @@
-// The list of games as the user sees it: twelve columns, check squares, in-place editing, a filter
+// The list of games as the user sees it: its columns, check squares, in-place editing, a filter
 // box. It shows a ListEditor's list without a copy and turns mouse and keys into its operations;
 // what came of them it hears from the editor's listener.
 #pragma once
@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "language/language.h"
+#include "list/console_name.h"
 #include "list/list_editor.h"
 #include "list/remembered_list.h"
 
@@ -23,6 +24,8 @@ class GameListView : public QWidget {
     ~GameListView() override;
 
     void SetLanguage(Language language);
+    // How the menu is to look, for the column of its names.
+    void SetConsoleMenu(const ConsoleMenu& menu);
 
     // Brings the view up to date after an operation of the editor, whoever called it.
     void Apply(const ListResult& result);

@@ -7,6 +7,7 @@
 #include <QToolTip>
 #include <algorithm>
 
+#include "shell/framework/colors.h"
 #include "shell/framework/texts.h"
 #include "shell/list/cell_tips.h"
 #include "shell/list/list_header.h"
@@ -18,6 +19,8 @@ constexpr int kNarrowest = 16;  // of columns, in pixels
 constexpr int kWidest = 4096;
 constexpr int kDropFrame = 3;
 constexpr int kGapLine = 3;
+constexpr int kNoteMargin = 16;    // beside the note of an empty list
+constexpr qreal kNoteSize = 1.25;  // of the list's font
 
 }  // namespace
 
@@ -50,7 +53,14 @@ void GameTable::SetUpHeaders() {
     QHeaderView& header = *horizontalHeader();
     header.setMinimumSectionSize(kNarrowest);
     header.setMaximumSectionSize(kWidest);
-    connect(&header, &QHeaderView::sectionResized, this, &GameTable::CellsMoved);
+    connect(&header, &QHeaderView::sectionResized, this, [this](int column) {
+        if (column == static_cast<int>(ListColumn::kNumber)) FitNumbers();
+        emit CellsMoved();
+    });
+    for (int place = 0; place < header.count(); ++place) {
+        const auto column = static_cast<int>(kColumnOrder[static_cast<size_t>(place)]);
+        header.moveSection(header.visualIndex(column), place);
+    }
     // The widths are those of a screen of 96 dots per inch. Qt's own scaling is in its pixels
     // already; what is left are desktops that ask for larger fonts alone.
     for (int column = 0; column < model_.columnCount(); ++column) {
@@ -123,6 +133,26 @@ void GameTable::SetFocusColumn(ListColumn column) {
     RevealColumn(column);
 }
 
+void GameTable::MoveFocusColumn(bool right) {
+    const QHeaderView& header = *horizontalHeader();
+    const int place = header.visualIndex(static_cast<int>(FocusColumn())) + (right ? 1 : -1);
+    if (place < 0 || place >= header.count()) return;
+    SetFocusColumn(static_cast<ListColumn>(header.logicalIndex(place)));
+}
+
+void GameTable::FitNumbers() {
+    const int number = static_cast<int>(ListColumn::kNumber);
+    const int needed = painter_.NumberWidth(*this);
+    if (columnWidth(number) < needed) setColumnWidth(number, needed);
+}
+
+void GameTable::SetEmptyNote(const QString& note) {
+    if (note == emptyNote_) return;
+    emptyNote_ = note;
+    setAccessibleDescription(note);
+    viewport()->update();
+}
+
 void GameTable::Deselect() {
     anchor_ = 0;
     setCurrentIndex({});
@@ -159,10 +189,10 @@ QString GameTable::TipAt(const QModelIndex& index) const {
     const GameEntry* entry = model_.EntryAt(index.row());
     if (!index.isValid() || entry == nullptr) return {};
     const auto column = static_cast<ListColumn>(index.column());
-    QString tip = CellTip(*entry, column, model_.UiLanguage());
+    QString tip = CellTip(model_, index.row(), column);
     if (tip.isEmpty()) {
         const QString text = model_.data(index, Qt::DisplayRole).toString();
-        const int room = RowPainter::TextPlace(visualRect(index), column).width();
+        const int room = painter_.TextPlace(visualRect(index), index, fontMetrics()).width();
         if (fontMetrics().horizontalAdvance(text) > room) tip = text;
     }
     // Names may look like markup; and only markup is wrapped.
@@ -192,6 +222,15 @@ void GameTable::PaintFocus(QPainter& painter) const {
     painter.drawRect(cell.adjusted(1, 1, -2, -2));
 }
 
+void GameTable::PaintEmptyNote(QPainter& painter) const {
+    QFont large = font();
+    large.setPointSizeF(large.pointSizeF() * kNoteSize);
+    painter.setFont(large);
+    painter.setPen(palette().color(QPalette::Text));
+    const QRect room = viewport()->rect().adjusted(kNoteMargin, 0, -kNoteMargin, 0);
+    painter.drawText(room, Qt::AlignCenter | Qt::TextWordWrap, emptyNote_);
+}
+
 void GameTable::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
     QPainter painter(viewport());
@@ -202,8 +241,9 @@ void GameTable::paintEvent(QPaintEvent* event) {
         painter.fillRect(0, std::max(0, line), viewport()->width(), kGapLine,
                          palette().color(QPalette::Highlight));
     }
+    if (model_.rowCount() == 0) PaintEmptyNote(painter);
     if (dropping_) {
-        painter.setPen(QPen(palette().color(QPalette::Highlight), 2 * kDropFrame));
+        painter.setPen(QPen(AccentColor(), 2 * kDropFrame));
         painter.drawRect(viewport()->rect());
     }
 }
@@ -222,7 +262,7 @@ void GameTable::changeEvent(QEvent* event) {
             [[fallthrough]];
         case QEvent::PaletteChange:
         case QEvent::ThemeChange:
-            painter_.RenewColors();
+            painter_.RenewLook();
             viewport()->update();
             break;
         default:

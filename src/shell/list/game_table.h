@@ -36,6 +36,8 @@ class GameTable : public QTableView {
     void ExtendTo(int viewRow) { SelectRange(anchor_, viewRow); }
     // One more.
     void AddRow(int viewRow);
+    // To the column at the right of it, or at the left.
+    void MoveFocusColumn(bool right);
     void Deselect();
 
     // A line above this row, or below the last one; or none.
@@ -46,7 +48,11 @@ class GameTable : public QTableView {
     // Scrolls no further than it takes.
     void RevealRow(int viewRow);
     void RevealColumn(ListColumn column);
+    // Makes the first column as wide as its numbers need.
+    void FitNumbers();
     int RowsPerPage() const;
+    // What stands in place of rows where there are none.
+    void SetEmptyNote(const QString& note);
     // On the viewport, whether in view or not; empty for a row that isn't shown.
     QRect CellRect(std::optional<int> viewRow, ListColumn column) const;
 
@@ -65,11 +71,13 @@ class GameTable : public QTableView {
     void FitRows();
     QString TipAt(const QModelIndex& index) const;
     void PaintFocus(QPainter& painter) const;
+    void PaintEmptyNote(QPainter& painter) const;
 
     GameListModel& model_;
     RowPainter painter_;
     int anchor_ = 0;
     std::optional<int> gap_;
+    QString emptyNote_;
     bool dropping_ = false;
 };
 

@@ -5,6 +5,8 @@
 #include <QStyleOptionHeader>
 #include <algorithm>
 
+#include "shell/framework/colors.h"
+
 namespace bw {
 namespace {
 
@@ -13,6 +15,7 @@ constexpr qreal kSmallInOneLine = 0.75;
 constexpr qreal kLargeInTwoLines = 0.8;
 constexpr qreal kSmallest = 0.55;
 constexpr int kMargin = 2;  // beside a title, in pixels
+constexpr int kArrow = 4;   // the height of a sort's arrow, over the title
 
 // Split at a blank or behind a hyphen, else in the middle.
 QStringList InTwoLines(const QString& title) {
@@ -33,13 +36,8 @@ QString ListHeader::Title(int section) const {
     return model()->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString();
 }
 
-int ListHeader::ArrowWidth(int section) const {
-    const bool arrow = isSortIndicatorShown() && sortIndicatorSection() == section;
-    return arrow ? style()->pixelMetric(QStyle::PM_HeaderMarkSize, nullptr, this) + kMargin : 0;
-}
-
 qreal ListHeader::RoomFor(const QString& title, int section) const {
-    const int room = sectionSize(section) - 2 * kMargin - ArrowWidth(section);
+    const int room = sectionSize(section) - 2 * kMargin;
     return static_cast<qreal>(room) / std::max(1, fontMetrics().horizontalAdvance(title));
 }
 
@@ -55,19 +53,36 @@ QFont ListHeader::Scaled(qreal factor) const {
 
 QSize ListHeader::sectionSizeFromContents(int section) const {
     const QSize size = QHeaderView::sectionSizeFromContents(section);
-    const int twoLines = 2 * QFontMetrics(Scaled(kLargeInTwoLines)).lineSpacing() + 2 * kMargin;
+    const int twoLines = 2 * QFontMetrics(Scaled(kLargeInTwoLines)).lineSpacing() + 2 * kArrow;
     return size.expandedTo({0, twoLines});
 }
 
 void ListHeader::initStyleOptionForIndex(QStyleOptionHeader* option, int section) const {
     QHeaderView::initStyleOptionForIndex(option, section);
     if (!FitsInOneLine(section)) option->text.clear();
+    // The style's own takes its room from the title, of which a narrow column has none to give.
+    option->sortIndicator = QStyleOptionHeader::None;
+}
+
+void ListHeader::PaintArrow(QPainter& painter, const QRect& rect) const {
+    const bool up = sortIndicatorOrder() == Qt::AscendingOrder;
+    const int middle = rect.center().x();
+    const int tip = rect.top() + (up ? 1 : 1 + kArrow);
+    const int base = rect.top() + (up ? 1 + kArrow : 1);
+    const QPoint corners[] = {{middle, tip}, {middle - kArrow, base}, {middle + kArrow, base}};
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(AccentColor());
+    painter.drawPolygon(corners, 3);
+    painter.restore();
 }
 
 void ListHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {
     painter->save();
     QHeaderView::paintSection(painter, rect, section);
     painter->restore();
+    if (isSortIndicatorShown() && sortIndicatorSection() == section) PaintArrow(*painter, rect);
     if (FitsInOneLine(section)) return;
     const QString title = Title(section);
     QStringList lines{title};
@@ -77,7 +92,7 @@ void ListHeader::paintSection(QPainter* painter, const QRect& rect, int section)
         factor = std::min(RoomFor(lines[0], section), RoomFor(lines[1], section));
         factor = std::clamp(factor, kSmallest, kLargeInTwoLines);
     }
-    const QRect room = rect.adjusted(kMargin, 0, -kMargin - ArrowWidth(section), 0);
+    const QRect room = rect.adjusted(kMargin, 0, -kMargin, 0);
     painter->save();
     painter->setClipRect(room);
     painter->setFont(Scaled(factor));

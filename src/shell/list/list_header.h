@@ -1,5 +1,5 @@
-// The titles of the list's columns. One that is wider than its column gets smaller letters, and if
-// they would be too small, two lines of them.
+// The titles of the list's columns. The arrow of a sort stands over its title. A title that is
+// wider than its column gets smaller letters, and if they would be too small, two lines of them.
 #pragma once
 
 #include <QHeaderView>
@@ -18,11 +18,11 @@ class ListHeader : public QHeaderView {
 
   private:
     QString Title(int section) const;
-    int ArrowWidth(int section) const;
-    // The room for a title, less margins and the arrow of a sort, for each unit of its width.
+    // The room for a title, less margins, for each unit of its width.
     qreal RoomFor(const QString& title, int section) const;
     bool FitsInOneLine(int section) const { return RoomFor(Title(section), section) >= 1; }
     QFont Scaled(qreal factor) const;
+    void PaintArrow(QPainter& painter, const QRect& rect) const;
 };
 
 }  // namespace bw

@@ -176,7 +176,6 @@ bool ListInput::OnMoveKey(const QKeyEvent& key) {
         if (!selected) return rows > 0 ? 0 : last;
         return std::clamp(*selected + rows, 0, last);
     };
-    const int column = static_cast<int>(table_.FocusColumn());
     switch (key.key()) {
         case Qt::Key_Up:
             MoveTo(step(-1), key.modifiers());
@@ -197,11 +196,10 @@ bool ListInput::OnMoveKey(const QKeyEvent& key) {
             MoveTo(last, key.modifiers());
             break;
         case Qt::Key_Left:
-            table_.SetFocusColumn(static_cast<ListColumn>(std::max(0, column - 1)));
+            table_.MoveFocusColumn(false);
             break;
         case Qt::Key_Right:
-            table_.SetFocusColumn(
-                static_cast<ListColumn>(std::min(model_.columnCount() - 1, column + 1)));
+            table_.MoveFocusColumn(true);
             break;
         default:
             return false;

@@ -1,5 +1,6 @@
 #include "shell/list/row_painter.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QStyle>
 #include <algorithm>
@@ -12,20 +13,47 @@ namespace {
 constexpr int kTextMargin = 4;         // at both sides of a cell's text, in pixels
 constexpr int kRowMargin = 3;          // above and below the line of text
 constexpr float kFrameOpacity = 0.6F;  // of the check square's frame
+constexpr int kBarWidth = 3;           // at the left end of a checked row
+constexpr int kMarkMargin = 2;         // around a number in the menu, in its cell
+constexpr int kMarkPadding = 5;        // at both sides of its digits
 
-// Light blues: selected, even and odd rows.
-constexpr std::array<QRgb, 3> kCheckedRows{0xFF90ACFF, 0xFF96F0FF, 0xFF96E1FF};
-constexpr std::array<QRgb, 3> kUncheckedRows{0xFFACACFF, 0xFFC8F0FF, 0xFFC8E1FF};
+// Selected, even and odd rows: light blues, and for dark themes greys with checked rows in blue.
+using Grounds = std::array<QRgb, 3>;
+constexpr Grounds kCheckedRows{0xFF90ACFF, 0xFF96F0FF, 0xFF96E1FF};
+constexpr Grounds kUncheckedRows{0xFFACACFF, 0xFFC8F0FF, 0xFFC8E1FF};
+constexpr Grounds kCheckedRowsOnDark{0xFF2C6199, 0xFF1D4468, 0xFF1A3D5E};
+constexpr Grounds kUncheckedRowsOnDark{0xFF454C5A, 0xFF272C33, 0xFF22262C};
 constexpr QRgb kText = 0xFF000000;
 constexpr QRgb kQuietText = 0xFF101217;  // of rows neither checked nor selected
+constexpr QRgb kFaintText = 0xFF4A5464;
 constexpr QRgb kTextOnDark = 0xFFFFFFFF;
-constexpr QRgb kQuietTextOnDark = 0xFFE8EAEF;
+constexpr QRgb kQuietTextOnDark = 0xFFDCDFE5;
+constexpr QRgb kFaintTextOnDark = 0xFFA0A8B4;
 
-std::array<QColor, 3> Themed(const std::array<QRgb, 3>& colors) {
-    std::array<QColor, 3> themed;
-    std::ranges::transform(colors, themed.begin(),
-                           [](QRgb color) { return ThemedColor(QColor(color)); });
-    return themed;
+std::array<QColor, 3> Colors(const Grounds& grounds) {
+    std::array<QColor, 3> colors;
+    std::ranges::transform(grounds, colors.begin(), [](QRgb color) { return QColor(color); });
+    return colors;
+}
+
+int Digits(size_t number) {
+    int digits = 1;
+    for (; number >= 10; number /= 10)
+        ++digits;
+    return digits;
+}
+
+int DigitsWidth(size_t number, const QFontMetrics& metrics) {
+    return Digits(number) * metrics.horizontalAdvance(QLatin1Char('0'));
+}
+
+bool SaysNo(const GameEntry& entry, ListColumn column) {
+    return (column == ListColumn::kCoolboy && !entry.coolboySupported) ||
+           (column == ListColumn::kCoolgirl && !entry.coolgirlSupported);
+}
+
+bool ShowsMissing(const GameEntry& entry, ListColumn column) {
+    return column == ListColumn::kName && !entry.headerRead;
 }
 
 void PaintCheck(QPainter& painter, const QStyleOptionViewItem& option, bool checked,
@@ -48,7 +76,22 @@ void PaintCheck(QPainter& painter, const QStyleOptionViewItem& option, bool chec
 }  // namespace
 
 RowColors::RowColors()
-    : dark_(DarkTheme()), checked_(Themed(kCheckedRows)), unchecked_(Themed(kUncheckedRows)) {}
+    : dark_(DarkTheme()),
+      checked_(Colors(dark_ ? kCheckedRowsOnDark : kCheckedRows)),
+      unchecked_(Colors(dark_ ? kUncheckedRowsOnDark : kUncheckedRows)),
+      mark_(AccentColor()),
+      markText_(TextOnAccent()),
+      noGround_(WarningGround()),
+      noText_(WarningText()) {}
+
+RowPainter::RowPainter(const GameListModel& model) : model_(model) {
+    RenewLook();
+}
+
+void RowPainter::RenewLook() {
+    colors_ = RowColors();
+    missing_ = QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
+}
 
 QColor RowColors::Background(RowState state) const {
     const std::array<QColor, 3>& colors = state.checked ? checked_ : unchecked_;
@@ -61,19 +104,65 @@ QColor RowColors::Text(RowState state) const {
     return quiet ? kQuietText : kText;
 }
 
+QColor RowColors::FaintText(RowState state) const {
+    if (state.checked || state.selected) return Text(state);
+    return dark_ ? kFaintTextOnDark : kFaintText;
+}
+
 int RowPainter::RowHeight(const QWidget& view) {
     const int check = view.style()->pixelMetric(QStyle::PM_IndicatorHeight, nullptr, &view);
     return std::max(view.fontMetrics().height(), check) + 2 * kRowMargin;
 }
 
-QRect RowPainter::TextPlace(const QRect& cell, ListColumn column) {
-    const int square = column == ListColumn::kNumber ? cell.height() : 0;
-    return cell.adjusted(square + kTextMargin, 0, -kTextMargin, 0);
+int RowPainter::MarkWidth(const QFontMetrics& metrics) const {
+    if (model_.CheckedCount() == 0) return 0;
+    return DigitsWidth(model_.CheckedCount(), metrics) + 2 * kMarkPadding;
+}
+
+int RowPainter::NumberWidth(const QWidget& view) const {
+    const QFontMetrics metrics = view.fontMetrics();
+    const int mark = MarkWidth(metrics);
+    // One pixel is the grid's.
+    return RowHeight(view) + DigitsWidth(model_.ListSize(), metrics) + 2 * kTextMargin + mark +
+           (mark > 0 ? kMarkMargin : 0) + 1;
+}
+
+QRect RowPainter::TextPlace(const QRect& cell, const QModelIndex& index,
+                            const QFontMetrics& metrics) const {
+    QRect place = cell.adjusted(kTextMargin, 0, -kTextMargin, 0);
+    const auto column = static_cast<ListColumn>(index.column());
+    if (column == ListColumn::kNumber) {
+        const int mark = MarkWidth(metrics);
+        place.adjust(cell.height(), 0, mark > 0 ? -mark - kMarkMargin : 0, 0);
+    }
+    const GameEntry* entry = model_.EntryAt(index.row());
+    if (entry != nullptr && ShowsMissing(*entry, column)) place.adjust(cell.height(), 0, 0, 0);
+    return place;
 }
 
 Qt::TextElideMode RowPainter::Elision(ListColumn column) {
     // Of a path the ends tell most.
     return column == ListColumn::kPath ? Qt::ElideMiddle : Qt::ElideRight;
+}
+
+// The bar at the row's left end, and its number in the menu at the right end of the first cell.
+void RowPainter::PaintMarks(QPainter& painter, const QStyleOptionViewItem& option,
+                            int viewRow) const {
+    const std::optional<size_t> number = model_.NumberInMenu(viewRow);
+    if (!number) return;
+    QRect bar = option.rect;
+    bar.setWidth(kBarWidth);
+    painter.fillRect(bar, colors_.Mark());
+    QRect mark = option.rect.adjusted(0, kMarkMargin, -kMarkMargin, -kMarkMargin);
+    mark.setLeft(mark.right() + 1 - MarkWidth(option.fontMetrics));
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colors_.Mark());
+    painter.drawRoundedRect(mark, mark.height() / 2.0, mark.height() / 2.0);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(colors_.MarkText());
+    painter.drawText(mark, Qt::AlignCenter | Qt::TextSingleLine, QString::number(*number));
 }
 
 void RowPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -84,28 +173,37 @@ void RowPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const RowState state{.checked = entry->checked,
                          .selected = option.state.testFlag(QStyle::State_Selected),
                          .odd = index.row() % 2 != 0};
-    painter->fillRect(option.rect, colors_.Background(state));
-    const QColor ink = colors_.Text(state);
+    const bool no = SaysNo(*entry, column);
+    painter->fillRect(option.rect, no ? colors_.NoGround() : colors_.Background(state));
+    const QColor ink = no                               ? colors_.NoText()
+                       : column == ListColumn::kConsole ? colors_.FaintText(state)
+                                                        : colors_.Text(state);
+    painter->setFont(option.font);
     if (column == ListColumn::kNumber) {
         QColor frame = ink;
         frame.setAlphaF(kFrameOpacity);
         PaintCheck(*painter, option, entry->checked, frame);
+        PaintMarks(*painter, option, index.row());
+    }
+    if (ShowsMissing(*entry, column)) {
+        QRect square = option.rect;
+        square.setWidth(square.height());
+        missing_.paint(painter, square.adjusted(kRowMargin, kRowMargin, -kRowMargin, -kRowMargin));
     }
 
-    const QRect place = TextPlace(option.rect, column);
-    const QString text = option.fontMetrics.elidedText(
-        model_.data(index, Qt::DisplayRole).toString(), Elision(column), place.width());
-    painter->setFont(option.font);
+    const QRect place = TextPlace(option.rect, index, option.fontMetrics);
+    const QString text = option.fontMetrics.elidedText(model_.Text(index.row(), column),
+                                                       Elision(column), place.width());
     painter->setPen(ink);
-    painter->drawText(place, model_.data(index, Qt::TextAlignmentRole).toInt() | Qt::TextSingleLine,
-                      text);
+    painter->drawText(
+        place, static_cast<int>(QtAlignment(TraitsOf(column).cell)) | Qt::TextSingleLine, text);
 }
 
 QSize RowPainter::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
     const int height = RowHeight(*option.widget);
     const QRect none(0, 0, 0, height);
-    const int around = -TextPlace(none, static_cast<ListColumn>(index.column())).width();
-    const QString text = model_.data(index, Qt::DisplayRole).toString();
+    const int around = -TextPlace(none, index, option.fontMetrics).width();
+    const QString text = model_.Text(index.row(), static_cast<ListColumn>(index.column()));
     // One pixel is the grid's.
     return {option.fontMetrics.horizontalAdvance(text) + around + 1, height};
 }

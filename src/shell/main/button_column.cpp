@@ -4,6 +4,7 @@
 #include <QScrollBar>
 #include <algorithm>
 
+#include "shell/framework/colors.h"
 #include "shell/framework/commands.h"
 #include "shell/framework/texts.h"
 
@@ -13,20 +14,26 @@ namespace {
 constexpr size_t kListButtons = 8;
 constexpr int kLeastWidth = 88;
 constexpr int kGap = 3;
+// Above a group, and above the one button that takes all: a slip of the mouse ends between.
+constexpr int kGroupGap = 12;
+constexpr int kClearGap = 36;
+constexpr double kBuildHeight = 2.2;  // lines of text
+constexpr int kSheen = 125;           // percent
 
 struct ButtonTraits {
     int command;
     TextId textId;
+    int gapAbove = 0;
 };
 constexpr std::array<ButtonTraits, ButtonColumn::kButtons> kTraits{{
     {kCommandMoveUp, TextId::kMoveUp},
     {kCommandMoveDown, TextId::kMoveDown},
     {kCommandMoveTop, TextId::kMoveTop},
     {kCommandMoveBottom, TextId::kMoveBottom},
-    {kCommandSelectAll, TextId::kSelectAll},
+    {kCommandSelectAll, TextId::kSelectAll, kGroupGap},
     {kCommandSelectInverse, TextId::kSelectInverse},
-    {kCommandRemove, TextId::kRemove},
-    {kCommandClear, TextId::kClear},
+    {kCommandRemove, TextId::kRemove, kGroupGap},
+    {kCommandClear, TextId::kClear, kClearGap},
     {kCommandBuildCoolboy, TextId::kCoolboy},
     {kCommandBuildCoolgirl, TextId::kCoolgirl},
 }};
@@ -48,9 +55,11 @@ ButtonColumn::ButtonColumn() {
         QPushButton& button = buttons_[i];
         // Return belongs to the list and to the in-place editor.
         button.setAutoDefault(false);
+        if (kTraits[i].gapAbove > 0) column->addSpacing(kTraits[i].gapAbove);
         (i < kListButtons ? column : builds)->addWidget(&button);
     }
     column->addStretch(1);
+    column->addSpacing(kGroupGap);
     column->addWidget(&build_);
 
     setFrameShape(QFrame::NoFrame);
@@ -61,6 +70,23 @@ ButtonColumn::ButtonColumn() {
     setWidget(&panel_);
     panel_.setAutoFillBackground(false);
     viewport()->setAutoFillBackground(false);
+    ShowBuildsStrong();
+}
+
+void ButtonColumn::ShowBuildsStrong() {
+    QPalette colours;
+    // Styles paint it with a lighter sheen, on which the text must still be read.
+    const QColor accent = AccentColor();
+    colours.setColor(QPalette::Button, DarkTheme() ? accent : accent.darker(kSheen));
+    colours.setColor(QPalette::ButtonText, TextOnAccent());
+    QFont bold;
+    bold.setBold(true);
+    for (size_t i = kListButtons; i < kButtons; ++i) {
+        QPushButton& button = buttons_[i];
+        button.setPalette(colours);
+        button.setFont(bold);
+        button.setMinimumHeight(static_cast<int>(button.fontMetrics().height() * kBuildHeight));
+    }
 }
 
 void ButtonColumn::SetLanguage(Language language, const MainMenu& menu, BoardType board) {
@@ -86,6 +112,11 @@ QSize ButtonColumn::sizeHint() const {
 void ButtonColumn::resizeEvent(QResizeEvent* event) {
     QScrollArea::resizeEvent(event);
     FitWidth();
+}
+
+void ButtonColumn::changeEvent(QEvent* event) {
+    QScrollArea::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) ShowBuildsStrong();
 }
 
 void ButtonColumn::FitWidth() {

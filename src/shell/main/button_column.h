@@ -12,8 +12,8 @@
 
 namespace bw {
 
-// One for each command of the list and, below a gap, one for each kind of ROM. On a small window
-// the column scrolls.
+// In groups: what moves, what checks, what removes, and Clear for itself; at the bottom one for
+// each kind of ROM. On a small window the column scrolls.
 class ButtonColumn : public QScrollArea {
   public:
     static constexpr size_t kButtons = 10;
@@ -31,9 +31,12 @@ class ButtonColumn : public QScrollArea {
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     void FitWidth();
+    // In the accent's colour, of the theme at hand.
+    void ShowBuildsStrong();
 
     QWidget panel_;
     QGroupBox build_;

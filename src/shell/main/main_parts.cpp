@@ -5,6 +5,7 @@
 #include <chrono>
 
 #include "builder/resources.h"
+#include "builder/tables/menu_tables.h"
 #include "shell/framework/commands.h"
 #include "shell/framework/texts.h"
 #include "support/text.h"
@@ -129,6 +130,7 @@ void CMainDialog::Parts::ShowSpace() {
         return StatusLine::Board{board, EstimateSpace(editor.Games(), stored, board)};
     };
     status.ShowSpace({estimate(stored.CoolboyBoard()), estimate(BoardType::kCoolgirl)});
+    view.SetConsoleMenu({stored.Numbers(), NameColumn(stored, design)});
 }
 
 void CMainDialog::Parts::TasksChanged() {
