@@ -23,6 +23,11 @@ std::vector<GameEntry> ReadAddedGames(std::span<const std::filesystem::path> fil
     return games;
 }
 
+void CheckRunnable(GameList& games) {
+    for (GameEntry& entry : games)
+        entry.checked = entry.coolboySupported || entry.coolgirlSupported;
+}
+
 GameList WithAbsolutePaths(const GameList& games, const std::filesystem::path& base) {
     GameList absolute = games;
     for (GameEntry& entry : absolute) {

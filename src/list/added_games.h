@@ -16,6 +16,9 @@ std::vector<GameEntry> ReadAddedGames(std::span<const std::filesystem::path> fil
                                       const std::filesystem::path& base,
                                       std::vector<std::filesystem::path>* leftOut = nullptr);
 
+// Checks the games that a board can run.
+void CheckRunnable(GameList& games);
+
 // A copy whose paths are absolute, so that the current folder doesn't matter: what a build takes.
 GameList WithAbsolutePaths(const GameList& games, const std::filesystem::path& base);
 

@@ -95,9 +95,14 @@ TEST_F(Tasks, OpenTakesImagesOnlyAndKnowsTheFolder) {
     EXPECT_THAT(Names(), ElementsAre("one", "two"));
     EXPECT_EQ(host_.editor.Games()[0].path, u"one.nes") << "as seen from the program's folder";
     EXPECT_EQ(host_.applied.back().reveal, 1u);
+    EXPECT_EQ(CountChecked(host_.editor.Games()), 2u) << "the first build works";
     EXPECT_EQ(host_.told, "2 game(s) added. 2 file(s) left out, since they are no games.");
     EXPECT_EQ(host_.details, "gone.nes\ntext.nes");
 
+    host_.dialogs.images.resize(1);
+    files_.Open();
+    Finish();
+    EXPECT_EQ(CountChecked(host_.editor.Games()), 2u) << "later the user chooses";
     host_.dialogs.images.clear();
     files_.Open();
     EXPECT_EQ(host_.dialogs.starts.back(), folder_.Path());

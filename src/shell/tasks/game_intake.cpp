@@ -39,6 +39,8 @@ void GameIntake::AddImages(std::span<const std::filesystem::path> files) {
             const bool folder = std::filesystem::is_directory(other, error);
             (folder ? folders : leftOut).push_back(std::move(other));
         }
+        // With the first games a cartridge can be built at once.
+        if (present_ == 0) CheckRunnable(read);
         games.insert(games.end(), std::make_move_iterator(read.begin()),
                      std::make_move_iterator(read.end()));
         filesDone_ += batch.size();
