@@ -367,6 +367,15 @@ constexpr TextRow kRows[] = {
     {kEmptyFilter,
      u"No game has \"%1\" in its name, remark or path.\nEsc in the box above shows all games.",
      u"没有游戏的名称、备注或路径包含“%1”。\n在上方的框中按 Esc 可显示全部游戏。"},
+    {kHitOfHits, u"Hit %d of %d.", u"第 %d 个，共找到 %d 个。"},
+    {kNamesReplaced, u"%d name(s) changed.", u"已更改 %d 个名称。"},
+    {kAskAtClosingEntry, u"&Ask again at closing", u"关闭时重新询问(&A)"},
+    {kClosingAsksAgain,
+     u"The close box asks again what to do.",
+     u"关闭窗口时将重新询问。"},
+    {kRememberTip,
+     u"\"Ask again at closing\" in the menu \"Settings\" brings the question back.",
+     u"可用菜单“设置”中的“关闭时重新询问”恢复此问题。"},
 };
 // clang-format on
 

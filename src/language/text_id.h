@@ -440,6 +440,11 @@ enum class TextId {
     kFileMissing,
     kEmptyList,
     kEmptyFilter,
+    kHitOfHits,
+    kNamesReplaced,
+    kAskAtClosingEntry,
+    kClosingAsksAgain,
+    kRememberTip,
 };
 
 }  // namespace bw

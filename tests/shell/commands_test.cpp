@@ -28,6 +28,7 @@ TEST_F(Searching, FindNextGoesRoundAndSaysSoIfThereIsNothing) {
         EXPECT_EQ(host_.found, true);
         EXPECT_EQ(host_.editor.FindRow(), row);
         EXPECT_EQ(host_.editor.FindNextRow(), row + 1);
+        EXPECT_EQ(host_.problem, row == 0 ? "Hit 1 of 2." : "Hit 2 of 2.");
     }
     host_.editor.SelectInverse();
     Do(&FindCommands::FindNext, {.find = u"contra", .replace = u"", .onlyChecked = true});
@@ -53,7 +54,7 @@ TEST_F(Searching, ReplaceWorksInTheFoundRowAndGoesOn) {
     EXPECT_THAT(Names(), ElementsAre("01.Contra", "Gradius", "Zelda"));
 }
 
-TEST_F(Searching, ReplaceAllIsOneStepAndKeepsSilent) {
+TEST_F(Searching, ReplaceAllIsOneStepAndTellsItsCount) {
     AddNames({u"01.Contra", u"Gradius", u"03.Zelda"});
     host_.editor.SetChecked(2, false);
     host_.applied.clear();
@@ -64,7 +65,7 @@ TEST_F(Searching, ReplaceAllIsOneStepAndKeepsSilent) {
     EXPECT_EQ(host_.applied.size(), 2u);
     host_.editor.Undo();
     EXPECT_THAT(Names(), ElementsAre("10.Contra", "Gradius", "03.Zelda"));
-    EXPECT_EQ(host_.told + host_.problem, "");
+    EXPECT_EQ(host_.told + host_.problem, "3 name(s) changed.");
     EXPECT_FALSE(host_.found);
 }
 

@@ -247,7 +247,21 @@ TEST_F(MainDialog, CommandsThatAskOpenWhatTheyAreNamedAfter) {
     Send(kCommandRomInfo);
     EXPECT_THAT(
         dialogs.told,
-        ElementsAre(EndsWith(ToUtf8(LoadText(TextId::kSupportedMappers, Language::kEnglish)))));
+        ElementsAre("Tips: " + ToUtf8(LoadText(TextId::kSupportedMappers, Language::kEnglish))));
+}
+
+TEST_F(MainDialog, NewsGoWithTheNextCommandAndTheQuestionComesBack) {
+    Start(Images(2));
+    auto& told = ChildOf<QLabel>(*window, "status_told");
+    Store("Remember", 1);
+    Send(kCommandAskAtClosing);
+    EXPECT_EQ(Stored("Remember"), 0u);
+    EXPECT_NE(told.text(), QString());
+    Send(kCommandFilter);
+    EXPECT_EQ(told.text(), QString());
+    Send(kCommandAskAtClosing);
+    Table().model()->setData(Table().model()->index(0, 0), Qt::Checked, Qt::CheckStateRole);
+    EXPECT_EQ(told.text(), QString());
 }
 
 TEST_F(MainDialog, ABuildTakesTheStoredDesign) {
@@ -465,6 +479,8 @@ TEST(Placement, BringsAWindowBackOntoAScreen) {
         {{5000, 5000, 800, 600}, {1120, 440, 800, 600}},  // a screen that is gone
         {{100, -500, 800, 600}, {100, 32, 800, 600}},     // the title bar is out of reach
         {{9000, 9000, 90000, 90000}, {0, 32, 1920, 1008}},
+        {{100, 100, 2900, 800}, {100, 100, 2900, 800}},  // on both
+        {{100, 100, 2240, 1280}, {0, 32, 1920, 1008}},   // of a screen with more pixels
     };
     for (const auto& [stored, place] : cases)
         EXPECT_EQ(OntoScreen(stored, screens), place);

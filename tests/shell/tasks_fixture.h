@@ -39,7 +39,7 @@ class FakeHost : public ListHost {
         told = ToUtf8(line);
         details = ToUtf8(more);
     }
-    void ShowSearchProblem(std::u16string_view text) override { problem = ToUtf8(text); }
+    void ShowSearchOutcome(std::u16string_view text) override { problem = ToUtf8(text); }
 
     ListEditor editor{[this](const ListResult& result) { applied.push_back(result); }};
     std::unique_ptr<SettingsStore> store = MakeMemoryStore();

@@ -24,9 +24,9 @@ inline void Write32(std::span<uint8_t> bytes, size_t at, uint32_t value) {
 }
 
 inline void Append32(std::vector<uint8_t>& bytes, uint32_t value) {
-    uint8_t number[4];
-    Write32(number, 0, value);
-    bytes.insert(bytes.end(), number, number + 4);
+    const size_t at = bytes.size();
+    bytes.resize(at + sizeof value);
+    Write32(bytes, at, value);
 }
 
 // As much of the bytes as the table takes, over its start.

@@ -36,6 +36,17 @@ std::optional<size_t> FindNext(std::span<const SearchRow> rows, const NamePatter
     return static_cast<size_t>(found - rows.begin());
 }
 
+HitCount CountHits(std::span<const SearchRow> rows, const NamePattern& pattern, size_t row,
+                   bool onlyChecked, const StopFlag& stop) {
+    HitCount count;
+    for (size_t i = 0; i < rows.size(); ++i) {
+        if (!TakesPart(rows[i], onlyChecked) || !pattern.Matches(rows[i].name, stop)) continue;
+        ++count.all;
+        if (i <= row) ++count.upToRow;
+    }
+    return count;
+}
+
 std::vector<RowName> ReplaceAll(std::span<const SearchRow> rows, const NamePattern& pattern,
                                 bool onlyChecked, const StopFlag& stop, SearchProgress& progress) {
     std::vector<RowName> names;

@@ -65,6 +65,14 @@ class SearchProgress {
 std::optional<size_t> FindNext(std::span<const SearchRow> rows, const NamePattern& pattern,
                                size_t start, bool onlyChecked, const StopFlag& stop);
 
+// The hits of all rows, and those up to `row`, which is one of them.
+struct HitCount {
+    size_t all = 0;
+    size_t upToRow = 0;
+};
+HitCount CountHits(std::span<const SearchRow> rows, const NamePattern& pattern, size_t row,
+                   bool onlyChecked, const StopFlag& stop);
+
 // The new names of all rows that get another one, in order.
 std::vector<RowName> ReplaceAll(std::span<const SearchRow> rows, const NamePattern& pattern,
                                 bool onlyChecked, const StopFlag& stop, SearchProgress& progress);

@@ -44,6 +44,7 @@ const MessageTable& CCloseDialog::Table() const {
 void CCloseDialog::ApplyTexts() {
     setWindowTitle(QtText(TextId::kProduct, UiLanguage()));
     SetTextId(kRemember, TextId::kRememberOperation);
+    remember_.setToolTip(QtText(TextId::kRememberTip, UiLanguage()));
     SetTextId(kMinimize, TextId::kMinimize);
     SetTextId(kExit, TextId::kExit);
 }

@@ -31,6 +31,9 @@ CMessageDialog::CMessageDialog(QWidget* parent, std::u16string_view text,
                                std::u16string_view caption, MessageButtons buttons,
                                Language language)
     : CDialogBase(language, parent), buttons_(buttons) {
+    // There is nothing to go on with before the answer, nor more to see in a larger window.
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     const bool question = buttons == MessageButtons::kYesNo;
     AddControl(kText, text_);
     AddControl(question ? kEndYes : kEndOk, first_);

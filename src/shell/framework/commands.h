@@ -79,6 +79,7 @@ enum Command : int {
     kCommandFitCoolgirl = 41011,
     kCommandDesignOpen = 41012,
     kCommandDesignSave = 41013,
+    kCommandAskAtClosing = 41050,
 };
 
 }  // namespace bw

@@ -89,13 +89,16 @@ struct CMainDialog::Commands {
     }
     static void RomInfo(Parts& parts) {
         const Language language = parts.CurrentLanguage();
-        parts.Dialogs().Message(
-            LoadText(TextId::kSupportedMappers, language),
-            FromQt(WithoutLetter(QtText(TextId::kMulticartInfoEntry, language))),
-            MessageButtons::kConfirm);
+        parts.Dialogs().Message(LoadText(TextId::kSupportedMappers, language),
+                                LoadText(TextId::kTipsTitle, language), MessageButtons::kConfirm);
     }
     static void About(Parts& parts) {
         CAboutDialog(parts.CurrentLanguage(), &parts.window).DoModal();
+    }
+
+    static void AskAtClosing(Parts& parts) {
+        StoreNumber(parts.Store(), kMainKey, setting::kRemember, 0);
+        parts.Tell(LoadText(TextId::kClosingAsksAgain, parts.CurrentLanguage()));
     }
 
     static void Speak(Parts& parts, Language language) {
@@ -166,6 +169,7 @@ struct CMainDialog::Commands {
         {kCommandStopTask, [](Parts& parts) { parts.tasks.StopAll(); }},
         {kCommandChinese, [](Parts& parts) { Speak(parts, Language::kChinese); }},
         {kCommandEnglish, [](Parts& parts) { Speak(parts, Language::kEnglish); }},
+        {kCommandAskAtClosing, AskAtClosing},
         {kCommandRomInfo, RomInfo},
         {kCommandAbout, About},
         {kCommandExit, [](Parts& parts) { parts.window.Send(kMessageClose, kCloseByExit); }},
@@ -178,6 +182,7 @@ std::vector<MessageEntry> CMainDialog::CommandEntries() {
     const auto add = [&](int id, auto run) {
         const auto handler = [run](MessageTarget& target, MessageParam wParam, MessageParam) {
             Parts& parts = *static_cast<CMainDialog&>(target).parts_;
+            parts.ForgetNews();
             if constexpr (std::is_invocable_v<decltype(run), Parts&, bool>) {
                 run(parts, (wParam & kCommandAtStart) != 0);
             } else {

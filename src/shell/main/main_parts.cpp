@@ -86,8 +86,13 @@ void CMainDialog::Parts::Follow(const ListResult& result) {
     if (result.tooMany) {
         Warn(*this, FormatText(LoadText(TextId::kTooManyToMove, CurrentLanguage()), kMoveLimit));
     }
+    if (result.change != ListChange::kNothing) ForgetNews();
     view.Apply(result);
     if (result.change != ListChange::kNothing) ShowList();
+}
+
+void CMainDialog::Parts::ForgetNews() {
+    if (!tasks.AnyRunning()) status.Tell({});
 }
 
 void CMainDialog::Parts::ShowFound(bool found) {
@@ -98,7 +103,7 @@ void CMainDialog::Parts::ShowFound(bool found) {
     }
 }
 
-void CMainDialog::Parts::ShowSearchProblem(std::u16string_view text) {
+void CMainDialog::Parts::ShowSearchOutcome(std::u16string_view text) {
     if (rename != nullptr && rename->IsOpen()) {
         rename->ShowProblem(text);
     } else {

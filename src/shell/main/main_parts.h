@@ -38,12 +38,14 @@ class CMainDialog::Parts final : public ListHost {
     Language CurrentLanguage() const override { return window.UiLanguage(); }
     const std::filesystem::path& Base() const override { return services.base; }
     void ShowFound(bool found) override;
-    void ShowSearchProblem(std::u16string_view text) override;
+    void ShowSearchOutcome(std::u16string_view text) override;
     void SetColumnWidths(const ColumnWidths& widths) override { view.SetWidths(widths); }
     void Tell(std::u16string_view line, std::u16string_view details = {}) override {
         status.Tell(line, details);
     }
 
+    // How the last task ended, which the next command makes old; a running one goes on telling.
+    void ForgetNews();
     // Everything that says something about the list as it is now.
     void ShowList();
     // Everything that names the board of the first build button.

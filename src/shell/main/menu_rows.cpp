@@ -117,6 +117,7 @@ constexpr MenuRow kRows[] = {
     kPopupEnd,
     Popup(kSettingsEntry),
         {kToggle, kCommandTopmost, kTopmostEntry},
+        {kEntry, kCommandAskAtClosing, kAskAtClosingEntry},
         Popup(kLanguageEntry),
             {kRadio, kCommandChinese, kChinese},
             {kRadio, kCommandEnglish, kEnglish},

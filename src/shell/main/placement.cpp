@@ -51,10 +51,15 @@ std::optional<QRect> StoredPlacement(const SettingsStore& store) {
 
 QRect OntoScreen(const QRect& place, std::span<const QRect> screens) {
     if (screens.empty()) return place;
-    const bool reachable =
-        std::ranges::any_of(screens, [&](const QRect& screen) { return Reachable(place, screen); });
-    if (reachable) return place;
-    const QRect& screen = screens.front();
+    QRect desktop;
+    for (const QRect& screen : screens)
+        desktop |= screen;
+    const auto found =
+        std::ranges::find_if(screens, [&](const QRect& one) { return Reachable(place, one); });
+    // The same size takes more of a screen whose pixels were made larger.
+    const bool fits = place.width() <= desktop.width() && place.height() <= desktop.height();
+    if (found != screens.end() && fits) return place;
+    const QRect& screen = found != screens.end() ? *found : screens.front();
     const int width = std::clamp(place.width(), 1, screen.width());
     const int height = std::clamp(place.height(), 1, std::max(1, screen.height() - kTitleHeight));
     const int x = std::clamp(place.x(), screen.left(), screen.left() + screen.width() - width);

@@ -4,6 +4,8 @@
 #include <memory>
 #include <utility>
 
+#include "support/text.h"
+
 namespace bw {
 namespace {
 
@@ -17,6 +19,7 @@ struct Search {
 
     std::vector<RowName> names = {};         // the new ones
     std::optional<size_t> found = {};        // the hit, if one was looked for
+    std::optional<HitCount> hits = {};       // where the hit stands among all
     std::optional<std::u16string> end = {};  // why nothing was done
     bool badPattern = false;
 };
@@ -40,10 +43,21 @@ class RowProgress final : public SearchProgress {
     std::u16string what_;
 };
 
+// An expression that is slow on other rows can be stopped here and has found its row all the same.
+void FindAmong(std::span<const SearchRow> rows, Search& search, const NamePattern& pattern,
+               TaskControl& control) {
+    const bool onlyChecked = search.record.onlyChecked;
+    search.found = FindNext(rows, pattern, search.findNextRow, onlyChecked, control.Stop());
+    if (!search.found) return;
+    try {
+        search.hits = CountHits(rows, pattern, *search.found, onlyChecked, control.Stop());
+    } catch (const SearchStopped&) {  // the hit counts without a number
+    }
+}
+
 void FindHit(Search& search, const NamePattern& pattern, TaskControl& control) {
     const RowProgress progress(control, search);
-    search.found = FindNext(search.rows, pattern, search.findNextRow, search.record.onlyChecked,
-                            control.Stop());
+    FindAmong(search.rows, search, pattern, control);
 }
 
 void ReplaceInFindRow(Search& search, const NamePattern& pattern, TaskControl& control) {
@@ -56,8 +70,7 @@ void ReplaceInFindRow(Search& search, const NamePattern& pattern, TaskControl& c
             name = std::move(*replaced);  // what the next search looks at
         }
     }
-    search.found =
-        FindNext(rows, pattern, search.findNextRow, search.record.onlyChecked, control.Stop());
+    FindAmong(rows, search, pattern, control);
 }
 
 void ReplaceInAll(Search& search, const NamePattern& pattern, TaskControl& control) {
@@ -87,25 +100,35 @@ bool SameNames(const GameList& games, const std::vector<SearchRow>& rows) {
     return std::ranges::equal(games, rows, {}, &GameEntry::name, &SearchRow::name);
 }
 
-void FinishReplacing(Search& search, ListHost& host) {
+void GiveNames(Search& search, ListHost& host) {
     if (!search.names.empty()) host.Editor().Rename(std::move(search.names));
 }
 
+void FinishReplacing(Search& search, ListHost& host) {
+    const size_t count = search.names.size();
+    GiveNames(search, host);
+    host.ShowSearchOutcome(
+        count == 0 ? LoadText(TextId::kNothingFound, search.language)
+                   : FormatText(LoadText(TextId::kNamesReplaced, search.language), count));
+}
+
 void FinishFinding(Search& search, ListHost& host) {
-    FinishReplacing(search, host);
+    GiveNames(search, host);
     ListEditor& editor = host.Editor();
     editor.SetFindNextRow(search.found ? *search.found + 1 : 0);
-    if (search.found) {
-        editor.SetFindRow(*search.found);
-    } else {
-        host.ShowSearchProblem(LoadText(TextId::kNothingFound, search.language));
+    if (search.found) editor.SetFindRow(*search.found);
+    if (search.hits) {
+        host.ShowSearchOutcome(FormatText(LoadText(TextId::kHitOfHits, search.language),
+                                          search.hits->upToRow, search.hits->all));
+    } else if (!search.found) {
+        host.ShowSearchOutcome(LoadText(TextId::kNothingFound, search.language));
     }
     host.ShowFound(search.found.has_value());
 }
 
 void Finish(Search& search, SearchFinish finish, ListHost& host) {
     if (search.badPattern) {
-        host.ShowSearchProblem(*search.end);
+        host.ShowSearchOutcome(*search.end);
     } else if (search.end) {
         host.Tell(*search.end);
     } else if (SameNames(host.Editor().Games(), search.rows)) {
@@ -120,7 +143,7 @@ void Start(ListHost& host, const FindRecord& record, SearchStep step, SearchFini
     BackgroundTasks::Turn turn = BeginListTask(host);
     if (!turn) return;
     host.Tell({});
-    host.ShowSearchProblem({});
+    host.ShowSearchOutcome({});
     const ListEditor& editor = host.Editor();
     const auto search =
         std::make_shared<Search>(Search{record, host.CurrentLanguage(), SearchRows(editor.Games()),

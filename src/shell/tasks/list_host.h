@@ -35,9 +35,9 @@ class ListHost {
     // A line for the status bar that stays until the next one: how a task ended. `details` are for
     // the mouse that rests on it.
     virtual void Tell(std::u16string_view line, std::u16string_view details = {}) = 0;
-    // What was wrong with a search or with its result, shown where the search is asked for; empty
-    // takes it back.
-    virtual void ShowSearchProblem(std::u16string_view text) { Tell(text); }
+    // What a search came to or what was wrong with it, shown where it is asked for; empty takes it
+    // back.
+    virtual void ShowSearchOutcome(std::u16string_view text) { Tell(text); }
 };
 
 // For a list task; null, after telling the user, if one is running.
