@@ -2202,14 +2202,17 @@ StopSound:
 ; Board layer: SelectGame, entered by a jump with the chosen item in Sel_Cur. It never returns.
 ; ---------------------------------------------------------------------------------------------
 
-; SelectGameDark: NMI, picture and sound off, the screen black. Clobbers A, X.
+; SelectGameDark: NMI, picture and sound off, the screen black. Nothing of the menu is left in pattern
+; memory and name tables: games may take them for empty. Both tables are reached, because the menu's
+; mirroring still holds. Clobbers A, X, Y.
 SelectGameDark:
     LDA #0
     STA PPU_CTRL                ; no NMI from here on
     STA PPU_MASK
     JSR NmiWait
     JSR PaletteClear
-    JMP StopSound
+    JSR StopSound
+    JMP ScreenClear
 
 ; CopySelectGameProc: copies the routine that starts a game to RAM. Clobbers A, X.
 CopySelectGameProc:

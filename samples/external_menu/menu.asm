@@ -590,6 +590,16 @@ StartGame:
     JSR WaitBlank
     LDA #0
     STA PPU_MASK
+    STA PPU_ADDRESS             ; a game likes an empty screen: zeros from $0000 to $2FFF, tiles
+    STA PPU_ADDRESS             ; and, as long as the menu's mirroring holds, both name tables
+    TAX
+    LDY #$30
+.Picture:
+    STA PPU_DATA
+    INX
+    BNE .Picture
+    DEY
+    BNE .Picture
     LDA <Row
     STA <Line
     LDX #LOW(Record_Index)

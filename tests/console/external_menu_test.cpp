@@ -82,7 +82,8 @@ TEST_P(ExternalMenu, StartsTheSamples) {
 TEST_P(ExternalMenu, TurnsThePagesOfALongList) {
     const GameImage last{.name = "last", .number = 2, .mapper = 4, .prg = 8, .chr = 3, .flags = 1};
     // Four banks of names, two of records; five names on the last page.
-    CartPlan plan{.names = CountedNames(995), .lastImage = last};
+    const GameImage ownTiles{.name = "game", .mapper = 4, .prg = 8, .chr = 0};
+    CartPlan plan{.names = CountedNames(995), .images = {ownTiles}, .lastImage = last};
     for (auto& name : plan.names)
         name += u" with a long name beyond the edge";
 
@@ -99,7 +100,9 @@ TEST_P(ExternalMenu, TurnsThePagesOfALongList) {
         push("down", 5) put("last", chosen())
         push("down") put("wrap", chosen())
         push("up") put("wrap back", chosen())
+        write_ppu(0x2800, string.rep("U", 0x400))
         start_game()
+        put("leftovers", leftovers(true))
         frames(3)
         put("prg", hex(bytes(0x8000, 4) .. bytes(0xC000, 4)))
         put("ram", hex(bytes(0, 0x100) .. bytes(0x200, 0x600)):gsub("00", ""))
@@ -112,6 +115,7 @@ TEST_P(ExternalMenu, TurnsThePagesOfALongList) {
         boot(true)
         start_game()
         put("kept", work_ram())
+        put("leftovers without tiles", leftovers(false))
     )lua",
          [&](const ConsoleResult& result) {
              const std::map<std::string, std::string> expected{
@@ -130,6 +134,8 @@ TEST_P(ExternalMenu, TurnsThePagesOfALongList) {
                  {"last", "14 NAME 995 WITH A LONG NAME"},
                  {"wrap", "6 NAME 1 WITH A LONG NAME BE"},
                  {"wrap back", "14 NAME 995 WITH A LONG NAME"},
+                 {"leftovers", ""},
+                 {"leftovers without tiles", ""},
                  {"ram", ""}};
              for (const auto& [key, text] : expected)
                  EXPECT_EQ(result.At(key), text) << key;

@@ -1,6 +1,5 @@
-// Real games from the cart. Each runs twice: by itself, on a console prepared as the menu leaves it
-// (work RAM cleared, the menu's picture in video memory), and from the cart after START. What it
-// shows must be the same, frame by frame.
+// Real games from the cart. Each runs twice: by itself, on a console whose memory is cleared, and
+// from the cart after START. What it shows must be the same, frame by frame.
 //
 // Needs a folder of images in BANKWEAVER_TEST_ROMS; none are part of the project.
 #include <cstdlib>
@@ -94,7 +93,7 @@ TEST_P(Homebrew, ShowsWhatItShowsByItself) {
             {.rom = cart.rom,
              .script = helpers + fmt::format("start_item({}, {}) record({}) shot('cart')", i,
                                              kPageSize, kFrames),
-             .label = "game" + std::to_string(i),
+             .label = fmt::format("{}{}", BoardName(GetParam()), i),
              .wantedFiles = {"frames.txt"}});
     }
     const std::vector<ConsoleResult> fromCart = RunAllOnConsole(runs);
@@ -102,14 +101,16 @@ TEST_P(Homebrew, ShowsWhatItShowsByItself) {
         runs[i].rom = TextPath(games[i].path);
         runs[i].zeroRam = true;
         runs[i].script =
-            helpers +
-            fmt::format("prepare({}, '{}', '{}', {}) record({}) shot('alone')",
-                        games[i].header.Mapper(), fromCart[i].At("tables"), fromCart[i].At("tiles"),
-                        games[i].header.Vertical() ? 0x2400 : 0x2800, kFrames + kLargestShift);
+            helpers + fmt::format("darken() record({}) shot('alone')", kFrames + kLargestShift);
     }
     const std::vector<ConsoleResult> alone = RunAllOnConsole(runs);
     for (size_t i = 0; i < games.size(); ++i) {
         SCOPED_TRACE(ToUtf8(games[i].name));
+        // The board's lock doesn't hold for NROM: such a game can't run from it.
+        if (GetParam() == BoardType::kMindkids && games[i].header.Mapper() == 0 &&
+            alone[i].Number("register writes") != 0) {
+            continue;
+        }
         EXPECT_NE(Difference(fromCart[i], alone[(i + 1) % games.size()]), "")
             << "can't be told from the next game";
         EXPECT_EQ(Difference(fromCart[i], alone[i]), "");
@@ -117,10 +118,9 @@ TEST_P(Homebrew, ShowsWhatItShowsByItself) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Boards, Homebrew,
-                         testing::Values(BoardType::kCoolboy, BoardType::kCoolgirl),
-                         [](const auto& param) {
-                             return param.param == BoardType::kCoolboy ? "coolboy" : "coolgirl";
-                         });
+                         testing::Values(BoardType::kCoolboy, BoardType::kMindkids,
+                                         BoardType::kCoolgirl),
+                         [](const auto& param) { return BoardName(param.param); });
 
 }  // namespace
 }  // namespace bw::console

@@ -50,6 +50,21 @@ function walk(moves, look)
     end
 end
 
+-- Bytes into video memory, reached as programs reach it. The menu's NMI puts its own address back.
+function write_ppu(address, data)
+    memory.readbyte(0x2002)
+    memory.writebyte(0x2006, math.floor(address / 256))
+    memory.writebyte(0x2006, address % 256)
+    for i = 1, #data do memory.writebyte(0x2007, data:byte(i)) end
+end
+
+-- What a game finds of the menu: the bytes of both name tables that aren't 0, and of the pattern
+-- memory if it has no tiles of its own.
+function leftovers(own_tiles)
+    local picture = ppu_bytes(0x2000, 0x1000) .. (own_tiles and "" or ppu_bytes(0, 0x2000))
+    return hex(picture:gsub("%z", ""))
+end
+
 -- Fills work RAM, whose every byte differs from its neighbours', and gives its first bytes and the
 -- CRC-32 of all, as work_ram() does later.
 function fill_work_ram()

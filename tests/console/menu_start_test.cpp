@@ -58,8 +58,10 @@ constexpr std::string_view kScript = R"lua(
         for address = 0x300, 0x7FF do
             if address < 0x400 or address > 0x4FF then memory.writebyte(address, 0xAA) end
         end
+        write_ppu(0x2800, string.rep("U", 0x400)) -- the table that the menu doesn't show
         clear(registers) clear(mirroring)
         start_game()
+        put("leftovers " .. game, leftovers(chr_banks > 0))
         put("registers " .. game, log_text(registers))
         put("mirroring " .. game, log_text(mirroring))
         put("ram " .. game, hex(bytes(0, 0x1E0) .. bytes(0x200, 0x600)):gsub("00", ""))
@@ -143,6 +145,7 @@ TEST_P(MenuStart, HandsTheConsoleToEachGame) {
         if (!plainRecords) {
             EXPECT_EQ(at("ram"), "");
         }
+        EXPECT_EQ(at("leftovers"), "");
         const std::string prg = game.Prg();
         EXPECT_EQ(at("prg"), Crcs(prg.substr(0, 0x4000) + prg.substr(prg.size() - 0x4000), 0x4000));
         EXPECT_EQ(at("chr"), Crcs(game.Chr(), kChrUnit)) << "of each 8 KB";
