@@ -4,11 +4,14 @@
 #include <map>
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 #include "cli/design_convert.h"
 #include "cli/design_render.h"
 #include "cli/inputs.h"
+#include "language/language.h"
 #include "support/paths.h"
+#include "support/text.h"
 #include "support/version.h"
 
 namespace bw {
@@ -51,6 +54,19 @@ void AddListOptions(CLI::App& command, BuildSettings& settings) {
     command.add_flag("--fill", settings.ShowNumberFill, "Give all numbers the same length");
 }
 
+// The tunes by the titles that they have in the window.
+std::string MusicHelp() {
+    std::string help = "Sound of the menu: 0 silent, 1 beeps, or a tune:";
+    int number = 2;
+    for (const TextId title :
+         {TextId::kMusicSet2, TextId::kMusicSet3, TextId::kMusicSet4, TextId::kMusicSet5}) {
+        help += fmt::format("{} {} {}", number == 2 ? "" : ",", number,
+                            ToUtf8(LoadText(title, Language::kEnglish)));
+        ++number;
+    }
+    return help;
+}
+
 void AddMenuOptions(CLI::App& command, BuildSettings& settings, MenuOptions& options) {
     OneOf<std::string>(
         command.add_option("--board", options.board, "The cartridge board")->capture_default_str(),
@@ -65,10 +81,7 @@ void AddMenuOptions(CLI::App& command, BuildSettings& settings, MenuOptions& opt
     OneOf<std::string>(
         command.add_option("--style", options.style, "Look of the menu")->capture_default_str(),
         {"default", "white"});
-    command
-        .add_option("--music", settings.Music,
-                    "Sound of the menu: 0 silent, 1 beeps, or a tune: 2 driving, 3 dark, 4 a "
-                    "march, 5 calm")
+    command.add_option("--music", settings.Music, MusicHelp())
         ->capture_default_str()
         ->check(CLI::Range(0, 5));
     command

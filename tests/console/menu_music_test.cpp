@@ -9,9 +9,11 @@
 
 #include "assembler/memory_source.h"
 #include "builder/resources.h"
+#include "language/language.h"
 #include "menu_cart.h"
 #include "music/music_data.h"
 #include "music/set_reader.h"
+#include "support/text.h"
 
 namespace bw::console {
 namespace {
@@ -75,8 +77,12 @@ void ExpectLog(const ConsoleResult& result, const std::string& name) {
 
 // The menu knows these places; nothing in the sets' banks tells it.
 TEST(MusicFiles, LieWhereTheMenuLooksForThem) {
+    constexpr TextId kTitles[] = {TextId::kMusicSet2, TextId::kMusicSet3, TextId::kMusicSet4,
+                                  TextId::kMusicSet5};
     for (const SetCase& set : Sets()) {
         SCOPED_TRACE(set.music);
+        EXPECT_EQ(ToUtf8(LoadText(kTitles[set.music - 2], Language::kEnglish)),
+                  ReadSet(MusicSource(fmt::format("set_{}.txt", set.music))).title);
         for (const auto& [letter, size] : set.files)
             EXPECT_EQ(MusicFile(letter).size(), size) << letter;
         const std::span<const uint8_t> last = MusicFile(set.files.back().first);
