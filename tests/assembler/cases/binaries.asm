@@ -1,5 +1,5 @@
 ; A file goes on in the banks behind its own, and the location with it. Nothing else does.
- .INESPRG 2
+ .INESPRG 3
  .BANK 1
  .ORG $BFFF
 Begin .INCBIN "data_bytes.inc"
@@ -14,4 +14,4 @@ End .DB LOW(End),HIGH(End),BANK(Begin),BANK(End)
  .ORG $DFFE
  .INCBIN "data_bytes.inc"
  .DB 3
-LAST = 2
+LAST = 4
