@@ -335,8 +335,7 @@ TEST(ListView, RowsAreHighlightedPulledAndTakenOut) {
     list.view.ClearFilter();
     EXPECT_EQ(names(), "4 5 0 23 3 1 ");
 
-    list.Click(list.Place(2, ListColumn::kName));
-    list.Key(Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier);
+    pull(list.Place(3, ListColumn::kNumber), list.Place(2, ListColumn::kNumber));
     EXPECT_THAT(list.view.HighlightedRows(), ElementsAre(2, 3));
     list.Key(Qt::Key_Space);
     EXPECT_THAT(list.Checked(), ElementsAre(2, 3));

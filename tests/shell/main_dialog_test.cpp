@@ -90,8 +90,7 @@ TEST_F(MainDialog, WhatIsTakenOutIsToldAndAFilterKeepsTheRest) {
     Send(kCommandSelectAll);
     filter("C.nes");
     EXPECT_EQ(sent(kCommandRemove),
-              R"( Removed "C". Ctrl+Z brings it back. 3 checked game(s) that )"
-              "the filter hides are still there.");
+              R"( Removed "C". Ctrl+Z brings it back. 3 hidden checked one(s) stay.)");
     filter("D.nes");
     dialogs.answers = {kEndYes};
     EXPECT_EQ(sent(kCommandClear), R"( Removed 1 games. Ctrl+Z brings them back.)");
@@ -145,7 +144,7 @@ TEST_F(MainDialog, ARefusedBuildLeadsToTheGame) {
     EXPECT_THAT(dialogs.told.back(), testing::HasSubstr("2.B Mapper5"));
     EXPECT_EQ(Table().currentIndex().row(), 1);
     EXPECT_THAT(ChildOf<QLabel>(*window, "status_told").text().toStdString(),
-                testing::HasSubstr("row 2 can't run on MINDKIDS"));
+                testing::HasSubstr("Row 2 can't run on MINDKIDS"));
     EXPECT_TRUE(QTest::qWaitFor([&] {
         return ChildOf<QLabel>(*window, "status_space_0")
             .text()

@@ -166,7 +166,7 @@ TEST_F(Tasks, DroppedFilesKeepTheirOrderAndWaitForATask) {
     ASSERT_TRUE(Until([&] { return !Names().empty(); }));
     EXPECT_THAT(Names(), ElementsAre("one", "Travel", "two"));
     EXPECT_TRUE(host_.editor.Games()[1].HasValidHeader());
-    EXPECT_EQ(host_.told, "3 game(s) added. 1 folder(s) were not opened: drop the games in them.");
+    EXPECT_EQ(host_.told, "3 game(s) added. 1 folder(s) left out: drop their files.");
     EXPECT_EQ(host_.details, "trip");
     EXPECT_EQ(files_.Name(), u"trip");
 }

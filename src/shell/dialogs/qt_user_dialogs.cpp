@@ -95,14 +95,15 @@ RomFormat QtUserDialogs::FormatOfFilter(const QString& filter) const {
     return kFormats.front();
 }
 
-// Where the program is installed for everybody its own folder is of no use to its user.
+// Where the program is installed for everybody its own folder is of no use to its user; who starts
+// it out of a source tree may know a better one.
 std::filesystem::path QtUserDialogs::StartFolder(const std::filesystem::path& wanted,
                                                  Use use) const {
     const QFileInfo asked(PathToQt(wanted));
     if (!wanted.empty() && asked.isDir() && (use == Use::kRead || asked.isWritable())) {
         return wanted;
     }
-    const QString places[] = {PathToQt(base_),
+    const QString places[] = {qEnvironmentVariable("BANKWEAVER_FILES"), PathToQt(base_),
                               QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)};
     for (const QString& place : places) {
         const QFileInfo folder(place);

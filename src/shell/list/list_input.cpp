@@ -209,11 +209,10 @@ bool ListInput::OnMoveKey(const QKeyEvent& key) {
 
 void ListInput::MoveTo(int viewRow, Qt::KeyboardModifiers modifiers) {
     if (viewRow < 0 || viewRow >= model_.rowCount()) return;
-    const bool shift = modifiers.testFlag(Qt::ShiftModifier);
     if (modifiers.testFlag(Qt::ControlModifier)) {
-        shift ? table_.ExtendTo(viewRow) : table_.SelectRow(viewRow);
+        table_.SelectRow(viewRow);
     } else {
-        Click(viewRow, {.shift = shift});
+        Click(viewRow, {.shift = modifiers.testFlag(Qt::ShiftModifier)});
     }
     table_.RevealRow(viewRow);
 }

@@ -5,10 +5,10 @@
 // are pulled go where they are let go; in the column of numbers pulling highlights. Double clicks
 // open names and remarks for editing, show the folder of a path, and flip the check on a number.
 // Keys: arrows, Page, Home and End move; with Shift they check what they pass, with Ctrl they leave
-// the start of such a run where it is, with both they highlight and check nothing. Space flips the
-// check of what is highlighted, Shift+Space checks the run up to the row, Del takes the highlighted
-// rows out, Ctrl+Space is a click on the title of the framed cell's column. F2 edits the name,
-// Shift+F2 the remark. Typed letters find the next name that begins with them.
+// the start of such a run where it is. Space flips the check of what is highlighted, Shift+Space
+// checks the run up to the row, Del takes the highlighted rows out, Ctrl+Space is a click on the
+// title of the framed cell's column. F2 edits the name, Shift+F2 the remark. Typed letters find the
+// next name that begins with them.
 #pragma once
 
 #include <QElapsedTimer>

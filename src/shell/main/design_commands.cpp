@@ -55,7 +55,13 @@ void DesignCommands::StorePath(const std::filesystem::path& file) {
     host_.Store().RegWriteString(kDesignKey, kLastDesignFile, PathText(file));
 }
 
-bool DesignCommands::Open() {
+bool DesignCommands::IsEnabled() const {
+    uint32_t enabled = 0;
+    host_.Store().RegReadDword(kMainKey, setting::kCustomEnable, enabled);
+    return enabled != 0;
+}
+
+bool DesignCommands::Open(bool shows) {
     // A build takes the design from the settings.
     if (RefusesWhileBusy(host_)) return false;
     const auto file = host_.Dialogs().AskDesignToOpen(StartFolder());
@@ -71,9 +77,7 @@ bool DesignCommands::Open() {
     }
     session.Replace(document);
     design_ = session.Document().store;
-    uint32_t enabled = 0;
-    host_.Store().RegReadDword(kMainKey, setting::kCustomEnable, enabled);
-    const TextId told = enabled != 0 ? TextId::kDesignOpened : TextId::kDesignOpenedOff;
+    const TextId told = shows ? TextId::kDesignOpened : TextId::kDesignOpenedOff;
     host_.Tell(FormatText(LoadText(told, language), PathText(file->filename())));
     return true;
 }
@@ -97,7 +101,7 @@ bool DesignCommands::MayEnable() {
                              LoadText(TextId::kLeaveDisabled, language)};
     const auto answer = host_.Dialogs().Choose(LoadText(TextId::kNothingDesigned, language),
                                                LoadText(TextId::kCustomMenu, language), answers);
-    return answer == 0 ? Open() : answer == 1;
+    return answer == 0 ? Open(true) : answer == 1;
 }
 
 }  // namespace bw

@@ -14,13 +14,15 @@ class DesignCommands {
 
     // Asks for a design file and brings its design in, for this window and for the settings. False
     // if the user gave up or the file can't be read, which is told.
-    bool Open();
+    bool Open() { return Open(IsEnabled()); }
     void Save();
     // Whether the screen is to be switched on; asks while nothing was designed, and may bring in a
     // design.
     bool MayEnable();
 
   private:
+    bool Open(bool shows);
+    bool IsEnabled() const;
     std::filesystem::path StartFolder() const;
     void StorePath(const std::filesystem::path& file);
 

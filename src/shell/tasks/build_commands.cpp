@@ -7,7 +7,6 @@
 #include "builder/build_words.h"
 #include "builder/layout/board_space.h"
 #include "list/added_games.h"
-#include "shell/framework/texts.h"
 #include "shell/tasks/window_build_user.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -58,9 +57,8 @@ void ShowUnfit(ListHost& host, const Job& job, BoardType board) {
     if (first.place.row == 0 || first.place.row > host.Editor().Games().size()) return;
     host.Editor().SetFindRow(first.place.row - 1);
     host.ShowFound(true);
-    const std::u16string entry = FromQt(WithoutLetter(QtText(FitEntry(board), job.language)));
     host.Tell(FormatText(LoadText(TextId::kRefusedAtRow, job.language), first.place.row,
-                         ToWide(BoardName(board)), entry));
+                         ToWide(BoardName(board))));
 }
 
 std::u16string ExportEndText(const Job& job) {
