@@ -56,8 +56,9 @@ struct Session {
             words.push_back(Sample(name));
         const ChildProcess source = hand.Run(words, {"QT_QPA_PLATFORM=xcb"});
         hand.AwaitWindow("files to drag");
+        // Anywhere on the window will do, even where texts can be dropped too.
         hand.Drag({kDragSource.x + 30, kDragSource.y + 30},
-                  screen->Await("the first row", Cell(0, kNameColumn)).Middle());
+                  screen->Await("the filter", ById("filterText")).Middle());
         screen->Await("the dropped games", Rows(rows));
     }
     // The square is as wide as a row is high.
@@ -147,6 +148,13 @@ TEST(Session, FromAnEmptyListToTheNextStart) {
     for (const int row : {1, 2, 3, 4})
         session.ClickCheck(row);
     EXPECT_THAT(session.Now().checks, ElementsAre("x", "-", "-", "x", "x"));
+
+    // A row that is pulled away leaves the checks as they are.
+    const Seen below = screen.Await("a row", Cell(3, kNameColumn));
+    hand.Drag(screen.Await("a row", Cell(1, kNameColumn)).Middle(),
+              {below.Middle().x, below.y + below.height - 2});
+    session.AwaitName(3, "mmc1_check");
+    EXPECT_THAT(session.Now().checks, ElementsAre("x", "-", "x", "-", "x"));
 
     // Two clicks, not a double one.
     const Seen title = screen.Await("the name column's title", Header(kNameColumn));

@@ -244,6 +244,24 @@ TEST_F(FileDialogs, CompleteTheNameByTheTypeAndRememberIt) {
     EXPECT_EQ(dialogs_.AskListToSave(folder_.Path()), folder_ / "games.txt.fcl");
 }
 
+TEST_F(FileDialogs, QuestionsStandBeforeTheDialogThatIsOpen) {
+    QDialog open(&window_);
+    QWidget* before = nullptr;
+    WhenModal([&](QWidget&) {
+        WhenModal([&](QWidget& question) {
+            before = question.parentWidget();
+            question.close();
+        });
+        const std::u16string answers[] = {u"One", u"Two"};
+        EXPECT_EQ(dialogs_.Choose(u"Which?", u"Question", answers), std::nullopt);
+        WhenModal([](QWidget& question) { ControlOf<QPushButton>(question, 1102).click(); });
+        EXPECT_EQ(dialogs_.Choose(u"Which?", u"Question", answers), 1U);
+        open.close();
+    });
+    open.exec();
+    EXPECT_EQ(before, &open);
+}
+
 TEST_F(FileDialogs, ReplaceNothingUnasked) {
     test::WriteText(folder_ / "my.list.fcl", "");
     Type(QStringLiteral("my.list"), 0, kEndNo, [&] { Type(QStringLiteral("next")); });
