@@ -57,7 +57,7 @@ _bankweaver_cli() {
     local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]}
     local command=${COMP_WORDS[1]} names menu
     if [[ $COMP_CWORD == 1 ]]; then
-        _bankweaver_words "info build export list design --help --version"
+        _bankweaver_words "info build export list design help --help --version"
         return
     fi
     if [[ $command == design ]]; then
@@ -80,6 +80,7 @@ _bankweaver_cli() {
         fi
     fi
     case "$command $prev" in
+        "help "*) _bankweaver_words "info build export list design" ;;
         *" --board") _bankweaver_words "coolboy mindkids coolgirl" ;;
         *" --menu-size") _bankweaver_words "128 256 512" ;;
         *" --page-size") _bankweaver_words "5 10 15 20" ;;
@@ -108,21 +109,20 @@ _bankweaver_cli() {
                 return
             fi
             names="--page-size --page-number --insert-row --number --dot --fill"
-            menu="--board --menu-size --style --music --turning-speed --design --extern-menu $names"
+            menu="--board --menu-size --style --music --turning-speed --design --extern-menu $names
+                --strict --skip-unsupported"
             case $command in
-                info | "design info") _bankweaver_words "--json --help" ;;
-                list) _bankweaver_words "--json --output --help" ;;
-                build)
-                    _bankweaver_words "$menu --format --keep-work --report --output --help"
-                    ;;
-                export) _bankweaver_words "$menu --directory --help" ;;
-                "design pack") _bankweaver_words "--output --help" ;;
-                "design unpack") _bankweaver_words "--directory --help" ;;
-                "design render")
-                    _bankweaver_words "$names --output --layers --view --scale --help"
-                    ;;
-                "design convert") _bankweaver_words "--load --save --help" ;;
+                info | "design info") names="--json" ;;
+                list) names="--json --output" ;;
+                build) names="$menu --format --keep-work --report --dry-run --output" ;;
+                export) names="$menu --directory" ;;
+                "design pack") names="--output" ;;
+                "design unpack") names="--directory" ;;
+                "design render") names="$names --output --layers --view --scale" ;;
+                "design convert") names="--load --save" ;;
+                *) names="" ;;
             esac
+            _bankweaver_words "$names --quiet --verbose --help"
             ;;
     esac
 }

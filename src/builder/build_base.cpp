@@ -4,6 +4,7 @@
 #include <span>
 #include <utility>
 
+#include "builder/layout/image_warnings.h"
 #include "builder/resources.h"
 #include "builder/tables/menu_tables.h"
 #include "language/problem_text.h"
@@ -75,6 +76,13 @@ bool BuildBase::PrepareGames(BoardType board) {
     if (!Passes(unfit_)) return false;
     if (board != BoardType::kCoolgirl) ApplyPrgMinimum(items_);
     return true;
+}
+
+bool BuildBase::AcceptsIncomplete(std::span<const MulticartItem> items) const {
+    bool accepted = true;
+    for (const Diagnostic& warning : FindIncompleteImages(items, language_))
+        accepted = user_.Warn(warning.text) && accepted;
+    return accepted;
 }
 
 bool BuildBase::CountBanks(BoardType board, uint32_t menuPrgUnits,

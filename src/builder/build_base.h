@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,9 @@ class BuildBase {
     bool ReadGames(NameRules rules);
     // Rounds the sizes and refuses games that the board can't run.
     bool PrepareGames(BoardType board);
+    // Tells of games that a build takes in though data is missing. False if the user doesn't want
+    // it.
+    bool AcceptsIncomplete(std::span<const MulticartItem> items) const;
     // Counts the banks of the tables and refuses what the menu has no room for.
     bool CountBanks(BoardType board, uint32_t menuPrgUnits, const std::filesystem::path& folder);
     void LoadDesign() const;

@@ -5,6 +5,7 @@
 
 #include "builder/build_base.h"
 #include "builder/menu_assembler.h"
+#include "builder/output/kept_folder.h"
 #include "builder/output/rom_writer.h"
 #include "builder/resources.h"
 #include "builder/tables/menu_tables.h"
@@ -32,8 +33,11 @@ class RomBuild : BuildBase {
         outcome.board = board_;
         // Tables that don't fit are refused before anything is written.
         if (ReadGames(NameRules::kRomBuild) && CountBanks(board_, menu_.prgUnits, buildFolder_)) {
-            outcome.done = Build(outcome);
-            KeepWork();
+            // Held for as long as the build runs: see RemoveAbandonedWorkFolders.
+            FileResult<> prepared = WriteResources(context_.workFolder);
+            const FileResult<FileLock> held = FileLock::TryTake(context_.workFolder);
+            outcome.done = Build(std::move(prepared), outcome);
+            outcome.workKept = KeepWork();
             RemoveFolder(context_.workFolder);
             outcome.unfit = std::move(unfit_);
         }
@@ -50,25 +54,31 @@ class RomBuild : BuildBase {
         const uint32_t units = context_.settings.MenuUnits(board_);
         menu_.SetPrgCount(units);
         menu_.SetPrgUnits(units);
+        menu_.isMenu = 1;
     }
 
-    bool Build(BuildOutcome& outcome) {
-        FileResult<> prepared = WriteResources(context_.workFolder);
+    // Whether the assembler is to run over a source of the user's, which leaves files beside it.
+    bool AssemblesExternMenu() const { return ExternMenuIs("asm") && !context_.dryRun; }
+
+    bool Build(FileResult<> prepared, BuildOutcome& outcome) {
         if (items_.empty()) {
             user_.Message(Text(TextId::kNoFilesSelected), Text(TextId::kTipsTitle),
                           MessageKind::kTips);
             return false;
         }
-        if (!PrepareGames(board_) || !CheckScreen()) return false;
+        if (!PrepareGames(board_) || !CheckScreen() || !CheckExternMenu() ||
+            !AcceptsIncomplete(items_)) {
+            return false;
+        }
         if (prepared) prepared = MakeFolders(buildFolder_);
         if (!prepared) {
             ShowFileProblem(prepared.Problem());
             return false;
         }
-        if (ExternMenuIs("asm") && !AssembleExternMenu(context_.settings.MenuSize)) return false;
+        if (AssemblesExternMenu() && !AssembleExternMenu(context_.settings.MenuSize)) return false;
         outcome.layout = Allocate(menu_, items_, board_);
         if (!Passes(CheckRomLimits(outcome.layout, board_, language_)) ||
-            !WriteGeneratedFiles(outcome) || !GetMenu() || !Passes(CheckMenu(menu_, language_))) {
+            !WriteGeneratedFiles(outcome) || !GetMenu()) {
             return false;
         }
         // The tables in the menu come from the first layout; this one has the real menu, and the
@@ -76,7 +86,7 @@ class RomBuild : BuildBase {
         outcome.layout = Allocate(menu_, items_, board_);
         if (!Passes(CheckConflicts(outcome.layout, language_))) return false;
         outcome.names = names_;
-        return WriteOutput(outcome);
+        return context_.dryRun || WriteOutput(outcome);
     }
 
     bool CheckScreen() const {
@@ -103,21 +113,32 @@ class RomBuild : BuildBase {
         return true;
     }
 
+    // Before anything is made for it: no folder, no table.
+    bool CheckExternMenu() const {
+        if (!ExternMenu()) return true;
+        const std::filesystem::path& path = context_.settings.ExternMenuPath;
+        const FileResult<> file = CheckRegularFile(path);
+        if (file && (ExternMenuIs("asm") || ExternMenuIs("nes"))) return true;
+        const std::u16string name = VisibleText(PathText(path));
+        ShowError(FormatText(Text(TextId::kInvalidExternalMenu), name) +
+                  (file ? u"" : u"\r\n" + ProblemText(file.Problem(), language_)));
+        return false;
+    }
+
     bool GetMenu() {
         user_.Progress(BuildStage::kAssembleMenu, 0, 1, u"");
+        if (ExternMenuIs("asm") && context_.dryRun) return true;
+        return ReadMenu() && Passes(CheckMenu(menu_, language_)) && AcceptsIncomplete({&menu_, 1});
+    }
+
+    bool ReadMenu() {
         if (!ExternMenu()) return Assemble(menuFolder_ / "menu.asm", menuFolder_);
+        if (ExternMenuIs("asm")) return AssembleExternMenu(menu_.prgUnits);
+        // One that is read and is no menu is the menu check's to tell.
         const std::filesystem::path& path = context_.settings.ExternMenuPath;
-        std::error_code error;
-        const bool exists = std::filesystem::is_regular_file(path, error);
-        if (exists && ExternMenuIs("asm")) return AssembleExternMenu(menu_.prgUnits);
-        if (exists && ExternMenuIs("nes")) {
-            // One that is read and is no menu is the menu check's to tell.
-            const auto unread = menu_.Load(path) ? std::nullopt : WhyUnread(path);
-            if (unread) ShowFileProblem(*unread);
-            return !unread;
-        }
-        ShowError(FormatText(Text(TextId::kInvalidExternalMenu), PathText(path)));
-        return false;
+        const auto unread = menu_.Load(path) ? std::nullopt : WhyUnread(path);
+        if (unread) ShowFileProblem(*unread);
+        return !unread;
     }
 
     // Assembles a source and reads the ROM that it leaves beside itself. A ROM that isn't there
@@ -159,7 +180,8 @@ class RomBuild : BuildBase {
         outcome.format = choice->format;
         outcome.output = WithFormatExtension(choice->path, choice->format);
         if (IsInput(outcome.output)) {
-            ShowError(FormatText(Text(TextId::kOutputIsAnInput), PathText(outcome.output)));
+            ShowError(
+                FormatText(Text(TextId::kOutputIsAnInput), VisibleText(PathText(outcome.output))));
             return false;
         }
         const FileResult<RomEnd> end =
@@ -190,21 +212,13 @@ class RomBuild : BuildBase {
                            [&](const MulticartItem& item) { return same(item.path); });
     }
 
-    void KeepWork() const {
-        if (!context_.keepWork) return;
-        FileResult<> kept = MakeFolders(*context_.keepWork);
-        if (kept) {
-            std::error_code error;
-            std::filesystem::copy(menuFolder_, *context_.keepWork,
-                                  std::filesystem::copy_options::recursive |
-                                      std::filesystem::copy_options::overwrite_existing,
-                                  error);
-            if (error) kept = ProblemOf(*context_.keepWork, error);
-        }
-        if (!kept) {
-            user_.Diagnostic(
-                ToUtf8(Text(TextId::kWorkFolderNotKept) + ProblemText(kept.Problem(), language_)));
-        }
+    // True if it is done or not wanted.
+    bool KeepWork() const {
+        if (!context_.keepWork) return true;
+        const FileResult<> kept = KeepFiles(menuFolder_, *context_.keepWork);
+        if (!kept)
+            ShowError(Text(TextId::kWorkFolderNotKept) + ProblemText(kept.Problem(), language_));
+        return static_cast<bool>(kept);
     }
 
     BoardType board_;

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "builder/input/build_context.h"
@@ -20,6 +21,7 @@ namespace bw {
 struct BuildOutcome {
     bool done = false;
     std::vector<Diagnostic> unfit;  // the first games that the board can't run, which ended it
+    bool workKept = true;  // false if the folder of keepWork couldn't be filled
     BoardType board = BoardType::kCoolboy;
     RomFormat format = RomFormat::kNes20;
     std::filesystem::path output;
@@ -47,6 +49,9 @@ enum class ExportType : uint8_t { kCoolboy = 0, kCoolgirl = 1 };
 // goes to the folder as it stands before that question. True if all steps were taken.
 bool ExportInfo(const BuildContext& context, ExportType type, uint32_t menuPrgUnits,
                 std::filesystem::path& folder, bool ask);
+
+// Whether an export writes files of this name.
+bool IsExportedName(std::u16string_view name);
 
 // The export command: type and size from the settings, the folder from the user, who is then asked
 // whether to open it.

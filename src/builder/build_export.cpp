@@ -23,7 +23,7 @@ class Export : BuildBase {
             const FileResult<> report = WriteNameReport(names_, folder);
             if (!report) TellUnwritten(user_, report.Problem());
         }
-        if (!PrepareGames(board_)) return false;
+        if (!PrepareGames(board_) || (ask && !AcceptsIncomplete(items_))) return false;
         MulticartItem menu;
         menu.SetPrgCount(menuPrgUnits_);
         menu.SetPrgUnits(menuPrgUnits_);
@@ -58,6 +58,11 @@ class Export : BuildBase {
 bool ExportInfo(const BuildContext& context, ExportType type, uint32_t menuPrgUnits,
                 std::filesystem::path& folder, bool ask) {
     return Export(context, type, menuPrgUnits).Run(folder, ask);
+}
+
+bool IsExportedName(std::u16string_view name) {
+    return name.starts_with(u"game_") || name == u"custom_chr_data.bin" ||
+           name == u"char_mapping.bin";
 }
 
 bool RunExport(const BuildContext& context) {

@@ -18,9 +18,9 @@ std::u16string StageText(BuildStage stage, Language language) {
 }
 
 std::u16string BuildSummary(const BuildOutcome& outcome, Language language) {
-    return FormatText(LoadText(TextId::kRomWritten, language), PathText(outcome.output),
-                      BoardName(outcome.board), outcome.names.size(),
-                      outcome.layout.romSize / 1048576.0);
+    return FormatText(LoadText(TextId::kRomWritten, language),
+                      VisibleText(PathText(outcome.output)), BoardName(outcome.board),
+                      outcome.names.size(), outcome.layout.romSize / 1048576.0);
 }
 
 std::u16string BuildStoppedText(Language language) {

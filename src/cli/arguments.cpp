@@ -1,15 +1,13 @@
 #include "cli/arguments.h"
 
-#include <algorithm>
 #include <map>
+#include <memory>
+#include <sstream>
 
-#include <CLI/CLI.hpp>
-#include <fmt/format.h>
-
-#include "cli/design_convert.h"
-#include "cli/design_render.h"
+#include "cli/command_options.h"
+#include "cli/design_arguments.h"
 #include "cli/inputs.h"
-#include "language/language.h"
+#include "cli/usage_problem.h"
 #include "support/paths.h"
 #include "support/text.h"
 #include "support/version.h"
@@ -19,83 +17,29 @@ namespace {
 
 constexpr int kWrongUsage = 2;
 
-// What the options of a menu are parsed into before they become settings.
+// What options are parsed into before they become settings.
 struct MenuOptions {
     std::string board = "coolboy";
     uint32_t menuSize = 128;  // KB
     std::string style = "default";
-    std::string externMenu;
-    std::string design;
+    std::filesystem::path externMenu;
+    std::string format;
+    std::filesystem::path keepWork;
 };
 
-template <typename Value>
-void OneOf(CLI::Option* option, std::initializer_list<Value> values) {
-    option->check(CLI::IsMember(std::vector<Value>(values)));
-}
-
-void AddInputs(CLI::App& command, Arguments& arguments) {
-    command
-        .add_option("INPUT", arguments.inputs,
-                    "A game image (.nes), a list file (.fcl), or a folder with game images. The "
-                    "order is the order of the menu.")
-        ->required();
-}
-
-// The options that concern the names on the screen.
-void AddListOptions(CLI::App& command, BuildSettings& settings) {
-    OneOf<uint32_t>(
-        command.add_option("--page-size", settings.PageSize, "Names on a page of the menu")
-            ->capture_default_str(),
-        {5, 10, 15, 20});
-    command.add_flag("--page-number", settings.PageNumber, "Show the number of the page");
-    command.add_flag("--insert-row", settings.NameInsertRow, "Leave a blank row between names");
-    command.add_flag("--number", settings.ShowNumberOrder, "Put ordinal numbers before the names");
-    command.add_flag("--dot", settings.ShowNumberDot, "Put a point behind the number");
-    command.add_flag("--fill", settings.ShowNumberFill, "Give all numbers the same length");
-}
-
-// The tunes by the titles that they have in the window.
-std::string MusicHelp() {
-    std::string help = "Sound of the menu: 0 silent, 1 beeps, or a tune:";
-    int number = 2;
-    for (const TextId title :
-         {TextId::kMusicSet2, TextId::kMusicSet3, TextId::kMusicSet4, TextId::kMusicSet5}) {
-        help += fmt::format("{} {} {}", number == 2 ? "" : ",", number,
-                            ToUtf8(LoadText(title, Language::kEnglish)));
-        ++number;
-    }
-    return help;
-}
-
-void AddMenuOptions(CLI::App& command, BuildSettings& settings, MenuOptions& options) {
-    OneOf<std::string>(
-        command.add_option("--board", options.board, "The cartridge board")->capture_default_str(),
-        {"coolboy", "mindkids", "coolgirl"});
-    OneOf<uint32_t>(command
-                        .add_option("--menu-size", options.menuSize,
-                                    "Size of the menu program in KB; COOLGIRL's is always 128 "
-                                    "unless --extern-menu is given")
-                        ->capture_default_str(),
-                    {128, 256, 512});
-    AddListOptions(command, settings);
-    OneOf<std::string>(
-        command.add_option("--style", options.style, "Look of the menu")->capture_default_str(),
-        {"default", "white"});
-    command.add_option("--music", settings.Music, MusicHelp())
-        ->capture_default_str()
-        ->check(CLI::Range(0, 5));
-    command
-        .add_option("--turning-speed", settings.PageTurningSpeed,
-                    "Names redrawn in a frame when the page turns")
-        ->capture_default_str()
-        ->check(CLI::Range(1, 4));
-    command
-        .add_option("--design", options.design, "A screen of your own (.fcm), instead of a style")
-        ->check([](const std::string& file) {
-            return file.empty() ? "the name of a design is missing" : "";
-        });
-    command.add_option("--extern-menu", options.externMenu,
-                       "A menu of your own: a source (.asm) or a ROM (.nes)");
+void AddMenuOptions(const CommandOptions& options, MenuOptions& menu, Arguments& arguments) {
+    BuildSettings& settings = arguments.settings;
+    options.Choice("--board", menu.board, {"coolboy", "mindkids", "coolgirl"}, TextId::kHelpBoard);
+    options.Choice("--menu-size", menu.menuSize, {"128", "256", "512"}, TextId::kHelpMenuSize);
+    AddListOptions(options, settings);
+    options.Choice("--style", menu.style, {"default", "white"}, TextId::kHelpStyle);
+    options.Choice("--music", settings.Music, {"0", "1", "2", "3", "4", "5"}, TextId::kHelpMusic);
+    options.Choice("--turning-speed", settings.PageTurningSpeed, {"1", "2", "3", "4"},
+                   TextId::kHelpTurningSpeed);
+    options.Path("--design", arguments.design, TextId::kHelpDesignOption, "FILE");
+    options.Path("--extern-menu", menu.externMenu, TextId::kHelpExternMenu, "FILE");
+    options.Flag("--strict", arguments.strict, TextId::kHelpStrict);
+    options.Flag("--skip-unsupported", arguments.skipUnsupported, TextId::kHelpSkipUnsupported);
 }
 
 void ApplyMenuOptions(const MenuOptions& options, Arguments& arguments) {
@@ -109,99 +53,10 @@ void ApplyMenuOptions(const MenuOptions& options, Arguments& arguments) {
     settings.ShowStyle = options.style == "white" ? 1 : 0;
     settings.ExternMenuEnable = !options.externMenu.empty();
     if (settings.ExternMenuEnable) settings.ExternMenuPath = FromCurrentFolder(options.externMenu);
-    settings.CustomEnable = !options.design.empty();
-    if (settings.CustomEnable) arguments.design = options.design;
+    settings.CustomEnable = !arguments.design.empty();
     settings.ExportRomType = arguments.board == BoardType::kCoolgirl ? 1 : 0;
     settings.ExportPrgSize = settings.MenuSize == 16 ? 1 : settings.MenuSize == 32 ? 2 : 0;
-}
-
-// The conversion of a design between its file and its folder.
-struct DesignCommands {
-    CLI::App* pack;
-    CLI::App* unpack;
-    CLI::App* render;
-    CLI::App* info;
-    CLI::App* convert;
-};
-
-// An option that takes PART=FILE, any number of times.
-void AddPartOption(CLI::App& command, const std::string& option, std::vector<PartFile>& parts,
-                   const std::vector<std::string>& names, const std::string& help) {
-    std::string known;
-    for (const std::string& name : names)
-        known.append(known.empty() ? "" : ", ").append(name);
-    command
-        .add_option_function<std::vector<std::string>>(
-            option,
-            [&parts](const std::vector<std::string>& values) {
-                for (const std::string& value : values) {
-                    const size_t sign = value.find('=');
-                    parts.push_back({value.substr(0, sign), value.substr(sign + 1)});
-                }
-            },
-            help + ": " + known)
-        ->type_name("PART=FILE")
-        ->expected(1)
-        ->take_all()
-        ->check([names](const std::string& value) -> std::string {
-            const size_t sign = value.find('=');
-            const bool named = std::ranges::find(names, value.substr(0, sign)) != names.end();
-            return named && sign + 1 < value.size() && sign != std::string::npos
-                       ? ""
-                       : value + " is no known part, = and a file";
-        });
-}
-
-CLI::App* AddConvertCommand(CLI::App& design, Arguments& arguments) {
-    CLI::App* convert =
-        design.add_subcommand("convert", "Put parts into a design, or take parts out of it");
-    convert->add_option("FILE", arguments.design,
-                        "The design (.fcm) to begin with; without one the default screen");
-    AddPartOption(*convert, "--load", arguments.loads, LoadedPartNames(), "Replace a part by");
-    AddPartOption(*convert, "--save", arguments.saves, SavedPartNames(), "Write a part to");
-    convert->get_option("--save")->required();
-    return convert;
-}
-
-CLI::App* AddRenderCommand(CLI::App& design, Arguments& arguments) {
-    CLI::App* render = design.add_subcommand("render", "Draw a design as a picture");
-    render->add_option("FILE", arguments.design, "The design (.fcm)")->required();
-    render
-        ->add_option("INPUT", arguments.inputs,
-                     "Game images, list files or folders whose names the list shows")
-        ->expected(0, CLI::detail::expected_max_vector_size);
-    render->add_option("-o,--output", arguments.output, "The picture (.png) to write")->required();
-    render->add_option("--layers", arguments.layers, "What the screen shows, separated by commas")
-        ->delimiter(',')
-        ->check(CLI::IsMember(LayerNames()));
-    OneOf<std::string>(
-        render
-            ->add_option("--view", arguments.view, "The screen, or the tiles in all their colours")
-            ->capture_default_str(),
-        {"screen", "tiles"});
-    render->add_option("--scale", arguments.scale, "Pixels of the picture for one of the console")
-        ->capture_default_str()
-        ->check(CLI::Range(1, 8));
-    AddListOptions(*render, arguments.settings);
-    return render;
-}
-
-DesignCommands AddDesignCommands(CLI::App& app, Arguments& arguments) {
-    CLI::App* design = app.add_subcommand("design", "Convert the design of a menu's screen");
-    design->require_subcommand(1);
-    CLI::App* pack = design->add_subcommand("pack", "Make a design from a folder of its parts");
-    pack->add_option("FOLDER", arguments.folder, "The folder with design.txt and its pictures")
-        ->required();
-    pack->add_option("-o,--output", arguments.output, "The design (.fcm) to write")->required();
-    CLI::App* unpack =
-        design->add_subcommand("unpack", "Take a design apart into text and pictures");
-    unpack->add_option("FILE", arguments.design, "The design (.fcm)")->required();
-    unpack->add_option("-d,--directory", arguments.folder, "The folder to write to")->required();
-    CLI::App* info = design->add_subcommand("info", "Tell what a design holds");
-    info->add_flag("--json", arguments.json, "Print JSON instead of a table");
-    info->add_option("FILE", arguments.design, "The design (.fcm)")->required();
-    return {pack, unpack, AddRenderCommand(*design, arguments), info,
-            AddConvertCommand(*design, arguments)};
+    if (!options.keepWork.empty()) arguments.keepWork = FromCurrentFolder(options.keepWork);
 }
 
 RomFormat FormatOf(const std::string& name, const std::filesystem::path& output) {
@@ -214,78 +69,115 @@ RomFormat FormatOf(const std::string& name, const std::filesystem::path& output)
     return RomFormat::kNes20;
 }
 
+// A command on games: what all of them have.
+CommandOptions AddGameCommand(const CommandOptions& program, const std::string& name, TextId help,
+                              Command command, Arguments& arguments) {
+    const CommandOptions added = program.Add(name, help);
+    added.Command().callback([&arguments, command] { arguments.command = command; });
+    added.Flag("-q,--quiet", arguments.quiet, TextId::kHelpQuiet);
+    added.Flag("-v,--verbose", arguments.verbose, TextId::kHelpVerbose);
+    added.Inputs(arguments.inputs, TextId::kHelpInput)->required();
+    return added;
+}
+
+void AddGameCommands(const CommandOptions& program, MenuOptions& menu, Arguments& arguments) {
+    const auto add = [&](const std::string& name, TextId help, Command command) {
+        return AddGameCommand(program, name, help, command, arguments);
+    };
+    const CommandOptions info = add("info", TextId::kHelpInfo, Command::kInfo);
+    info.Flag("--json", arguments.json, TextId::kHelpJson);
+
+    const CommandOptions build = add("build", TextId::kHelpBuild, Command::kBuild);
+    build.Output(arguments.output, TextId::kHelpOutputRom);
+    build.Choice("--format", menu.format, {"nes", "unf", "bin"}, TextId::kHelpFormat);
+    AddMenuOptions(build, menu, arguments);
+    build.Path("--keep-work", menu.keepWork, TextId::kHelpKeepWork, "FOLDER");
+    build.Path("--report", arguments.report, TextId::kHelpReport, "FILE");
+    build.Flag("--dry-run", arguments.dryRun, TextId::kHelpDryRun);
+
+    const CommandOptions exporting = add("export", TextId::kHelpExport, Command::kExport);
+    exporting.Path("-d,--directory", arguments.folder, TextId::kHelpFolder, "FOLDER")->required();
+    AddMenuOptions(exporting, menu, arguments);
+
+    const CommandOptions list = add("list", TextId::kHelpListCommand, Command::kList);
+    list.Flag("--json", arguments.json, TextId::kHelpJson);
+    list.Output(arguments.output, TextId::kHelpOutputList);
+}
+
+// What goes together or not; empty if all is well.
+std::u16string Contradiction(const Arguments& arguments, Language language) {
+    if (arguments.command != Command::kBuild) return {};
+    if (!arguments.dryRun && arguments.output.empty()) {
+        return FormatText(LoadText(TextId::kOptionIsMissing, language), "-o,--output");
+    }
+    const bool reports = !arguments.report.empty() && arguments.report != "-";
+    if (arguments.dryRun && (arguments.keepWork || reports)) {
+        return FormatText(LoadText(TextId::kDryRunWritesNothing, language),
+                          arguments.keepWork ? "--keep-work" : "--report");
+    }
+    return {};
+}
+
+// "help COMMAND..." is "COMMAND... --help".
+std::vector<std::string> WordsOf(int count, const char* const* values) {
+    std::vector<std::string> words(values + (count > 0 ? 1 : 0), values + count);
+    if (!words.empty() && words.front() == "help") {
+        words.erase(words.begin());
+        words.emplace_back("--help");
+    }
+    return words;
+}
+
+std::unique_ptr<CLI::App> MakeProgram(Language language) {
+    const auto words = [language](TextId id) { return ToUtf8(LoadText(id, language)); };
+    auto program = std::make_unique<CLI::App>(words(TextId::kProgramPurpose), "bankweaver-cli");
+    program->option_defaults()->group(words(TextId::kOptionsLabel));
+    program->set_help_flag("-h,--help", words(TextId::kHelpHelp))
+        ->group(words(TextId::kOptionsLabel));
+    program
+        ->set_version_flag("-V,--version", "bankweaver-cli " + std::string(ProgramVersion()),
+                           words(TextId::kHelpVersion))
+        ->group(words(TextId::kOptionsLabel));
+    const auto formatter = program->get_formatter();
+    formatter->label("Usage", words(TextId::kUsageLabel));
+    formatter->label("Positionals", words(TextId::kPositionalsLabel));
+    formatter->label("OPTIONS", words(TextId::kOptionsLabel));
+    formatter->label("SUBCOMMAND", words(TextId::kCommandLabel));
+    formatter->label("REQUIRED", words(TextId::kRequiredLabel));
+    program->require_subcommand(1);
+    return program;
+}
+
 }  // namespace
 
 ParseResult ParseArguments(int count, const char* const* values) {
+    const Language language = SystemLanguage();
+    const auto program = MakeProgram(language);
     Arguments arguments;
     MenuOptions menu;
-    std::string format;
-    std::string keepWork;
+    AddGameCommands({*program, language}, menu, arguments);
+    AddDesignCommands({*program, language}, arguments);
 
-    CLI::App app("Builds one multicart ROM for COOLBOY, MINDKIDS and COOLGIRL cartridges.",
-                 "bankweaver-cli");
-    app.set_version_flag("--version", "bankweaver-cli " + std::string(ProgramVersion()));
-    app.require_subcommand(1);
-
-    CLI::App* info = app.add_subcommand("info", "Tell what game images hold");
-    info->add_flag("--json", arguments.json, "Print JSON instead of a table");
-    AddInputs(*info, arguments);
-
-    CLI::App* build = app.add_subcommand("build", "Build a multicart ROM");
-    AddMenuOptions(*build, arguments.settings, menu);
-    OneOf<std::string>(build->add_option("--format", format,
-                                         "nes, unf or bin; without it the extension of FILE "
-                                         "decides, else nes"),
-                       {"nes", "unf", "bin"});
-    build->add_option("--keep-work", keepWork,
-                      "A folder that receives the menu's sources and generated files");
-    build->add_option("--report", arguments.report,
-                      "A JSON file that tells where every game lies; - for standard output");
-    build->add_option("-o,--output", arguments.output, "The ROM to write")->required();
-    AddInputs(*build, arguments);
-
-    CLI::App* exporting =
-        app.add_subcommand("export", "Write the generated files for a menu of your own");
-    AddMenuOptions(*exporting, arguments.settings, menu);
-    exporting->add_option("-d,--directory", arguments.folder, "The folder to write to")->required();
-    AddInputs(*exporting, arguments);
-
-    CLI::App* list = app.add_subcommand("list", "Show the list of games, or save it");
-    list->add_flag("--json", arguments.json, "Print JSON instead of a table");
-    list->add_option("-o,--output", arguments.output, "A list file (.fcl) to write");
-    AddInputs(*list, arguments);
-
-    const DesignCommands design = AddDesignCommands(app, arguments);
-
-    ParseResult result;
+    const auto refuse = [&](std::string text) {
+        return ParseResult{.text = std::move(text), .exitCode = kWrongUsage};
+    };
     try {
-        app.parse(count, values);
+        std::vector<std::string> words = WordsOf(count, values);
+        program->parse(std::vector<std::string>(words.rbegin(), words.rend()));
     } catch (const CLI::Success& asked) {  // --help, --version
+        if (NamesUnknownCommand(*program)) return refuse(UsageProblem(*program, asked, language));
         std::ostringstream text;
-        app.exit(asked, text, text);
-        result.text = text.str();
-        return result;
+        program->exit(asked, text, text);
+        return {.text = text.str()};
     } catch (const CLI::ParseError& error) {
-        std::ostringstream text;
-        app.exit(error, text, text);
-        result.text = text.str();
-        result.exitCode = kWrongUsage;
-        return result;
+        return refuse(UsageProblem(*program, error, language));
     }
-    arguments.command = info->parsed()             ? Command::kInfo
-                        : build->parsed()          ? Command::kBuild
-                        : exporting->parsed()      ? Command::kExport
-                        : design.pack->parsed()    ? Command::kDesignPack
-                        : design.unpack->parsed()  ? Command::kDesignUnpack
-                        : design.render->parsed()  ? Command::kDesignRender
-                        : design.info->parsed()    ? Command::kDesignInfo
-                        : design.convert->parsed() ? Command::kDesignConvert
-                                                   : Command::kList;
     ApplyMenuOptions(menu, arguments);
-    arguments.format = FormatOf(format, arguments.output);
-    if (!keepWork.empty()) arguments.keepWork = keepWork;
-    result.arguments = std::move(arguments);
-    return result;
+    if (const std::u16string words = Contradiction(arguments, language); !words.empty()) {
+        return refuse(UsageText(*program, words, language));
+    }
+    arguments.format = FormatOf(menu.format, arguments.output);
+    return {.arguments = std::move(arguments)};
 }
 
 }  // namespace bw

@@ -33,6 +33,11 @@ struct Arguments {
     Command command = Command::kInfo;
     std::vector<std::filesystem::path> inputs;  // images, list files, folders; in menu order
     bool json = false;                          // info, list, design info
+    bool quiet = false;                         // say nothing but errors and warnings
+    bool verbose = false;                       // say what is done
+    bool strict = false;                        // build, export: warnings end it
+    bool skipUnsupported = false;               // build, export: leave out what the board can't run
+    bool dryRun = false;                        // build: write nothing, tell what would be made
     // build: the ROM; list: the list file, or empty; design pack: the design; design
     // render: the picture
     std::filesystem::path output;
@@ -41,9 +46,9 @@ struct Arguments {
     BoardType board = BoardType::kCoolboy;
     BuildSettings settings;
     RomFormat format = RomFormat::kNes20;
-    std::optional<std::filesystem::path> keepWork;
-    std::filesystem::path report;  // empty: none; "-": standard output
-    std::vector<PartFile> loads;   // design convert, in this order; then the saves
+    std::optional<std::filesystem::path> keepWork;  // absolute
+    std::filesystem::path report;                   // empty: none; "-": standard output
+    std::vector<PartFile> loads;                    // design convert, in this order; then the saves
     std::vector<PartFile> saves;
     // design render
     std::vector<std::string> layers;  // empty: as the designer shows them
@@ -52,9 +57,9 @@ struct Arguments {
 };
 
 struct ParseResult {
-    std::optional<Arguments> arguments;  // what to carry out, unless a text is to be shown
-    std::string text;                    // help, version, or what is wrong with the usage
-    int exitCode = 0;                    // with a text: 0 help and version, 2 wrong usage
+    std::optional<Arguments> arguments{};  // what to carry out, unless a text is to be shown
+    std::string text{};                    // help, version, or what is wrong with the usage
+    int exitCode = 0;                      // with a text: 0 help and version, 2 wrong usage
 };
 
 ParseResult ParseArguments(int count, const char* const* values);

@@ -9,19 +9,24 @@ namespace bw {
 
 int PackDesignFolder(const Arguments& arguments) {
     const Language language = SystemLanguage();
+    TerminalUser user(arguments, language);
     std::filesystem::path file = FromCurrentFolder(arguments.output);
     if (!HasExtension(file, "fcm")) file += ".fcm";
     std::vector<uint8_t> bytes;
     DesignProblem problem = PackDesign(FromCurrentFolder(arguments.folder), bytes, language);
     if (!problem) problem = SaveDesign(file, bytes, language);
-    return TellProblem(problem, language);
+    if (!problem) user.NoteWritten(file);
+    return TellProblem(user, problem);
 }
 
 int UnpackDesignFile(const Arguments& arguments) {
     const Language language = SystemLanguage();
-    return TellProblem(UnpackDesign(FromCurrentFolder(arguments.design),
-                                    FromCurrentFolder(arguments.folder), language),
-                       language);
+    TerminalUser user(arguments, language);
+    const std::filesystem::path folder = FromCurrentFolder(arguments.folder);
+    const DesignProblem problem =
+        UnpackDesign(FromCurrentFolder(arguments.design), folder, language);
+    if (!problem) user.NoteWritten(folder / "design.txt");
+    return TellProblem(user, problem);
 }
 
 }  // namespace bw

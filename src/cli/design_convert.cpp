@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "builder/resources.h"
+#include "cli/design_report.h"
 #include "cli/inputs.h"
 #include "cli/report.h"
 #include "cli/terminal_user.h"
@@ -60,17 +61,20 @@ DesignProblem Load(const PartFile& loaded, WorkingCopy& copy, Language language)
     if (!bytes) return FileDiagnostic(bytes.Problem(), language);
     auto result = LoadPart(PartOf(loaded.part), *bytes, Shift::kUp, copy, language);
     if (auto* problem = std::get_if<Diagnostic>(&result)) {
-        problem->place.file = PathText(file);
+        problem->place.file = VisibleText(PathText(file));
         return std::move(*problem);
     }
     return std::nullopt;
 }
 
-DesignProblem Save(const PartFile& saved, const WorkingCopy& copy, Language language) {
+DesignProblem Save(const PartFile& saved, const WorkingCopy& copy, TerminalUser& user) {
+    const Language language = user.UiLanguage();
     const DesignPart part = PartOf(saved.part);
     std::filesystem::path file = FromCurrentFolder(saved.file);
     if (WithPartExtension(file, "bin") != file) file = WithPartExtension(file, PartExtension(part));
-    return SavePart(file, part, Shift::kUp, copy, language);
+    DesignProblem problem = SavePart(file, part, Shift::kUp, copy, language);
+    if (!problem) user.NoteWritten(file);
+    return problem;
 }
 
 // A design with the built-in defaults for what its file leaves out.
@@ -90,17 +94,19 @@ std::vector<std::string> SavedPartNames() {
 
 int DesignInfo(const Arguments& arguments) {
     const Language language = SystemLanguage();
+    TerminalUser user(arguments, language);
     WorkingCopy copy;
     if (const auto problem = Open(arguments.design, copy, language))
-        return TellProblem(problem, language);
+        return TellProblem(user, problem);
     const std::string text =
         arguments.json ? DesignJson(copy.document) : DesignTable(copy.document, language);
     const FileResult<> printed = PrintOut(text);
-    return printed ? 0 : TellProblem(FileDiagnostic(printed.Problem(), language), language);
+    return printed ? 0 : TellProblem(user, FileDiagnostic(printed.Problem(), language));
 }
 
 int ConvertDesign(const Arguments& arguments) {
     const Language language = SystemLanguage();
+    TerminalUser user(arguments, language);
     WorkingCopy copy;
     LoadDesignData(copy.Store(), *MakeMemoryStore(), DefaultTileSet());
     DesignProblem problem;
@@ -109,9 +115,9 @@ int ConvertDesign(const Arguments& arguments) {
         if (!problem) problem = Load(loaded, copy, language);
     }
     for (const PartFile& saved : arguments.saves) {
-        if (!problem) problem = Save(saved, copy, language);
+        if (!problem) problem = Save(saved, copy, user);
     }
-    return TellProblem(problem, language);
+    return TellProblem(user, problem);
 }
 
 }  // namespace bw

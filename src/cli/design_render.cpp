@@ -7,6 +7,7 @@
 #include "builder/resources.h"
 #include "cli/inputs.h"
 #include "cli/terminal_user.h"
+#include "cli/written_files.h"
 #include "designer/files/design_file.h"
 #include "designer/files/surface_png.h"
 #include "designer/pictures/name_table_picture.h"
@@ -38,19 +39,20 @@ constexpr std::array<Layer, 9> kLayers = {{{"background", &WorkingCopy::Show_Bg_
 
 class Renderer {
   public:
-    explicit Renderer(const Arguments& arguments) : arguments_(arguments) {}
+    explicit Renderer(const Arguments& arguments)
+        : arguments_(arguments), user_(arguments, language_) {}
 
-    int Run() { return TellProblem(Render(), language_); }
+    int Run() { return TellProblem(user_, Render()); }
 
   private:
     DesignProblem Render() {
         if (auto problem = Load()) return problem;
         const std::vector<uint8_t> png = SurfacePng(Picture());
-        std::filesystem::path file = FromCurrentFolder(arguments_.output);
-        if (!HasExtension(file, "png")) file += ".png";
+        const std::filesystem::path file = PictureFile(arguments_);
         const FileResult<> written =
             png.empty() ? ProblemOf(file, std::errc::not_enough_memory) : WriteFile(file, png);
         if (!written) return FileDiagnostic(written.Problem(), language_);
+        user_.NoteWritten(file);
         return std::nullopt;
     }
 
@@ -58,6 +60,7 @@ class Renderer {
     DesignProblem Load() {
         const GatheredGames gathered = GatherGames(arguments_.inputs, {}, language_);
         if (const Diagnostic* error = gathered.FirstError()) return *error;
+        if (auto overwritten = FindOverwritten(arguments_, gathered, language_)) return overwritten;
         const BuildSettings& settings = arguments_.settings;
         const auto names =
             DisplayNames(gathered.games, settings.Numbers(), NameRules::kDesignerAndExport);
@@ -101,6 +104,7 @@ class Renderer {
 
     const Arguments& arguments_;
     Language language_ = SystemLanguage();
+    TerminalUser user_;
     WorkingCopy copy_;
 };
 

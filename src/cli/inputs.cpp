@@ -1,7 +1,7 @@
 #include "cli/inputs.h"
 
 #include <algorithm>
-#include <iterator>
+#include <map>
 #include <system_error>
 #include <utility>
 
@@ -14,10 +14,15 @@
 namespace bw {
 namespace {
 
+// What a build for one of the boards writes: NES 2.0, mapper 268 or 342.
+bool IsCart(const InesHeader& header) {
+    return header.IsNes20() && (header.Mapper() == 268 || header.Mapper() == 342);
+}
+
 class Gatherer {
   public:
     Gatherer(const std::filesystem::path& output, Language language)
-        : output_(PathText(output.lexically_normal())), language_(language) {}
+        : output_(output), language_(language) {}
 
     void Add(const std::filesystem::path& input) {
         if (std::error_code error; std::filesystem::is_directory(input, error)) {
@@ -32,6 +37,7 @@ class Gatherer {
     }
 
     GatheredGames Take() {
+        TellDoubles();
         if (overLimit_ || result_.games.size() > kListLimit) {
             result_.games.resize(std::min(result_.games.size(), kListLimit));
             Tell({Severity::kWarning, FormatText(Text(TextId::kListCutToLimit), kListLimit)});
@@ -43,10 +49,47 @@ class Gatherer {
     std::u16string Text(TextId id) const { return LoadText(id, language_); }
     void Tell(Diagnostic diagnostic) { result_.diagnostics.push_back(std::move(diagnostic)); }
 
+    // The output of an earlier build that this one replaces. A game that happens to have that name
+    // stays a game, which the output then mustn't replace.
+    bool IsOldCart(const GameEntry& entry) const {
+        const std::filesystem::path file = TextPath(entry.path);
+        if (output_.empty() || file.filename() != output_.filename()) return false;
+        std::error_code error;
+        return std::filesystem::equivalent(file, output_, error) && IsCart(entry.header);
+    }
+
+    // Warns of files that take part more than once, by whatever links they came.
+    void TellDoubles() {
+        std::map<std::filesystem::path, std::filesystem::path> folders;  // behind all links
+        std::map<std::filesystem::path, size_t> ordinals;
+        size_t ordinal = 0;
+        for (const GameEntry& entry : result_.games) {
+            if (!entry.checked) continue;
+            ++ordinal;
+            if (!entry.headerRead) continue;
+            std::error_code error;
+            std::filesystem::path file = TextPath(entry.path);
+            if (std::filesystem::is_symlink(file, error)) {
+                file = std::filesystem::canonical(file, error);
+            } else {
+                const auto [folder, added] = folders.try_emplace(file.parent_path());
+                if (added) folder->second = std::filesystem::canonical(folder->first, error);
+                file = folder->second / file.filename();
+            }
+            const auto [first, isFirst] = ordinals.try_emplace(file, ordinal);
+            if (!isFirst) {
+                Tell({Severity::kWarning,
+                      FormatText(Text(TextId::kSameFileTwice), VisibleText(entry.path),
+                                 first->second, ordinal)});
+            }
+        }
+    }
+
     // A file without a valid header: one that can't be read isn't to be taken for no image.
     void TellNoImage(const std::filesystem::path& file, Severity severity) {
         const FileResult<File> image = OpenImage(file);
-        Tell(image ? Diagnostic{severity, FormatText(Text(TextId::kNotANesFile), PathText(file))}
+        Tell(image ? Diagnostic{severity,
+                                FormatText(Text(TextId::kNotANesFile), VisibleText(PathText(file)))}
                    : FileDiagnostic(image.Problem(), language_, severity));
     }
 
@@ -65,8 +108,9 @@ class Gatherer {
         const std::filesystem::path absolute = FromCurrentFolder(folder).lexically_normal();
         std::vector<FileProblem> unread;
         for (GameEntry& entry : ReadGameFolder(absolute, &unread)) {
-            if (entry.path == output_) {
-                Tell({Severity::kWarning, FormatText(Text(TextId::kOutputIsNoGame), entry.path)});
+            if (IsOldCart(entry)) {
+                Tell({Severity::kWarning,
+                      FormatText(Text(TextId::kOutputIsNoGame), VisibleText(entry.path))});
                 continue;
             }
             if (!entry.HasValidHeader()) {
@@ -85,7 +129,8 @@ class Gatherer {
             unreadItself = unreadItself || itself;
         }
         if (taken == 0 && !unreadItself) {
-            Tell({Severity::kError, FormatText(Text(TextId::kNoImagesInFolder), PathText(folder))});
+            Tell({Severity::kError,
+                  FormatText(Text(TextId::kNoImagesInFolder), VisibleText(PathText(folder)))});
         }
     }
 
@@ -103,7 +148,7 @@ class Gatherer {
         overLimit_ = overLimit_ || loaded->overLimit;
     }
 
-    std::u16string output_;
+    std::filesystem::path output_;
     Language language_;
     GatheredGames result_;
     bool overLimit_ = false;
@@ -128,38 +173,6 @@ GatheredGames GatherGames(std::span<const std::filesystem::path> inputs,
 const Diagnostic* GatheredGames::FirstError() const {
     const auto error = std::ranges::find(diagnostics, Severity::kError, &Diagnostic::severity);
     return error == diagnostics.end() ? nullptr : &*error;
-}
-
-std::vector<Diagnostic> FindDamagedImages(const GameList& games, Language language) {
-    std::vector<Diagnostic> faults;
-    uint32_t ordinal = 0;
-    for (const GameEntry& entry : games) {
-        if (!entry.checked) continue;
-        ++ordinal;
-        if (!entry.HasValidHeader()) {
-            continue;  // the build tells of it
-        }
-        const auto add = [&](std::u16string text) {
-            faults.push_back(
-                {Severity::kError, std::move(text), {.row = ordinal, .name = entry.name}});
-        };
-        const InesHeader& header = entry.header;
-        if (header.PrgCount() != header.PrgLow() || header.ChrCount() != header.ChrLow()) {
-            add(FormatText(LoadText(TextId::kGameSizesNotSupported, language), ordinal, entry.name,
-                           header.PrgCount() * 16, header.ChrCount() * 8));
-            continue;
-        }
-        const uint64_t announced = kInesHeaderSize + (header.Trainer() ? kTrainerSize : 0) +
-                                   uint64_t{header.PrgCount()} * kPrgUnit +
-                                   uint64_t{header.ChrCount()} * kChrUnit;
-        std::error_code error;
-        const uint64_t size = std::filesystem::file_size(TextPath(entry.path), error);
-        if (!error && size < announced) {
-            add(FormatText(LoadText(TextId::kImageCutShort, language), ordinal, entry.name,
-                           announced, size));
-        }
-    }
-    return faults;
 }
 
 }  // namespace bw

@@ -24,14 +24,9 @@ struct GatheredGames {
 };
 
 // Images count as checked; a list file brings its own order, names, checks and remarks; a folder
-// brings its images and those of its folders in order of path, but for `output`, the ROM of an
-// earlier build that this one replaces (absolute, or empty). The list is cut at its limit.
+// brings its images and those of its folders in order of path, but for `output`, if that is the ROM
+// of an earlier build that this one replaces (absolute, or empty). The list is cut at its limit.
 GatheredGames GatherGames(std::span<const std::filesystem::path> inputs,
                           const std::filesystem::path& output, Language language);
-
-// Checked games that a build would take in but that can't run: files that are shorter than their
-// header says, and headers with sizes beyond those that any board takes. The row is the game's
-// ordinal.
-std::vector<Diagnostic> FindDamagedImages(const GameList& games, Language language);
 
 }  // namespace bw

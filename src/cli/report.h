@@ -4,16 +4,16 @@
 #include <string>
 
 #include "builder/build_driver.h"
-#include "designer/model/design_document.h"
 #include "language/language.h"
 #include "list/game_list.h"
 #include "support/file_problem.h"
 
 namespace bw {
 
-// One row for each game: sizes, mapper, flags and which boards take it.
+// One row for each game: sizes, mapper, flags and which boards take it; below them why a board
+// doesn't. Nothing without games.
 std::string InfoTable(const GameList& games, Language language);
-std::string InfoJson(const GameList& games);
+std::string InfoJson(const GameList& games, Language language);
 
 // One row for each entry: ordinal among the checked ones, name, remark, path.
 std::string ListTable(const GameList& games);
@@ -23,9 +23,10 @@ std::string ListJson(const GameList& games);
 // registers.
 std::string BuildReportJson(const BuildOutcome& outcome);
 
-// What a design holds: its texts and where they stand, how many tiles and sprites, which cursor.
-std::string DesignTable(const DesignDocument& design, Language language);
-std::string DesignJson(const DesignDocument& design);
+// The same for people: one row for each game and the menu, with its places in the ROM.
+std::string BuildTable(const BuildOutcome& outcome, Language language);
+// How much of the board is in use.
+std::u16string SpaceText(const BuildOutcome& outcome, Language language);
 
 // To standard output, which a problem names "stdout".
 FileResult<> PrintOut(const std::string& text);

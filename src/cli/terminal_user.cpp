@@ -1,11 +1,12 @@
 #include "cli/terminal_user.h"
 
+#include <algorithm>
 #include <atomic>
-#include <csignal>
 #include <cstdio>
 #include <utility>
 
 #include "builder/build_words.h"
+#include "cli/inputs.h"
 #include "cli/terminal.h"
 #include "support/text.h"
 
@@ -17,22 +18,47 @@ constexpr auto kQuietTime = 300ms;  // shorter builds show no progress
 constexpr auto kProgressPause = 100ms;
 
 // The one thing that a signal may touch.
-std::atomic<bool>& Interrupted() {
-    static std::atomic<bool> interrupted = false;
-    return interrupted;
+std::atomic<bool>& EndRequested() {
+    static std::atomic<bool> requested = false;
+    return requested;
 }
 
 }  // namespace
 
-TerminalUser::TerminalUser(Language language, OutputChoice output, std::filesystem::path folder)
-    : language_(language),
-      output_(std::move(output)),
-      folder_(std::move(folder)),
-      terminal_(StandardErrorIsTerminal()),
+TerminalUser::TerminalUser(const Arguments& arguments, Language language)
+    : arguments_(arguments),
+      language_(language),
+      terminal_(StandardErrorIsTerminal() && !arguments.quiet),
       nextProgress_(Clock::now() + kQuietTime) {}
 
 TerminalUser::~TerminalUser() {
     ClearProgress();
+}
+
+void TerminalUser::Error(std::u16string_view text) {
+    Message(text, LoadText(TextId::kErrorTitle, language_), MessageKind::kError);
+}
+
+bool TerminalUser::Warn(std::u16string_view text) {
+    refused_ = refused_ || arguments_.strict;
+    if (arguments_.strict) {
+        Error(text);
+    } else {
+        Message(text, LoadText(TextId::kWarnTitle, language_), MessageKind::kWarning);
+    }
+    return !arguments_.strict;
+}
+
+void TerminalUser::Note(std::u16string_view text) {
+    if (!arguments_.quiet) Line(text);
+}
+
+void TerminalUser::Detail(std::u16string_view text) {
+    if (arguments_.verbose) Line(text);
+}
+
+void TerminalUser::NoteWritten(const std::filesystem::path& file) {
+    Note(FormatText(LoadText(TextId::kFileWritten, language_), VisibleText(PathText(file))));
 }
 
 void TerminalUser::Message(std::u16string_view text, std::u16string_view title, MessageKind) {
@@ -47,61 +73,66 @@ bool TerminalUser::AskYesNo(std::u16string_view, std::u16string_view) {
 }
 
 std::optional<OutputChoice> TerminalUser::AskOutput(const std::filesystem::path&) {
-    return output_;
+    return OutputChoice{FromCurrentFolder(arguments_.output), arguments_.format};
 }
 
 std::optional<std::filesystem::path> TerminalUser::AskFolder(const std::filesystem::path&) {
-    return folder_;
+    return FromCurrentFolder(arguments_.folder);
 }
 
 void TerminalUser::ShowInFileManager(const std::filesystem::path&) {}
 
 void TerminalUser::Progress(BuildStage stage, size_t done, size_t total, std::u16string_view what) {
+    if (std::exchange(stage_, stage) != stage) Detail(StageText(stage, language_));
     if (!terminal_ || Clock::now() < nextProgress_) return;
     nextProgress_ = Clock::now() + kProgressPause;
     progressShown_ = true;
     constexpr size_t kNameLength = 40;  // keeps the line inside 80 columns
     const std::string line = ToUtf8(FormatText(u"%s %d/%d %s", StageText(stage, language_), done,
-                                               total, what.substr(0, kNameLength)));
+                                               total, VisibleText(what.substr(0, kNameLength))));
     std::fprintf(stderr, "\r\x1B[K%s", line.c_str());
     std::fflush(stderr);
 }
 
 bool TerminalUser::Cancelled() const {
-    return Interrupted();
+    return EndRequested();
 }
 
 void TerminalUser::Diagnostic(std::string_view line) {
     Line(ToWide(line));
 }
 
+// A message may have lines, which end in CR LF or LF.
 void TerminalUser::Line(std::u16string_view text) {
     ClearProgress();
-    std::string line;
-    for (const char c : ToUtf8(text)) {
-        if (c != '\r') line += c;
+    while (!text.empty() && (text.back() == u'\n' || text.back() == u'\r'))
+        text.remove_suffix(1);
+    std::string lines;
+    while (true) {
+        const size_t end = std::min(text.find(u'\n'), text.size());
+        std::u16string_view line = text.substr(0, end);
+        if (line.ends_with(u'\r')) line.remove_suffix(1);
+        while (line.ends_with(u' '))
+            line.remove_suffix(1);
+        lines += ToUtf8(VisibleText(line)) + "\n";
+        if (end == text.size()) break;
+        text.remove_prefix(end + 1);
     }
-    while (!line.empty() && line.back() == '\n')
-        line.pop_back();
-    std::fprintf(stderr, "%s\n", line.c_str());
+    std::fputs(lines.c_str(), stderr);
 }
 
 void TerminalUser::ClearProgress() {
     if (std::exchange(progressShown_, false)) std::fputs("\r\x1B[K", stderr);
 }
 
-int TellProblem(const std::optional<Diagnostic>& problem, Language language) {
-    if (!problem) return 0;
-    TerminalUser(language, {}, {})
-        .Message(FullText(*problem), LoadText(TextId::kErrorTitle, language), MessageKind::kError);
-    return 1;
+int TellProblem(TerminalUser& user, const std::optional<Diagnostic>& problem) {
+    if (problem) user.Error(FullText(*problem));
+    return problem ? 1 : 0;
 }
 
-void CancelOnInterrupt() {
-    Interrupted();  // constructed before a signal can come
-    const auto handler = [](int) { Interrupted() = true; };
-    std::signal(SIGINT, handler);
-    std::signal(SIGTERM, handler);
+void CancelOnEndRequest() {
+    EndRequested();  // constructed before a signal can come
+    OnEndRequest([](int) { EndRequested() = true; });
 }
 
 }  // namespace bw

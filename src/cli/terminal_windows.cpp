@@ -1,3 +1,6 @@
+#include <csignal>
+#include <initializer_list>
+
 #include <io.h>
 #include <stdio.h>
 
@@ -7,6 +10,11 @@ namespace bw {
 
 bool StandardErrorIsTerminal() {
     return _isatty(_fileno(stderr)) != 0;
+}
+
+void OnEndRequest(void (*handler)(int)) {
+    for (const int number : {SIGINT, SIGTERM, SIGBREAK})
+        std::signal(number, handler);
 }
 
 }  // namespace bw

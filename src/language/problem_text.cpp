@@ -45,7 +45,7 @@ std::u16string Reason(const FileProblem& problem, Language language) {
 }  // namespace
 
 Diagnostic FileDiagnostic(const FileProblem& problem, Language language, Severity severity) {
-    return {severity, Reason(problem, language), {.file = PathText(problem.file)}};
+    return {severity, Reason(problem, language), {.file = VisibleText(PathText(problem.file))}};
 }
 
 std::u16string ProblemText(const FileProblem& problem, Language language) {

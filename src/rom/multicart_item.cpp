@@ -54,6 +54,7 @@ bool MulticartItem::Load(const std::filesystem::path& file) {
     battery = header.Battery();
     trainer = header.Trainer();
     fourScreen = header.FourScreen();
+    sizeHigh = header.IsNes20() ? header.bytes[9] : 0;
     valid = 1;
 
     ReadBuffer buffer;

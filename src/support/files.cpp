@@ -1,6 +1,7 @@
 #include "support/files.h"
 
 #include <algorithm>
+#include <optional>
 #include <random>
 #include <string>
 #include <system_error>
@@ -14,6 +15,8 @@ namespace fs = std::filesystem;
 constexpr int kMostLinks = 40;        // as the Linux kernel follows at most
 constexpr int kMostTemporaries = 64;  // names tried before giving up
 constexpr size_t kNameRoom = 200;     // bytes of the target's name in the temporary one; 255 in all
+constexpr size_t kUniqueLength = 6;   // letters and digits between the target's name and ".tmp"
+constexpr std::string_view kUniqueUnits = "abcdefghijklmnopqrstuvwxyz234567";
 
 std::span<const uint8_t> BytesOf(std::string_view text) {
     return {reinterpret_cast<const uint8_t*>(text.data()), text.size()};
@@ -37,16 +40,41 @@ FileProblem Renamed(FileProblem problem, const fs::path& file) {
     return problem;
 }
 
-fs::path TemporaryName(const fs::path& target, std::random_device& random) {
+// What the names of all temporary files of a target begin with.
+fs::path TemporaryStem(const fs::path& target) {
     fs::path::string_type name = target.filename().native();
     if (name.size() > kNameRoom) name.resize(kNameRoom);
-    std::string unique = ".";
-    for (int i = 0; i < 6; ++i)
-        unique += "abcdefghijklmnopqrstuvwxyz234567"[random() % 32];
-    fs::path temporary = ".";
-    temporary += name;
+    fs::path stem = ".";
+    stem += name;
+    stem += ".";
+    return stem;
+}
+
+fs::path TemporaryName(const fs::path& target, std::random_device& random) {
+    std::string unique;
+    for (size_t i = 0; i < kUniqueLength; ++i)
+        unique += kUniqueUnits[random() % kUniqueUnits.size()];
+    fs::path temporary = TemporaryStem(target);
     temporary += unique + ".tmp";
     return target.parent_path() / temporary;
+}
+
+bool IsTemporaryName(const fs::path& name, const fs::path& stem) {
+    if (!name.native().starts_with(stem.native()) || name.extension() != ".tmp") return false;
+    const auto unique = name.stem().native().substr(stem.native().size());
+    return unique.size() == kUniqueLength && std::ranges::all_of(unique, [](auto unit) {
+               return kUniqueUnits.find(static_cast<char>(unit)) != kUniqueUnits.npos;
+           });
+}
+
+// A claim on the file just made; nothing if whoever clears up behind killed processes was quicker.
+std::optional<FileLock> Claim(const fs::path& temporary) {
+    FileResult<FileLock> lock = FileLock::TryTake(temporary);
+    std::error_code error;
+    if (!fs::exists(temporary, error)) return std::nullopt;
+    if (lock) return std::move(*lock);
+    if (lock.Problem().system == std::errc::operation_would_block) return std::nullopt;
+    return FileLock();  // of no use here, and then to nobody
 }
 
 }  // namespace
@@ -65,6 +93,18 @@ File& File::operator=(File&& other) noexcept {
 
 File::~File() {
     Close();
+}
+
+FileLock& FileLock::operator=(FileLock&& other) noexcept {
+    if (this != &other) {
+        Release();
+        handle_ = std::exchange(other.handle_, -1);
+    }
+    return *this;
+}
+
+FileLock::~FileLock() {
+    Release();
 }
 
 FileResult<> CheckRegularFile(const fs::path& path) {
@@ -107,7 +147,10 @@ FileResult<ReplacementFile> ReplacementFile::Begin(const fs::path& target) {
         FileResult<File> contents = File::CreateNew(temporary);
         if (!contents && fs::exists(fs::symlink_status(temporary, error))) continue;
         if (!contents) return Renamed(contents.Problem(), *file);
+        std::optional<FileLock> lock = Claim(temporary);
+        if (!lock) continue;
         ReplacementFile replacement;
+        replacement.lock_ = std::move(*lock);
         replacement.file_ = std::move(*contents);
         replacement.file_.name_ = file->native();
         replacement.temporary_ = temporary;
@@ -119,7 +162,8 @@ FileResult<ReplacementFile> ReplacementFile::Begin(const fs::path& target) {
 }
 
 ReplacementFile::ReplacementFile(ReplacementFile&& other) noexcept
-    : file_(std::move(other.file_)),
+    : lock_(std::move(other.lock_)),
+      file_(std::move(other.file_)),
       temporary_(std::exchange(other.temporary_, {})),
       target_(std::move(other.target_)) {}
 
@@ -141,6 +185,23 @@ FileResult<> ReplacementFile::Commit() {
     if (error) return ProblemOf(target_, error);
     temporary_.clear();
     return {};
+}
+
+void RemoveAbandonedReplacements(const fs::path& target) {
+    const FileResult<fs::path> file = FollowLinks(target);
+    if (!file) return;
+    const fs::path stem = TemporaryStem(*file);
+    std::vector<fs::path> found;
+    std::error_code error;
+    const fs::path folder = file->parent_path();
+    for (fs::directory_iterator at(folder.empty() ? "." : folder, error), end; !error && at != end;
+         at.increment(error)) {
+        if (IsTemporaryName(at->path().filename(), stem)) found.push_back(at->path());
+    }
+    for (const fs::path& temporary : found) {
+        const FileResult<FileLock> lock = FileLock::TryTake(temporary);
+        if (lock) fs::remove(temporary, error);
+    }
 }
 
 FileResult<std::vector<uint8_t>> ReadFile(const fs::path& path, uint64_t limit) {

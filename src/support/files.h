@@ -54,6 +54,26 @@ class File {
     Name name_;  // the file that problems name
 };
 
+// A claim on a file or a folder that ends with its holder, however that ends: what a killed process
+// has left behind can be told from what a living one still uses. Moves, doesn't copy.
+class FileLock {
+  public:
+    FileLock() = default;
+    FileLock(FileLock&& other) noexcept : handle_(std::exchange(other.handle_, -1)) {}
+    FileLock& operator=(FileLock&& other) noexcept;
+    ~FileLock();
+
+    // std::errc::operation_would_block where another one holds it; other problems where the file
+    // system knows no such claims.
+    static FileResult<FileLock> TryTake(const std::filesystem::path& path);
+
+  private:
+    explicit FileLock(intptr_t handle) : handle_(handle) {}
+    void Release();
+
+    intptr_t handle_ = -1;
+};
+
 // True for a regular file that is within reach; opens nothing. A folder, a device or a pipe is a
 // problem.
 FileResult<> CheckRegularFile(const std::filesystem::path& path);
@@ -76,10 +96,14 @@ class ReplacementFile {
 
   private:
     ReplacementFile() = default;
+    FileLock lock_;  // of the temporary file; lives longer than its rename
     File file_;
     std::filesystem::path temporary_;
     std::filesystem::path target_;
 };
+
+// Removes the temporary files that killed processes have left beside the target.
+void RemoveAbandonedReplacements(const std::filesystem::path& target);
 
 // The whole of a regular file of at most `limit` bytes.
 FileResult<std::vector<uint8_t>> ReadFile(const std::filesystem::path& path,

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -102,6 +103,18 @@ FileResult<> File::SetEnd(uint64_t size) {
     } while (result != 0 && errno == EINTR);
     if (result != 0) return LastProblem();
     return {};
+}
+
+FileResult<FileLock> FileLock::TryTake(const std::filesystem::path& path) {
+    FileLock lock(Open(path, O_RDONLY | O_NONBLOCK | O_NOFOLLOW));
+    if (lock.handle_ == -1 || flock(static_cast<int>(lock.handle_), LOCK_EX | LOCK_NB) != 0) {
+        return ProblemOf(path, LastError());
+    }
+    return lock;
+}
+
+void FileLock::Release() {
+    if (handle_ != -1) close(static_cast<int>(std::exchange(handle_, -1)));
 }
 
 FileResult<> File::Close() {

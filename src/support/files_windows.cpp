@@ -120,6 +120,23 @@ FileResult<> File::SetEnd(uint64_t size) {
     return {};
 }
 
+// Folders can't be claimed.
+FileResult<FileLock> FileLock::TryTake(const std::filesystem::path& path) {
+    FileLock lock(Open(path, GENERIC_READ, OPEN_EXISTING));
+    if (lock.handle_ == -1) return OpenProblem(path);
+    OVERLAPPED place = At(uint64_t{1} << 62);  // behind all data, which stays free to be written
+    const DWORD flags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
+    if (LockFileEx(AsHandle(lock.handle_), flags, 0, 1, 0, &place) != 0) return lock;
+    if (GetLastError() == ERROR_LOCK_VIOLATION) {
+        return ProblemOf(path, std::errc::operation_would_block);
+    }
+    return ProblemOf(path, LastError());
+}
+
+void FileLock::Release() {
+    if (handle_ != -1) CloseHandle(AsHandle(std::exchange(handle_, -1)));
+}
+
 FileResult<> File::Close() {
     if (handle_ == -1) return ProblemOf(name_, std::errc::bad_file_descriptor);
     if (!CloseHandle(AsHandle(std::exchange(handle_, -1)))) return LastProblem();

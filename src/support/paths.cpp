@@ -1,8 +1,11 @@
 #include "support/paths.h"
 
+#include <charconv>
 #include <chrono>
 #include <vector>
 
+#include "support/files.h"
+#include "support/process.h"
 #include "support/text.h"
 
 namespace bw {
@@ -15,6 +18,22 @@ constexpr std::u16string_view kSeparators = fs::path::preferred_separator == '\\
 std::u16string_view FileName(std::u16string_view path) {
     const size_t separator = path.find_last_of(kSeparators);
     return separator == path.npos ? path : path.substr(separator + 1);
+}
+
+// The process number that the name of a work folder begins with; 0 for another name.
+uint32_t OwnerOf(const fs::path& workFolder) {
+    const std::string name = workFolder.filename().string();
+    uint32_t id = 0;
+    const auto end = std::from_chars(name.data(), name.data() + name.size(), id);
+    return end.ec == std::errc() ? id : 0;
+}
+
+bool IsAbandoned(const fs::path& workFolder) {
+    std::error_code error;
+    const fs::file_time_type touched = fs::last_write_time(workFolder, error);
+    if (!error && touched < fs::file_time_type::clock::now() - std::chrono::hours(24)) return true;
+    const uint32_t owner = OwnerOf(workFolder);
+    return owner != 0 && !ProcessRuns(owner) && FileLock::TryTake(workFolder);
 }
 
 bool IsSeparator(char16_t unit) {
@@ -58,14 +77,11 @@ bool HasExtension(const fs::path& path, std::string_view extension) {
 }
 
 void RemoveAbandonedWorkFolders() {
-    const auto dayAgo = fs::file_time_type::clock::now() - std::chrono::hours(24);
     std::error_code error;
     std::vector<fs::path> abandoned;
     for (fs::directory_iterator at(WorkFolder().parent_path(), error), end; !error && at != end;
          at.increment(error)) {
-        const fs::file_time_type touched = at->last_write_time(error);
-        if (!error && touched < dayAgo) abandoned.push_back(at->path());
-        error.clear();
+        if (IsAbandoned(at->path())) abandoned.push_back(at->path());
     }
     for (const fs::path& folder : abandoned)
         fs::remove_all(folder, error);

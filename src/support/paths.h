@@ -40,7 +40,9 @@ std::filesystem::path UserScratchFolder();
 // The scratch folder of one build in this process: <scratch>/Temp/Bankweaver/<process id>.
 std::filesystem::path WorkFolder();
 
-// Removes work folders of builds that were killed: those that nobody has touched for a day.
+// Removes work folders of builds that were killed: those whose process is gone and that nobody
+// holds a FileLock on (a process of another container may use the same folder), and where that
+// can't be told, those that nobody has touched for a day.
 void RemoveAbandonedWorkFolders();
 
 }  // namespace bw

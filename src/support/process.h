@@ -43,4 +43,7 @@ class Process {
     int status_ = kStillRunning;
 };
 
+// Whether a process with this number runs on the system. True where that can't be told.
+bool ProcessRuns(uint32_t id);
+
 }  // namespace bw

@@ -175,4 +175,9 @@ void Process::Close() {
     status_ = kStillRunning;
 }
 
+bool ProcessRuns(uint32_t id) {
+    if (id == 0 || id > INT_MAX) return false;  // other meanings to kill()
+    return kill(static_cast<pid_t>(id), 0) == 0 || errno != ESRCH;
+}
+
 }  // namespace bw

@@ -133,4 +133,12 @@ void Process::Close() {
     status_ = kStillRunning;
 }
 
+bool ProcessRuns(uint32_t id) {
+    const HANDLE process = OpenProcess(SYNCHRONIZE, FALSE, id);
+    if (process == nullptr) return GetLastError() != ERROR_INVALID_PARAMETER;
+    const bool runs = WaitForSingleObject(process, 0) == WAIT_TIMEOUT;
+    CloseHandle(process);
+    return runs;
+}
+
 }  // namespace bw

@@ -166,6 +166,13 @@ std::string WideToBytes(std::u16string_view wide) {
     });
 }
 
+std::u16string VisibleText(std::u16string_view text) {
+    std::u16string visible(text);
+    std::ranges::replace_if(
+        visible, [](char16_t unit) { return unit < 0x20 || (unit >= 0x7F && unit < 0xA0); }, u'?');
+    return visible;
+}
+
 std::string ToSingleByte(std::u16string_view wide) {
     std::string bytes(wide.size(), '?');
     std::transform(wide.begin(), wide.end(), bytes.begin(),

@@ -28,6 +28,10 @@ std::string WideToBytes(std::u16string_view wide);
 std::u16string PathText(const std::filesystem::path& path);
 std::filesystem::path TextPath(std::u16string_view text);
 
+// For a terminal or a line of a message: control characters, which could end the line or command
+// the terminal, become '?'.
+std::u16string VisibleText(std::u16string_view text);
+
 // One byte for each 16-bit unit below 256 (ISO 8859-1), '?' for every other.
 std::string ToSingleByte(std::u16string_view wide);
 

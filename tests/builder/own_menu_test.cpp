@@ -224,7 +224,7 @@ TEST_F(OwnMenus, AreRefusedWithTheirReason) {
     settings_.ExternMenuPath = Own("none.nes");
     ExpectRefused(notOne("none.nes"));
     settings_.ExternMenuPath = Own("none.asm");
-    ExpectRefused("Can not open file!");
+    ExpectRefused(notOne("none.asm"));
     settings_.ExternMenuPath.clear();
     ExpectRefused("Invalid external menu file: ");
     user_.language = Language::kChinese;

@@ -197,8 +197,7 @@ TEST(DesignFile, FilesThatAreNoDesigns) {
         {"", "x.fcm: the file is empty"},
         {std::string(4096, '\0'), "x.fcm: no design file"},
         {{unknown.begin(), unknown.end()}, "no design file"},
-        {std::string(100, 'x'),
-         "x.fcm: chunk at offset 0, type 2021161080: its size is 2021161080"}};
+        {std::string(100, 'x'), "x.fcm: no design file"}};
     for (const auto& [text, words] : contents) {
         test::WriteText(file, text);
         EXPECT_THAT(load(file), HasSubstr(words));

@@ -91,7 +91,7 @@ TEST(DesignParts, ChunkFilesTakeTheirPart) {
     const Bytes before = Store(DesignPart::kDesign, copy);
     const std::tuple<DesignPart, Bytes, const char*> damages[] = {
         {DesignPart::kTexts, Chunk(28, {1}), "no design file"},
-        {DesignPart::kScreen, Bytes(5), "5 bytes are left"},
+        {DesignPart::kScreen, Bytes(5), "no design file"},
         {DesignPart::kTexts, texts + Chunk(8, Bytes(3)), "an even number"},
         {DesignPart::kDesign, {}, "the file is empty"}};
     for (const auto& [part, bytes, words] : damages)

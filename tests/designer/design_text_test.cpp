@@ -264,7 +264,7 @@ TEST_F(DesignFolder, ProblemsNameTheFile) {
 
 TEST_F(DesignFolder, RefusedFilesWriteNothing) {
     WriteText(file_, "damaged");
-    EXPECT_THAT(Unpack(), HasSubstr("design.fcm: chunk at offset 0"));
+    EXPECT_THAT(Unpack(), HasSubstr("design.fcm: no design file"));
     EXPECT_FALSE(std::filesystem::exists(folder_ / "deep"));
     WriteText(file_, std::string(bytes_.begin(), bytes_.end()));
     WriteText(folder_ / "deep", "a file where the folder should be");

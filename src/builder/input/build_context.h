@@ -22,8 +22,13 @@ struct BuildContext {
     BuildUser& user;
     // A folder of this build's own, removed at its end with all that it holds.
     std::filesystem::path workFolder;
-    // Receives a copy of the work folder's menu tree at the end, however the build ends.
+    // Receives a copy of the work folder's menu tree at the end, however the build ends. It must be
+    // as KeepFiles wants it.
     std::optional<std::filesystem::path> keepWork;
+    // Go the whole road but for files outside the work folder: no ROM is written, and a menu's
+    // source of the user's own, which would leave files beside itself, counts as large as the
+    // settings say.
+    bool dryRun = false;
 };
 
 }  // namespace bw

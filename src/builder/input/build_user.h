@@ -48,6 +48,9 @@ class BuildUser {
                           std::u16string_view what) = 0;
     // True once the user wants to give the build up; asked between games. Nothing is left behind.
     virtual bool Cancelled() const { return false; }
+    // Something that the user should know and that doesn't end the build by itself. False to end it
+    // all the same.
+    virtual bool Warn(std::u16string_view) { return true; }
     // A line for whoever looks for the cause of a failure, such as a generated file that couldn't
     // be written.
     virtual void Diagnostic(std::string_view line) = 0;

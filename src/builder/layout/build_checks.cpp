@@ -15,7 +15,7 @@ constexpr size_t kGameErrorLimit = 20;
 
 // A file that couldn't be read has no name yet.
 std::u16string NameOf(const MulticartItem& item) {
-    return item.name.empty() ? NameWithoutExtension(PathText(item.path)) : item.name;
+    return VisibleText(item.name.empty() ? NameWithoutExtension(PathText(item.path)) : item.name);
 }
 
 // A file that is gone counts as no valid one; one that is there and can't be read is not to be
@@ -53,7 +53,7 @@ Diagnostic Error(std::u16string text) {
 
 // "7.Name", or the menu's file.
 std::u16string ItemText(const MulticartItem& item) {
-    return item.isMenu != 0 ? u"menu.nes" : FormatText(u"%d.%s", item.row, item.name);
+    return item.isMenu != 0 ? u"menu.nes" : FormatText(u"%d.%s", item.row, NameOf(item));
 }
 
 }  // namespace
@@ -124,8 +124,9 @@ std::optional<Diagnostic> CheckMenu(const MulticartItem& menu, Language language
         std::find(kSizes.begin(), kSizes.end(), menu.prgCount) != kSizes.end()) {
         return std::nullopt;
     }
-    return Error(FormatText(LoadText(TextId::kMenuRomError, language), PathText(menu.path),
-                            menu.mapper, menu.prgCount * 16, menu.chrCount * 8) +
+    return Error(FormatText(LoadText(TextId::kMenuRomError, language),
+                            VisibleText(PathText(menu.path)), menu.mapper, menu.prgCount * 16,
+                            menu.chrCount * 8) +
                  u"\r\n");
 }
 

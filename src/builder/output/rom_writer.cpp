@@ -115,6 +115,7 @@ class RomComposer {
 FileResult<RomEnd> WriteRom(const LayoutResult& layout, BoardType board, RomFormat format,
                             const std::filesystem::path& target, const RomProgress& progress) {
     const Container container = MakeContainer(format, layout.romSize, board);
+    RemoveAbandonedReplacements(target);
     FileResult<ReplacementFile> out = ReplacementFile::Begin(target);
     if (!out) return out.Problem();
     FileResult<> written = out->Contents().WriteAt(0, container.head);

@@ -65,7 +65,10 @@ DesignProblem ReadDesign(std::span<const uint8_t> bytes, DesignDocument& documen
         isDesign = true;
         if (const auto fault = ApplyChunk(chunk, read)) return Fault(FaultText(*fault, language));
     }
-    if (list.fault) return Fault(FaultText(*list.fault, language));
+    // The first bytes of another kind of file aren't to be taken for a damaged design.
+    if (list.fault && (isDesign || IsDesignChunk(list.fault->type))) {
+        return Fault(FaultText(*list.fault, language));
+    }
     if (!isDesign) {
         return Fault(bytes.empty() ? LoadText(TextId::kFileEmpty, language)
                                    : LoadText(TextId::kNotADesign, language));

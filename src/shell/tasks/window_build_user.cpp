@@ -7,6 +7,11 @@
 #include "shell/framework/messages.h"
 
 namespace bw {
+namespace {
+
+constexpr size_t kMostWarnings = 20;  // lines that a message box shows at once
+
+}  // namespace
 
 template <typename Question>
 auto WindowBuildUser::OnWindow(Question ask, decltype(ask()) otherwise) -> decltype(ask()) {
@@ -30,7 +35,19 @@ void WindowBuildUser::Message(std::u16string_view text, std::u16string_view titl
 }
 
 bool WindowBuildUser::AskYesNo(std::u16string_view text, std::u16string_view title) {
-    return Show(text, title, MessageButtons::kYesNo) == kEndYes;
+    std::u16string all = std::exchange(warnings_, {});
+    if (!all.empty()) all += u"\r\n";
+    all += text;
+    return Show(all, title, MessageButtons::kYesNo) == kEndYes;
+}
+
+bool WindowBuildUser::Warn(std::u16string_view text) {
+    if (++warningCount_ <= kMostWarnings) {
+        warnings_.append(text).append(u"\r\n");
+    } else if (warningCount_ == kMostWarnings + 1) {
+        warnings_ += u"...\r\n";
+    }
+    return true;
 }
 
 std::optional<OutputChoice> WindowBuildUser::AskOutput(const std::filesystem::path& startFolder) {

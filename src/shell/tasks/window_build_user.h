@@ -22,7 +22,9 @@ class WindowBuildUser : public BuildUser {
 
     Language UiLanguage() const override { return language_; }
     void Message(std::u16string_view text, std::u16string_view title, MessageKind kind) override;
+    // The warnings so far stand before the question.
     bool AskYesNo(std::u16string_view text, std::u16string_view title) override;
+    bool Warn(std::u16string_view text) override;
     std::optional<OutputChoice> AskOutput(const std::filesystem::path& startFolder) override;
     std::optional<std::filesystem::path> AskFolder(
         const std::filesystem::path& startFolder) override;
@@ -42,6 +44,8 @@ class WindowBuildUser : public BuildUser {
     Language language_;
     std::u16string name_;
     bool closed_ = false;
+    std::u16string warnings_;  // a line each
+    size_t warningCount_ = 0;
 };
 
 }  // namespace bw

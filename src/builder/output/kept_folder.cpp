@@ -1,0 +1,129 @@
+#include "builder/output/kept_folder.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "rom/crc32.h"
+#include "support/files.h"
+#include "support/numbers.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr size_t kCrcDigits = 8;
+
+using CrcByPath = std::map<std::string, std::string>;  // in hexadecimal; paths below the folder
+
+std::string Hex(uint32_t crc) {
+    std::string text;
+    AppendHex(text, crc, kCrcDigits);
+    return text;
+}
+
+std::string PathBelow(const fs::path& file, const fs::path& folder) {
+    return WideToBytes(PathText(file.lexically_relative(folder).generic_string()));
+}
+
+FileResult<std::string> CrcOf(const fs::path& file) {
+    const auto bytes = ReadFile(file);
+    if (!bytes) return bytes.Problem();
+    return Hex(Crc32(*bytes));
+}
+
+CrcByPath ReadList(const fs::path& folder) {
+    CrcByPath list;
+    const auto bytes = ReadFile(folder / kKeptListName);
+    if (!bytes) return list;
+    std::string_view rest(reinterpret_cast<const char*>(bytes->data()), bytes->size());
+    while (!rest.empty()) {
+        const size_t end = std::min(rest.find('\n'), rest.size());
+        const std::string_view line = rest.substr(0, end);
+        if (line.size() > kCrcDigits + 1)
+            list.emplace(line.substr(kCrcDigits + 1), line.substr(0, kCrcDigits));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return list;
+}
+
+// Calls visit(item) for all but folders in the tree until it gives a problem back. Links are items.
+template <typename Visit>
+FileResult<> ForFiles(const fs::path& folder, Visit visit) {
+    std::error_code error;
+    fs::recursive_directory_iterator at(folder, error);
+    for (const fs::recursive_directory_iterator end; !error && at != end; at.increment(error)) {
+        std::error_code ignored;
+        if (fs::is_directory(at->symlink_status(ignored))) continue;
+        if (FileResult<> visited = visit(*at); !visited) return visited;
+    }
+    return error ? FileResult<>(ProblemOf(folder, error)) : FileResult<>();
+}
+
+// An item that the list doesn't have, or has otherwise.
+bool IsForeign(const fs::directory_entry& item, const fs::path& folder, const CrcByPath& list) {
+    std::error_code error;
+    if (!fs::is_regular_file(item.symlink_status(error))) return true;
+    if (item.path() == folder / kKeptListName) return list.empty();
+    const auto row = list.find(PathBelow(item.path(), folder));
+    if (row == list.end()) return true;
+    const FileResult<std::string> crc = CrcOf(item.path());
+    return !crc || *crc != row->second;
+}
+
+}  // namespace
+
+FileResult<std::optional<fs::path>> FindForeignFile(const fs::path& folder) {
+    std::optional<fs::path> foreign;
+    std::error_code error;
+    const fs::file_status status = fs::symlink_status(folder, error);
+    if (!fs::exists(status)) return foreign;
+    const CrcByPath list = ReadList(folder);
+    const FileResult<> visited = ForFiles(folder, [&](const fs::directory_entry& item) {
+        if (!IsForeign(item, folder, list)) return FileResult<>();
+        foreign = item.path();
+        return FileResult<>(ProblemOf(item.path(), std::errc::file_exists));
+    });
+    if (!visited && !foreign) return visited.Problem();
+    return foreign;
+}
+
+FileResult<> KeepFiles(const fs::path& from, const fs::path& folder) {
+    const auto foreign = FindForeignFile(folder);
+    if (!foreign) return foreign.Problem();
+    if (*foreign) return ProblemOf(**foreign, std::errc::file_exists);
+    if (FileResult<> made = MakeFolders(folder); !made) return made;
+
+    std::vector<fs::path> old;
+    FileResult<> done = ForFiles(folder, [&](const fs::directory_entry& item) {
+        old.push_back(item.path());
+        return FileResult<>();
+    });
+    std::vector<fs::path> files;
+    std::string list;
+    if (done)
+        done = ForFiles(from, [&](const fs::directory_entry& item) -> FileResult<> {
+            const FileResult<std::string> crc = CrcOf(item.path());
+            if (!crc) return crc.Problem();
+            files.push_back(item.path());
+            list += *crc + " " + PathBelow(item.path(), from) + "\n";
+            return {};
+        });
+    for (const fs::path& file : old) {
+        if (done) done = DeleteFile(file);
+    }
+    // The list first: whatever of the files a kill lets stand is then known as a build's.
+    if (done) done = WriteFile(folder / kKeptListName, list);
+    for (const fs::path& file : files) {
+        const fs::path target = folder / file.lexically_relative(from);
+        if (done) done = MakeFolders(target.parent_path());
+        if (!done) break;
+        const auto bytes = ReadFile(file);
+        done = bytes ? WriteFile(target, *bytes) : FileResult<>(bytes.Problem());
+    }
+    return done;
+}
+
+}  // namespace bw

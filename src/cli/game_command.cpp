@@ -1,0 +1,33 @@
+#include "cli/game_command.h"
+
+#include "cli/written_files.h"
+#include "language/problem_text.h"
+#include "support/text.h"
+
+namespace bw {
+
+GameCommand::GameCommand(const Arguments& arguments, const std::filesystem::path& output)
+    : arguments_(arguments),
+      language_(SystemLanguage()),
+      user_(arguments, language_),
+      gathered_(GatherGames(arguments.inputs, output, language_)) {
+    for (const Diagnostic& diagnostic : gathered_.diagnostics) {
+        if (diagnostic.severity == Severity::kWarning) user_.Warn(FullText(diagnostic));
+    }
+    for (const Diagnostic& diagnostic : gathered_.diagnostics) {
+        if (diagnostic.severity == Severity::kError) user_.Error(FullText(diagnostic));
+    }
+    user_.Detail(FormatText(Text(TextId::kGamesGathered), Games().size(), CountChecked(Games())));
+}
+
+bool GameCommand::SparesFiles() {
+    const std::optional<Diagnostic> overwritten = FindOverwritten(arguments_, gathered_, language_);
+    return TellProblem(user_, overwritten) == kDone;
+}
+
+bool GameCommand::Done(const FileResult<>& result) {
+    if (!result) user_.Error(ProblemText(result.Problem(), language_));
+    return static_cast<bool>(result);
+}
+
+}  // namespace bw

@@ -1,0 +1,170 @@
+#include "cli/written_files.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "builder/build_driver.h"
+#include "builder/output/kept_folder.h"
+#include "builder/output/rom_writer.h"
+#include "language/problem_text.h"
+#include "list/list_file.h"
+#include "support/paths.h"
+#include "support/text.h"
+
+namespace bw {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A file that is there, behind all links. The size tells most files apart at half the cost.
+struct Existing {
+    fs::path path;
+    uintmax_t size;
+
+    bool SameAs(const Existing& other) const {
+        std::error_code error;
+        return size == other.size && fs::equivalent(path, other.path, error) && !error;
+    }
+};
+
+std::optional<Existing> Look(const fs::path& path) {
+    std::error_code error;
+    const uintmax_t size = fs::file_size(path, error);
+    return error ? std::nullopt : std::optional(Existing{path, size});
+}
+
+// The files of an export that are in the folder already.
+void AddExported(const fs::path& folder, std::vector<fs::path>& files) {
+    std::error_code error;
+    for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
+        if (IsExportedName(PathText(at->path().filename()))) files.push_back(at->path());
+    }
+}
+
+class Comparison {
+  public:
+    Comparison(const Arguments& arguments, const GatheredGames& gathered, Language language)
+        : arguments_(arguments), gathered_(gathered), language_(language) {
+        CollectOutputs();
+        CollectInputs();
+    }
+
+    std::optional<Diagnostic> Find() const {
+        for (size_t i = 0; i < outputs_.size(); ++i) {
+            const auto earlier = outputs_.begin() + static_cast<std::ptrdiff_t>(i);
+            const bool twice = std::any_of(outputs_.begin(), earlier, [&](const fs::path& other) {
+                std::error_code error;
+                return other == outputs_[i] || fs::equivalent(other, outputs_[i], error);
+            });
+            if (twice) return Refusal(TextId::kOutputReplacesAnother, outputs_[i]);
+        }
+        if (const fs::path* file = FindReplacedInput()) {
+            return Refusal(TextId::kOutputReplacesAnother, *file);
+        }
+        return arguments_.keepWork ? FindInKeptFolder(*arguments_.keepWork) : std::nullopt;
+    }
+
+  private:
+    void CollectOutputs() {
+        const bool builds = arguments_.command == Command::kBuild;
+        if (builds && !arguments_.output.empty()) outputs_.push_back(RomFile(arguments_));
+        if (builds && !arguments_.report.empty() && arguments_.report != "-") {
+            outputs_.push_back(FromCurrentFolder(arguments_.report).lexically_normal());
+        }
+        if (arguments_.command == Command::kList && !arguments_.output.empty()) {
+            outputs_.push_back(ListFile(arguments_));
+        }
+        if (arguments_.command == Command::kDesignRender) {
+            outputs_.push_back(PictureFile(arguments_));
+        }
+        if (arguments_.command == Command::kExport) {
+            AddExported(FromCurrentFolder(arguments_.folder), outputs_);
+        }
+        const fs::path& menu = arguments_.settings.ExternMenuPath;
+        if (builds && HasExtension(menu, "asm")) {  // leaves its ROM and its tables beside itself
+            outputs_.push_back(fs::path(menu).replace_extension(".nes").lexically_normal());
+            AddExported(menu.parent_path() / "build", outputs_);
+        }
+    }
+
+    void CollectInputs() {
+        // A list may be saved over itself: it is read whole before.
+        if (arguments_.command != Command::kList) {
+            for (const fs::path& input : arguments_.inputs)
+                inputs_.push_back(FromCurrentFolder(input));
+        }
+        for (const GameEntry& game : gathered_.games)
+            inputs_.push_back(TextPath(game.path));
+        if (!arguments_.design.empty()) inputs_.push_back(FromCurrentFolder(arguments_.design));
+        if (arguments_.settings.ExternMenuEnable) {
+            inputs_.push_back(arguments_.settings.ExternMenuPath);
+        }
+    }
+
+    const fs::path* FindReplacedInput() const {
+        std::vector<std::pair<const fs::path*, Existing>> outputs;
+        for (const fs::path& output : outputs_) {
+            if (auto existing = Look(output)) outputs.emplace_back(&output, std::move(*existing));
+        }
+        if (outputs.empty()) return nullptr;
+        for (const fs::path& path : inputs_) {
+            const std::optional<Existing> input = Look(path);
+            const auto same = std::ranges::find_if(
+                outputs, [&](const auto& output) { return input && input->SameAs(output.second); });
+            if (same != outputs.end()) return same->first;
+        }
+        return nullptr;
+    }
+
+    // What the user has there must stay, and nothing else of this command may go there.
+    std::optional<Diagnostic> FindInKeptFolder(const fs::path& folder) const {
+        const auto foreign = FindForeignFile(folder);
+        if (!foreign) return FileDiagnostic(foreign.Problem(), language_);
+        std::error_code error;
+        const fs::path whole = fs::weakly_canonical(folder, error);
+        for (const std::vector<fs::path>* files : {&inputs_, &outputs_}) {
+            for (const fs::path& file : *files) {
+                const fs::path below = fs::weakly_canonical(file, error).lexically_relative(whole);
+                if (!below.empty() && *below.begin() != ".." && below != ".") {
+                    return Refusal(TextId::kKeptFolderHolds, file);
+                }
+            }
+        }
+        if (*foreign) return Refusal(TextId::kKeptFileChanged, **foreign);
+        return std::nullopt;
+    }
+
+    Diagnostic Refusal(TextId id, const fs::path& file) const {
+        return {Severity::kError, FormatText(LoadText(id, language_), VisibleText(PathText(file)))};
+    }
+
+    const Arguments& arguments_;
+    const GatheredGames& gathered_;
+    Language language_;
+    std::vector<fs::path> outputs_;
+    std::vector<fs::path> inputs_;
+};
+
+}  // namespace
+
+std::optional<Diagnostic> FindOverwritten(const Arguments& arguments, const GatheredGames& gathered,
+                                          Language language) {
+    return Comparison(arguments, gathered, language).Find();
+}
+
+fs::path RomFile(const Arguments& arguments) {
+    return WithFormatExtension(FromCurrentFolder(arguments.output).lexically_normal(),
+                               arguments.format);
+}
+
+fs::path ListFile(const Arguments& arguments) {
+    return WithListExtension(FromCurrentFolder(arguments.output).lexically_normal());
+}
+
+fs::path PictureFile(const Arguments& arguments) {
+    fs::path file = FromCurrentFolder(arguments.output).lexically_normal();
+    if (!HasExtension(file, "png")) file += ".png";
+    return file;
+}
+
+}  // namespace bw
