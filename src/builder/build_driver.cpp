@@ -117,11 +117,14 @@ class RomBuild : BuildBase {
     bool CheckExternMenu() const {
         if (!ExternMenu()) return true;
         const std::filesystem::path& path = context_.settings.ExternMenuPath;
-        const FileResult<> file = CheckRegularFile(path);
-        if (file && (ExternMenuIs("asm") || ExternMenuIs("nes"))) return true;
-        const std::u16string name = VisibleText(PathText(path));
-        ShowError(FormatText(Text(TextId::kInvalidExternalMenu), name) +
-                  (file ? u"" : u"\r\n" + ProblemText(file.Problem(), language_)));
+        const FileResult<> regular = CheckRegularFile(path);
+        const FileResult<File> file = File::OpenForReading(path);
+        if (regular && file && (ExternMenuIs("asm") || ExternMenuIs("nes"))) return true;
+        if (!file && file.Problem().kind == FileProblem::Kind::kNoPermission) {
+            ShowFileProblem(file.Problem());
+        } else {
+            ShowError(FormatText(Text(TextId::kInvalidExternalMenu), VisibleText(PathText(path))));
+        }
         return false;
     }
 
@@ -165,7 +168,10 @@ class RomBuild : BuildBase {
             std::filesystem::absolute(context_.settings.ExternMenuPath, error);
         const std::filesystem::path folder = source.parent_path();
         std::filesystem::path build = folder / "build";
-        MakeFolders(build);
+        if (const FileResult<> made = MakeFolders(build); !made) {
+            ShowFileProblem(made.Problem());
+            return false;
+        }
         const ExportType type =
             board_ == BoardType::kCoolgirl ? ExportType::kCoolgirl : ExportType::kCoolboy;
         ExportInfo(context_, type, menuPrgUnits, build, false);

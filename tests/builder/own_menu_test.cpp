@@ -234,13 +234,17 @@ TEST_F(OwnMenus, AreRefusedWithTheirReason) {
     UseExternMenu(Own("mine.asm"), OwnSource(8));
     user_.output = OutputChoice{Own("mine"), RomFormat::kNes20};
     ExpectRefused("Choose another name");  // the assembled menu is no place for the output
-    // An export that fails is told, and the assembler follows.
+    // A place for its tables that can't be made ends the build; a table that can't be written is
+    // told, and the assembler follows.
     std::filesystem::remove_all(Own("build"));
     WriteText(Own("build"), "a file stands in the way");
+    ExpectRefused("build: This is a file, not a folder");
+    std::filesystem::remove(Own("build"));
+    std::filesystem::create_directories(Own("build/game_config.asm"));
     user_.messages.clear();
     EXPECT_FALSE(Build().done);
     EXPECT_THAT(user_.messages, ElementsAre(AllOf(StartsWith("Error: The operation failed"),
-                                                  HasSubstr("build: This is a file, not a folder")),
+                                                  HasSubstr("config.asm: This is a folder")),
                                             HasSubstr("Can not open file!")));
 }
 

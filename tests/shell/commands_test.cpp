@@ -126,6 +126,7 @@ TEST_F(Building, MakesTheRomOfTheCommandLine) {
     host_.store->RegWriteDword(kBoardKey, "CoolboyType", 1);
     host_.store->RegWriteDword(kMainKey, "PageSize", 20);
     host_.store->RegWriteDword(kMainKey, "ShowNumberOrder", 8);
+    std::filesystem::resize_file(folder_ / "three.nes", 40000);
     commands_.BuildCoolboy();
     // What happens now is the next build's.
     host_.editor.Clear();
@@ -134,7 +135,9 @@ TEST_F(Building, MakesTheRomOfTheCommandLine) {
     EXPECT_THAT(Messages(), ElementsAre(kBusy));
     host_.dialogs.answers = {kEndYes};
     Finish();
-    EXPECT_THAT(Messages(), ElementsAre(HasSubstr("do you want to open the output folder?")));
+    EXPECT_THAT(Messages(),
+                ElementsAre(AllOf(HasSubstr("3.three is cut short"),
+                                  HasSubstr("do you want to open the output folder?"))));
     EXPECT_THAT(host_.told, HasSubstr("window.nes: MINDKIDS, 3 game(s)"));
     EXPECT_THAT(host_.dialogs.shown, ElementsAre(folder_ / "out" / "window.nes"));
     EXPECT_EQ(StoredText(*host_.store, "LastBuildDir"), PathText(folder_ / "out"));

@@ -1,9 +1,12 @@
 #include "support/paths.h"
 
+#include <set>
+
 #include <gtest/gtest.h>
 
 #include "common/environment_variable.h"
 #include "common/temporary_folder.h"
+#include "support/files.h"
 #include "support/text.h"
 
 namespace bw {
@@ -63,18 +66,22 @@ TEST(Paths, UsersFilesMoveWithTheirVariables) {
     EXPECT_NE(UserConfigFolder(), UserScratchFolder());
 }
 
-TEST(Paths, OnlyOldWorkFoldersAreAbandoned) {
+TEST(Paths, OnlyAbandonedWorkFoldersAreRemoved) {
     const TemporaryFolder home;
     const EnvironmentVariable moved("BANKWEAVER_HOME", home.Path().c_str());
-    const std::filesystem::path old = WorkFolder().parent_path() / "1";
-    const std::filesystem::path recent = WorkFolder().parent_path() / "2";
-    for (const auto& folder : {old, recent})
-        std::filesystem::create_directories(folder / "menu");
+    const std::filesystem::path parent = WorkFolder().parent_path();
+    // The last three numbers are larger than any process has.
+    for (const char* name : {"old", "recent", "999999997", "999999998-export", "999999999"})
+        std::filesystem::create_directories(parent / name / "menu");
+    std::filesystem::create_directories(WorkFolder());
     std::filesystem::last_write_time(
-        old, std::filesystem::file_time_type::clock::now() - std::chrono::hours(25));
+        parent / "old", std::filesystem::file_time_type::clock::now() - std::chrono::hours(25));
+    const auto held = FileLock::TryTake(parent / "999999999");
     RemoveAbandonedWorkFolders();
-    EXPECT_FALSE(std::filesystem::exists(old));
-    EXPECT_TRUE(std::filesystem::exists(recent / "menu"));
+    std::set<std::filesystem::path> left;
+    for (const auto& folder : std::filesystem::directory_iterator(parent))
+        left.insert(folder.path());
+    EXPECT_EQ(left, (std::set{WorkFolder(), parent / "recent", parent / "999999999"}));
 }
 
 TEST(Paths, ExecutableIsThisProgram) {
