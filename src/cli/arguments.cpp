@@ -4,6 +4,8 @@
 #include <memory>
 #include <sstream>
 
+#include <fmt/printf.h>
+
 #include "cli/command_options.h"
 #include "cli/design_arguments.h"
 #include "cli/inputs.h"
@@ -27,13 +29,21 @@ struct MenuOptions {
     std::filesystem::path keepWork;
 };
 
+// The tunes by the titles that they have in the window.
+std::string MusicHelp(const CommandOptions& options) {
+    return fmt::sprintf(options.Words(TextId::kHelpMusic), options.Words(TextId::kMusicSet2),
+                        options.Words(TextId::kMusicSet3), options.Words(TextId::kMusicSet4),
+                        options.Words(TextId::kMusicSet5));
+}
+
 void AddMenuOptions(const CommandOptions& options, MenuOptions& menu, Arguments& arguments) {
     BuildSettings& settings = arguments.settings;
     options.Choice("--board", menu.board, {"coolboy", "mindkids", "coolgirl"}, TextId::kHelpBoard);
     options.Choice("--menu-size", menu.menuSize, {"128", "256", "512"}, TextId::kHelpMenuSize);
     AddListOptions(options, settings);
     options.Choice("--style", menu.style, {"default", "white"}, TextId::kHelpStyle);
-    options.Choice("--music", settings.Music, {"0", "1", "2", "3", "4", "5"}, TextId::kHelpMusic);
+    options.Choice("--music", settings.Music, {"0", "1", "2", "3", "4", "5"}, TextId::kHelpMusic)
+        ->description(MusicHelp(options));
     options.Choice("--turning-speed", settings.PageTurningSpeed, {"1", "2", "3", "4"},
                    TextId::kHelpTurningSpeed);
     options.Path("--design", arguments.design, TextId::kHelpDesignOption, "FILE");

@@ -36,12 +36,12 @@ class CommandOptions {
     CLI::Option* Inputs(std::vector<std::filesystem::path>& values, TextId help) const;
     // One of a few words or numbers.
     template <typename Value>
-    void Choice(const std::string& names, Value& value, const std::vector<std::string>& values,
-                TextId help) const {
+    CLI::Option* Choice(const std::string& names, Value& value,
+                        const std::vector<std::string>& values, TextId help) const {
         std::string type;
         for (const std::string& word : values)
             type.append(type.empty() ? "" : "|").append(word);
-        command_.add_option(names, value, Words(help))
+        return command_.add_option(names, value, Words(help))
             ->type_name(type)
             ->check(OneOf(values))
             ->capture_default_str();

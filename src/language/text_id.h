@@ -447,7 +447,7 @@ enum class TextId {
     kRememberTip,
 
     // The command line: what it says.
-    kImageAsksForMore = 10900,
+    kImageAsksForMore = 11200,
     kUnknownCommand,
     kUnknownCommandMeant,
     kUnknownOption,

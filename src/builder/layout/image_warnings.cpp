@@ -9,7 +9,7 @@ namespace {
 
 std::u16string Subject(const MulticartItem& item) {
     if (item.isMenu != 0) return VisibleText(PathText(item.path));
-    return FormatText(u"%d.%s", item.index + 1, VisibleText(item.name));
+    return FormatText(u"%d.%s", item.row, VisibleText(item.name));
 }
 
 }  // namespace
@@ -22,7 +22,7 @@ std::vector<Diagnostic> FindIncompleteImages(std::span<const MulticartItem> item
         const auto warn = [&](TextId id, uint64_t wanted, uint64_t there) {
             warnings.push_back({Severity::kWarning,
                                 FormatText(LoadText(id, language), Subject(item), wanted, there),
-                                {.row = item.isMenu != 0 ? 0 : item.index + 1, .name = item.name}});
+                                {.row = item.isMenu != 0 ? 0 : item.row, .name = item.name}});
         };
         const uint64_t used =
             uint64_t{item.headerSize} + item.trainerSize + item.prgBytes + item.chrBytes;
