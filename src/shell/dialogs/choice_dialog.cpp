@@ -24,6 +24,8 @@ std::optional<size_t> CChoiceDialog::Ask(QWidget* parent, std::u16string_view te
 CChoiceDialog::CChoiceDialog(QWidget* parent, std::u16string_view text, std::u16string_view caption,
                              std::span<const std::u16string> answers, Language language)
     : CDialogBase(language, parent) {
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     AddControl(kText, text_);
     SetBackground(QColor(kPaleBlue));
     SetStartSize(260, 60);

@@ -38,35 +38,43 @@ struct CMainDialog::Commands {
                                                    MessageButtons::kYesNo);
         if (answer != kEndYes) return;
         // What shows may have changed while the question was open.
+        const std::u16string name = FirstName(parts, parts.view.ShownRows(), false);
         const size_t cleared = parts.editor.Clear(parts.view.ShownRows());
-        const TextId told =
-            parts.editor.Games().empty() ? TextId::kListEmptied : TextId::kGamesTaken;
-        parts.Tell(FormatText(LoadText(told, language), cleared));
+        parts.Tell(parts.editor.Games().empty()
+                       ? FormatText(LoadText(TextId::kListEmptied, language), cleared)
+                       : TakenText(cleared, name, language));
     }
 
-    // Takes rows out and tells which, and that they can come back.
-    static void TakeOut(Parts& parts, ListEditor::ShownRows rows, bool checkedOnly) {
+    static std::u16string FirstName(const Parts& parts, ListEditor::ShownRows rows,
+                                    bool checkedOnly) {
+        const GameList& games = parts.editor.Games();
+        for (size_t i = 0; i < (rows ? rows->size() : games.size()); ++i) {
+            const GameEntry& entry = games[rows ? (*rows)[i] : i];
+            if (entry.checked || !checkedOnly) return entry.name;
+        }
+        return {};
+    }
+    static std::u16string TakenText(size_t taken, const std::u16string& name, Language language) {
+        return taken == 1 ? FormatText(LoadText(TextId::kGameTaken, language), name)
+                          : FormatText(LoadText(TextId::kGamesTaken, language), taken);
+    }
+    static void RemoveChecked(Parts& parts) {
         const Language language = parts.CurrentLanguage();
-        ListEditor& editor = parts.editor;
-        std::u16string name;
-        for (size_t i = 0; name.empty() && i < (rows ? rows->size() : editor.Games().size()); ++i) {
-            const GameEntry& entry = editor.Games()[rows ? (*rows)[i] : i];
-            if (entry.checked || !checkedOnly) name = entry.name;
-        }
-        const size_t taken = checkedOnly ? editor.Remove(rows) : editor.RemoveRows(*rows);
-        const size_t hidden = checkedOnly && rows ? CountChecked(editor.Games()) : 0;
-        std::u16string told = LoadText(TextId::kNothingChecked, language);
-        if (taken == 1) told = FormatText(LoadText(TextId::kGameTaken, language), name);
-        if (taken > 1) told = FormatText(LoadText(TextId::kGamesTaken, language), taken);
-        if (hidden > 0) {
-            told = (taken > 0 ? told : u"") +
-                   FormatText(LoadText(TextId::kHiddenCheckedStay, language), hidden);
-        }
-        parts.Tell(told);
+        const ListEditor::ShownRows shown = parts.view.ShownRows();
+        const std::u16string name = FirstName(parts, shown, true);
+        const size_t taken = parts.editor.Remove(shown);
+        const size_t hidden = CountChecked(parts.editor.Games());
+        std::u16string told = taken > 0 ? TakenText(taken, name, language) : u"";
+        if (hidden > 0) told += FormatText(LoadText(TextId::kHiddenCheckedStay, language), hidden);
+        if (told.empty()) told = LoadText(TextId::kNothingChecked, language);
+        parts.Tell(told.substr(told.find_first_not_of(u' ')));
     }
     static void RemoveRows(Parts& parts) {
         const std::vector<uint32_t> rows = parts.view.HighlightedRows();
-        if (!rows.empty()) TakeOut(parts, rows, false);
+        if (rows.empty()) return;
+        const std::u16string name = FirstName(parts, rows, false);
+        const size_t taken = parts.editor.RemoveRows(rows);
+        parts.Tell(TakenText(taken, name, parts.CurrentLanguage()));
     }
     template <RowMove kMove>
     static void MoveRows(Parts& parts) {
@@ -133,7 +141,7 @@ struct CMainDialog::Commands {
         {kCommandSelectAll, [](Parts& parts) { parts.editor.SelectAll(parts.view.ShownRows()); }},
         {kCommandSelectInverse,
          [](Parts& parts) { parts.editor.SelectInverse(parts.view.ShownRows()); }},
-        {kCommandRemove, [](Parts& parts) { TakeOut(parts, parts.view.ShownRows(), true); }},
+        {kCommandRemove, RemoveChecked},
         {kCommandRowsUp, MoveRows<RowMove::kUp>},
         {kCommandRowsDown, MoveRows<RowMove::kDown>},
         {kCommandRowsTop, MoveRows<RowMove::kTop>},
