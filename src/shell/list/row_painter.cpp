@@ -91,6 +91,7 @@ RowPainter::RowPainter(const GameListModel& model) : model_(model) {
 void RowPainter::RenewLook() {
     colors_ = RowColors();
     missing_ = QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
+    missingPicture_ = {};
 }
 
 QColor RowColors::Background(RowState state) const {
@@ -165,6 +166,18 @@ void RowPainter::PaintMarks(QPainter& painter, const QStyleOptionViewItem& optio
     painter.drawText(mark, Qt::AlignCenter | Qt::TextSingleLine, QString::number(*number));
 }
 
+void RowPainter::PaintMissing(QPainter& painter, const QRect& cell) const {
+    const int side = cell.height() - 2 * kRowMargin;
+    const qreal density = painter.device()->devicePixelRatioF();
+    const QSize pixels = QSize(side, side) * density;
+    if (missingPicture_.size() != pixels) {
+        missingPicture_ = missing_.pixmap(pixels, 1.0)
+                              .scaled(pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        missingPicture_.setDevicePixelRatio(density);
+    }
+    painter.drawPixmap(cell.left() + kRowMargin, cell.top() + kRowMargin, missingPicture_);
+}
+
 void RowPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
                        const QModelIndex& index) const {
     const GameEntry* entry = model_.EntryAt(index.row());
@@ -185,15 +198,13 @@ void RowPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
         PaintCheck(*painter, option, entry->checked, frame);
         PaintMarks(*painter, option, index.row());
     }
-    if (ShowsMissing(*entry, column)) {
-        QRect square = option.rect;
-        square.setWidth(square.height());
-        missing_.paint(painter, square.adjusted(kRowMargin, kRowMargin, -kRowMargin, -kRowMargin));
-    }
+    if (ShowsMissing(*entry, column)) PaintMissing(*painter, option.rect);
 
     const QRect place = TextPlace(option.rect, index, option.fontMetrics);
-    const QString text = option.fontMetrics.elidedText(model_.Text(index.row(), column),
-                                                       Elision(column), place.width());
+    QString text = model_.Text(index.row(), column);
+    if (!widths_.Fits(text, option.font, place.width())) {
+        text = option.fontMetrics.elidedText(text, Elision(column), place.width());
+    }
     painter->setPen(ink);
     painter->drawText(
         place, static_cast<int>(QtAlignment(TraitsOf(column).cell)) | Qt::TextSingleLine, text);

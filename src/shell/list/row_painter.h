@@ -4,9 +4,11 @@
 #include <QAbstractItemDelegate>
 #include <QColor>
 #include <QIcon>
+#include <QPixmap>
 #include <array>
 
 #include "shell/list/game_list_model.h"
+#include "shell/list/text_widths.h"
 
 namespace bw {
 
@@ -64,11 +66,15 @@ class RowPainter : public QAbstractItemDelegate {
   private:
     // Of the numbers in the menu, behind the positions; 0 while nothing is checked.
     int MarkWidth(const QFontMetrics& metrics) const;
+    void PaintMissing(QPainter& painter, const QRect& cell) const;
     void PaintMarks(QPainter& painter, const QStyleOptionViewItem& option, int viewRow) const;
 
     const GameListModel& model_;
     RowColors colors_;
     QIcon missing_;  // before the name of a game whose file isn't there
+    // What was measured and drawn before; the window's thread alone paints.
+    mutable TextWidths widths_;
+    mutable QPixmap missingPicture_;
 };
 
 }  // namespace bw
