@@ -49,10 +49,10 @@ struct ListedLine {
 // One reading of the whole source.
 //
 // Lines are parsed once: bytes whose values are known are put at once, the others are noted as
-// fix-ups and put by Finish(), when all names are known. The size of everything is decided on the
-// spot, from names defined above alone, so that it can't change. Only where the location itself
-// hangs on a name further down (a forward .ORG, or a .BANK whose bank is also used otherwise) does
-// the source have to be read again, with the values found before.
+// fix-ups and put by Finish(), when all names are known. How much room a line takes is decided on
+// the spot, by how its operand is written or from names defined above, so that it can't change.
+// Only where the location itself hangs on a name further down (a forward .ORG, or a .BANK whose
+// bank is also used otherwise) does the source have to be read again, with the values found before.
 class Pass {
   public:
     // `before` is the reading before this one, or null; it must outlive this one.
