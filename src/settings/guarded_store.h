@@ -15,7 +15,7 @@
 
 namespace bw {
 
-// A write waits up to a second and a half for another program's lock. A window that writes at every
+// A write waits most of a second for another program's lock. A window that writes at every
 // click would stand still most of the time, so a store that was locked is left alone this long.
 inline constexpr std::chrono::milliseconds kRestAfterLock{5000};
 

@@ -19,10 +19,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// How long one call waits for other running copies before it gives up. What is read is waited for
-// by somebody who looks at a window that doesn't come.
-constexpr std::chrono::milliseconds kReadPatience{600};
-constexpr std::chrono::milliseconds kWritePatience{1500};
+// How long one call waits for other running copies before it gives up: a start has to wait for the
+// first call, and somebody looks at a window that doesn't come.
+constexpr std::chrono::milliseconds kPatience{700};
 constexpr std::chrono::milliseconds kRetryEvery{2};
 
 // The write-ahead log lets readers go on beside a writer, and with "normal" a write needn't wait
@@ -128,7 +127,7 @@ class Database {
 
     // Null if there is no file yet, or none that can be opened.
     sqlite3* ForReading() {
-        deadline_ = Clock::now() + kReadPatience;
+        deadline_ = Clock::now() + kPatience;
         problem_ = StoreProblem::kNone;
         if (handle_ != nullptr || Open(SQLITE_OPEN_READWRITE)) return handle_;
         std::error_code error;
@@ -146,7 +145,6 @@ class Database {
                 return nullptr;
             }
         }
-        deadline_ = Clock::now() + kWritePatience;
         if (!ready_) {
             // A copy that is reading just now can keep the file from becoming sharable. It works
             // all the same, and a later start tries again.

@@ -7,6 +7,7 @@
 #include <QRadioButton>
 #include <QScrollBar>
 
+#include "common/environment_variable.h"
 #include "shell/dialogs/about_dialog.h"
 #include "shell/dialogs/export_settings_dialog.h"
 #include "shell/dialogs/extern_menu_dialog.h"
@@ -242,6 +243,25 @@ TEST_F(FileDialogs, CompleteTheNameByTheTypeAndRememberIt) {
     EXPECT_EQ(dialogs_.AskOutput(folder_.Path(), u"x")->path, folder_ / "other.bin");
     Type(QStringLiteral("games.txt"));
     EXPECT_EQ(dialogs_.AskListToSave(folder_.Path()), folder_ / "games.txt.fcl");
+}
+
+TEST_F(FileDialogs, StartWhereTheUserMayWrite) {
+    std::filesystem::create_directories(folder_ / "Documents");
+    std::filesystem::create_directories(folder_ / "out");
+    const EnvironmentVariable home("HOME", folder_.Path().c_str());
+    const EnvironmentVariable settings("XDG_CONFIG_HOME", nullptr);
+    QtUserDialogs installed(window_, folder_ / "gone", [] { return Language::kEnglish; });
+    const auto start = [&](const std::filesystem::path& wanted) {
+        Type(QStringLiteral("name"));
+        installed.AskListToSave(wanted);
+        return PathFromQt(start_);
+    };
+    EXPECT_EQ(start({}), folder_ / "Documents");
+    std::filesystem::remove(folder_ / "Documents");
+    EXPECT_EQ(start(folder_ / "gone"), folder_.Path());
+    const std::string out = (folder_ / "out").string();
+    const EnvironmentVariable known("BANKWEAVER_FILES", out.c_str());
+    EXPECT_EQ(start({}), out);
 }
 
 TEST_F(FileDialogs, QuestionsStandBeforeTheDialogThatIsOpen) {
