@@ -110,9 +110,8 @@ void GameTable::SelectRange(int from, int to) {
     if (last < 0) return;
     const QModelIndex start = model_.index(std::clamp(from, 0, last), 0);
     const QModelIndex end = model_.index(std::clamp(to, 0, last), static_cast<int>(FocusColumn()));
-    selectionModel()->select(
-        {start.row() < end.row() ? start : end, start.row() < end.row() ? end : start},
-        QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    selectionModel()->select(QItemSelection(start, end),
+                             QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     selectionModel()->setCurrentIndex(end, QItemSelectionModel::NoUpdate);
     viewport()->update();  // the frame around the row that had the keyboard spans all of its cells
 }
