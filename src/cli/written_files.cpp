@@ -50,17 +50,8 @@ class Comparison {
     }
 
     std::optional<Diagnostic> Find() const {
-        for (size_t i = 0; i < outputs_.size(); ++i) {
-            const auto earlier = outputs_.begin() + static_cast<std::ptrdiff_t>(i);
-            const bool twice = std::any_of(outputs_.begin(), earlier, [&](const fs::path& other) {
-                std::error_code error;
-                return other == outputs_[i] || fs::equivalent(other, outputs_[i], error);
-            });
-            if (twice) return Refusal(TextId::kOutputReplacesAnother, outputs_[i]);
-        }
-        if (const fs::path* file = FindReplacedInput()) {
-            return Refusal(TextId::kOutputReplacesAnother, *file);
-        }
+        if (auto twice = FindTwice()) return twice;
+        if (auto replaced = FindReplacedInput()) return replaced;
         return arguments_.keepWork ? FindInKeptFolder(*arguments_.keepWork) : std::nullopt;
     }
 
@@ -101,19 +92,31 @@ class Comparison {
         }
     }
 
-    const fs::path* FindReplacedInput() const {
+    std::optional<Diagnostic> FindTwice() const {
+        for (size_t i = 0; i < outputs_.size(); ++i) {
+            for (size_t j = 0; j < i; ++j) {
+                std::error_code error;
+                if (outputs_[i] == outputs_[j] || fs::equivalent(outputs_[i], outputs_[j], error)) {
+                    return Replaces(outputs_[i], outputs_[j]);
+                }
+            }
+        }
+        return std::nullopt;
+    }
+
+    std::optional<Diagnostic> FindReplacedInput() const {
         std::vector<std::pair<const fs::path*, Existing>> outputs;
         for (const fs::path& output : outputs_) {
             if (auto existing = Look(output)) outputs.emplace_back(&output, std::move(*existing));
         }
-        if (outputs.empty()) return nullptr;
+        if (outputs.empty()) return std::nullopt;
         for (const fs::path& path : inputs_) {
             const std::optional<Existing> input = Look(path);
             const auto same = std::ranges::find_if(
                 outputs, [&](const auto& output) { return input && input->SameAs(output.second); });
-            if (same != outputs.end()) return same->first;
+            if (same != outputs.end()) return Replaces(*same->first, path);
         }
-        return nullptr;
+        return std::nullopt;
     }
 
     // What the user has there must stay, and nothing else of this command may go there.
@@ -134,6 +137,11 @@ class Comparison {
         return std::nullopt;
     }
 
+    Diagnostic Replaces(const fs::path& output, const fs::path& other) const {
+        return {Severity::kError,
+                FormatText(LoadText(TextId::kOutputReplacesAnother, language_),
+                           VisibleText(PathText(output)), VisibleText(PathText(other)))};
+    }
     Diagnostic Refusal(TextId id, const fs::path& file) const {
         return {Severity::kError, FormatText(LoadText(id, language_), VisibleText(PathText(file)))};
     }

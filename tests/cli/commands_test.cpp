@@ -281,12 +281,15 @@ TEST_F(Commands, ProblemsNameTheFileAndTheReason) {
     std::filesystem::resize_file(folder_ / "big.chr", 20 << 20);
     WriteText(folder_ / "locked.fcl", "[history]\r\n00000_check=1\r\n00000_path=" +
                                           (folder_ / "locked.nes").string() + "\r\ncount=1");
-    std::filesystem::create_directories(folder_ / "folder.png/folder.nes");
+    const std::string work = "home/scratch/Temp/Bankweaver";
+    for (const std::string& name : {std::string("folder.png/folder.nes"), work})
+        std::filesystem::create_directories(folder_ / name);
     const auto permit = [&](const std::string& name, unsigned mode) {
         std::filesystem::permissions(folder_ / name, std::filesystem::perms{mode});
     };
     permit("", 0755);
     permit("home", 0777);
+    permit(work, 0777);
     permit("locked.nes", 0);
     permit("folder/locked", 0);
     struct Reason {
@@ -311,6 +314,9 @@ TEST_F(Commands, ProblemsNameTheFileAndTheReason) {
         {"build -o old.nes locked.fcl", "locked.nes", denied},
         {"build -o old.nes folder/locked", "locked", denied},
         {"build -o old.nes folder", "folder/locked", denied},
+        {"build -o old.nes --extern-menu locked.nes good.nes", "locked.nes", denied},
+        {"build -o new good.nes", "new.nes", denied},
+        {"export -d new good.nes", "new", denied},
     };
     const bool nobodyCan = Run("--version", nobody).exitCode == 0;  // may read the program
     for (const auto& [arguments, file, reason] : cases) {
@@ -321,6 +327,28 @@ TEST_F(Commands, ProblemsNameTheFileAndTheReason) {
         ExpectRefused(arguments, file + ": " + reason.chinese, "LC_ALL=zh_CN.UTF-8" + user);
     }
     permit("folder/locked", 0755);
+}
+
+TEST_F(Commands, GamesOfAnotherBoardAreLeftOutOnRequest) {
+    Image("one.nes", {2, 1, 0}, 1);
+    Image("two.nes", {8, 0, 2}, 2);
+    Image("three.nes", {1, 1, 0, 4}, 3);  // with a trainer
+    const std::string games = "one.nes two.nes three.nes";
+    ExpectRefused(
+        "build -o old.nes " + games,
+        "COOLBOY runs these mappers: 0, 4, 74.\n--board coolgirl runs more of these games");
+    const RunResult dry = Done("build --dry-run --skip-unsupported -o x.nes " + games);
+    EXPECT_THAT(dry.err,
+                AllOf(HasSubstr("Left out: 2.two. COOLBOY, MINDKIDS: mapper 2 isn't"),
+                      HasSubstr("Left out: 3.three. COOLBOY, MINDKIDS: games with a trai")));
+    EXPECT_THAT(dry.out, AllOf(HasSubstr("1       one         0         0000000 +32KB"),
+                               HasSubstr("COOLBOY: 1 of 1024 games, 0.500MB used, 31.500MB free")));
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "x.nes"));
+    EXPECT_EQ(Leftovers(), 0);
+    EXPECT_THAT(Done("build --skip-unsupported --board coolgirl -o x.nes " + games).err,
+                HasSubstr("COOLGIRL, 2 game(s)"));
+    EXPECT_THAT(Done("info two.nes").out, HasSubstr("\ntwo  COOLBOY, MINDKIDS: mapper 2 isn't"));
+    EXPECT_STREQ(Json(Done("info --json one.nes"))["games"][0]["reason"].GetString(), "");
 }
 
 TEST_F(Commands, ExportsWithoutABuild) {

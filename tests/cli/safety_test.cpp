@@ -55,7 +55,7 @@ TEST_F(Commands, GamesAreNeverWrittenOver) {
           "build -o old.nes --report report.json all.fcl",
           "build -o old.nes --report games/one.nes games", "build -o games/one.nes games",
           "list -o list games", "export -d out games", "design render one.fcm -o picture all.fcl"})
-        ExpectRefused(arguments, "Choose another name.");
+        ExpectRefused(arguments, "games/one.nes. Choose another name.");
     EXPECT_TRUE(ReadText(folder_ / "games/one.nes") == ImageBytes({1, 1, 0}, 1));
 
     fs::create_directory(folder_ / "nodir");

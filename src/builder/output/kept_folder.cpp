@@ -28,6 +28,10 @@ std::string PathBelow(const fs::path& file, const fs::path& folder) {
     return WideToBytes(PathText(file.lexically_relative(folder).generic_string()));
 }
 
+fs::path PathOf(const std::string& pathBelow) {
+    return TextPath(BytesToWide(pathBelow));
+}
+
 FileResult<std::string> CrcOf(const fs::path& file) {
     const auto bytes = ReadFile(file);
     if (!bytes) return bytes.Problem();
@@ -62,6 +66,36 @@ FileResult<> ForFiles(const fs::path& folder, Visit visit) {
     return error ? FileResult<>(ProblemOf(folder, error)) : FileResult<>();
 }
 
+FileResult<CrcByPath> CrcsOf(const fs::path& folder) {
+    CrcByPath files;
+    const FileResult<> read = ForFiles(folder, [&](const fs::directory_entry& item) {
+        const FileResult<std::string> crc = CrcOf(item.path());
+        if (crc) files.emplace(PathBelow(item.path(), folder), *crc);
+        return crc ? FileResult<>() : FileResult<>(crc.Problem());
+    });
+    if (!read) return read.Problem();
+    return files;
+}
+
+FileResult<> RemoveFiles(const fs::path& folder) {
+    std::vector<fs::path> files;
+    FileResult<> done = ForFiles(folder, [&](const fs::directory_entry& item) {
+        files.push_back(item.path());
+        return FileResult<>();
+    });
+    for (const fs::path& file : files) {
+        if (done) done = DeleteFile(file);
+    }
+    return done;
+}
+
+FileResult<> CopyFile(const fs::path& from, const fs::path& to) {
+    const auto bytes = ReadFile(from);
+    if (!bytes) return bytes.Problem();
+    const FileResult<> made = MakeFolders(to.parent_path());
+    return made ? WriteFile(to, *bytes) : made;
+}
+
 // An item that the list doesn't have, or has otherwise.
 bool IsForeign(const fs::directory_entry& item, const fs::path& folder, const CrcByPath& list) {
     std::error_code error;
@@ -94,34 +128,17 @@ FileResult<> KeepFiles(const fs::path& from, const fs::path& folder) {
     const auto foreign = FindForeignFile(folder);
     if (!foreign) return foreign.Problem();
     if (*foreign) return ProblemOf(**foreign, std::errc::file_exists);
-    if (FileResult<> made = MakeFolders(folder); !made) return made;
-
-    std::vector<fs::path> old;
-    FileResult<> done = ForFiles(folder, [&](const fs::directory_entry& item) {
-        old.push_back(item.path());
-        return FileResult<>();
-    });
-    std::vector<fs::path> files;
-    std::string list;
-    if (done)
-        done = ForFiles(from, [&](const fs::directory_entry& item) -> FileResult<> {
-            const FileResult<std::string> crc = CrcOf(item.path());
-            if (!crc) return crc.Problem();
-            files.push_back(item.path());
-            list += *crc + " " + PathBelow(item.path(), from) + "\n";
-            return {};
-        });
-    for (const fs::path& file : old) {
-        if (done) done = DeleteFile(file);
-    }
+    const FileResult<CrcByPath> files = CrcsOf(from);
+    if (!files) return files.Problem();
+    FileResult<> done = MakeFolders(folder);
+    if (done) done = RemoveFiles(folder);
     // The list first: whatever of the files a kill lets stand is then known as a build's.
+    std::string list;
+    for (const auto& [path, crc] : *files)
+        list += crc + " " + path + "\n";
     if (done) done = WriteFile(folder / kKeptListName, list);
-    for (const fs::path& file : files) {
-        const fs::path target = folder / file.lexically_relative(from);
-        if (done) done = MakeFolders(target.parent_path());
-        if (!done) break;
-        const auto bytes = ReadFile(file);
-        done = bytes ? WriteFile(target, *bytes) : FileResult<>(bytes.Problem());
+    for (const auto& [path, crc] : *files) {
+        if (done) done = CopyFile(from / PathOf(path), folder / PathOf(path));
     }
     return done;
 }
