@@ -17,8 +17,9 @@ struct TextRow {
     std::array<std::u16string_view, kLanguages.size()> texts;
 };
 
-// Each in ascending order of id; the own texts' ids are behind the fixed ones.
+// Each in ascending order of id, and each behind the one before it.
 std::span<const TextRow> FixedTexts();
 std::span<const TextRow> OwnTexts();
+std::span<const TextRow> CommandLineTexts();
 
 }  // namespace bw

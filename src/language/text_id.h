@@ -327,6 +327,7 @@ enum class TextId {
     kOutputReplacesAnother,
     kOutputIsNoGame,
     kImageCutShort,
+    kImageAsksForMore,
     kDataConflict,
     kMenuSizeUnused,
     kAssemblerNotStarted,
@@ -447,8 +448,7 @@ enum class TextId {
     kRememberTip,
 
     // The command line: what it says.
-    kImageAsksForMore = 11200,
-    kUnknownCommand,
+    kUnknownCommand = 12000,
     kUnknownCommandMeant,
     kUnknownOption,
     kUnexpectedWord,
