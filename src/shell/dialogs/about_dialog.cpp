@@ -30,6 +30,7 @@ CAboutDialog::CAboutDialog(Language language, QWidget* parent, const QString& ho
     AddControl(kLink, link_);
     AddControl(kButton, button_);
     SetBackground(QColor(kPaleBlue));
+    SetCloseBoxAlone();
     SetStartSize(136, 112);
 
     icon_.setPixmap(windowIcon().pixmap(kIconSize));

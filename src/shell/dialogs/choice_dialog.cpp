@@ -28,6 +28,7 @@ CChoiceDialog::CChoiceDialog(QWidget* parent, std::u16string_view text, std::u16
                    Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     AddControl(kText, text_);
     SetBackground(QColor(kPaleBlue));
+    SetCloseBoxAlone();
     SetStartSize(260, 60);
     setWindowTitle(ToQt(caption));
     text_.setText(ToQt(text));

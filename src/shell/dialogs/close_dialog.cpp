@@ -18,6 +18,7 @@ CCloseDialog::CCloseDialog(SettingsStore& store, Language language, QWidget* par
     AddControl(kMinimize, minimize_);
     AddControl(kExit, exit_);
     SetBackground(QColor(kPaleBlue));
+    SetCloseBoxAlone();
     SetStartSize(193, 50);
 
     row_.addStretch();

@@ -31,15 +31,13 @@ CMessageDialog::CMessageDialog(QWidget* parent, std::u16string_view text,
                                std::u16string_view caption, MessageButtons buttons,
                                Language language)
     : CDialogBase(language, parent), buttons_(buttons) {
-    // There is nothing to go on with before the answer, nor more to see in a larger window.
-    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     const bool question = buttons == MessageButtons::kYesNo;
     AddControl(kText, text_);
     AddControl(question ? kEndYes : kEndOk, first_);
     if (question) AddControl(kEndNo, second_);
     second_.setVisible(question);
     SetBackground(QColor(kPaleBlue));
+    SetCloseBoxAlone();
     Arrange();
     setWindowTitle(ToQt(caption));
     SetText(kText, ToQt(text));
@@ -109,6 +107,9 @@ void CMessageDialog::Place() {
     // The edit's own wish for a minimum is that of a form, not of a line of text.
     text_.setMinimumHeight(text_.fontMetrics().lineSpacing() * 2);
     resize(size);
+    // With its whole text in view there is nothing to gain by another size. Some desktops offer to
+    // maximise whatever can have one.
+    if (size.width() < largest.width() && size.height() < largest.height()) setFixedSize(size);
     Centre();
 }
 

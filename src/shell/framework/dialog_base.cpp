@@ -139,6 +139,11 @@ void CDialogBase::SetTextId(int id, TextId textId) {
     SetText(id, QtText(textId, language_));
 }
 
+void CDialogBase::SetCloseBoxAlone() {
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+}
+
 QSize CDialogBase::FromDialogUnits(int width, int height) const {
     const QFontMetrics metrics = fontMetrics();
     return {width * metrics.averageCharWidth() / 4, height * metrics.height() / 8};

@@ -59,6 +59,9 @@ class CDialogBase : public QDialog, public MessageTarget {
     // The text of the language table.
     void SetTextId(int id, TextId textId);
 
+    // No boxes beside it that minimise and maximise: for what only waits for an answer.
+    void SetCloseBoxAlone();
+
     // Dialog units grow with the font: a horizontal one is a quarter of the average character's
     // width, a vertical one an eighth of the line's height.
     QSize FromDialogUnits(int width, int height) const;

@@ -16,6 +16,7 @@ constexpr float kFrameOpacity = 0.6F;  // of the check square's frame
 constexpr int kBarWidth = 3;           // at the left end of a checked row
 constexpr int kMarkMargin = 2;         // around a number in the menu, in its cell
 constexpr int kMarkPadding = 5;        // at both sides of its digits
+constexpr qsizetype kMostLaidOut = 1000;
 
 // Selected, even and odd rows: light blues, and for dark themes greys with checked rows in blue.
 using Grounds = std::array<QRgb, 3>;
@@ -50,6 +51,10 @@ int DigitsWidth(size_t number, const QFontMetrics& metrics) {
 bool SaysNo(const GameEntry& entry, ListColumn column) {
     return (column == ListColumn::kCoolboy && !entry.coolboySupported) ||
            (column == ListColumn::kCoolgirl && !entry.coolgirlSupported);
+}
+
+bool HasFewTexts(ListColumn column) {
+    return column >= ListColumn::kPrg && column <= ListColumn::kCoolgirl;
 }
 
 bool ShowsMissing(const GameEntry& entry, ListColumn column) {
@@ -178,6 +183,29 @@ void RowPainter::PaintMissing(QPainter& painter, const QRect& cell) const {
     painter.drawPixmap(cell.left() + kRowMargin, cell.top() + kRowMargin, missingPicture_);
 }
 
+// Few texts stand in most of the columns, each of them in many rows: they are laid out once.
+void RowPainter::PaintText(QPainter& painter, const QStyleOptionViewItem& option,
+                           const QRect& place, ListColumn column, const QString& text) const {
+    if (text.isEmpty()) return;
+    const QString fitted = widths_.Fitted(text, option.font, Elision(column), place.width());
+    const Qt::Alignment alignment = QtAlignment(TraitsOf(column).cell);
+    if (!HasFewTexts(column)) {
+        painter.drawText(place, static_cast<int>(alignment) | Qt::TextSingleLine, fitted);
+        return;
+    }
+    if (laidOut_.size() >= kMostLaidOut || laidOutFont_ != option.font) laidOut_.clear();
+    laidOutFont_ = option.font;
+    auto known = laidOut_.find(fitted);
+    if (known == laidOut_.end()) {
+        known = laidOut_.insert(fitted, QStaticText(fitted));
+        known->setTextFormat(Qt::PlainText);
+        known->prepare({}, option.font);
+    }
+    const QSize size = known->size().toSize();
+    painter.drawStaticText(QStyle::alignedRect(Qt::LeftToRight, alignment, size, place).topLeft(),
+                           *known);
+}
+
 void RowPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
                        const QModelIndex& index) const {
     const GameEntry* entry = model_.EntryAt(index.row());
@@ -200,14 +228,9 @@ void RowPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
     }
     if (ShowsMissing(*entry, column)) PaintMissing(*painter, option.rect);
 
-    const QRect place = TextPlace(option.rect, index, option.fontMetrics);
-    QString text = model_.Text(index.row(), column);
-    if (!widths_.Fits(text, option.font, place.width())) {
-        text = option.fontMetrics.elidedText(text, Elision(column), place.width());
-    }
     painter->setPen(ink);
-    painter->drawText(
-        place, static_cast<int>(QtAlignment(TraitsOf(column).cell)) | Qt::TextSingleLine, text);
+    PaintText(*painter, option, TextPlace(option.rect, index, option.fontMetrics), column,
+              model_.Text(index.row(), column));
 }
 
 QSize RowPainter::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {

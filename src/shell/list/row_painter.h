@@ -5,6 +5,7 @@
 #include <QColor>
 #include <QIcon>
 #include <QPixmap>
+#include <QStaticText>
 #include <array>
 
 #include "shell/list/game_list_model.h"
@@ -66,6 +67,8 @@ class RowPainter : public QAbstractItemDelegate {
   private:
     // Of the numbers in the menu, behind the positions; 0 while nothing is checked.
     int MarkWidth(const QFontMetrics& metrics) const;
+    void PaintText(QPainter& painter, const QStyleOptionViewItem& option, const QRect& place,
+                   ListColumn column, const QString& text) const;
     void PaintMissing(QPainter& painter, const QRect& cell) const;
     void PaintMarks(QPainter& painter, const QStyleOptionViewItem& option, int viewRow) const;
 
@@ -75,6 +78,8 @@ class RowPainter : public QAbstractItemDelegate {
     // What was measured and drawn before; the window's thread alone paints.
     mutable TextWidths widths_;
     mutable QPixmap missingPicture_;
+    mutable QHash<QString, QStaticText> laidOut_;
+    mutable QFont laidOutFont_;
 };
 
 }  // namespace bw

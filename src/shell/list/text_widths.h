@@ -1,42 +1,36 @@
-// Whether a cell's text fits, without shaping it: most cells are short and plain, and eliding takes
-// as long as drawing.
+// What of a cell's text fits into it, from the widths of its letters: the text is shaped when it is
+// drawn, and shaping it for the elision before takes longer than all the rest of the cell.
 #pragma once
 
+#include <QFont>
 #include <QFontMetricsF>
+#include <QHash>
 #include <array>
-#include <cmath>
 #include <cstddef>
 
 namespace bw {
 
 class TextWidths {
   public:
-    // False also if that can't be told so easily. `width` in pixels.
-    bool Fits(const QString& text, const QFont& font, int width) {
-        if (!known_ || font != font_) Measure(font);
-        qreal sum = kSlack;
-        for (const QChar unit : text) {
-            if (unit.unicode() >= widths_.size()) return false;
-            sum += widths_[unit.unicode()];
-        }
-        return sum <= width;
-    }
+    // The text, shortened to `width` pixels where it is wider. Letters that change their form or
+    // place beside others are left to Qt.
+    QString Fitted(const QString& text, const QFont& font, Qt::TextElideMode mode, int width);
 
   private:
-    static constexpr size_t kPlain = 128;  // the codes of ASCII
-    static constexpr qreal kSlack = 1;     // for what shaping rounds
+    static constexpr size_t kLatin = 0x250;  // the codes up to here stand for themselves
 
-    void Measure(const QFont& font) {
-        const QFontMetricsF metrics(font);
-        for (size_t code = 0; code < kPlain; ++code)
-            widths_[code] = metrics.horizontalAdvance(QChar(static_cast<char16_t>(code)));
-        font_ = font;
-        known_ = true;
-    }
+    void Measure(const QFont& font);
+    // Negative for a letter that isn't told so easily.
+    qreal WidthOf(QChar unit);
+    // The letters at the beginning, or the end, that go into `width` and what is left of it.
+    qsizetype Take(const QString& text, bool fromEnd, qreal& width);
 
     bool known_ = false;
     QFont font_;
-    std::array<qreal, kPlain> widths_{};
+    QFontMetricsF metrics_{QFont()};
+    std::array<qreal, kLatin> latin_{};
+    QHash<char16_t, qreal> wide_;  // of Chinese and Japanese letters, as they come
+    qreal ellipsis_ = 0;
 };
 
 }  // namespace bw
