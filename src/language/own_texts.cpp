@@ -168,8 +168,8 @@ constexpr TextRow kRows[] = {
      u"%s 是输出文件，不作为游戏。"},
     {kImageCutShort,
      u"%s is cut short: its header announces %d bytes, the file has %d. FF takes the place of what is "
-     u"missing; the game may not run.",
-     u"%s 文件不完整：文件头声明 %d 字节，实际只有 %d 字节。缺少的部分以 FF 填充，游戏可能无法运行。"},
+     u"missing; it may not run.",
+     u"%s 文件不完整：文件头声明 %d 字节，实际只有 %d 字节。缺少的部分以 FF 填充，可能无法运行。"},
     {kImageAsksForMore,
      u"%s asks in its NES 2.0 header for %d bytes. A build takes %d of them; the game may not run.",
      u"%s 的 NES 2.0 文件头声明 %d 字节，制作时只取其中 %d 字节，游戏可能无法运行。"},
