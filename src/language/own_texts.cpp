@@ -171,8 +171,8 @@ constexpr TextRow kRows[] = {
      u"missing; it may not run.",
      u"%s 文件不完整：文件头声明 %d 字节，实际只有 %d 字节。缺少的部分以 FF 填充，可能无法运行。"},
     {kImageAsksForMore,
-     u"%s asks in its NES 2.0 header for %d bytes. A build takes %d of them; the game may not run.",
-     u"%s 的 NES 2.0 文件头声明 %d 字节，制作时只取其中 %d 字节，游戏可能无法运行。"},
+     u"%s asks in its NES 2.0 header for %d bytes. A build takes %d of them; it may not run.",
+     u"%s 的 NES 2.0 文件头声明 %d 字节，制作时只取其中 %d 字节，可能无法运行。"},
     {kDataConflict,
      u"%s and %s can't lie in one ROM: a game in the list has the same data as another one but "
      u"needs more room. Uncheck one of the two.",
