@@ -15,7 +15,6 @@ constexpr int kGap = 8;
 // Room that the words of a task should have before the line becomes two.
 constexpr int kNewsWidth = 240;
 constexpr int kBarWidth = 120;
-const QColor kOver(0xB0, 0x00, 0x20);
 
 }  // namespace
 
@@ -96,7 +95,7 @@ void StatusLine::ShowSpace(const std::array<Board, 2>& boards) {
         boards_[i].setToolTip(ToQt(SpaceDetails(board, space, language_)));
         QPalette colours;
         if (IsOver(space)) {
-            colours.setColor(QPalette::WindowText, DarkTheme() ? kOver.lighter(250) : kOver);
+            colours.setColor(QPalette::WindowText, WarningText());
         }
         boards_[i].setPalette(colours);
     }
