@@ -20,8 +20,8 @@ constexpr uint32_t kEnglish = 40023;
 struct Shot {
     const char* name;
     uint32_t language;
-    int width = 900;
-    int height = 480;
+    int width = 1120;  // as the window opens
+    int height = 640;
     std::vector<std::string> environment = {};
     int scale = 1;  // pixels of the screen in one of the program's, each way
     bool maximised = false;
