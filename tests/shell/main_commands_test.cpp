@@ -110,10 +110,12 @@ TEST_F(MainCommands, DesignsComeAndGoByFiles) {
                               {reinterpret_cast<uint8_t*>(attributes.data()), attributes.size()});
     };
     storeAttributes();
+    store->RegWriteString(kDesignKey, "CaptionText", u"MINE");
     Start();
     dialogs.design = folder / "mine.fcm";
     Send(kCommandDesignSave);
     store->RegDeleteValue(kDesignKey, "Attributes");
+    store->RegWriteString(kDesignKey, "CaptionText", u"ANOTHER");
     Start();
     dialogs.choice = 0;
     Send(kCommandCustomEnable);
@@ -123,6 +125,9 @@ TEST_F(MainCommands, DesignsComeAndGoByFiles) {
     size_t size = stored.size();
     ASSERT_TRUE(store->RegReadBinary(kDesignKey, "Attributes", stored.data(), size));
     EXPECT_EQ(stored[5], 0x1B);
+    std::u16string caption;
+    store->RegReadString(kDesignKey, "CaptionText", caption);
+    EXPECT_EQ(caption, u"MINE");
     const size_t told = dialogs.told.size();
     Start();
     Send(kCommandCustomEnable);

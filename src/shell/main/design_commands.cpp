@@ -26,6 +26,8 @@ class DesignSession {
     bool Replace(const DesignDocument& document) {
         session_.Run([&](WorkingCopy& copy) {
             copy.document = document;
+            copy.captionBox = document.store.CaptionText;
+            CountItems(copy);
             return SynchroniseCursors(copy);
         });
         return CloseDesigner(session_, store_);
