@@ -42,28 +42,28 @@ install_missing() {
     $install -y -q $missing | awk '/^Setting up/ { if (++n % 20 == 0) { print "   " n " packages set up"; fflush() } }'
 }
 
-# build PRESET TARGETS...: all targets where none is named. Counts the steps, on one line of a
+# build PRESET TARGETS...: all targets where none is named. Counts the steps, in one place of a
 # terminal, at every tenth elsewhere; silent where nothing is out of date.
 build() {
-    local preset=$1 targets=()
+    local preset=$1 targets=() terminal=0
     shift
     [ $# = 0 ] || targets=(--target "$@")
-    if cmake --build --preset "$preset" ${targets[@]+"${targets[@]}"} -- -n 2>/dev/null |
-        grep -q '^ninja: no work to do'; then
-        return 0
-    fi
-    if [ -t 1 ]; then
-        NINJA_STATUS="   %f of %t: " cmake --build --preset "$preset" ${targets[@]+"${targets[@]}"}
-        return
-    fi
+    [ ! -t 1 ] || terminal=1
     NINJA_STATUS="step %f %t " cmake --build --preset "$preset" ${targets[@]+"${targets[@]}"} |
-        awk '$1 == "step" && NF > 3 {
-                 if ($2 * 10 >= (tenth + 1) * $3) {
-                     tenth = int($2 * 10 / $3)
-                     print "   " $2 " of " $3
-                     fflush()
-                 }
-                 next
-             }
-             { print; fflush() }'
+        awk -v terminal=$terminal '
+            function end_count() { if (counting) { print ""; counting = 0 } }
+            $1 == "step" && NF > 3 {
+                if (terminal) {
+                    printf "\r   %d of %d", $2, $3
+                    counting = 1
+                } else if ($2 * 10 >= (tenth + 1) * $3) {
+                    tenth = int($2 * 10 / $3)
+                    print "   " $2 " of " $3
+                }
+                fflush()
+                next
+            }
+            /^ninja: no work to do/ { next }
+            { end_count(); print; fflush() }
+            END { end_count() }'
 }
