@@ -60,7 +60,7 @@ set(text "Bankweaver gathers game images in one list and builds one multicart RO
 
 set(CPACK_DEBIAN_CLI_PACKAGE_NAME bankweaver-cli)
 set(CPACK_COMPONENT_CLI_DESCRIPTION
-    "${purpose} (command line)\n${text}This package holds the command line program bankweaver-cli and the 6502 assembler\nnesasm.")
+    "${purpose} (command line)\n${text}This package holds the command line program bankweaver-cli and the 6502\nassembler nesasm.")
 set(CPACK_DEBIAN_CLI_PACKAGE_RECOMMENDS bankweaver-common)
 
 set(CPACK_DEBIAN_COMMON_PACKAGE_NAME bankweaver-common)
