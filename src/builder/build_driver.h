@@ -21,7 +21,7 @@ namespace bw {
 struct BuildOutcome {
     bool done = false;
     std::vector<Diagnostic> unfit;  // the first games that the board can't run, which ended it
-    bool workKept = true;  // false if the folder of keepWork couldn't be filled
+    bool workKept = true;           // false if the folder of keepWork couldn't be filled
     BoardType board = BoardType::kCoolboy;
     RomFormat format = RomFormat::kNes20;
     std::filesystem::path output;
