@@ -26,11 +26,11 @@ std::u16string Reason(const GameEntry& game, BoardType board, Language language)
 std::vector<std::u16string> UncheckUnsupported(GameList& games, BoardType board,
                                                Language language) {
     std::vector<std::u16string> lines;
-    size_t ordinal = 0;
+    size_t row = 0;  // as in the messages of a build that refuses them
     for (GameEntry& game : games) {
-        ordinal += game.checked ? 1 : 0;
+        ++row;
         if (!IsUnsupported(game, board)) continue;
-        lines.push_back(FormatText(LoadText(TextId::kGameLeftOut, language), ordinal,
+        lines.push_back(FormatText(LoadText(TextId::kGameLeftOut, language), row,
                                    VisibleText(game.name), Reason(game, board, language)));
         game.checked = false;
     }
