@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "list/game_list.h"
-#include "shell/tasks/background_tasks.h"
+#include "shell/framework/background_tasks.h"
 #include "support/file_problem.h"
 
 namespace bw {

@@ -9,7 +9,7 @@
 #include "list/remembered_list.h"
 #include "settings/settings_store.h"
 #include "shell/dialogs/user_dialogs.h"
-#include "shell/tasks/background_tasks.h"
+#include "shell/framework/background_tasks.h"
 
 namespace bw {
 

@@ -7,7 +7,7 @@
 
 #include "builder/input/build_user.h"
 #include "shell/dialogs/user_dialogs.h"
-#include "shell/tasks/background_tasks.h"
+#include "shell/framework/background_tasks.h"
 
 namespace bw {
 

@@ -1,4 +1,4 @@
-#include "shell/tasks/background_tasks.h"
+#include "shell/framework/background_tasks.h"
 
 #include <algorithm>
 #include <exception>

@@ -1,0 +1,7 @@
+#include "designer/window/panel_page.h"
+
+namespace bw {
+
+PanelPage::~PanelPage() = default;
+
+}  // namespace bw
