@@ -14,4 +14,11 @@ std::vector<uint8_t> ReadWholeBinary(const SettingsStore& store, std::string_vie
     return bytes;
 }
 
+bool StoreNumber(SettingsStore& store, std::string_view key, std::string_view name,
+                 uint32_t value) {
+    uint32_t stored = 0;
+    if (store.RegReadDword(key, name, stored) && stored == value) return true;
+    return store.RegCreateKey(key) && store.RegWriteDword(key, name, value);
+}
+
 }  // namespace bw

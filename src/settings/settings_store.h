@@ -76,4 +76,8 @@ std::unique_ptr<SettingsStore> MakeSqliteStore(const std::filesystem::path& file
 std::unique_ptr<SettingsStore> MakeUserStore();
 std::u16string UserStorePlace();
 
+// Writes unless the value stands there already: a start would otherwise wait for the disk once for
+// each setting.
+bool StoreNumber(SettingsStore& store, std::string_view key, std::string_view name, uint32_t value);
+
 }  // namespace bw

@@ -6,10 +6,10 @@
 
 #include "language/language_table.h"
 #include "shell/framework/messages.h"
+#include "shell/framework/placement.h"
 #include "shell/list/game_list_view.h"
 #include "shell/main/button_column.h"
 #include "shell/main/menu_rows.h"
-#include "shell/main/placement.h"
 #include "shell/main_window.h"
 
 namespace bw {

@@ -89,7 +89,7 @@ void ButtonColumn::ShowBuildsStrong() {
     }
 }
 
-void ButtonColumn::SetLanguage(Language language, const MainMenu& menu, BoardType board) {
+void ButtonColumn::SetLanguage(Language language, const CommandMenu& menu, BoardType board) {
     for (size_t i = 0; i < buttons_.size(); ++i) {
         const QAction& entry = menu.Entry(kTraits[i].command);
         const QString key = entry.shortcut().toString(QKeySequence::NativeText);

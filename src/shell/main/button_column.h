@@ -8,7 +8,7 @@
 #include <array>
 
 #include "rom/board_tables.h"
-#include "shell/main/main_menu.h"
+#include "shell/framework/command_menu.h"
 
 namespace bw {
 
@@ -25,7 +25,7 @@ class ButtonColumn : public QScrollArea {
     static int CommandOf(size_t index);
     // The tooltips tell the keys and the full texts of `menu`, whose language is set already. One
     // of the two builds is for `board`, which the user chooses.
-    void SetLanguage(Language language, const MainMenu& menu, BoardType board);
+    void SetLanguage(Language language, const CommandMenu& menu, BoardType board);
 
     QSize sizeHint() const override;
 

@@ -8,8 +8,8 @@
 #include "list/list_file.h"
 #include "settings/setting_names.h"
 #include "shell/dialogs/close_dialog.h"
+#include "shell/framework/placement.h"
 #include "shell/main/main_parts.h"
-#include "shell/main/placement.h"
 #include "support/paths.h"
 
 namespace bw {
@@ -54,7 +54,7 @@ MessageResult CMainDialog::OnClose(MessageParam wParam, MessageParam) {
     std::filesystem::remove_all(WorkFolder(), ignored);
     parts_->watchTimer.stop();
     parts_->tray.Hide();
-    StorePlacement(store, *this);
+    StorePlacement(store, kMainKey, *this);
     End(static_cast<int>(wParam));
     emit Exited();
     return 1;
@@ -117,7 +117,7 @@ bool CMainDialog::Parts::KeepList() {
 void CMainDialog::StoreAll() {
     if (parts_->view.EditActive()) Send(kMessageEndEdit);
     parts_->files.SaveRemembered(parts_->view.Widths());
-    StorePlacement(parts_->services.store, *this);
+    StorePlacement(parts_->services.store, kMainKey, *this);
 }
 
 }  // namespace bw

@@ -6,8 +6,8 @@
 
 #include "shell/framework/colors.h"
 #include "shell/framework/commands.h"
+#include "shell/framework/placement.h"
 #include "shell/main/main_parts.h"
-#include "shell/main/placement.h"
 #include "shell/main/settings_start.h"
 
 namespace bw {
@@ -64,7 +64,7 @@ MessageResult CMainDialog::OnInitDialog(MessageParam, MessageParam) {
 }
 
 void CMainDialog::Place() {
-    RestorePlacement(parts_->services.store, *this);
+    RestorePlacement(parts_->services.store, kMainKey, *this);
 }
 
 void CMainDialog::ApplyTexts() {

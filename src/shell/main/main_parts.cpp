@@ -8,6 +8,7 @@
 #include "builder/tables/menu_tables.h"
 #include "shell/framework/commands.h"
 #include "shell/framework/texts.h"
+#include "shell/main/menu_rows.h"
 #include "support/text.h"
 
 namespace bw {
@@ -26,7 +27,7 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
       services(given),
       screenDialogs(owner, given.base, [this] { return CurrentLanguage(); }),
       editor([this](const ListResult& result) { Follow(result); }),
-      menu(owner, [this](int id) { window.Send(kMessageCommand, id); }),
+      menu(owner, MainMenuRows(), [this](int id) { window.Send(kMessageCommand, id); }),
       settings(menu, given.store),
       view(editor, given.base, owner.UiLanguage()),
       status([this] { window.Send(kMessageCommand, kCommandStopTask); }),

@@ -7,12 +7,12 @@
 
 #include "shell/dialogs/qt_user_dialogs.h"
 #include "shell/dialogs/rename_dialog.h"
+#include "shell/framework/command_menu.h"
 #include "shell/framework/file_drop.h"
 #include "shell/list/game_list_view.h"
 #include "shell/main/button_column.h"
 #include "shell/main/design_commands.h"
 #include "shell/main/main_dialog.h"
-#include "shell/main/main_menu.h"
 #include "shell/main/menu_settings.h"
 #include "shell/main/qt_texts.h"
 #include "shell/main/row_menu.h"
@@ -73,7 +73,7 @@ class CMainDialog::Parts final : public ListHost {
     QtUserDialogs screenDialogs;
     ListEditor editor;
     DesignStore design;  // read and changed through Design()
-    MainMenu menu;
+    CommandMenu menu;
     MenuSettings settings;
     GameListView view;
     ButtonColumn buttons;

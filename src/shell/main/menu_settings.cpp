@@ -89,13 +89,6 @@ int StoredCommand(const MenuRadioGroup& group, const SettingsStore& store) {
     return entry != valid.end() ? entry->id : group.otherwise;
 }
 
-bool StoreNumber(SettingsStore& store, std::string_view key, std::string_view name,
-                 uint32_t value) {
-    uint32_t stored = 0;
-    if (store.RegReadDword(key, name, stored) && stored == value) return true;
-    return store.RegCreateKey(key) && store.RegWriteDword(key, name, value);
-}
-
 bool MenuSettings::Toggle(const MenuToggle& toggle) {
     const bool marked = !menu_.GetMenuState(toggle.id);
     menu_.CheckMenuItem(toggle.id, marked);

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "settings/settings_store.h"
-#include "shell/main/main_menu.h"
+#include "shell/framework/command_menu.h"
 
 namespace bw {
 
@@ -40,14 +40,10 @@ const MenuRadioGroup& MenuRadioGroupOf(std::string_view name);
 // The command of the group that the stored value stands for.
 int StoredCommand(const MenuRadioGroup& group, const SettingsStore& store);
 
-// Writes unless the value stands there already: a start would otherwise wait for the disk once for
-// each setting.
-bool StoreNumber(SettingsStore& store, std::string_view key, std::string_view name, uint32_t value);
-
 class MenuSettings {
   public:
     // Both must live longer.
-    MenuSettings(MainMenu& menu, SettingsStore& store) : menu_(menu), store_(store) {}
+    MenuSettings(CommandMenu& menu, SettingsStore& store) : menu_(menu), store_(store) {}
 
     // Flips the mark and stores it; the new mark.
     bool Toggle(const MenuToggle& toggle);
@@ -55,7 +51,7 @@ class MenuSettings {
     void Choose(const MenuRadioGroup& group, const MenuRadio& chosen);
 
   private:
-    MainMenu& menu_;
+    CommandMenu& menu_;
     SettingsStore& store_;
 };
 

@@ -7,7 +7,7 @@
 
 namespace bw {
 
-RowMenu::RowMenu(ListHost& host, const MainMenu& menu, GameListView& view) {
+RowMenu::RowMenu(ListHost& host, const CommandMenu& menu, GameListView& view) {
     setObjectName(QStringLiteral("row_menu"));
     if (host.Editor().FindRow() < host.Editor().Games().size()) AddRowEntries(host, menu, view);
     if (const size_t checked = CountChecked(host.Editor().Games()); checked > 0) {
@@ -18,7 +18,7 @@ RowMenu::RowMenu(ListHost& host, const MainMenu& menu, GameListView& view) {
     addAction(&menu.Entry(kCommandRedo));
 }
 
-void RowMenu::AddRowEntries(ListHost& host, const MainMenu& menu, GameListView& view) {
+void RowMenu::AddRowEntries(ListHost& host, const CommandMenu& menu, GameListView& view) {
     const Language language = host.CurrentLanguage();
     const size_t row = host.Editor().FindRow();
     const GameEntry& entry = host.Editor().Games()[row];
@@ -41,7 +41,7 @@ void RowMenu::AddRowEntries(ListHost& host, const MainMenu& menu, GameListView& 
         addAction(&menu.Entry(id));
 }
 
-void RowMenu::AddCheckedEntries(const ListHost& host, size_t checked, const MainMenu& menu) {
+void RowMenu::AddCheckedEntries(const ListHost& host, size_t checked, const CommandMenu& menu) {
     addSeparator();
     // The commands work on the checked rows, wherever the menu was opened: say so.
     checked_.setTitle(QtText(TextId::kCheckedItemsEntry, host.CurrentLanguage()).arg(checked));

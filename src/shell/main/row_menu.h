@@ -3,8 +3,8 @@
 
 #include <QMenu>
 
+#include "shell/framework/command_menu.h"
 #include "shell/list/game_list_view.h"
-#include "shell/main/main_menu.h"
 #include "shell/tasks/list_host.h"
 
 namespace bw {
@@ -14,11 +14,11 @@ namespace bw {
 // main menu stand in it too. All must live longer.
 class RowMenu : public QMenu {
   public:
-    RowMenu(ListHost& host, const MainMenu& menu, GameListView& view);
+    RowMenu(ListHost& host, const CommandMenu& menu, GameListView& view);
 
   private:
-    void AddRowEntries(ListHost& host, const MainMenu& menu, GameListView& view);
-    void AddCheckedEntries(const ListHost& host, size_t checked, const MainMenu& menu);
+    void AddRowEntries(ListHost& host, const CommandMenu& menu, GameListView& view);
+    void AddCheckedEntries(const ListHost& host, size_t checked, const CommandMenu& menu);
 
     QMenu checked_;
 };

@@ -45,7 +45,7 @@ Language StartLanguage(const SettingsStore& store) {
 }
 
 // The order is fixed: what is posted runs in it, and a later command may undo a part of an earlier.
-void ApplyStoredSettings(const SettingsStore& store, MainMenu& menu,
+void ApplyStoredSettings(const SettingsStore& store, CommandMenu& menu,
                          const std::function<void(int)>& send,
                          const std::function<void(int)>& post) {
     const StartPass pass(store, send, post);

@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "settings/settings_store.h"
-#include "shell/main/main_menu.h"
+#include "shell/framework/command_menu.h"
 
 namespace bw {
 
@@ -17,7 +17,7 @@ Language StartLanguage(const SettingsStore& store);
 // Sends the window the commands that the menu would send for what is stored. The pass starts from
 // unmarked toggles; `post` are the commands that are to run after it. The arguments of both are
 // wParams of kMessageCommand.
-void ApplyStoredSettings(const SettingsStore& store, MainMenu& menu,
+void ApplyStoredSettings(const SettingsStore& store, CommandMenu& menu,
                          const std::function<void(int)>& send,
                          const std::function<void(int)>& post);
 

@@ -12,7 +12,7 @@ constexpr int kTrayEntries[] = {kCommandOpen, kCommandLoad, kCommandSave, kComma
 
 }  // namespace
 
-TrayIcon::TrayIcon(const MainMenu& menu, const QIcon& icon, std::function<void(int)> event)
+TrayIcon::TrayIcon(const CommandMenu& menu, const QIcon& icon, std::function<void(int)> event)
     : icon_(icon) {
     for (const int id : kTrayEntries)
         menu_.addAction(&menu.Entry(id));

@@ -5,7 +5,7 @@
 #include <QSystemTrayIcon>
 #include <functional>
 
-#include "shell/main/main_menu.h"
+#include "shell/framework/command_menu.h"
 
 namespace bw {
 
@@ -13,7 +13,7 @@ class TrayIcon {
   public:
     // `event` gets kTrayDoubleClick or kTrayMenu. The menu shows entries of `menu`, which must live
     // longer: their texts and marks are always those of the window's own menu.
-    TrayIcon(const MainMenu& menu, const QIcon& icon, std::function<void(int)> event);
+    TrayIcon(const CommandMenu& menu, const QIcon& icon, std::function<void(int)> event);
 
     void SetLanguage(Language language);
     void Show() { icon_.show(); }

@@ -1,11 +1,11 @@
-#include "shell/main/placement.h"
+#include "shell/framework/placement.h"
 
 #include <QGuiApplication>
 #include <QScreen>
 #include <algorithm>
 #include <vector>
 
-#include "shell/main/menu_settings.h"
+#include "settings/settings_store.h"
 
 namespace bw {
 namespace {
@@ -23,24 +23,23 @@ bool Reachable(const QRect& place, const QRect& screen) {
 
 }  // namespace
 
-void StorePlacement(SettingsStore& store, const QWidget& window) {
+void StorePlacement(SettingsStore& store, std::string_view key, const QWidget& window) {
     const QRect place = window.normalGeometry();
     // Left of, or above, the first screen the numbers are negative: stored modulo 2^32.
-    StoreNumber(store, kMainKey, "PosX", static_cast<uint32_t>(place.x()));
-    StoreNumber(store, kMainKey, "PosY", static_cast<uint32_t>(place.y()));
-    StoreNumber(store, kMainKey, "SizeX", static_cast<uint32_t>(place.width()));
-    StoreNumber(store, kMainKey, "SizeY", static_cast<uint32_t>(place.height()));
+    StoreNumber(store, key, "PosX", static_cast<uint32_t>(place.x()));
+    StoreNumber(store, key, "PosY", static_cast<uint32_t>(place.y()));
+    StoreNumber(store, key, "SizeX", static_cast<uint32_t>(place.width()));
+    StoreNumber(store, key, "SizeY", static_cast<uint32_t>(place.height()));
 }
 
-std::optional<QRect> StoredPlacement(const SettingsStore& store) {
+std::optional<QRect> StoredPlacement(const SettingsStore& store, std::string_view key) {
     uint32_t x = 0;
     uint32_t y = 0;
     uint32_t width = 0;
     uint32_t height = 0;
-    const bool all = store.RegReadDword(kMainKey, "SizeX", width) &&
-                     store.RegReadDword(kMainKey, "SizeY", height) &&
-                     store.RegReadDword(kMainKey, "PosX", x) &&
-                     store.RegReadDword(kMainKey, "PosY", y);
+    const bool all = store.RegReadDword(key, "SizeX", width) &&
+                     store.RegReadDword(key, "SizeY", height) &&
+                     store.RegReadDword(key, "PosX", x) && store.RegReadDword(key, "PosY", y);
     if (!all) return std::nullopt;
     // Numbers that no desktop has are held where arithmetic with them can't overflow.
     const auto held = [](uint32_t value) {
@@ -68,11 +67,11 @@ QRect OntoScreen(const QRect& place, std::span<const QRect> screens) {
     return {x, y, width, height};
 }
 
-void RestorePlacement(const SettingsStore& store, QWidget& window) {
+void RestorePlacement(const SettingsStore& store, std::string_view key, QWidget& window) {
     std::vector<QRect> screens;
     for (const QScreen* screen : QGuiApplication::screens())
         screens.push_back(screen->availableGeometry());
-    if (const std::optional<QRect> place = StoredPlacement(store)) {
+    if (const std::optional<QRect> place = StoredPlacement(store, key)) {
         window.setGeometry(OntoScreen(
             QRect(place->topLeft(), place->size().expandedTo(window.minimumSize())), screens));
         return;

@@ -1,4 +1,4 @@
-// The main window's menu. Its entries are found by the ids of their commands.
+// The menu of a window. Its entries are found by the ids of their commands.
 #pragma once
 
 #include <QActionGroup>
@@ -7,18 +7,36 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <span>
 #include <vector>
 
 #include "language/language.h"
-#include "shell/main/menu_rows.h"
 
 namespace bw {
 
-class MainMenu {
+enum class MenuRowKind {
+    kPopup,  // opens, until its kEnd
+    kEnd,
+    kSeparator,
+    kEntry,
+    kToggle,  // an entry with a mark
+    kRadio,   // one of the neighbouring kRadio rows has the mark
+    kLater,   // an entry that is there but has no function yet; greyed
+};
+
+struct MenuRow {
+    MenuRowKind kind;
+    int id = 0;
+    TextId text = {};       // of popups and entries
+    const char* keys = "";  // as QKeySequence reads them; several are parted by "; "
+    bool greyed = false;
+};
+
+class CommandMenu {
   public:
     // `chosen` gets the id of each entry that the user chooses, by mouse, letter or key. `window`
-    // must live longer; the keys work in it.
-    MainMenu(QWidget& window, std::function<void(int)> chosen);
+    // and the rows must live longer; the keys work in the window.
+    CommandMenu(QWidget& window, std::span<const MenuRow> rows, std::function<void(int)> chosen);
 
     QMenuBar& Bar() { return bar_; }
     // The entry of a command; throws std::out_of_range for a command that isn't in the menu.
@@ -38,6 +56,7 @@ class MainMenu {
     void Choose(int id);
 
     QWidget& window_;
+    std::span<const MenuRow> rows_;
     std::function<void(int)> chosen_;
     QMenuBar bar_;
     std::vector<std::unique_ptr<QMenu>> popups_;  // in the order of their rows

@@ -1,14 +1,15 @@
-#include "shell/main/main_menu.h"
+#include "shell/framework/command_menu.h"
 
 #include "shell/framework/texts.h"
 
 namespace bw {
 
-MainMenu::MainMenu(QWidget& window, std::function<void(int)> chosen)
-    : window_(window), chosen_(std::move(chosen)), bar_(&window) {
+CommandMenu::CommandMenu(QWidget& window, std::span<const MenuRow> rows,
+                         std::function<void(int)> chosen)
+    : window_(window), rows_(rows), chosen_(std::move(chosen)), bar_(&window) {
     std::vector<QMenu*> open;
     bool inRadios = false;
-    for (const MenuRow& row : MainMenuRows()) {
+    for (const MenuRow& row : rows_) {
         const bool radio = row.kind == MenuRowKind::kRadio;
         if (radio && !inRadios) groups_.push_back(std::make_unique<QActionGroup>(&window));
         inRadios = radio;
@@ -35,7 +36,7 @@ MainMenu::MainMenu(QWidget& window, std::function<void(int)> chosen)
     }
 }
 
-void MainMenu::AddEntry(QMenu& popup, const MenuRow& row) {
+void CommandMenu::AddEntry(QMenu& popup, const MenuRow& row) {
     std::unique_ptr<QAction>& entry = entries_[row.id];
     entry = std::make_unique<QAction>(&window_);
     entry->setObjectName(QStringLiteral("entry_%1").arg(row.id));
@@ -55,7 +56,7 @@ void MainMenu::AddEntry(QMenu& popup, const MenuRow& row) {
     window_.addAction(entry.get());
 }
 
-void MainMenu::Choose(int id) {
+void CommandMenu::Choose(int id) {
     QAction& entry = Entry(id);
     // Qt has flipped the mark already. Marks are the business of the command's handler alone, so
     // that they come out the same whoever sends the command.
@@ -63,9 +64,9 @@ void MainMenu::Choose(int id) {
     chosen_(id);
 }
 
-void MainMenu::SetLanguage(Language language) {
+void CommandMenu::SetLanguage(Language language) {
     size_t popup = 0;
-    for (const MenuRow& row : MainMenuRows()) {
+    for (const MenuRow& row : rows_) {
         if (row.kind == MenuRowKind::kEnd || row.kind == MenuRowKind::kSeparator) continue;
         const QString text = QtText(row.text, language);
         if (row.kind == MenuRowKind::kPopup) {
