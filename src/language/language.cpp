@@ -7,9 +7,9 @@
 namespace bw {
 
 std::u16string LoadText(TextId id, Language language) {
-    const auto table = id < OwnTexts().front().id           ? FixedTexts()
-                       : id < CommandLineTexts().front().id ? OwnTexts()
-                                                            : CommandLineTexts();
+    std::span<const TextRow> table = FixedTexts();
+    for (const auto& behind : {OwnTexts(), DesignerTexts(), CommandLineTexts()})
+        if (id >= behind.front().id) table = behind;
     const auto row = std::ranges::lower_bound(table, id, {}, &TextRow::id);
     if (row == table.end() || row->id != id) return {};
     const auto column = std::ranges::find(kLanguages, language) - kLanguages.begin();

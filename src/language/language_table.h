@@ -20,6 +20,7 @@ struct TextRow {
 // Each in ascending order of id, and each behind the one before it.
 std::span<const TextRow> FixedTexts();
 std::span<const TextRow> OwnTexts();
+std::span<const TextRow> DesignerTexts();
 std::span<const TextRow> CommandLineTexts();
 
 }  // namespace bw

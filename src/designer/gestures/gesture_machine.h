@@ -43,6 +43,11 @@ class GestureMachine {
     // The flags of TileItem that the check boxes for flipping show, where a gesture set them
     // (kCheckBoxes is out of date then).
     uint8_t ShownFlags() const { return memory_.shownFlags; }
+    // The user has turned one of those boxes.
+    void SetShownFlag(uint8_t flag, bool on) {
+        const unsigned others = memory_.shownFlags & ~unsigned{flag};
+        memory_.shownFlags = static_cast<uint8_t>(others | (on ? flag : 0u));
+    }
 
   private:
     // Begins a gesture's step, for which the pointer is captured. The views that the end of a lost

@@ -28,6 +28,9 @@ class CWindowDraw : public QWidget {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+    // The frame marks where the keyboard is.
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
   private:
     // Where the surface begins, in pixels of the screen from the window's corner: the next one at

@@ -52,7 +52,7 @@ CExportSettingsDialog::CExportSettingsDialog(SettingsStore& store, Language lang
     fill(typeRow_, types_, kTypes);
     fill(sizeRow_, sizes_, kSizes);
     AddControl(kButton, button_);
-    SetBackground(QColor(kWhite));
+    SetBackground(QColor(kWhiteGround));
     SetStartSize(199, 112);
 
     layout_.addWidget(&typeGroup_);

@@ -20,7 +20,7 @@ CExtrenMenuDialog::CExtrenMenuDialog(SettingsStore& store, UserDialogs& dialogs,
     AddControl(kPath, path_);
     AddControl(kSelect, select_);
     AddControl(kButton, button_);
-    SetBackground(QColor(kWhite));
+    SetBackground(QColor(kWhiteGround));
     SetStartSize(365, 71);
 
     row_.addWidget(&path_);

@@ -8,7 +8,7 @@ namespace bw {
 // Of the main window and the dialogs that tell or ask something.
 inline constexpr QRgb kPaleBlue = 0xFFC8E1FF;
 // Of the dialogs with settings.
-inline constexpr QRgb kWhite = 0xFFFFFFFF;
+inline constexpr QRgb kWhiteGround = 0xFFFFFFFF;
 
 // True if the desktop's theme is dark: its text is lighter than its background. It may change while
 // the program runs: ask anew at each painting.

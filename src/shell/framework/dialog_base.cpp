@@ -103,13 +103,13 @@ void CDialogBase::AddControl(int id, QAbstractButton& button) {
     connect(&button, &QAbstractButton::clicked, this, [this, id] { Send(kMessageCommand, id); });
 }
 
-QWidget* CDialogBase::Control(int id) const {
+QWidget* CDialogBase::ControlOf(int id) const {
     const auto found = controls_.find(id);
     return found != controls_.end() ? found->second : nullptr;
 }
 
 std::u16string CDialogBase::GetText(int id) const {
-    QWidget* control = Control(id);
+    QWidget* control = ControlOf(id);
     if (const auto* edit = qobject_cast<QLineEdit*>(control)) return FromQt(edit->text());
     if (const auto* edit = qobject_cast<QPlainTextEdit*>(control)) {
         return FromQt(edit->toPlainText());
@@ -121,7 +121,7 @@ std::u16string CDialogBase::GetText(int id) const {
 }
 
 void CDialogBase::SetText(int id, const QString& text) {
-    QWidget* control = Control(id);
+    QWidget* control = ControlOf(id);
     if (auto* edit = qobject_cast<QLineEdit*>(control)) {
         edit->setText(text);
     } else if (auto* longEdit = qobject_cast<QPlainTextEdit*>(control)) {

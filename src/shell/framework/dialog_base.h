@@ -87,7 +87,7 @@ class CDialogBase : public QDialog, public MessageTarget {
 
   private:
     void Init();
-    QWidget* Control(int id) const;
+    QWidget* ControlOf(int id) const;
     MessageResult OnClose(MessageParam wParam, MessageParam lParam);
     MessageResult OnLanguage(MessageParam wParam, MessageParam lParam);
 

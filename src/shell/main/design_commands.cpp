@@ -1,10 +1,13 @@
 #include "shell/main/design_commands.h"
 
+#include <QScopedValueRollback>
 #include <array>
 
+#include "builder/input/build_settings.h"
 #include "designer/files/design_file.h"
 #include "designer/history/designer_settings.h"
-#include "designer/history/edit_session.h"
+#include "designer/tools/text_tools.h"
+#include "designer/window/design_dialog.h"
 #include "settings/setting_names.h"
 #include "support/text.h"
 
@@ -14,38 +17,38 @@ namespace {
 // A path; the designer's own dialogs start from it too.
 constexpr std::string_view kLastDesignFile = "LastDesignFile";
 
-// The design as a designer's window would have it, brought from the settings and put back there:
-// what is done here can be taken back in it.
-class DesignSession {
-  public:
-    explicit DesignSession(ListHost& host) : store_(host.Store()), session_(CopyOf(host)) {
-        OpenDesigner(session_, store_);
-    }
-
-    const DesignDocument& Document() const { return session_.Copy().document; }
-    bool Replace(const DesignDocument& document) {
-        session_.Run([&](WorkingCopy& copy) {
-            copy.document = document;
-            copy.captionBox = document.store.CaptionText;
-            CountItems(copy);
-            return SynchroniseCursors(copy);
-        });
-        return CloseDesigner(session_, store_);
-    }
-
-  private:
-    static WorkingCopy CopyOf(ListHost& host) {
-        WorkingCopy copy;
-        copy.document.store = host.Design();
-        copy.Store().CaptionText = MulticartTitle(CountChecked(host.Editor().Games()));
-        return copy;
-    }
-
-    SettingsStore& store_;
-    EditSession session_;
-};
-
 }  // namespace
+
+void DesignCommands::Prepare() {
+    const BuildSettings settings = LoadBuildSettings(host_.Store());
+    const auto names =
+        DisplayNames(host_.Editor().Games(), settings.Numbers(), NameRules::kDesignerAndExport);
+    session_.RunWithoutStep([&](WorkingCopy& copy) {
+        copy = WorkingCopy();
+        copy.document.store = host_.Design();
+        copy.Store().CaptionText = MulticartTitle(names.size());
+        copy.ShowPageNumber = settings.PageNumber;
+        SetItems(copy, names, static_cast<int32_t>(settings.PageSize), settings.NameInsertRow);
+    });
+}
+
+void DesignCommands::TakeOver() {
+    design_ = session_.Copy().Store();
+}
+
+void DesignCommands::Design() {
+    if (open_ != nullptr) return;
+    Prepare();
+    CDesignDialog dialog({host_.Store(), session_, host_.Dialogs()}, host_.CurrentLanguage(),
+                         &window_);
+    const QScopedValueRollback<CDesignDialog*> open(open_, &dialog);
+    dialog.DoModal();
+    TakeOver();
+}
+
+void DesignCommands::StoreAll() {
+    if (open_ != nullptr) open_->StoreAll();
+}
 
 std::filesystem::path DesignCommands::StartFolder() const {
     std::u16string last;
@@ -70,15 +73,22 @@ bool DesignCommands::Open(bool shows) {
     if (!file) return false;
     StorePath(*file);
     const Language language = host_.CurrentLanguage();
-    DesignSession session(host_);
-    DesignDocument document = session.Document();
+    Prepare();
+    OpenDesigner(session_, host_.Store());
+    DesignDocument document = session_.Copy().document;
     if (const DesignProblem problem = OpenDesign(*file, document, language)) {
         host_.Dialogs().Message(FullText(*problem), LoadText(TextId::kErrorTitle, language),
                                 MessageButtons::kConfirm);
         return false;
     }
-    session.Replace(document);
-    design_ = session.Document().store;
+    session_.Run([&](WorkingCopy& copy) {
+        copy.document = document;
+        copy.captionBox = document.store.CaptionText;
+        CountItems(copy);
+        return SynchroniseCursors(copy);
+    });
+    CloseDesigner(session_, host_.Store());
+    TakeOver();
     const TextId told = shows ? TextId::kDesignOpened : TextId::kDesignOpenedOff;
     host_.Tell(FormatText(LoadText(told, language), PathText(file->filename())));
     return true;
@@ -89,7 +99,9 @@ void DesignCommands::Save() {
     if (!file) return;
     StorePath(*file);
     const Language language = host_.CurrentLanguage();
-    const DesignProblem problem = SaveDesign(*file, DesignSession(host_).Document(), language);
+    Prepare();
+    OpenDesigner(session_, host_.Store());
+    const DesignProblem problem = SaveDesign(*file, session_.Copy().document, language);
     host_.Tell(problem ? FullText(*problem)
                        : FormatText(LoadText(TextId::kDesignSaved, language), PathText(*file)));
 }
@@ -97,13 +109,16 @@ void DesignCommands::Save() {
 bool DesignCommands::MayEnable() {
     if (IsDesigned(host_.Design())) return true;
     const Language language = host_.CurrentLanguage();
-    // The designer (kCommandMenuDesign) is to be the first of them as soon as it has a window.
-    const std::array answers{LoadText(TextId::kChooseDesign, language),
-                             LoadText(TextId::kEnableAnyway, language),
-                             LoadText(TextId::kLeaveDisabled, language)};
+    const std::array answers{
+        LoadText(TextId::kDrawDesign, language), LoadText(TextId::kChooseDesign, language),
+        LoadText(TextId::kEnableAnyway, language), LoadText(TextId::kLeaveDisabled, language)};
     const auto answer = host_.Dialogs().Choose(LoadText(TextId::kNothingDesigned, language),
                                                LoadText(TextId::kCustomMenu, language), answers);
-    return answer == 0 ? Open(true) : answer == 1;
+    if (answer == 0) {
+        Design();
+        return IsDesigned(design_);
+    }
+    return answer == 1 ? Open(true) : answer == 2;
 }
 
 }  // namespace bw

@@ -3,14 +3,28 @@
 
 #include <filesystem>
 
+#include "designer/history/edit_session.h"
 #include "shell/tasks/list_host.h"
+
+class QWidget;
 
 namespace bw {
 
+class CDesignDialog;
+
 class DesignCommands {
   public:
-    // `design` is the process's one, which `host` hands out.
-    DesignCommands(ListHost& host, DesignStore& design) : host_(host), design_(design) {}
+    // `design` is the process's one, which `host` hands out; `window` the main one, which must live
+    // longer.
+    DesignCommands(ListHost& host, DesignStore& design, QWidget& window)
+        : host_(host), design_(design), window_(window) {}
+
+    // Opens the designer's window for the checked games and returns when it has closed. Nothing
+    // happens if it is open.
+    void Design();
+    // The design as it is in an open designer's window to the settings, for an end that no window
+    // can prevent.
+    void StoreAll();
 
     // Asks for a design file and brings its design in, for this window and for the settings. False
     // if the user gave up or the file can't be read, which is told.
@@ -22,12 +36,19 @@ class DesignCommands {
 
   private:
     bool Open(bool shows);
+    // The session as a designer's window for the checked games begins with it.
+    void Prepare();
+    // What the session has become is the process's design.
+    void TakeOver();
     bool IsEnabled() const;
     std::filesystem::path StartFolder() const;
     void StorePath(const std::filesystem::path& file);
 
     ListHost& host_;
     DesignStore& design_;
+    QWidget& window_;
+    EditSession session_;  // keeps its steps from one opening to the next
+    CDesignDialog* open_ = nullptr;
 };
 
 }  // namespace bw

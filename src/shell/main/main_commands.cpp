@@ -170,6 +170,7 @@ struct CMainDialog::Commands {
         {kCommandExportInfo, [](Parts& parts) { parts.build.Export(); }},
         {kCommandExportSettings, ExportSettings},
         {kCommandExternMenuConfig, ExternMenuConfig},
+        {kCommandMenuDesign, [](Parts& parts) { parts.designs.Design(); }},
         {kCommandDesignOpen, [](Parts& parts) { parts.designs.Open(); }},
         {kCommandDesignSave, [](Parts& parts) { parts.designs.Save(); }},
         {kCommandFindReplace, FindReplace},

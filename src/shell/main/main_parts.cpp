@@ -39,7 +39,7 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
       files(*this),
       find(*this),
       build(*this),
-      designs(*this, design),
+      designs(*this, design, owner),
       drop(owner) {
     spaceTimer.setSingleShot(true);
     spaceTimer.setInterval(kSpaceDelay);

@@ -105,7 +105,7 @@ constexpr MenuRow kRows[] = {
         kSpace,
         Popup(kCustomMenuEntry),
             {kToggle, kCommandCustomEnable, kEnableCustomMenuEntry},
-            {kLater, kCommandMenuDesign, kMenuDesignEntry},
+            {kEntry, kCommandMenuDesign, kMenuDesignEntry, "Ctrl+D"},
             kSpace,
             {kEntry, kCommandDesignOpen, kOpenDesignEntry},
             {kEntry, kCommandDesignSave, kSaveDesignEntry},

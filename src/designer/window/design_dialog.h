@@ -1,0 +1,52 @@
+// The designer: the window in which the menu's screen is drawn.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "designer/history/edit_session.h"
+#include "settings/settings_store.h"
+#include "shell/dialogs/user_dialogs.h"
+#include "shell/framework/dialog_base.h"
+
+namespace bw {
+
+// What the window stands on; all must live longer.
+struct DesignDialogServices {
+    SettingsStore& store;
+    // Its store has been filled (LoadDesignData), and CaptionText, names and page set. It keeps its
+    // steps from one opening to the next, and has the design when the window has closed.
+    EditSession& session;
+    UserDialogs& dialogs;
+};
+
+class CDesignDialog : public CDialogBase {
+    Q_OBJECT
+  public:
+    CDesignDialog(const DesignDialogServices& services, Language language,
+                  QWidget* parent = nullptr);
+    ~CDesignDialog() override;
+
+    // Writes design, switches and steps to the settings as closing does, for an end that the window
+    // can't prevent.
+    void StoreAll();
+
+  protected:
+    const MessageTable& Table() const override;
+    void ApplyTexts() override;
+    void Place() override;
+    bool event(QEvent* event) override;
+
+  private:
+    class Parts;
+    friend struct DesignerCommands;
+
+    static std::vector<MessageEntry> CommandEntries();
+    MessageResult OnInitDialog(MessageParam wParam, MessageParam lParam);
+    MessageResult OnClose(MessageParam wParam, MessageParam lParam);
+
+    std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace bw

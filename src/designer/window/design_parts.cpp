@@ -1,0 +1,308 @@
+#include "designer/window/design_parts.h"
+
+#include <QAbstractButton>
+#include <QDockWidget>
+#include <QLineEdit>
+#include <QScreen>
+#include <QScrollBar>
+#include <algorithm>
+#include <utility>
+
+#include "designer/tools/list_tools.h"
+#include "designer/tools/text_tools.h"
+#include "designer/tools/tile_tools.h"
+#include "designer/window/design_ids.h"
+#include "designer/window/design_menu_rows.h"
+#include "settings/setting_names.h"
+#include "shell/framework/placement.h"
+#include "shell/framework/texts.h"
+
+namespace bw {
+namespace {
+
+constexpr int kPanelWidth = 300;
+// What frames, scroll bars, menu and status line take beside the designer's frame.
+constexpr QSize kAround(40, 110);
+constexpr std::string_view kZoom = "Zoom";
+constexpr std::string_view kPanels = "Panels";
+
+// The check boxes that a field of the working copy is behind.
+struct Box {
+    int id;
+    bool WorkingCopy::*field;
+};
+constexpr Box kBoxes[] = {{kDesignQuickFromBkg, &WorkingCopy::QuickReplaceFromBkg},
+                          {kDesignQuickToBkg, &WorkingCopy::QuickReplaceToBkg},
+                          {kDesignQuickToSprites, &WorkingCopy::QuickReplaceToSprites},
+                          {kDesignQuickAction, &WorkingCopy::QuickAction},
+                          {kDesignMarkCursor, &WorkingCopy::MarkCursor},
+                          {kDesignFillColor, &WorkingCopy::FillColor},
+                          {kDesignDrawLine, &WorkingCopy::DrawLine},
+                          {kDesignDragText, &WorkingCopy::DragText}};
+
+struct FlagBox {
+    int id;
+    uint8_t flag;
+};
+constexpr FlagBox kFlagBoxes[] = {{kDesignFlipVertically, TileItem::kFlipVertically},
+                                  {kDesignFlipHorizontally, TileItem::kFlipHorizontally},
+                                  {kDesignBehind, TileItem::kBehindBackground}};
+
+}  // namespace
+
+CDesignDialog::Parts::Parts(CDesignDialog& owner, const DesignDialogServices& given)
+    : window(owner),
+      services(given),
+      gestures(given.session, layout),
+      menu(owner, DesignMenuRows(), [this](int id) { window.Send(kMessageCommand, id); }),
+      inner(&owner, Qt::Widget),
+      tasks(
+          owner.Queue(), [] {}, [this](std::u16string_view reason) { Tell(reason); }),
+      keys(owner, {.close = [this] { window.Post(kMessageClose); },
+                   .undo = [this] { window.Send(kMessageCommand, kDesignUndo); },
+                   .redo = [this] { window.Send(kMessageCommand, kDesignRedo); },
+                   .remove = [this] { window.Send(kMessageCommand, kDesignDelete); },
+                   .shiftDown =
+                       [this] {
+                           const Event event(*this);
+                           Refresh(gestures.ShiftKeyDown());
+                       },
+                   .shiftUp =
+                       [this] {
+                           const Event event(*this);
+                           Refresh(gestures.ShiftKeyUp());
+                       },
+                   .move = [](int, int, bool) {}}) {
+    frame = new DesignFrame(views);
+    scroll.setWidget(frame);
+    scroll.setAlignment(Qt::AlignCenter);
+    scroll.setFocusPolicy(Qt::NoFocus);
+    inner.setCentralWidget(&scroll);
+    inner.setDockOptions(QMainWindow::AnimatedDocks | QMainWindow::AllowTabbedDocks |
+                         QMainWindow::AllowNestedDocks);
+    inner.statusBar()->addWidget(&underPointer, 3);
+    inner.statusBar()->addWidget(&news, 1);
+    for (QLabel* label : {&underPointer, &news}) {
+        label->setTextFormat(Qt::PlainText);
+        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    }
+    for (const int id : {kDesignCaption, kDesignText})
+        keys.LimitText(frame->EditOf(id));
+    QObject::connect(
+        &frame->EditOf(kDesignCaption), &QLineEdit::textChanged, &window,
+        [this](const QString& text) {
+            if (FromQt(text) == Copy().captionBox) return;
+            RunWithoutStep([&](WorkingCopy& copy) { return SetCaption(copy, FromQt(text)); });
+        });
+    QObject::connect(&frame->EditOf(kDesignText), &QLineEdit::textChanged, &window,
+                     [this](const QString& text) {
+                         RunWithoutStep([&](WorkingCopy& copy) {
+                             copy.CustomTextEdit = FromQt(text);
+                             return Views();
+                         });
+                     });
+    QObject::connect(
+        frame, &DesignFrame::Pointer, &window,
+        [this](PointerAct act, const PointerEvent& event) { FollowPointer(act, event); });
+    QObject::connect(frame, &DesignFrame::PointerGone, &window, [this] { underPointer.clear(); });
+    QObject::connect(frame, &DesignFrame::ZoomWanted, &window,
+                     [this](int steps) { SetZoom(zoom + steps); });
+}
+
+void CDesignDialog::Parts::WhenIdle(std::function<void()> work) {
+    const Event event(*this);
+    if (gestures.Captured()) {
+        waiting_.push_back(std::move(work));
+    } else {
+        work();
+    }
+}
+
+void CDesignDialog::Parts::Run(Command command) {
+    WhenIdle([this, command = std::move(command)] {
+        Refresh(services.session.Run(command) | View::kCheckBoxes);
+    });
+}
+
+void CDesignDialog::Parts::RunWithoutStep(Command command) {
+    const Event event(*this);
+    Refresh(services.session.RunWithoutStep(std::move(command)));
+}
+
+void CDesignDialog::Parts::Undo() {
+    WhenIdle([this] { Refresh(services.session.Undo()); });
+}
+
+void CDesignDialog::Parts::Redo() {
+    WhenIdle([this] { Refresh(services.session.Redo()); });
+}
+
+void CDesignDialog::Parts::GoToStep(size_t state) {
+    WhenIdle([this, state] {
+        while (Session().Steps().Index() > state)
+            Refresh(services.session.Undo());
+        while (Session().Steps().Index() < state && Session().Steps().CanRedo())
+            Refresh(services.session.Redo());
+    });
+}
+
+bool CDesignDialog::Parts::TryGesture(const PointerEvent& event,
+                                      Views (GestureMachine::*act)(PointerEvent)) {
+    last_ = event;
+    Refresh((gestures.*act)(event));
+    return gestures.Captured();
+}
+
+void CDesignDialog::Parts::LetGo() {
+    const Event event(*this);
+    if (gestures.Captured()) TryGesture(last_, &GestureMachine::Release);
+}
+
+void CDesignDialog::Parts::FollowPointer(PointerAct act, const PointerEvent& event) {
+    const Event scope(*this);
+    switch (act) {
+        case PointerAct::kPress:
+            TryGesture(event, &GestureMachine::Press);
+            break;
+        case PointerAct::kDoubleClick:
+            TryGesture(event, &GestureMachine::DoubleClick);
+            break;
+        case PointerAct::kMove:
+            TryGesture(event, &GestureMachine::Move);
+            break;
+        case PointerAct::kHover:
+            // The button was let go where nobody saw it.
+            if (gestures.Captured()) TryGesture(event, &GestureMachine::Release);
+            break;
+        case PointerAct::kRelease:
+            TryGesture(event, &GestureMachine::Release);
+            break;
+        case PointerAct::kMiddlePress:
+            Refresh(gestures.MiddlePress());
+            break;
+        case PointerAct::kRightPress:
+            break;
+    }
+}
+
+void CDesignDialog::Parts::EndEvent() {
+    // Work that waited for the gesture's end is an event of its own.
+    while (!ending_ && !waiting_.empty() && !gestures.Captured()) {
+        ending_ = true;
+        const std::function<void()> work = std::move(waiting_.front());
+        waiting_.pop_front();
+        work();
+        ending_ = false;
+    }
+    const Views stale = std::exchange(stale_, {});
+    if (!stale.Empty()) {
+        const Views drawn = views.Update(Copy(), stale, gestures.Bands());
+        for (const ViewRow& row : ViewRows())
+            if (drawn.Has(row.view)) frame->Of(row.control).ShowChanges();
+        if (drawn.Has(View::kCheckBoxes)) ShowControls();
+        if (drawn.Has(View::kCaptionBox)) {
+            frame->EditOf(kDesignCaption).setText(ToQt(Copy().captionBox));
+        }
+        const bool tiles = drawn.Has(View::kBkgTiles) || drawn.Has(View::kSpriteTiles);
+        frame->Dragged().Show(gestures.DraggedPicture(), views.Tiles(), tiles, frame->Scale());
+        for (const Page& page : pages_)
+            page.page->Changed(drawn);
+    } else if (gestures.Captured() || frame->Dragged().isVisible()) {
+        frame->Dragged().Show(gestures.DraggedPicture(), views.Tiles(), false, frame->Scale());
+    }
+    ShowEnabled();
+}
+
+void CDesignDialog::Parts::ShowControls() {
+    const WorkingCopy& copy = Copy();
+    for (const auto& [id, field] : kBoxes)
+        frame->ButtonOf(id).setChecked(copy.*field);
+    for (const auto& [id, flag] : kFlagBoxes)
+        frame->ButtonOf(id).setChecked((gestures.ShownFlags() & flag) != 0);
+    frame->ButtonOf(kDesignBigCursor).setChecked(copy.document.BigCursor != 0);
+    frame->ButtonOf(kDesignBigSprite).setChecked(copy.Store().BigSprite != 0);
+}
+
+void CDesignDialog::Parts::ShowEnabled() {
+    const bool flips = CanSetSpriteFlag(Copy());
+    for (const auto& [id, flag] : kFlagBoxes)
+        frame->ButtonOf(id).setEnabled(flips);
+    frame->ButtonOf(kDesignUndo).setEnabled(Session().Steps().CanUndo());
+    frame->ButtonOf(kDesignRedo).setEnabled(Session().Steps().CanRedo());
+}
+
+void CDesignDialog::Parts::Tell(std::u16string_view line) {
+    news.setText(ToQt(line));
+    news.setToolTip(news.text());
+}
+
+void CDesignDialog::Parts::Reveal(Control view, const Rect& part) {
+    const Point origin = layout.Origin(view);
+    const Rect place{{origin.x + part.at.x, origin.y + part.at.y}, part.width, part.height};
+    const QRect shown = frame->Shown(place);
+    scroll.ensureVisible(shown.center().x(), shown.center().y(), shown.width(), shown.height());
+    frame->Mark(place);
+}
+
+void CDesignDialog::Parts::SetZoom(int wanted) {
+    const QSize room = window.screen()->availableSize();
+    zoom = std::clamp(wanted, 1, 3);
+    frame->SetScale(WholeScale(zoom, frame->devicePixelRatioF(), room));
+    for (const ViewRow& row : ViewRows())
+        frame->Of(row.control).update();
+    frame->Dragged().hide();
+    StoreNumber(Store(), kDesignKey, kZoom, static_cast<uint32_t>(zoom));
+}
+
+void CDesignDialog::Parts::RestorePlace() {
+    const QSize room = window.screen()->availableSize();
+    uint32_t stored = 0;
+    const bool kept = Store().RegReadDword(kDesignKey, kZoom, stored) && stored >= 1 && stored <= 3;
+    SetZoom(kept ? static_cast<int>(stored)
+                 : FittingZoom(frame->devicePixelRatioF(), room - kAround - QSize(kPanelWidth, 0)));
+    const std::vector<uint8_t> panels = ReadWholeBinary(Store(), kDesignKey, kPanels);
+    inner.restoreState(QByteArray(reinterpret_cast<const char*>(panels.data()),
+                                  static_cast<qsizetype>(panels.size())));
+    window.setMinimumSize(400, 300);
+    window.resize((frame->size() + kAround + QSize(kPanelWidth, 0)).boundedTo(room));
+    if (StoredPlacement(Store(), kDesignKey)) {
+        RestorePlacement(Store(), kDesignKey, window);
+    } else {
+        window.Centre();
+    }
+}
+
+void CDesignDialog::Parts::StorePlace() {
+    StorePlacement(Store(), kDesignKey, window);
+    const QByteArray panels = inner.saveState();
+    Store().RegWriteBinary(kDesignKey, kPanels,
+                           std::span(reinterpret_cast<const uint8_t*>(panels.constData()),
+                                     static_cast<size_t>(panels.size())));
+}
+
+void CDesignDialog::Parts::StoreSwitch(std::string_view name, bool on) {
+    const uint8_t value = on ? 1 : 0;
+    Store().RegCreateKey(kDesignKey);
+    Store().RegWriteBinary(kDesignKey, name, {&value, 1});
+}
+
+void CDesignDialog::Parts::AddPage(PanelPage& page, const char* name, int command) {
+    auto* dock = new QDockWidget(&inner);
+    dock->setObjectName(QString::fromLatin1(name));
+    dock->setWidget(&page);
+    inner.addDockWidget(Qt::RightDockWidgetArea, dock);
+    static_cast<void>(command);
+    pages_.push_back({&page, dock});
+}
+
+void CDesignDialog::Parts::SetLanguage(Language language) {
+    menu.SetLanguage(language);
+    frame->SetLanguage(language);
+    for (const Page& page : pages_) {
+        page.page->SetLanguage(language);
+        page.dock->setWindowTitle(QtText(page.page->Title(), language));
+    }
+    underPointer.clear();
+}
+
+}  // namespace bw
