@@ -55,7 +55,7 @@ CDesignDialog::Parts::Parts(CDesignDialog& owner, const DesignDialogServices& gi
       services(given),
       gestures(given.session, layout),
       menu(owner, DesignMenuRows(), [this](int id) { window.Send(kMessageCommand, id); }),
-      inner(&owner, Qt::Widget),
+      inner(&owner),
       tasks(
           owner.Queue(), [] {}, [this](std::u16string_view reason) { Tell(reason); }),
       keys(owner, {.close = [this] { window.Post(kMessageClose); },
@@ -73,6 +73,7 @@ CDesignDialog::Parts::Parts(CDesignDialog& owner, const DesignDialogServices& gi
                            Refresh(gestures.ShiftKeyUp());
                        },
                    .move = [](int, int, bool) {}}) {
+    inner.setWindowFlags(Qt::Widget);
     frame = new DesignFrame(views);
     scroll.setWidget(frame);
     scroll.setAlignment(Qt::AlignCenter);
