@@ -58,11 +58,7 @@ TEST(UndoHistory, StoredFormAndItsDamages) {
     const WorkState first(stored.begin(), stored.begin() + 17);
     EXPECT_EQ(first, (WorkState{16, 0, 0, 0, 255, 255, 255, 255, 1, 0, 0, 0, 1, 0, 0, 0, 'A'}));
 
-    const auto load = [&](const std::vector<uint8_t>& bytes, uint64_t index) {
-        UndoHistory loaded;
-        loaded.Load(bytes, index);
-        return loaded;
-    };
+    const auto load = &UndoHistory::FromStored;
     UndoHistory same = load(stored, history.Index());
     EXPECT_EQ(same.Store(), stored);
     EXPECT_EQ(same.Redo(), Of("CCCC"));

@@ -23,11 +23,9 @@ void ReadState(std::span<const uint8_t> bytes) {
 }
 
 void ReadHistory(std::span<const uint8_t> bytes) {
-    bw::UndoHistory history;
-    history.Load(bytes, bytes.size() % 5);
+    const auto history = bw::UndoHistory::FromStored(bytes, bytes.size() % 5);
     const std::vector<uint8_t> stored = history.Store();
-    bw::UndoHistory again;
-    again.Load(stored, history.Index());
+    auto again = bw::UndoHistory::FromStored(stored, history.Index());
     Expect(again.Store() == stored && again.Index() == history.Index());
     while (again.CanUndo())
         Expect(again.Undo().has_value());

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
+#include "designer/history/history_file.h"
 #include "designer/history/work_state.h"
 #include "designer/model/design_records.h"
 #include "designer/model/stored_numbers.h"
@@ -12,6 +14,7 @@
 namespace bw {
 namespace {
 
+namespace fs = std::filesystem;
 using Bytes = std::vector<uint8_t>;
 
 struct Switch {
@@ -31,6 +34,8 @@ constexpr std::array<Switch, 9> kSwitches = {{
 }};
 
 constexpr std::string_view kCustomTextEdit = "CustomTextEdit";
+constexpr std::string_view kHistoryList = "HistoryDataList";
+constexpr std::string_view kHistoryIndex = "HistoryDataIndex";
 constexpr size_t kIndexSize = 8;
 
 // A value of exactly this size, or nothing.
@@ -57,14 +62,18 @@ void ReadEntry(const SettingsStore& settings, std::string_view name, Pos& place)
     if (read.X >= 0 && read.X < static_cast<int32_t>(kPaletteSize)) place = {read.X, 0};
 }
 
-void ReadSteps(EditSession& session, const SettingsStore& settings) {
+void ReadSteps(EditSession& session, const SettingsStore& settings, const fs::path& file) {
     // A window that opens again in the same run has its steps still.
     if (session.Steps().Count() != 0) return;
+    if (!file.empty()) {
+        if (auto steps = ReadHistoryFile(file)) return session.LoadSteps(std::move(*steps));
+    }
     uint64_t index = 0;
-    if (const auto bytes = ReadExact(settings, "HistoryDataIndex", kIndexSize)) {
+    if (const auto bytes = ReadExact(settings, kHistoryIndex, kIndexSize)) {
         index = Read32(*bytes, 0) | uint64_t{Read32(*bytes, 4)} << 32;
     }
-    session.LoadSteps(ReadWholeBinary(settings, kDesignKey, "HistoryDataList"), index);
+    session.LoadSteps(
+        UndoHistory::FromStored(ReadWholeBinary(settings, kDesignKey, kHistoryList), index));
 }
 
 Bytes StoredIndex(uint64_t index) {
@@ -72,6 +81,22 @@ Bytes StoredIndex(uint64_t index) {
     Append32(bytes, static_cast<uint32_t>(index));
     Append32(bytes, static_cast<uint32_t>(index >> 32));
     return bytes;
+}
+
+// A session without steps leaves those that are stored.
+bool StoreSteps(const UndoHistory& steps, SettingsStore& settings, const fs::path& file) {
+    if (!file.empty()) {
+        if (steps.Count() == 0) return true;
+        if (!WriteHistoryFile(file, steps)) return false;
+        // What can't be removed does no harm: the file goes first.
+        settings.RegDeleteValue(kDesignKey, kHistoryList);
+        settings.RegDeleteValue(kDesignKey, kHistoryIndex);
+        return true;
+    }
+    const bool written =
+        steps.Count() == 0 || settings.RegWriteBinary(kDesignKey, kHistoryList, steps.Store());
+    return settings.RegWriteBinary(kDesignKey, kHistoryIndex, StoredIndex(steps.Index())) &&
+           written;
 }
 
 void ReadWorkingCopy(WorkingCopy& copy, const SettingsStore& settings) {
@@ -98,12 +123,13 @@ void ReadWorkingCopy(WorkingCopy& copy, const SettingsStore& settings) {
 
 }  // namespace
 
-void OpenDesigner(EditSession& session, const SettingsStore& settings) {
+void OpenDesigner(EditSession& session, const SettingsStore& settings,
+                  const fs::path& historyFile) {
     session.RunWithoutStep([&](WorkingCopy& copy) { ReadWorkingCopy(copy, settings); });
-    ReadSteps(session, settings);
+    ReadSteps(session, settings, historyFile);
 }
 
-bool CloseDesigner(EditSession& session, SettingsStore& settings) {
+bool CloseDesigner(EditSession& session, SettingsStore& settings, const fs::path& historyFile) {
     const WorkingCopy& copy = session.Copy();
     bool written = true;
     const auto write = [&](std::string_view name, std::span<const uint8_t> bytes) {
@@ -114,8 +140,7 @@ bool CloseDesigner(EditSession& session, SettingsStore& settings) {
         write(entry.name, {&value, 1});
     }
     write("LastWorkState", BuildWorkState(copy));
-    if (session.Steps().Count() != 0) write("HistoryDataList", session.Steps().Store());
-    write("HistoryDataIndex", StoredIndex(session.Steps().Index()));
+    written = StoreSteps(session.Steps(), settings, historyFile) && written;
     write("BkgPalettePos", StoredPos(copy.BkgPalettePos));
     write("SpPalettePos", StoredPos(copy.SpPalettePos));
     written = session.RunWithoutStep([&](WorkingCopy& edited) {

@@ -32,14 +32,18 @@ void EditSession::RollBackEditStep() {
 }
 
 Views EditSession::Undo() {
-    return GoTo(steps_.Undo());
+    return Apply(steps_.Undo());
 }
 
 Views EditSession::Redo() {
-    return GoTo(steps_.Redo());
+    return Apply(steps_.Redo());
 }
 
-Views EditSession::GoTo(const std::optional<WorkState>& state) {
+Views EditSession::GoTo(size_t state) {
+    return Apply(steps_.GoTo(state));
+}
+
+Views EditSession::Apply(const std::optional<WorkState>& state) {
     assert(!stepOpen_);
     return state && ApplyWorkState(*state, copy_) ? Views::All() : Views();
 }

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <span>
 #include <utility>
 
 #include "designer/history/undo_history.h"
@@ -41,9 +40,11 @@ class EditSession {
     // No views: there was nothing to go back or forward to. Not during a step.
     Views Undo();
     Views Redo();
+    // In one jump to a state of the history, from 0 on; the same as that many undos or redos.
+    Views GoTo(size_t state);
 
-    // Replaces the history by a stored one: UndoHistory::Load.
-    void LoadSteps(std::span<const uint8_t> stored, uint64_t index) { steps_.Load(stored, index); }
+    // The steps of an earlier run, in place of those that are there.
+    void LoadSteps(UndoHistory steps) { steps_.ReplaceBy(std::move(steps)); }
 
   private:
     friend class EditStep;
@@ -51,7 +52,7 @@ class EditSession {
     void BeginEditStep();
     void CommitEditStep();
     void RollBackEditStep();
-    Views GoTo(const std::optional<WorkState>& state);
+    Views Apply(const std::optional<WorkState>& state);
 
     WorkingCopy copy_;
     UndoHistory steps_;

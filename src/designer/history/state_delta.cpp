@@ -1,6 +1,7 @@
 #include "designer/history/state_delta.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "designer/model/chunk_file.h"
 #include "designer/model/stored_numbers.h"
@@ -9,34 +10,6 @@ namespace bw {
 namespace {
 
 using Bytes = std::span<const uint8_t>;
-
-// Neighbouring chunks of one type: a list, or a single chunk.
-struct Section {
-    uint32_t type;
-    size_t begin;
-    size_t end;
-};
-
-// Bytes that are no work state come out as one section.
-std::vector<Section> Split(Bytes state) {
-    std::vector<Section> whole = {{0, 0, state.size()}};
-    if (state.size() < kChunkHeaderSize) return whole;
-    std::vector<Section> sections = {{kStateContainer, 0, kChunkHeaderSize}};
-    for (size_t at = kChunkHeaderSize; at < state.size();) {
-        if (state.size() - at < kChunkHeaderSize) return whole;
-        const uint32_t type = Read32(state, at);
-        const size_t size = Read32(state, at + 12);
-        if (size > state.size() - at - kChunkHeaderSize) return whole;
-        const size_t end = at + kChunkHeaderSize + size;
-        if (sections.back().type == type) {
-            sections.back().end = end;
-        } else {
-            sections.push_back({type, at, end});
-        }
-        at = end;
-    }
-    return sections;
-}
 
 // Collects hunks from front to back.
 class HunkWriter {
@@ -110,45 +83,117 @@ void CompareSections(Bytes before, Bytes after, HunkWriter& hunks) {
     }
 }
 
-// Applies hunks in one direction.
-WorkState Apply(Bytes from, Bytes hunks, bool forward) {
-    WorkState to;
-    to.reserve(from.size() + 64);
-    size_t at = 0;
-    size_t read = 0;
-    const auto number = [&] {
+// Reads hunks from front to back.
+class HunkReader {
+  public:
+    explicit HunkReader(Bytes hunks) : rest_(hunks) {}
+
+    // False behind the last one, and at bytes that are no hunk.
+    bool Next() {
+        if (rest_.empty()) return false;
+        const auto gap = Number();
+        const auto beforeSize = Number();
+        const auto afterSize = Number();
+        damaged_ = !gap || !beforeSize || !afterSize || *beforeSize > rest_.size() ||
+                   *afterSize > rest_.size() - *beforeSize;
+        if (damaged_) return false;
+        equal = *gap;
+        before = rest_.first(*beforeSize);
+        after = rest_.subspan(*beforeSize, *afterSize);
+        rest_ = rest_.subspan(*beforeSize + *afterSize);
+        return true;
+    }
+    bool Damaged() const { return damaged_; }
+
+    size_t equal = 0;  // bytes in front of the hunk
+    Bytes before;
+    Bytes after;
+
+  private:
+    std::optional<size_t> Number() {
         size_t value = 0;
-        for (int shift = 0;; shift += 7) {
-            const uint8_t byte = hunks[read++];
+        for (unsigned shift = 0; shift < 32 && !rest_.empty(); shift += 7) {
+            const uint8_t byte = rest_.front();
+            rest_ = rest_.subspan(1);
             value |= size_t{byte & 0x7Fu} << shift;
             if (byte <= 0x7F) return value;
         }
-    };
-    const auto append = [&](Bytes bytes) { to.insert(to.end(), bytes.begin(), bytes.end()); };
-    while (read < hunks.size()) {
-        const size_t gap = number();
-        const size_t before = number();
-        const size_t after = number();
-        append(from.subspan(at, gap));
-        append(forward ? hunks.subspan(read + before, after) : hunks.subspan(read, before));
-        at += gap + (forward ? before : after);
-        read += before + after;
+        return std::nullopt;
     }
-    append(from.subspan(at));
-    return to;
+
+    Bytes rest_;
+    bool damaged_ = false;
+};
+
+bool Fits(Bytes state, Bytes bytes, bool forward) {
+    HunkReader hunk(bytes);
+    size_t at = 0;
+    while (hunk.Next()) {
+        const Bytes there = forward ? hunk.before : hunk.after;
+        if (hunk.equal > state.size() - at) return false;
+        at += hunk.equal;
+        if (there.size() > state.size() - at ||
+            !std::equal(there.begin(), there.end(), state.begin() + static_cast<ptrdiff_t>(at))) {
+            return false;
+        }
+        at += there.size();
+    }
+    return !hunk.Damaged();
+}
+
+// In place: most hunks keep their length, and few of a difference don't.
+bool Apply(WorkState& state, Bytes bytes, bool forward) {
+    if (!Fits(state, bytes, forward)) return false;
+    HunkReader hunk(bytes);
+    size_t at = 0;
+    while (hunk.Next()) {
+        const Bytes from = forward ? hunk.before : hunk.after;
+        const Bytes to = forward ? hunk.after : hunk.before;
+        at += hunk.equal;
+        const size_t common = std::min(from.size(), to.size());
+        const auto place = state.begin() + static_cast<ptrdiff_t>(at);
+        const auto rest = std::copy_n(to.begin(), common, place);
+        if (from.size() > common) {
+            state.erase(rest, place + static_cast<ptrdiff_t>(from.size()));
+        } else {
+            state.insert(rest, to.begin() + static_cast<ptrdiff_t>(common), to.end());
+        }
+        at += to.size();
+    }
+    return true;
 }
 
 }  // namespace
 
+std::vector<StateSection> SectionsOf(Bytes state) {
+    std::vector<StateSection> whole = {{0, 0, state.size()}};
+    if (state.size() < kChunkHeaderSize) return whole;
+    std::vector<StateSection> sections = {{kStateContainer, 0, kChunkHeaderSize}};
+    for (size_t at = kChunkHeaderSize; at < state.size();) {
+        if (state.size() - at < kChunkHeaderSize) return whole;
+        const uint32_t type = Read32(state, at);
+        const size_t size = Read32(state, at + 12);
+        if (size > state.size() - at - kChunkHeaderSize) return whole;
+        const size_t end = at + kChunkHeaderSize + size;
+        if (sections.back().type == type) {
+            sections.back().end = end;
+        } else {
+            sections.push_back({type, at, end});
+        }
+        at = end;
+    }
+    return sections;
+}
+
 StateDelta::StateDelta(Bytes before, Bytes after) {
-    const std::vector<Section> left = Split(before);
-    const std::vector<Section> right = Split(after);
+    const std::vector<StateSection> left = SectionsOf(before);
+    const std::vector<StateSection> right = SectionsOf(after);
     HunkWriter hunks;
     auto old = left.begin();
-    for (const Section& section : right) {
+    for (const StateSection& section : right) {
         const Bytes now = after.subspan(section.begin, section.end - section.begin);
         const auto same = std::find_if(
-            old, left.end(), [&](const Section& other) { return other.type == section.type; });
+            old, left.end(), [&](const StateSection& other) { return other.type == section.type; });
         if (same == left.end()) {  // a list that was empty
             hunks.Replace({}, now);
             continue;
@@ -163,12 +208,12 @@ StateDelta::StateDelta(Bytes before, Bytes after) {
     bytes_ = hunks.Take();
 }
 
-WorkState StateDelta::Forward(Bytes before) const {
-    return Apply(before, bytes_, true);
+bool StateDelta::Forward(WorkState& state) const {
+    return Apply(state, bytes_, true);
 }
 
-WorkState StateDelta::Backward(Bytes after) const {
-    return Apply(after, bytes_, false);
+bool StateDelta::Backward(WorkState& state) const {
+    return Apply(state, bytes_, false);
 }
 
 }  // namespace bw

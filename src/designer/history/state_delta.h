@@ -13,12 +13,27 @@ using WorkState = std::vector<uint8_t>;
 // The type of the chunk that a work state is, and of the header in front of each in the history.
 inline constexpr uint32_t kStateContainer = 16;
 
+// Neighbouring chunks of one type with their headers: a list, or a single chunk.
+struct StateSection {
+    uint32_t type;
+    size_t begin;  // bytes from the state's start
+    size_t end;
+};
+// The header of a state and what follows it; bytes that are no work state come out as one section.
+std::vector<StateSection> SectionsOf(std::span<const uint8_t> state);
+
 class StateDelta {
   public:
     StateDelta(std::span<const uint8_t> before, std::span<const uint8_t> after);
+    // What Stored has given. Other bytes make a difference that fits no state, or only by chance.
+    explicit StateDelta(std::span<const uint8_t> stored) : bytes_(stored.begin(), stored.end()) {}
 
-    WorkState Forward(std::span<const uint8_t> before) const;
-    WorkState Backward(std::span<const uint8_t> after) const;
+    // Turn the state on one side into that on the other. One that differs from it where the
+    // difference lies stays as it is: false.
+    bool Forward(WorkState& before) const;
+    bool Backward(WorkState& after) const;
+
+    std::span<const uint8_t> Stored() const { return bytes_; }
 
   private:
     // Hunk for hunk: the number of equal bytes in front of it, the number of bytes it takes away

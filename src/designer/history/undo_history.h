@@ -13,6 +13,11 @@ namespace bw {
 
 class UndoHistory {
   public:
+    UndoHistory() = default;
+    // What Present, Differences and Index of another one have given; `index` is at most the number
+    // of differences, and each of them fits.
+    UndoHistory(WorkState present, std::vector<StateDelta> differences, size_t index);
+
     // A command is about to change the document, which is at `state`.
     void BeginEditStep(WorkState state) { pending_ = std::move(state); }
 
@@ -27,23 +32,38 @@ class UndoHistory {
     std::optional<WorkState> Undo();
     std::optional<WorkState> Redo();
 
+    // The state with this number; nothing beyond the last one.
+    std::optional<WorkState> GoTo(size_t index);
+
     bool CanUndo() const { return index_ != 0; }
     bool CanRedo() const { return index_ < deltas_.size(); }
     size_t Count() const { return empty_ ? 0 : deltas_.size() + 1; }
     // HistoryDataIndex: of the state that the document equals.
     size_t Index() const { return index_; }
 
+    // Takes the states of another one in place of its own.
+    void ReplaceBy(UndoHistory other);
+
+    // The state at Index, empty if there is none; and the differences from each state to the next.
+    const WorkState& Present() const { return current_; }
+    const std::vector<StateDelta>& Differences() const { return deltas_; }
+    // Turns the state numbered `from` into the one numbered `to`.
+    void Walk(WorkState& state, size_t from, size_t to) const;
+    // Another number whenever states have come or gone; going from one to another changes nothing.
+    uint64_t Revision() const { return revision_; }
+
     // For the settings: each state behind a header of four 32-bit numbers, 16, 0xFFFFFFFF, 1 and
     // its length. Every state is whole there, some 10 to 40 KB each.
     std::vector<uint8_t> Store() const;
-    // Takes the states up to the first damaged one. An index beyond the last state becomes the
-    // last.
-    void Load(std::span<const uint8_t> stored, uint64_t index);
+    // The other way: the states up to the first damaged one. An index beyond the last state becomes
+    // the last.
+    static UndoHistory FromStored(std::span<const uint8_t> stored, uint64_t index);
 
   private:
     void Append(const WorkState& state);
     void MoveTo(size_t index);
 
+    uint64_t revision_ = 0;
     bool empty_ = true;
     WorkState pending_;               // PendingWorkState; empty until the first step
     WorkState current_;               // the state at index_

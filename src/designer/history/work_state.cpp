@@ -12,8 +12,6 @@ namespace {
 
 constexpr uint32_t kContainerReserved = 2;
 constexpr auto kCaption = static_cast<uint32_t>(ChunkType::kCaptionText);
-constexpr uint32_t kBkgTileSelected = 33;
-constexpr uint32_t kSpriteTileSelected = 34;
 
 // The current places by their chunk types, in the order of writing.
 struct PlaceChunk {
@@ -100,8 +98,8 @@ bool ReadState(const ChunkList& chunks, WorkingCopy& copy) {
         if (chunk.type == kCaption) copy.captionBox = copy.Store().CaptionText;
         ReadPlace(chunk, kPlaces, copy);
         ReadPlace(chunk, kMapPlaces, copy);
-        if (chunk.type == kBkgTileSelected) ReadMarks(chunk, copy.Store().BkgTileSelected);
-        if (chunk.type == kSpriteTileSelected) ReadMarks(chunk, copy.Store().SpriteTileSelected);
+        if (chunk.type == kBkgTileMarks) ReadMarks(chunk, copy.Store().BkgTileSelected);
+        if (chunk.type == kSpriteTileMarks) ReadMarks(chunk, copy.Store().SpriteTileSelected);
     }
     return true;
 }
@@ -129,8 +127,8 @@ WorkState BuildWorkState(const WorkingCopy& copy) {
         AppendDesignChunk(chunks, type, copy.document);
     }
     AppendPlaces(chunks, kMapPlaces, copy);
-    AppendChunk(chunks, kBkgTileSelected, store.BkgTileSelected);
-    AppendChunk(chunks, kSpriteTileSelected, store.SpriteTileSelected);
+    AppendChunk(chunks, kBkgTileMarks, store.BkgTileSelected);
+    AppendChunk(chunks, kSpriteTileMarks, store.SpriteTileSelected);
     WorkState state;
     AppendChunk(state, kStateContainer, chunks, kContainerReserved);
     return state;

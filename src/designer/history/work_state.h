@@ -10,6 +10,10 @@
 
 namespace bw {
 
+// The types of the chunks that hold the marks on the tiles of both tables.
+inline constexpr uint32_t kBkgTileMarks = 33;
+inline constexpr uint32_t kSpriteTileMarks = 34;
+
 // A container chunk of type 16 whose payload is one chunk for each table, list item and place in
 // use. The Index of tiles and sprites goes in as 0, so that mere renumbering is no difference. What
 // the user has switched on to look at isn't part of it.
