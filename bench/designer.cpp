@@ -1,14 +1,19 @@
 // The designer on a full screen: drawing it, and the cost of a step of its history. The bare sides
 // are the plain copy of the same pixels or bytes.
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <random>
 
 #include <malloc.h>
 
+#include "common/temporary_folder.h"
+#include "designer/history/designer_settings.h"
 #include "designer/history/edit_session.h"
+#include "designer/history/step_names.h"
 #include "designer/history/work_state.h"
 #include "designer/pictures/name_table_picture.h"
+#include "designer/tools/pointer_edits.h"
 #include "designer/tools/text_tools.h"
 #include "designer/tools/tile_tools.h"
 #include "measure.h"
@@ -111,11 +116,67 @@ void MeasureHistory(const bw::WorkingCopy& copy) {
         count, bytes / 1e6, bytes / count, count * static_cast<double>(state.size()) / 1e6);
 }
 
+// A step of a kind: a sprite dragged, 64 selected tiles bent by a tool, a tile placed.
+bw::Views DragSprite(bw::WorkingCopy& edited, int step) {
+    std::vector<bw::TileItem>& sprites = edited.Store().SpriteTileList;
+    const auto dragged = sprites.begin() + step * 13 % 64;
+    std::rotate(dragged, dragged + 1, sprites.end());
+    sprites.back().X = step * 7 % 256;
+    return bw::Views::All();
+}
+bw::Views BendTiles(bw::WorkingCopy& edited, int) {
+    std::fill_n(edited.Store().BkgTileSelected.begin(), 64, 1);
+    return bw::ApplyTileTool(edited, bw::TileTool::kColoursRight);
+}
+bw::Views LayTile(bw::WorkingCopy& edited, int step) {
+    if (step % 960 == 0) edited.Store().BkgTileList.clear();
+    edited.BkgTilePos = {step % 16, step / 16 % 16};
+    return bw::PlaceTile(edited, bw::PatternTable::kBackground);
+}
+
+// Closing and opening a window with 10,000 steps behind it, settings and all; then the names of 30
+// rows at the history's other end.
+void MeasureKeeping(const bw::WorkingCopy& copy, const char* what,
+                    bw::Views (*command)(bw::WorkingCopy&, int)) {
+    const TemporaryFolder folder;
+    const auto settings = bw::MakeSqliteStore(folder / "settings.sqlite3");
+    const std::filesystem::path file = folder / "history";
+    bw::EditSession session(copy);
+    for (int step = 0; step < kSteps; ++step)
+        session.Run([&](bw::WorkingCopy& edited) { return command(edited, step); });
+    std::vector<double> closing, opening, names, jumps;
+    for (int round = 0; round < 11; ++round) {
+        closing.push_back(bench::Time([&] { bw::CloseDesigner(session, *settings, file); }));
+        bw::EditSession next;
+        opening.push_back(bench::Time([&] { bw::OpenDesigner(next, *settings, file); }));
+        if (next.Steps().Count() != session.Steps().Count()) std::abort();
+        bw::StepNames rows(next.Steps());
+        names.push_back(bench::Time([&] {
+            for (size_t row = 1; row <= 30; ++row)
+                if (rows.Of(row, bw::Language::kEnglish).empty()) std::abort();
+        }));
+        jumps.push_back(bench::Time([&] { next.GoTo(0); }));
+    }
+    const auto report = [](const char* name, const std::vector<double>& times) {
+        std::printf("    %-20s  median %.2f ms   least %.2f ms\n", name, bench::Median(times),
+                    bench::Least(times));
+    };
+    std::printf("10,000 steps: %s, a file of %.2f MB\n", what,
+                static_cast<double>(std::filesystem::file_size(file)) / 1e6);
+    report("closing", closing);
+    report("opening", opening);
+    report("names of 30 far rows", names);
+    report("to the first state", jumps);
+}
+
 }  // namespace
 
 int main() {
     const bw::WorkingCopy copy = FullScreen();
     MeasureDrawing(copy);
     MeasureHistory(copy);
+    MeasureKeeping(copy, "sprites dragged", &DragSprite);
+    MeasureKeeping(copy, "tiles placed", &LayTile);
+    MeasureKeeping(copy, "64 tiles changed", &BendTiles);
     return 0;
 }

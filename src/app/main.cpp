@@ -14,6 +14,7 @@
 #include "app/lost_display.h"
 #include "app/program_icon.h"
 #include "app/window_arguments.h"
+#include "designer/history/history_file.h"
 #include "settings/guarded_store.h"
 #include "shell/framework/texts.h"
 #include "shell/main/main_dialog.h"
@@ -65,6 +66,7 @@ int Run(int count, char** values, std::vector<std::filesystem::path> files) {
     CMainDialog window(
         {.store = *store,
          .base = ExecutableFolder(),
+         .designHistory = DesignHistoryFile(),
          .takeProblem = [&](Language language) { return store->TakeProblem(language); },
          .listKept =
              [&] {

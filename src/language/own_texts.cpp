@@ -382,6 +382,9 @@ constexpr TextRow kRows[] = {
     // The undo history of the designer.
     {kHistoryTitle, u"History", u"历史记录"},
     {kHistoryTip, u"A click or Enter goes to that state", u"单击或按 Enter 键可回到该状态"},
+    {kHistoryNotStored,
+     u"Its undo history could not be stored: a later run won't have these steps.",
+     u"无法保存撤销历史：下次运行时将没有这些步骤。"},
     {kHistoryPresent, u"%s, present state", u"%s，当前状态"},
     {kHistoryUndone, u"%s, undone", u"%s，已撤销"},
     {kStepTip, u"%s: %s (%s)", u"%s：%s（%s）"},

@@ -638,6 +638,7 @@ enum class TextId {
     // The undo history of the designer.
     kHistoryTitle = 11500,
     kHistoryTip,
+    kHistoryNotStored,
     kHistoryPresent,
     kHistoryUndone,
     kStepTip,

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <system_error>
 #include <utility>
 
@@ -27,24 +28,36 @@ bool BeginsLikeHistory(Bytes bytes) {
 // of another file or place passes.
 class RecordWriter {
   public:
-    explicit RecordWriter(size_t room) { bytes_.reserve(room); }
+    // Takes the bytes in pieces, from front to back.
+    using Sink = std::function<void(Bytes)>;
 
-    void AddHeader(uint32_t stepsBack) {
-        bytes_.assign(kMagic.begin(), kMagic.end());
-        Append32(bytes_, stepsBack);
+    RecordWriter(uint32_t stepsBack, Sink sink) : sink_(std::move(sink)) {
+        piece_.reserve(kPiece + kRecordFrame);
+        piece_.assign(kMagic.begin(), kMagic.end());
+        Append32(piece_, stepsBack);
     }
     void Add(Bytes payload) {
-        Append32(bytes_, static_cast<uint32_t>(payload.size()));
-        bytes_.insert(bytes_.end(), payload.begin(), payload.end());
-        crc_ = Crc32(Bytes(bytes_).subspan(counted_), crc_);
-        counted_ = bytes_.size();
-        Append32(bytes_, crc_);
+        Append32(piece_, static_cast<uint32_t>(payload.size()));
+        piece_.insert(piece_.end(), payload.begin(), payload.end());
+        crc_ = Crc32(Bytes(piece_).subspan(counted_), crc_);
+        counted_ = piece_.size();
+        Append32(piece_, crc_);
+        if (piece_.size() >= kPiece) {
+            // The checksum isn't counted before the next record.
+            const Bytes done = Bytes(piece_).first(counted_);
+            sink_(done);
+            piece_.erase(piece_.begin(), piece_.begin() + static_cast<ptrdiff_t>(counted_));
+            counted_ = 0;
+        }
     }
-    std::vector<uint8_t> Take() { return std::move(bytes_); }
+    void End() { sink_(piece_); }
 
   private:
-    std::vector<uint8_t> bytes_;
-    size_t counted_ = 0;  // bytes that crc_ tells of
+    static constexpr size_t kPiece = 1u << 20;  // more costs more time for memory than it saves
+
+    Sink sink_;
+    std::vector<uint8_t> piece_;
+    size_t counted_ = 0;  // bytes of the piece that crc_ tells of
     uint32_t crc_ = 0;
 };
 
@@ -91,13 +104,7 @@ FileResult<> KeepForeignFile(const std::filesystem::path& file) {
     return error ? FileResult<>(ProblemOf(file, error)) : FileResult<>();
 }
 
-}  // namespace
-
-std::filesystem::path DesignHistoryFile() {
-    return UserConfigFolder() / "design_history";
-}
-
-std::vector<uint8_t> StoredHistory(const UndoHistory& history, size_t limit) {
+void Write(const UndoHistory& history, size_t limit, RecordWriter::Sink sink) {
     const std::vector<StateDelta>& differences = history.Differences();
     size_t size = kHeaderSize + kRecordFrame + history.Present().size();
     const auto fits = [&](size_t number) {
@@ -112,14 +119,26 @@ std::vector<uint8_t> StoredHistory(const UndoHistory& history, size_t limit) {
     size_t end = history.Index();
     while (first == 0 && end < differences.size() && fits(end))
         ++end;
-    RecordWriter writer(size);
-    writer.AddHeader(static_cast<uint32_t>(history.Index() - first));
+    RecordWriter writer(static_cast<uint32_t>(history.Index() - first), std::move(sink));
     writer.Add(history.Present());
     for (size_t number = history.Index(); number > first; --number)
         writer.Add(differences[number - 1].Stored());
     for (size_t number = history.Index(); number < end; ++number)
         writer.Add(differences[number].Stored());
-    return writer.Take();
+    writer.End();
+}
+
+}  // namespace
+
+std::filesystem::path DesignHistoryFile() {
+    return UserConfigFolder() / "design_history";
+}
+
+std::vector<uint8_t> StoredHistory(const UndoHistory& history, size_t limit) {
+    std::vector<uint8_t> stored;
+    Write(history, limit,
+          [&](Bytes piece) { stored.insert(stored.end(), piece.begin(), piece.end()); });
+    return stored;
 }
 
 std::optional<UndoHistory> HistoryIn(Bytes stored) {
@@ -159,7 +178,15 @@ FileResult<> WriteHistoryFile(const std::filesystem::path& file, const UndoHisto
     if (const auto made = MakeFolders(file.parent_path()); !made) return made;
     RemoveAbandonedReplacements(file);
     if (const auto kept = KeepForeignFile(file); !kept) return kept;
-    return WriteFile(file, StoredHistory(history));
+    auto replacement = ReplacementFile::Begin(file);
+    if (!replacement) return replacement.Problem();
+    FileResult<> written;
+    uint64_t at = 0;
+    Write(history, kLargestHistoryFile, [&](Bytes piece) {
+        if (written) written = replacement->Contents().WriteAt(at, piece);
+        at += piece.size();
+    });
+    return written ? replacement->Commit() : written;
 }
 
 }  // namespace bw

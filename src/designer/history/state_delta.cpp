@@ -11,6 +11,8 @@ namespace {
 
 using Bytes = std::span<const uint8_t>;
 
+constexpr uint32_t kNoChunks = 0;  // the type of bytes that are no work state
+
 // Collects hunks from front to back.
 class HunkWriter {
   public:
@@ -75,8 +77,34 @@ void CompareEnds(Bytes before, Bytes after, HunkWriter& hunks) {
     hunks.Equal(back);
 }
 
-void CompareSections(Bytes before, Bytes after, HunkWriter& hunks) {
+// Chunks of a list whose one chunk has gone to its end, as what is dragged does, maybe with new
+// contents. True if that is all.
+bool CompareMovedToEnd(Bytes before, Bytes after, HunkWriter& hunks) {
+    const auto front = static_cast<size_t>(
+        std::mismatch(before.begin(), before.end(), after.begin()).first - before.begin());
+    size_t at = 0;
+    size_t size = kChunkHeaderSize + Read32(before, at + 12);
+    while (at + size <= front && at + size < before.size()) {
+        at += size;
+        size = kChunkHeaderSize + Read32(before, at + 12);
+    }
+    const size_t equal = before.size() - at - size;
+    const Bytes behind = before.last(equal);
+    if (equal == 0 ||
+        !std::equal(behind.begin(), behind.end(), after.begin() + static_cast<ptrdiff_t>(at))) {
+        return false;
+    }
+    hunks.Equal(at);
+    hunks.Replace(before.subspan(at, size), {});
+    hunks.Equal(equal);
+    hunks.Replace({}, after.last(size));
+    return true;
+}
+
+void CompareSections(uint32_t type, Bytes before, Bytes after, HunkWriter& hunks) {
+    const bool chunks = type != kNoChunks && type != kStateContainer;
     if (before.size() == after.size()) {
+        if (chunks && CompareMovedToEnd(before, after, hunks)) return;
         CompareInPlace(before, after, hunks);
     } else {
         CompareEnds(before, after, hunks);
@@ -125,33 +153,19 @@ class HunkReader {
     bool damaged_ = false;
 };
 
-bool Fits(Bytes state, Bytes bytes, bool forward) {
-    HunkReader hunk(bytes);
-    size_t at = 0;
-    while (hunk.Next()) {
-        const Bytes there = forward ? hunk.before : hunk.after;
-        if (hunk.equal > state.size() - at) return false;
-        at += hunk.equal;
-        if (there.size() > state.size() - at ||
-            !std::equal(there.begin(), there.end(), state.begin() + static_cast<ptrdiff_t>(at))) {
-            return false;
-        }
-        at += there.size();
-    }
-    return !hunk.Damaged();
-}
-
 // In place: most hunks keep their length, and few of a difference don't.
 bool Apply(WorkState& state, Bytes bytes, bool forward) {
-    if (!Fits(state, bytes, forward)) return false;
     HunkReader hunk(bytes);
     size_t at = 0;
     while (hunk.Next()) {
         const Bytes from = forward ? hunk.before : hunk.after;
         const Bytes to = forward ? hunk.after : hunk.before;
+        if (hunk.equal > state.size() - at) return false;
         at += hunk.equal;
-        const size_t common = std::min(from.size(), to.size());
+        if (from.size() > state.size() - at) return false;
         const auto place = state.begin() + static_cast<ptrdiff_t>(at);
+        if (!std::equal(from.begin(), from.end(), place)) return false;
+        const size_t common = std::min(from.size(), to.size());
         const auto rest = std::copy_n(to.begin(), common, place);
         if (from.size() > common) {
             state.erase(rest, place + static_cast<ptrdiff_t>(from.size()));
@@ -160,13 +174,13 @@ bool Apply(WorkState& state, Bytes bytes, bool forward) {
         }
         at += to.size();
     }
-    return true;
+    return !hunk.Damaged();
 }
 
 }  // namespace
 
 std::vector<StateSection> SectionsOf(Bytes state) {
-    std::vector<StateSection> whole = {{0, 0, state.size()}};
+    std::vector<StateSection> whole = {{kNoChunks, 0, state.size()}};
     if (state.size() < kChunkHeaderSize) return whole;
     std::vector<StateSection> sections = {{kStateContainer, 0, kChunkHeaderSize}};
     for (size_t at = kChunkHeaderSize; at < state.size();) {
@@ -200,7 +214,8 @@ StateDelta::StateDelta(Bytes before, Bytes after) {
         }
         for (; old != same; ++old)  // lists that are empty now
             hunks.Replace(before.subspan(old->begin, old->end - old->begin), {});
-        CompareSections(before.subspan(old->begin, old->end - old->begin), now, hunks);
+        CompareSections(section.type, before.subspan(old->begin, old->end - old->begin), now,
+                        hunks);
         ++old;
     }
     for (; old != left.end(); ++old)

@@ -28,8 +28,8 @@ class StateDelta {
     // What Stored has given. Other bytes make a difference that fits no state, or only by chance.
     explicit StateDelta(std::span<const uint8_t> stored) : bytes_(stored.begin(), stored.end()) {}
 
-    // Turn the state on one side into that on the other. One that differs from it where the
-    // difference lies stays as it is: false.
+    // Turn the state on one side into that on the other. False if it is another state, one that
+    // isn't what it should be where the difference lies; it is spoilt then.
     bool Forward(WorkState& before) const;
     bool Backward(WorkState& after) const;
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "designer/history/work_state.h"
@@ -58,17 +59,11 @@ struct Numbered {
     size_t number;
 };
 
-std::vector<uint8_t> Key(const TileItem& item) {
-    return StoredTile(item);
+auto Key(const TileItem& item) {
+    return std::tie(item.X, item.Y, item.Tile, item.Palette, item.Flags, item.Reserved);
 }
-std::vector<uint8_t> Key(const TextItem& item) {
-    return StoredTextItem(item);
-}
-
-template <typename Item>
-std::vector<uint8_t> KeyWithoutPlace(Item item) {
-    item.X = item.Y = 0;
-    return Key(item);
+auto Key(const TextItem& item) {
+    return std::tie(item.X, item.Y, item.Text);
 }
 
 std::optional<TileItem> ReadItem(const ChunkView& chunk, TileItem) {
@@ -143,11 +138,13 @@ std::optional<ListChange<Item>> Compare(Bytes before, Bytes after) {
         return ListChange<Item>{Change::kRemoved, gone.size() - come.size(), gone.front()};
     }
     const auto withoutPlaces = [](const std::vector<Numbered<Item>>& items) {
-        std::vector<std::vector<uint8_t>> keys;
-        for (const auto& one : items)
-            keys.push_back(KeyWithoutPlace(one.item));
-        std::ranges::sort(keys);
-        return keys;
+        std::vector<Item> alike;
+        for (const auto& one : items) {
+            alike.push_back(one.item);
+            alike.back().X = alike.back().Y = 0;
+        }
+        std::ranges::sort(alike, {}, [](const Item& item) { return Key(item); });
+        return alike;
     };
     const bool moved = withoutPlaces(gone) == withoutPlaces(come);
     return ListChange<Item>{moved ? Change::kMoved : Change::kChanged, come.size(), come.front()};
@@ -198,7 +195,12 @@ class StepTeller {
     }
     Bytes Before(uint32_t type) const { return Find(before_, beforeSections_, type); }
     Bytes After(uint32_t type) const { return Find(after_, afterSections_, type); }
-    bool Differs(uint32_t type) const { return !std::ranges::equal(Before(type), After(type)); }
+    // Not by std::ranges, which compares byte by byte.
+    bool Differs(uint32_t type) const {
+        const Bytes before = Before(type);
+        const Bytes after = After(type);
+        return !std::equal(before.begin(), before.end(), after.begin(), after.end());
+    }
     bool Differs(ChunkType type) const { return Differs(static_cast<uint32_t>(type)); }
 
     // The payloads of a type that has one chunk, cut to one length.

@@ -77,7 +77,8 @@ const MessageTable& CDesignDialog::Table() const {
 
 MessageResult CDesignDialog::OnInitDialog(MessageParam, MessageParam) {
     const Parts::Event event(*parts_);
-    OpenDesigner(parts_->services.session, parts_->services.store);
+    const DesignDialogServices& services = parts_->services;
+    OpenDesigner(services.session, services.store, services.history);
     parts_->frame->EditOf(kDesignText).setText(ToQt(parts_->Copy().CustomTextEdit));
     parts_->Refresh(Views::All());
     // The marks of the layers start unset, and their commands turn them: mark and layer agree.
@@ -97,7 +98,8 @@ void CDesignDialog::StoreAll() {
     if (!IsOpen()) return;
     parts_->LetGo();
     parts_->StorePlace();
-    CloseDesigner(parts_->services.session, parts_->services.store);
+    const DesignDialogServices& services = parts_->services;
+    kept_ = CloseDesigner(services.session, services.store, services.history);
 }
 
 MessageResult CDesignDialog::OnClose(MessageParam, MessageParam) {

@@ -1,6 +1,7 @@
 // The designer: the window in which the menu's screen is drawn.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -15,6 +16,8 @@ namespace bw {
 // What the window stands on; all must live longer.
 struct DesignDialogServices {
     SettingsStore& store;
+    // Of the undo history; empty keeps it in the store.
+    std::filesystem::path history;
     // Its store has been filled (LoadDesignData), and CaptionText, names and page set. It keeps its
     // steps from one opening to the next, and has the design when the window has closed.
     EditSession& session;
@@ -31,6 +34,8 @@ class CDesignDialog : public CDialogBase {
     // Writes design, switches and steps to the settings as closing does, for an end that the window
     // can't prevent.
     void StoreAll();
+    // Whether the last StoreAll has reached settings and file.
+    bool Kept() const { return kept_; }
 
   protected:
     const MessageTable& Table() const override;
@@ -47,6 +52,7 @@ class CDesignDialog : public CDialogBase {
     MessageResult OnClose(MessageParam wParam, MessageParam lParam);
 
     std::unique_ptr<Parts> parts_;
+    bool kept_ = true;
 };
 
 }  // namespace bw

@@ -139,12 +139,7 @@ void CDesignDialog::Parts::Redo() {
 }
 
 void CDesignDialog::Parts::GoToStep(size_t state) {
-    WhenIdle([this, state] {
-        while (Session().Steps().Index() > state)
-            Refresh(services.session.Undo());
-        while (Session().Steps().Index() < state && Session().Steps().CanRedo())
-            Refresh(services.session.Redo());
-    });
+    WhenIdle([this, state] { Refresh(services.session.GoTo(state)); });
 }
 
 bool CDesignDialog::Parts::TryGesture(const PointerEvent& event,

@@ -39,11 +39,12 @@ void DesignCommands::TakeOver() {
 void DesignCommands::Design() {
     if (open_ != nullptr) return;
     Prepare();
-    CDesignDialog dialog({host_.Store(), session_, host_.Dialogs()}, host_.CurrentLanguage(),
-                         &window_);
+    CDesignDialog dialog({host_.Store(), host_.DesignHistory(), session_, host_.Dialogs()},
+                         host_.CurrentLanguage(), &window_);
     const QScopedValueRollback<CDesignDialog*> open(open_, &dialog);
     dialog.DoModal();
     TakeOver();
+    if (!dialog.Kept()) host_.Tell(LoadText(TextId::kHistoryNotStored, host_.CurrentLanguage()));
 }
 
 void DesignCommands::StoreAll() {
@@ -74,7 +75,7 @@ bool DesignCommands::Open(bool shows) {
     StorePath(*file);
     const Language language = host_.CurrentLanguage();
     Prepare();
-    OpenDesigner(session_, host_.Store());
+    OpenDesigner(session_, host_.Store(), host_.DesignHistory());
     DesignDocument document = session_.Copy().document;
     if (const DesignProblem problem = OpenDesign(*file, document, language)) {
         host_.Dialogs().Message(FullText(*problem), LoadText(TextId::kErrorTitle, language),
@@ -87,10 +88,12 @@ bool DesignCommands::Open(bool shows) {
         CountItems(copy);
         return SynchroniseCursors(copy);
     });
-    CloseDesigner(session_, host_.Store());
+    const bool kept = CloseDesigner(session_, host_.Store(), host_.DesignHistory());
     TakeOver();
     const TextId told = shows ? TextId::kDesignOpened : TextId::kDesignOpenedOff;
-    host_.Tell(FormatText(LoadText(told, language), PathText(file->filename())));
+    std::u16string line = FormatText(LoadText(told, language), PathText(file->filename()));
+    if (!kept) line += u" " + LoadText(TextId::kHistoryNotStored, language);
+    host_.Tell(line);
     return true;
 }
 
@@ -100,7 +103,7 @@ void DesignCommands::Save() {
     StorePath(*file);
     const Language language = host_.CurrentLanguage();
     Prepare();
-    OpenDesigner(session_, host_.Store());
+    OpenDesigner(session_, host_.Store(), host_.DesignHistory());
     const DesignProblem problem = SaveDesign(*file, session_.Copy().document, language);
     host_.Tell(problem ? FullText(*problem)
                        : FormatText(LoadText(TextId::kDesignSaved, language), PathText(*file)));

@@ -19,6 +19,8 @@ struct MainDialogServices {
     SettingsStore& store;
     // The folder that relative paths count from: the program's.
     std::filesystem::path base;
+    // Of the design's undo history; empty keeps it in the store.
+    std::filesystem::path designHistory = {};
     // Null for dialogs on the screen.
     UserDialogs* dialogs = nullptr;
     // What is wrong with the store, in words for the user, once it is known and only once; asked

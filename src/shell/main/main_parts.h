@@ -33,6 +33,7 @@ class CMainDialog::Parts final : public ListHost {
     ListEditor& Editor() override { return editor; }
     SettingsStore& Store() override { return services.store; }
     DesignStore& Design() override;
+    std::filesystem::path DesignHistory() const override { return services.designHistory; }
     UserDialogs& Dialogs() override;
     BackgroundTasks& Tasks() override { return tasks; }
     Language CurrentLanguage() const override { return window.UiLanguage(); }

@@ -22,6 +22,8 @@ class ListHost {
     virtual SettingsStore& Store() = 0;
     // The process's one design, with all that the settings have for it. Tasks take a copy.
     virtual const DesignStore& Design() = 0;
+    // The file of the design's undo history; empty where the store keeps it.
+    virtual std::filesystem::path DesignHistory() const { return {}; }
     virtual UserDialogs& Dialogs() = 0;
     virtual BackgroundTasks& Tasks() = 0;
     virtual Language CurrentLanguage() const = 0;
