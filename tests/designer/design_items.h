@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -33,6 +34,15 @@ inline std::vector<int> BytesOf(const DesignStore& store, PatternTable table,
     for (const int tile : tiles)
         bytes.push_back(TileAt(store, table, tile)[15]);
     return bytes;
+}
+// The colour indices of a tile's pixels, row by row.
+inline std::string Text(ConstTile tile) {
+    std::string text;
+    for (size_t row = 0; row < 8; ++row)
+        for (int bit = 7; bit >= 0; --bit)
+            text +=
+                static_cast<char>('0' + (tile[row + 8] >> bit & 1) * 2 + (tile[row] >> bit & 1));
+    return text;
 }
 // The tiles of items, those of the selected as negative numbers.
 inline std::vector<int> Tiles(const std::vector<TileItem>& items) {

@@ -40,6 +40,66 @@ TEST_F(GestureClicks, EditorsPaintWhileTheButtonIsDown) {
     EXPECT_EQ(Steps(), 3u) << "a stroke is one step";
 }
 
+TEST_F(GestureClicks, ShapesFollowTheDrag) {
+    constexpr size_t kShown = 24;  // pixels: three rows
+    const struct {
+        TileShape shape;
+        Point to;
+        const char* drawn;
+        Keys keys = {};
+    } cases[] = {{TileShape::kLine, In(kBkgTileEditor, 5, 2), "110000000011000000001100"},
+                 {TileShape::kLine, In(kBkgTileEditor, -9, 1), "010000001000000000000000"},
+                 {TileShape::kRectangle, In(kBkgTileEditor, 3, 2), "011100000101000001110000"},
+                 {TileShape::kRectangle, kNowhere, "011111110111111101111111", kCtrl},
+                 {TileShape::kFill, kNowhere, "111111111111111111111111"}};
+    copy.BkgTilePos = {3, 2};
+    copy.BkgPalettePos.X = 5;
+    for (const auto& c : cases) {
+        FillTile(store, kBkg, 0x23, 0);
+        const size_t steps = Steps();
+        copy.tileShape = c.shape;
+        Press(In(kBkgTileEditor, 1, 0));
+        Move(In(kBkgTileEditor, 7, 7));
+        Move(In(kBkgTileEditor, 0, 7));
+        // The line to the left begins at its other end, too.
+        const std::string line =
+            c.shape == TileShape::kLine && c.drawn[0] == '1' ? "010000000011000000001100" : c.drawn;
+        Move(c.to, c.keys);
+        EXPECT_EQ(Text(TileAt(store, kBkg, 0x23)).substr(0, kShown), line);
+        const WorkState shown = State();
+        Release(c.to, c.keys);
+        EXPECT_EQ(State(), shown) << "what is seen is what comes";
+        EXPECT_EQ(Steps() - steps, steps == 0 ? 2u : 1u);
+    }
+    // The area ends at other colours, not at corners.
+    FillTile(store, kBkg, 0x23, 0);
+    for (const Pos pixel : {Pos{1, 0}, Pos{0, 1}})
+        SetPixel(TileAt(store, kBkg, 0x23), pixel, 3);
+    Click(In(kBkgTileEditor, 0, 0));
+    EXPECT_EQ(Text(TileAt(store, kBkg, 0x23)).substr(0, 16), "1300000030000000");
+    Click(In(kBkgTileEditor, 7, 7));
+    EXPECT_EQ(Text(TileAt(store, kBkg, 0x23)).substr(0, 16), "1311111131111111");
+}
+
+TEST_F(GestureClicks, TheRightButtonTakesTheColourOfAPixel) {
+    std::ranges::copy(Counting(kPaletteSize, 0x20), store.SpritePalette.begin());
+    copy.SpTilePos = {1, 0};
+    copy.SpPalettePos.X = 13;
+    SetPixel(TileAt(store, kSp, 1), {2, 3}, 2);
+    const auto right = [&](Point at) { return mouse.RightPress(Event(at, {})); };
+    Click(In(kSpritePalette, 13));
+    Changed();
+    EXPECT_FALSE(right(In(kSpriteTileEditor, 2, 3)).Empty());
+    EXPECT_EQ(Changed(), "sp 14 colour 14,2");
+    EXPECT_EQ(Steps(), 3u) << "a step, as a click on the palette is";
+    Click(In(kSpritePalette, 13));
+    EXPECT_EQ(copy.SpPalettePos.X, 13) << "the cell that was clicked last counts again";
+    EXPECT_TRUE(right(In(kNameTable, 2, 3)).Empty());
+    Press(In(kSpriteTileEditor, 0, 0));
+    EXPECT_TRUE(right(In(kBkgTileEditor, 2, 3)).Empty());
+    Release(kNowhere);
+}
+
 TEST_F(GestureClicks, StripsShowTheirCharacters) {
     store.CharMapData[32 + 5] = 0x9A;
     copy.SpritePaletteActive = true;

@@ -9,15 +9,6 @@ namespace {
 
 using testing::ElementsAre;
 
-std::string Text(ConstTile tile) {
-    std::string text;
-    for (size_t row = 0; row < 8; ++row)
-        for (int bit = 7; bit >= 0; --bit)
-            text +=
-                static_cast<char>('0' + (tile[row + 8] >> bit & 1) * 2 + (tile[row] >> bit & 1));
-    return text;
-}
-
 // Row by row 01230123, the rows turned by one pixel each, so that every shift shows.
 void DrawPattern(Tile tile) {
     std::ranges::fill(tile, uint8_t{0});

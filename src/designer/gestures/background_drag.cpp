@@ -4,6 +4,7 @@
 #include "designer/gestures/gesture_places.h"
 #include "designer/model/attribute_table.h"
 #include "designer/tools/pointer_edits.h"
+#include "designer/tools/selection_tools.h"
 
 namespace bw {
 namespace {

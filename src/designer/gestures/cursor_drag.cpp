@@ -2,7 +2,9 @@
 
 #include "designer/gestures/gesture_items.h"
 #include "designer/gestures/gesture_places.h"
+#include "designer/tools/cursor_tools.h"
 #include "designer/tools/pointer_edits.h"
+#include "designer/tools/selection_tools.h"
 
 namespace bw {
 
@@ -25,16 +27,8 @@ std::optional<CursorDrag> CursorDrag::TryPress(GestureContext& context, const Po
 }
 
 void CursorDrag::Move(GestureContext& context, const PointerEvent& event) {
-    DesignStore& store = context.copy.Store();
-    const Pos place = CursorOnScreen(DraggedTo(context.layout, event.at, hotSpot_, kScreenScale));
-    store.ArrowTile.X = place.X;
-    store.ArrowTile.Y = place.Y;
-    if (!store.ArrowTileList.empty()) {
-        store.ArrowTileList[0].X = place.X - kCursorInArrows.X;
-        store.ArrowTileList[0].Y = place.Y - kCursorInArrows.Y;
-        SpreadLargeCursor(store);
-    }
-    context.Refresh(View::kNameTable);
+    const Pos place = DraggedTo(context.layout, event.at, hotSpot_, kScreenScale);
+    context.Refresh(PlaceSmallCursor(context.copy, place));
 }
 
 }  // namespace bw

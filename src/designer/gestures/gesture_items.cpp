@@ -7,17 +7,6 @@
 
 namespace bw {
 
-void Deselect(std::vector<TileItem>& items) {
-    for (TileItem& item : items)
-        item.Selected = 0;
-}
-
-void DeselectItems(DesignStore& store) {
-    Deselect(store.BkgTileList);
-    Deselect(store.SpriteTileList);
-    Deselect(store.ArrowTileList);
-}
-
 void RemoveItem(std::vector<TileItem>& items, uint32_t index) {
     if (index == TileItem().Index) return;
     const auto found = std::ranges::find(items, index, &TileItem::Index);

@@ -8,10 +8,6 @@
 
 namespace bw {
 
-void Deselect(std::vector<TileItem>& items);
-// Whatever the user has selected on the screen but the small cursor.
-void DeselectItems(DesignStore& store);
-
 // Removes the item with a number; one without a number, as a tile of a pattern table is, names
 // none.
 void RemoveItem(std::vector<TileItem>& items, uint32_t index);

@@ -2,6 +2,7 @@
 
 #include "designer/gestures/double_click.h"
 #include "designer/gestures/gesture_places.h"
+#include "designer/tools/pointer_edits.h"
 
 namespace bw {
 namespace {
@@ -22,6 +23,16 @@ bool Takes(Gesture& gesture, GestureContext& context, const PointerEvent& event)
 template <typename... G>
 void OfferPress(std::variant<G...>& gesture, GestureContext& context, const PointerEvent& event) {
     static_cast<void>((Takes<G>(gesture, context, event) || ...));
+}
+
+void BeginPress(Gesture& gesture, GestureContext& context, const PointerEvent& event) {
+    EndQuickReplace(context, event.at);
+    OfferPress(gesture, context, event);
+}
+
+void DropGesture(Gesture& gesture, GestureContext& context, const PointerEvent& event) {
+    std::visit([&](auto& dropped) { dropped.Drop(context, event); }, gesture);
+    gesture = NoGesture();
 }
 
 void SelectCursors(DesignStore& store) {
@@ -47,8 +58,7 @@ Views GestureMachine::Press(PointerEvent event) {
     event = Cut(event);
     const Views before = Capture(event);
     GestureContext context = Context();
-    EndQuickReplace(context, event.at);
-    OfferPress(gesture_, context, event);
+    BeginPress(gesture_, context, event);
     return before | context.stale;
 }
 
@@ -80,8 +90,7 @@ Views GestureMachine::Release(PointerEvent event) {
     if (!step_) return shown;
     event = Cut(event);
     GestureContext context = Context();
-    std::visit([&](auto& gesture) { gesture.Drop(context, event); }, gesture_);
-    gesture_ = NoGesture();
+    DropGesture(gesture_, context, event);
     step_->Commit();
     step_.reset();
     return context.stale | shown;
@@ -97,6 +106,36 @@ Views GestureMachine::MiddlePress() {
         step.Commit();
     }
     return View::kNameTable | View::kCheckBoxes;
+}
+
+Views GestureMachine::RightPress(PointerEvent event) {
+    if (step_) return {};
+    event = Cut(event);
+    for (const PatternTable table : {PatternTable::kBackground, PatternTable::kSprites}) {
+        const auto pixel = layout_.CellAt(EditorOf(table), event.at);
+        if (!pixel) continue;
+        // The palettes' cells, even the one that was handled last, count again.
+        memory_.ForgetEntries();
+        return session_.Run(
+            [&](WorkingCopy& copy) { return PickTileColour(copy, table, pixel->cell); });
+    }
+    return {};
+}
+
+GestureTrial GestureMachine::TryPress(PointerEvent event) const {
+    GestureTrial trial{session_.Copy(), {}};
+    GestureMemory memory = memory_;
+    GestureContext context{trial.copy, layout_, memory, shiftDown_, {}};
+    BeginPress(trial.gesture, context, Cut(event));
+    return trial;
+}
+
+GestureTrial GestureMachine::TryRelease(PointerEvent event) const {
+    GestureTrial trial{session_.Copy(), gesture_};
+    GestureMemory memory = memory_;
+    GestureContext context{trial.copy, layout_, memory, shiftDown_, {}};
+    DropGesture(trial.gesture, context, Cut(event));
+    return trial;
 }
 
 // During a gesture Shift means another thing: sprites snap to cells.

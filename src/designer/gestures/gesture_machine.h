@@ -14,6 +14,12 @@
 
 namespace bw {
 
+// A working copy as an event would leave it, and the gesture that would be under way.
+struct GestureTrial {
+    WorkingCopy copy;
+    Gesture gesture;
+};
+
 class GestureMachine {
   public:
     // Both must outlive the machine. Commands may change the session's copy between gestures.
@@ -26,10 +32,19 @@ class GestureMachine {
     // In place of the second press of two; a release follows.
     Views DoubleClick(PointerEvent event);
     Views MiddlePress();
+    // In a tile editor the colour under the pointer becomes the one to paint with: a step of its
+    // own. Elsewhere, and during a gesture, nothing happens.
+    Views RightPress(PointerEvent event);
 
     Views ShiftKeyDown();
     Views ShiftKeyUp();
 
+    // What a press or, during a gesture, a release would do here: on a copy, with the very rules of
+    // the event itself. For saying so beforehand.
+    GestureTrial TryPress(PointerEvent event) const;
+    GestureTrial TryRelease(PointerEvent event) const;
+
+    const Gesture& Current() const { return gesture_; }
     MouseMode Mode() const;
     // From a press to its release: the window keeps the pointer's events to itself, and commands
     // that are steps of their own have to wait.

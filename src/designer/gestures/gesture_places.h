@@ -2,7 +2,6 @@
 // come from files and may be any number, so the arithmetic is wider than they are.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <string_view>
 
@@ -60,15 +59,6 @@ inline Point DraggedCorner(const DesignerLayout& layout, Point at, Point hotSpot
 inline Pos DraggedTo(const DesignerLayout& layout, Point at, Point hotSpot, int step) {
     const Point corner = DraggedCorner(layout, at, hotSpot);
     return {corner.x / step, corner.y / step};
-}
-
-// The small cursor's place on the four parts of the large one, console pixels from the first one's
-// corner.
-inline constexpr Pos kCursorInArrows{8, 4};
-
-// The place on the screen nearest to the small cursor's, console pixels.
-constexpr Pos CursorOnScreen(Pos at) {
-    return {std::clamp(at.X, 0, 255), std::clamp(at.Y, 1, 239)};
 }
 
 constexpr Control EditorOf(PatternTable table) {

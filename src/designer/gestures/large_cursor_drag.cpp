@@ -2,6 +2,7 @@
 
 #include "designer/gestures/gesture_items.h"
 #include "designer/gestures/gesture_places.h"
+#include "designer/tools/cursor_tools.h"
 
 namespace bw {
 
@@ -24,17 +25,8 @@ std::optional<LargeCursorDrag> LargeCursorDrag::TryPress(GestureContext& context
 }
 
 void LargeCursorDrag::Move(GestureContext& context, const PointerEvent& event) {
-    DesignStore& store = context.copy.Store();
-    if (store.ArrowTileList.empty()) return;
-    TileItem& anchor = store.ArrowTileList[0];
     const Pos place = DraggedTo(context.layout, event.at, hotSpot_, kScreenScale);
-    anchor.X = place.X;
-    anchor.Y = place.Y;
-    SpreadLargeCursor(store);
-    const Pos cursor = CursorOnScreen({anchor.X + kCursorInArrows.X, anchor.Y + kCursorInArrows.Y});
-    store.ArrowTile.X = cursor.X;
-    store.ArrowTile.Y = cursor.Y;
-    context.Refresh(View::kNameTable);
+    context.Refresh(PlaceLargeCursor(context.copy, place));
 }
 
 }  // namespace bw

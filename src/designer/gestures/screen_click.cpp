@@ -2,6 +2,7 @@
 
 #include "designer/gestures/gesture_items.h"
 #include "designer/tools/pointer_edits.h"
+#include "designer/tools/selection_tools.h"
 
 namespace bw {
 

@@ -2,14 +2,15 @@
 
 #include "designer/gestures/gesture_items.h"
 #include "designer/gestures/gesture_places.h"
+#include "designer/tools/list_tools.h"
 #include "designer/tools/pointer_edits.h"
+#include "designer/tools/selection_tools.h"
 
 namespace bw {
 namespace {
 
 constexpr PatternTable kBkg = PatternTable::kBackground;
 constexpr PatternTable kSprites = PatternTable::kSprites;
-constexpr size_t kMostSprites = 255;  // the console menu counts them in a byte
 
 constexpr Point WholeConsolePixels(Point at) {
     return {at.x & ~1, at.y & ~1};

@@ -19,6 +19,8 @@ class SpriteDrag {
     void Drop(GestureContext& context, const PointerEvent& event);
 
     const Ghost& DraggedPicture() const { return ghost_; }
+    uint8_t Tile() const { return item_.Tile; }
+    bool FromTable() const { return fromTable_; }
 
   private:
     static std::optional<SpriteDrag> TryPressItem(GestureContext& context,

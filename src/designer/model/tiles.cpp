@@ -39,6 +39,22 @@ const std::array<uint8_t, 256>& TileMarks(const DesignStore& store, PatternTable
     return table == PatternTable::kBackground ? store.BkgTileSelected : store.SpriteTileSelected;
 }
 
+int PixelOf(ConstTile tile, Pos pixel) {
+    const auto row = static_cast<size_t>(pixel.Y);
+    const int shift = kTilePixels - 1 - pixel.X;
+    return (tile[row + kTilePixels] >> shift & 1) * 2 + (tile[row] >> shift & 1);
+}
+
+void SetPixel(Tile tile, Pos pixel, int colour) {
+    const auto row = static_cast<size_t>(pixel.Y);
+    const int mask = 0x80 >> pixel.X;
+    const auto set = [&](uint8_t& byte, bool on) {
+        byte = static_cast<uint8_t>(on ? byte | mask : byte & ~mask);
+    };
+    set(tile[row], (colour & 1) != 0);
+    set(tile[row + kTilePixels], (colour & 2) != 0);
+}
+
 int FirstBlankTile(const DesignStore& store, PatternTable table, int first) {
     int tile = first;
     while (tile < kTileCount && !IsBlank(TileAt(store, table, tile)))

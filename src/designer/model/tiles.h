@@ -28,6 +28,10 @@ bool IsBlank(ConstTile tile);
 std::array<uint8_t, 256>& TileMarks(DesignStore& store, PatternTable table);
 const std::array<uint8_t, 256>& TileMarks(const DesignStore& store, PatternTable table);
 
+// A pixel of a tile, column and row 0 to 7 each; its colour index is 0 to 3.
+int PixelOf(ConstTile tile, Pos pixel);
+void SetPixel(Tile tile, Pos pixel, int colour);
+
 // The first blank tile from `first` on; kTileCount if there is none.
 int FirstBlankTile(const DesignStore& store, PatternTable table, int first);
 

@@ -21,6 +21,9 @@ inline Point PointOf(Pos pos) {
 
 enum class PatternTable { kBackground, kSprites };
 
+// What a drag in the editor of a tile draws.
+enum class TileShape { kPencil, kLine, kRectangle, kFill };
+
 // The strips of characters: cell 0 is the blank, the last one "_".
 inline constexpr int kStripCells = 64;
 inline constexpr int kFirstStripCode = 32;
@@ -70,10 +73,11 @@ struct WorkingCopy {
     bool QuickReplaceToBkg = false;      // a click on the font copies it to the background table
     bool QuickReplaceToSprites = false;  // the same to the sprite table
     bool QuickAction = false;            // a click on a tile places it on the screen
-    bool FillColor = false;              // the attributes' colours below the name table
-    bool DrawLine = false;               // the grid over it
-    bool MarkCursor = false;             // a frame around the cursor
-    bool markPlaces = true;              // the frames around the current places
+    TileShape tileShape = TileShape::kPencil;  // of both tile editors
+    bool FillColor = false;                    // the attributes' colours below the name table
+    bool DrawLine = false;                     // the grid over it
+    bool MarkCursor = false;                   // a frame around the cursor
+    bool markPlaces = true;                    // the frames around the current places
     bool Show_Bg_Tile = true;
     bool Show_Sp_Tile = true;
     bool Show_List = true;

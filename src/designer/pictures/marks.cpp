@@ -1,8 +1,9 @@
 #include "designer/pictures/marks.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <utility>
+
+#include "designer/model/line.h"
 
 namespace bw {
 namespace {
@@ -81,24 +82,11 @@ void DrawFrame(Surface& surface, Point a, Point b, Colour colour, Stroke stroke)
 }
 
 void DrawLine(Surface& surface, Point a, Point b, Colour colour, Stroke stroke) {
-    const int stepX = a.x < b.x ? 1 : -1;
-    const int stepY = a.y < b.y ? 1 : -1;
-    const int width = std::abs(b.x - a.x);
-    const int height = -std::abs(b.y - a.y);
-    int error = width + height;
-    for (bool set = stroke == Stroke::kSolid;; set = stroke == Stroke::kSolid || !set) {
-        if (set && surface.Holds(a)) surface.At(a) = colour;
-        if (a == b) return;
-        const int doubled = 2 * error;
-        if (doubled >= height) {
-            error += height;
-            a.x += stepX;
-        }
-        if (doubled <= width) {
-            error += width;
-            a.y += stepY;
-        }
-    }
+    bool set = stroke == Stroke::kSolid;
+    WalkLine(a, b, [&](Point at) {
+        if (set && surface.Holds(at)) surface.At(at) = colour;
+        set = stroke == Stroke::kSolid || !set;
+    });
 }
 
 void DrawCellFrame(Surface& surface, Point cell, int pixels, Colour colour) {

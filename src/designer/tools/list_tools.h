@@ -9,6 +9,8 @@
 
 namespace bw {
 
+inline constexpr size_t kMostSprites = 255;  // the console menu counts them in a byte
+
 // `table` names the list: tiles of the background or sprites. Selecting does nothing, and gives no
 // views, while the list isn't shown: it is no step then.
 Views SelectAllItems(WorkingCopy& copy, PatternTable table);

@@ -208,6 +208,15 @@ Views PickSpriteEntry(WorkingCopy& copy, int entry) {
     return stale | ShowColour(copy, store.SpritePalette[static_cast<size_t>(entry)]);
 }
 
+Views PickTileColour(WorkingCopy& copy, PatternTable table, Pos pixel) {
+    const DesignStore& store = copy.Store();
+    const int colour = PixelOf(TileAt(store, table, CurrentTile(copy, table)), pixel);
+    const int entry = CurrentPalette(copy, table) * 4 + colour;
+    const auto& palette = table == kBkg ? store.BkgPalette : store.SpritePalette;
+    return SetCurrentEntry(copy, table, entry) | ActivatePalette(copy, table) |
+           ShowColour(copy, palette[static_cast<size_t>(entry)]);
+}
+
 Views PickColour(WorkingCopy& copy, Pos cell) {
     const auto colour = static_cast<uint8_t>(cell.Y * 16 + cell.X);
     Views stale = ShowColour(copy, colour);

@@ -53,6 +53,9 @@ Views SetCurrentQuadrant(WorkingCopy& copy, Pos quadrant);
 // sub-palette: the quadrant, or the selected sprites and parts of the cursor.
 Views PickBkgEntry(WorkingCopy& copy, int entry);
 Views PickSpriteEntry(WorkingCopy& copy, int entry);
+// The colour of a pixel of the current tile becomes the current entry of that side, within its
+// sub-palette, and the side the active one. Columns and rows 0 to 7.
+Views PickTileColour(WorkingCopy& copy, PatternTable table, Pos pixel);
 // A cell of the system palette, 16 by 4, gives the current entry of the active side its colour.
 Views PickColour(WorkingCopy& copy, Pos cell);
 

@@ -128,19 +128,20 @@ Views ResetPatternTable(WorkingCopy& copy, PatternTable table) {
     return TableViews(table);
 }
 
-Views PaintPixel(WorkingCopy& copy, PatternTable table, Pos pixel) {
+int CurrentColour(const WorkingCopy& copy, PatternTable table) {
+    return (table == PatternTable::kBackground ? copy.BkgPalettePos : copy.SpPalettePos).X & 3;
+}
+
+Views SetCurrentPixel(WorkingCopy& copy, PatternTable table, Pos pixel) {
     const bool background = table == PatternTable::kBackground;
     (background ? copy.BkgPixelPos : copy.SpPixelPos) = pixel;
-    const int32_t entry = (background ? copy.BkgPalettePos : copy.SpPalettePos).X;
-    const Tile tile = TileAt(copy.Store(), table, CurrentTile(copy, table));
-    const auto mask = static_cast<uint8_t>(0x80 >> (pixel.X & 7));
-    const auto row = static_cast<size_t>(pixel.Y & 7);
-    const auto set = [&](uint8_t& byte, bool on) {
-        byte = static_cast<uint8_t>(on ? byte | mask : byte & ~mask);
-    };
-    set(tile[row], (entry & 1) != 0);
-    set(tile[row + kRows], (entry & 2) != 0);
-    return TableViews(table);
+    return background ? View::kBkgTileEditor : View::kSpriteTileEditor;
+}
+
+Views PaintPixel(WorkingCopy& copy, PatternTable table, Pos pixel) {
+    SetPixel(TileAt(copy.Store(), table, CurrentTile(copy, table)), pixel,
+             CurrentColour(copy, table));
+    return SetCurrentPixel(copy, table, pixel) | TableViews(table);
 }
 
 Views BlankSelectedTiles(WorkingCopy& copy) {

@@ -40,8 +40,12 @@ Views SwapPatternTables(WorkingCopy& copy);
 // The table as the default tile set has it.
 Views ResetPatternTable(WorkingCopy& copy, PatternTable table);
 
-// Gives a pixel of the current tile the colour index of the current palette entry; `pixel` is 0 to
-// 7 each and becomes the current pixel.
+// The colour index 0 to 3 of a side's current palette entry, and its current pixel, which is 0 to 7
+// each. The latter is no step.
+int CurrentColour(const WorkingCopy& copy, PatternTable table);
+Views SetCurrentPixel(WorkingCopy& copy, PatternTable table, Pos pixel);
+
+// Gives a pixel of the current tile that colour index; it becomes the current pixel.
 Views PaintPixel(WorkingCopy& copy, PatternTable table, Pos pixel);
 
 // Blanks the selected tiles of both tables and deselects them.
