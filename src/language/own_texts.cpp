@@ -517,6 +517,17 @@ constexpr TextRow kRows[] = {
     {kReleaseNothing, u"Release: changes nothing.", u"松开：不作更改。"},
     {kReleaseLine, u"Release: draws the line.", u"松开：画出直线。"},
     {kReleaseRectangle, u"Release: draws the rectangle.", u"松开：画出矩形。"},
+    // The designer's clipboard.
+    {kClipTiles, u"%d tile(s)", u"%d 个图块"},
+    {kClipItems, u"%d tile(s) of the screen", u"画面上的 %d 个图块"},
+    {kClipSprites, u"%d sprite(s)", u"%d 个精灵"},
+    {kClipCopied, u"Copied: %s.", u"已复制：%s。"},
+    {kClipCut, u"Cut: %s.", u"已剪切：%s。"},
+    {kClipPasted, u"Pasted: %s.", u"已粘贴：%s。"},
+    {kClipNoRoom, u"No room was left for %s.", u"没有空间放置%s。"},
+    {kClipNothing,
+     u"The clipboard holds nothing to paste here: copy tiles, sprites or a piece of the screen, or a picture in another program.",
+     u"剪贴板中没有可粘贴的内容：请先复制图块、精灵或部分画面，或在其他程序中复制图片。"},
 };
 // clang-format on
 

@@ -620,6 +620,16 @@ enum class TextId {
     kReleaseLine,
     kReleaseRectangle,
 
+    // The designer's clipboard.
+    kClipTiles,
+    kClipItems,
+    kClipSprites,
+    kClipCopied,
+    kClipCut,
+    kClipPasted,
+    kClipNoRoom,
+    kClipNothing,
+
     // The command line: what it says.
     kUnknownCommand = 12000,
     kUnknownCommandMeant,

@@ -7,10 +7,13 @@
 
 #include <gtest/gtest.h>
 
+#include "designer/clipboard/design_clip.h"
+#include "designer/gestures/pointer_text.h"
 #include "designer/pictures/designer_views.h"
 #include "designer/tools/attribute_tools.h"
 #include "designer/tools/list_tools.h"
 #include "designer/tools/map_tools.h"
+#include "designer/tools/selection_tools.h"
 #include "designer/tools/text_tools.h"
 #include "designer/tools/tile_tools.h"
 #include "gesture_bench.h"
@@ -47,11 +50,15 @@ std::vector<Command> EveryCommand() {
          {SwapPatternTables, BlankSelectedTiles, RemoveSelectedItems, SwapSpriteTables,
           SwapAllSpriteTables, SplitTallSprites, MakeSpritesOfTiles, MapAllCharacters,
           MapUsedCharacters, ClearUnusedBkgTiles, ClearUnusedSpriteTiles, OrganiseBkgTiles,
-          OrganiseSpriteTiles, ResetCharMap, ClearTexts, ResetTexts, ResetAttributes,
-          ResetDesign}) {
+          OrganiseSpriteTiles, ResetCharMap, ClearTexts, ResetTexts, ResetAttributes, ResetDesign,
+          DeleteSelection}) {
         commands.emplace_back(command);
     }
     commands.push_back([](WorkingCopy& c) { return AddText(c, u"MORE"); });
+    commands.push_back([](WorkingCopy& c) { return MoveNameCell(c, {3, -2}); });
+    commands.push_back([](WorkingCopy& c) { return PasteClip(c, ClipOfSelection(c)).stale; });
+    for (const ArrowStep step : {ArrowStep::kPixel, ArrowStep::kCell})
+        commands.push_back([=](WorkingCopy& c) { return MoveSelection(c, {-1, 1}, step); });
     commands.push_back([](WorkingCopy& c) { return SetBigSprite(c, c.Store().BigSprite == 0); });
     commands.push_back([](WorkingCopy& c) { return SetBigCursor(c, c.document.BigCursor == 0); });
     commands.push_back([](WorkingCopy& c) { return SetSpriteFlag(c, 1, true); });
@@ -92,7 +99,14 @@ class Walk : public GestureBench {
         last_ = AnyPoint();
         time += std::chrono::milliseconds(Below(30));
         const Keys keys{Below(4) == 0, Below(4) == 0};
-        const int kind = Below(16);
+        const int kind = Below(17);
+        if (kind % 4 == 0) {
+            // What is said beforehand changes nothing.
+            const WorkState before = State();
+            PointerText(copy, layout, mouse, GestureBench::Event(last_, keys), Language::kEnglish);
+            EXPECT_EQ(State(), before);
+        }
+        if (kind == 16) return mouse.RightPress(GestureBench::Event(last_, keys));
         if (kind == 0) return mouse.DoubleClick(GestureBench::Event(last_, keys));
         if (kind == 1) return mouse.MiddlePress();
         if (kind == 2) return Below(3) == 0 ? mouse.ShiftKeyDown() : mouse.ShiftKeyUp();
@@ -163,6 +177,7 @@ class Walk : public GestureBench {
             // Some make two items of each.
             if (edited.Store().SpriteTileList.size() > 100) stale |= ClearItems(edited, kSp);
             if (edited.Store().CustomText.size() > 100) stale |= ClearTexts(edited);
+            if (edited.Store().BkgTileList.size() > 500) stale |= ClearItems(edited, kBkg);
             return stale;
         });
     }
@@ -176,6 +191,7 @@ class Walk : public GestureBench {
               &WorkingCopy::Show_Cursor, &WorkingCopy::Show_Caption, &WorkingCopy::Show_List}) {
             if (Below(3) == 0) copy.*which = Below(3) != 0;
         }
+        copy.tileShape = static_cast<TileShape>(Below(4));
         return Views::All();
     }
 

@@ -30,6 +30,9 @@ const std::map<std::string, std::string> kAllowed{
     {"src/designer/pictures", kBelowDesigner + "src/designer/model"},
     {"src/designer/tools", kBelowDesigner + "src/designer/model"},
     {"src/designer/history", kBelowDesigner + "src/designer/model src/rom/crc32.h"},
+    {"src/designer/clipboard",
+     kBelowDesigner + "src/designer/model src/designer/pictures src/designer/tools"},
+    {"src/designer/history", kBelowDesigner + "src/designer/model"},
     {"src/designer/files", kBelowDesigner + "src/designer/model src/designer/pictures"},
     {"src/designer/gestures", kBelowDesigner + "src/designer/model src/designer/pictures "
                                                "src/designer/tools src/designer/history"},
