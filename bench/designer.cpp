@@ -9,6 +9,7 @@
 
 #include "common/temporary_folder.h"
 #include "designer/history/designer_settings.h"
+#include "designer/gestures/pointer_text.h"
 #include "designer/history/edit_session.h"
 #include "designer/history/step_names.h"
 #include "designer/history/work_state.h"
@@ -169,6 +170,32 @@ void MeasureKeeping(const bw::WorkingCopy& copy, const char* what,
     report("to the first state", jumps);
 }
 
+// What the status line says of each pixel that the pointer comes by.
+void MeasurePointer(const bw::WorkingCopy& screen) {
+    bw::EditSession session(screen);
+    session.RunWithoutStep([](bw::WorkingCopy& copy) {
+        copy.DragText = true;
+        copy.AllItemTextList.assign(1024, u"A NAME OF TWENTY CHARS");
+    });
+    const bw::DesignerLayout layout;
+    const bw::GestureMachine mouse(session, layout);
+    bw::WorkingCopy target;
+    std::vector<double> words;
+    std::vector<double> bare;
+    for (int i = 0; i < 4000; ++i) {
+        const bw::Point at{i * 37 % 1088, i * 53 % 864};
+        words.push_back(bench::Time([&] {
+            const bw::PointerEvent event{.at = at};
+            const auto text = bw::PointerText(session.Copy(), layout, mouse, event,
+                                              bw::Language::kEnglish);
+            if (text.size() > 1000) std::abort();  // keeps the text
+        }));
+        bare.push_back(bench::Time([&] { target = session.Copy(); }));
+    }
+    Report("words for the pointer; bare: a copy of the working copy", {words, bare});
+    std::printf("    worst   ours %.3f ms\n", *std::max_element(words.begin(), words.end()));
+}
+
 }  // namespace
 
 int main() {
@@ -178,5 +205,6 @@ int main() {
     MeasureKeeping(copy, "sprites dragged", &DragSprite);
     MeasureKeeping(copy, "tiles placed", &LayTile);
     MeasureKeeping(copy, "64 tiles changed", &BendTiles);
+    MeasurePointer(copy);
     return 0;
 }
