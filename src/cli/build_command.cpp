@@ -6,6 +6,7 @@
 #include "builder/build_words.h"
 #include "builder/layout/build_checks.h"
 #include "builder/resources.h"
+#include "builder/tables/design_compile.h"
 #include "cli/game_command.h"
 #include "cli/report.h"
 #include "cli/unsupported_games.h"
@@ -68,15 +69,16 @@ class MakingCommand : protected GameCommand {
   private:
     // What the console shows otherwise than a designer may expect.
     void TellWhatLooksDifferent(const DesignDocument& document) {
-        // A column left or right of the screen counts on in the neighbouring row.
-        for (const Pos& place : {document.CaptionPos, document.PageNumberPos, document.ItemPos}) {
-            if (place.X < 0 || place.X >= kScreenColumns) {
-                const uint32_t cell = PpuAddress(place) - PpuAddress({});
-                user_.Warn(FormatText(Text(TextId::kPlaceShownElsewhere), place.X, place.Y,
-                                      cell % kScreenColumns, cell / kScreenColumns));
+        std::vector<Pos> places{document.CaptionPos, document.ItemPos};
+        if (arguments_.settings.PageNumber) places.push_back(document.PageNumberPos);
+        for (const Pos& place : places) {
+            const Pos shown = ConsoleCell(place);
+            if (shown != place) {
+                user_.Warn(FormatText(Text(TextId::kPlaceShownElsewhere), place.X, place.Y, shown.X,
+                                      shown.Y));
             }
         }
-        const size_t shown = document.BigCursor != 0 ? 60 : 63;
+        const size_t shown = SpritesShown(document.BigCursor != 0);
         if (document.store.SpriteTileList.size() > shown) {
             user_.Warn(FormatText(Text(TextId::kSpritesLeftOut),
                                   document.store.SpriteTileList.size(), shown));

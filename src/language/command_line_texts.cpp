@@ -157,6 +157,11 @@ constexpr TextRow kRows[] = {
     {kHelpScale, u"Pixels of the picture for one of the console", u"游戏机每个像素对应的图片像素数"},
     {kHelpLoadPart, u"Replace a part by a file", u"以文件替换一部分"},
     {kHelpSavePart, u"Write a part to a file", u"将一部分写入文件"},
+    // Checks of designs.
+    {kHelpCheck, u"Tell what is wrong with a design, or looks otherwise on the console", u"检查设计中的错误，以及与游戏机显示不同之处"},
+    {kHelpCheckInput,
+     u"Game images, list files or folders whose names the list is to show",
+     u"列表要显示其名称的游戏镜像、列表文件或文件夹"},
 };
 // clang-format on
 

@@ -40,6 +40,9 @@ const std::map<std::string, std::string> kAllowed{
     {"src/builder/layout", kBelowBuilder + "src/builder/input"},
     {"src/builder/tables", kBelowBuilder + "src/builder/input src/builder/layout"},
     {"src/builder/output", kBelowBuilder + "src/builder/input src/builder/layout"},
+    {"src/builder/design_check",
+     kBelowBuilder + "src/designer/gestures src/designer/pictures src/designer/tools "
+                     "src/builder/input src/builder/layout src/builder/tables"},
     {"src/builder", kBelowBuilder + "src/builder/input src/builder/layout src/builder/tables "
                                     "src/builder/output"},
     {"src/cli", kBelowPrograms},

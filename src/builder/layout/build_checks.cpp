@@ -12,6 +12,7 @@ namespace bw {
 namespace {
 
 constexpr size_t kGameErrorLimit = 20;
+constexpr uint32_t kWhiteStyle = 1;
 
 // A file that couldn't be read has no name yet.
 std::u16string NameOf(const MulticartItem& item) {
@@ -130,50 +131,67 @@ std::optional<Diagnostic> CheckMenu(const MulticartItem& menu, Language language
                  u"\r\n");
 }
 
-std::optional<Diagnostic> CheckScreenPlaces(const BuildSettings& settings,
-                                            const DesignStore& design, size_t games,
-                                            Language language) {
+size_t PageNumberColumns(const BuildSettings& settings, size_t games) {
+    const size_t pages = (games + settings.PageSize - 1) / std::max<size_t>(settings.PageSize, 1);
+    return 2 * std::to_string(pages).size() + 1;
+}
+
+std::vector<MisplacedPart> FindMisplacedParts(const BuildSettings& settings,
+                                              const ScreenPlaces& places, size_t games,
+                                              Language language) {
     constexpr uint32_t kScreen = 0x2000;  // in video memory
     constexpr uint32_t kScreenEnd = 0x23C0;
-    if (!settings.CustomEnable) return std::nullopt;
-    const size_t pages = (games + settings.PageSize - 1) / std::max<size_t>(settings.PageSize, 1);
-    const size_t digits = std::to_string(pages).size();
     struct Place {
+        ScreenPart part;
         TextId name;
         uint32_t address;
         size_t columns;  // taken without regard to the right edge
-        bool shown;
     };
-    const std::array places{
-        Place{TextId::kCaption, design.CaptionPpuAddr, 1, true},
-        Place{TextId::kListOfGames, design.ItemPpuAddr, 1, true},
-        // This page, a slash, the number of pages.
-        Place{TextId::kPageNumber, design.PageNumberPpuAddr, 2 * digits + 1, settings.PageNumber},
+    std::vector<Place> written{
+        {ScreenPart::kCaption, TextId::kCaption, places.caption, 1},
+        {ScreenPart::kList, TextId::kListOfGames, places.list, 1},
     };
-    for (const Place& place : places) {
+    if (settings.PageNumber) {
+        written.push_back({ScreenPart::kPageNumber, TextId::kPageNumber, places.pageNumber,
+                           PageNumberColumns(settings, games)});
+    }
+    std::vector<MisplacedPart> faults;
+    for (const Place& place : written) {
         const bool inside = place.address >= kScreen && place.address < kScreenEnd &&
                             place.address + place.columns <= kScreenEnd;
-        if (place.shown && !inside) {
-            return Error(FormatText(LoadText(TextId::kPlaceOutsideScreen, language),
-                                    LoadText(place.name, language), place.address));
-        }
+        if (inside) continue;
+        faults.push_back(
+            {place.part, Error(FormatText(LoadText(TextId::kPlaceOutsideScreen, language),
+                                          LoadText(place.name, language), place.address))});
     }
-    return std::nullopt;
+    return faults;
+}
+
+std::optional<Diagnostic> CheckScreenPlaces(const BuildSettings& settings,
+                                            const DesignStore& design, size_t games,
+                                            Language language) {
+    if (!settings.CustomEnable) return std::nullopt;
+    const ScreenPlaces places{design.CaptionPpuAddr, design.ItemPpuAddr, design.PageNumberPpuAddr};
+    std::vector<MisplacedPart> faults = FindMisplacedParts(settings, places, games, language);
+    return faults.empty() ? std::nullopt : std::optional(std::move(faults.front().fault));
+}
+
+uint32_t RoomForNames(const BuildSettings& settings, uint32_t itemPpuAddr) {
+    constexpr uint32_t kRows = 30;
+    uint32_t firstRow = settings.ShowStyle == kWhiteStyle || settings.PageSize <= 10 ? 6 : 5;
+    if (settings.CustomEnable) firstRow = (itemPpuAddr & 0x03FF) / 32;
+    const uint32_t step = settings.NameInsertRow ? 2 : 1;
+    return firstRow < kRows ? (kRows - firstRow + step - 1) / step : 0;
 }
 
 std::optional<Diagnostic> CheckScreenRows(const BuildSettings& settings, uint32_t itemPpuAddr,
                                           size_t games, Language language) {
-    constexpr uint32_t kWhite = 1;
-    constexpr uint32_t kRows = 30;
-    if (!settings.CustomEnable && settings.ShowStyle == kWhite && settings.PageSize != 10 &&
+    if (!settings.CustomEnable && settings.ShowStyle == kWhiteStyle && settings.PageSize != 10 &&
         settings.PageSize != 20) {
         return Error(LoadText(TextId::kWhiteStylePageSizes, language));
     }
-    uint32_t firstRow = settings.ShowStyle == kWhite || settings.PageSize <= 10 ? 6 : 5;
-    if (settings.CustomEnable) firstRow = (itemPpuAddr & 0x03FF) / 32;
     const auto names = static_cast<uint32_t>(std::min<size_t>(settings.PageSize, games));
-    const uint32_t step = settings.NameInsertRow ? 2 : 1;
-    const uint32_t room = firstRow < kRows ? (kRows - firstRow + step - 1) / step : 0;
+    const uint32_t room = RoomForNames(settings, itemPpuAddr);
     if (names <= room) return std::nullopt;
     return Error(FormatText(LoadText(TextId::kMoreNamesThanRows, language), room, names));
 }

@@ -49,11 +49,32 @@ std::optional<Diagnostic> CheckRomLimits(const LayoutResult& layout, BoardType b
 // A menu program that no board starts: not valid, with CHR ROM, or of a wrong size.
 std::optional<Diagnostic> CheckMenu(const MulticartItem& menu, Language language);
 
-// A design's caption, list or page number that the console would write outside the screen's part
-// of the video memory, over tiles or colours.
+// What a designed menu writes while it runs, and its places as video memory addresses.
+enum class ScreenPart : uint8_t { kCaption, kList, kPageNumber };
+struct ScreenPlaces {
+    uint32_t caption;
+    uint32_t list;
+    uint32_t pageNumber;
+};
+// A part that the console would write outside the screen's part of the video memory, over tiles or
+// colours.
+struct MisplacedPart {
+    ScreenPart part;
+    Diagnostic fault;
+};
+std::vector<MisplacedPart> FindMisplacedParts(const BuildSettings& settings,
+                                              const ScreenPlaces& places, size_t games,
+                                              Language language);
+// The first of them in a design that is to be built.
 std::optional<Diagnostic> CheckScreenPlaces(const BuildSettings& settings,
                                             const DesignStore& design, size_t games,
                                             Language language);
+
+// The columns that the page number takes: this page, a slash, the number of pages.
+size_t PageNumberColumns(const BuildSettings& settings, size_t games);
+
+// How many names of a page have rows on the screen.
+uint32_t RoomForNames(const BuildSettings& settings, uint32_t itemPpuAddr);
 
 // Names that would be drawn below the screen's last row, and looks that have no place for them.
 std::optional<Diagnostic> CheckScreenRows(const BuildSettings& settings, uint32_t itemPpuAddr,

@@ -48,7 +48,7 @@ std::string LargeCursor(const std::vector<TileItem>& items) {
 std::string SpriteLines(const std::vector<TileItem>& items) {
     std::string text;
     for (const TileItem& item : items) {
-        if (item.Y < 1 || item.Y > kLastSpriteY || item.X < 0 || item.X > kLastSpriteX) continue;
+        if (!IsSpriteBuilt(item)) continue;
         std::string_view separator = " .DB $";
         for (const uint8_t byte : SpriteBytes(item)) {
             text += separator;
@@ -58,21 +58,6 @@ std::string SpriteLines(const std::vector<TileItem>& items) {
         text += kLineEnd;
     }
     return text;
-}
-
-// What of the text is on the screen, and at which column it starts there.
-struct VisibleText {
-    std::u16string_view text;
-    size_t column = 0;
-};
-
-VisibleText Visible(const TextItem& item) {
-    if (item.X >= kScreenColumns || item.Y < 0 || item.Y >= kScreenRows) return {};
-    std::u16string_view text = item.Text;
-    const auto hidden = static_cast<size_t>(std::max<int64_t>(-int64_t{item.X}, 0));
-    if (hidden >= text.size()) return {};
-    const auto column = static_cast<size_t>(std::max(item.X, 0));
-    return {text.substr(hidden, kScreenColumns - column), column};
 }
 
 // Where a place on the screen lies in the name table.
@@ -89,9 +74,9 @@ std::string NameTable(const DesignStore& store) {
             cells[Cell(static_cast<size_t>(item.X), item.Y)] = static_cast<char>(item.Tile);
     }
     for (const TextItem& item : store.CustomText) {
-        const VisibleText visible = Visible(item);
-        size_t column = visible.column;
-        for (const char byte : ToSingleByte(visible.text)) {
+        const ShownText shown = ShownPart(item);
+        size_t column = shown.column;
+        for (const char byte : ToSingleByte(shown.text)) {
             // A space lets the tile below show through.
             const uint8_t tile = store.CharMapData[static_cast<uint8_t>(byte)];
             if (byte != ' ') cells[Cell(column, item.Y)] = static_cast<char>(tile);
@@ -108,6 +93,15 @@ std::string CharMapping(const DesignStore& store, bool custom) {
 }
 
 }  // namespace
+
+ShownText ShownPart(const TextItem& item) {
+    if (item.X >= kScreenColumns || item.Y < 0 || item.Y >= kScreenRows) return {};
+    std::u16string_view text = item.Text;
+    const auto hidden = static_cast<size_t>(std::max<int64_t>(-int64_t{item.X}, 0));
+    if (hidden >= text.size()) return {};
+    const auto column = static_cast<size_t>(std::max(item.X, 0));
+    return {text.substr(hidden, kScreenColumns - column), column};
+}
 
 // The constant of the page number is spelt as in the menu's source.
 std::vector<DesignFile> CompileDesign(const DesignStore& store, bool custom) {

@@ -5,12 +5,33 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "designer/model/design_store.h"
 #include "support/file_problem.h"
 
 namespace bw {
+
+// What of a text stands on the screen, and at which column it starts there. Empty: nothing.
+struct ShownText {
+    std::u16string_view text;
+    size_t column = 0;
+};
+ShownText ShownPart(const TextItem& item);
+
+// The menu has 64 sprites and the cursor takes some of them; the design's first ones take the rest.
+constexpr size_t SpritesShown(bool largeCursor) {
+    return largeCursor ? 60 : 63;
+}
+// Sprites at other places are left out.
+constexpr bool IsSpriteBuilt(const TileItem& item) {
+    return item.Y >= kFirstSpriteY && item.Y <= kLastSpriteY && item.X >= 0 &&
+           item.X <= kLastSpriteX;
+}
+// More of them don't fit behind the other tables in the menu's last bank, and the menu can't be
+// assembled: 3 KB from $B400 on, four bytes each, and 64 hidden ones behind them.
+inline constexpr size_t kSpritesInBank = 3072 / 4 - 64;
 
 // One file of the menu's screen.
 struct DesignFile {

@@ -73,6 +73,12 @@ uint32_t PpuAddress(const Pos& place) {
            static_cast<uint32_t>(place.X);
 }
 
+Pos ConsoleCell(const Pos& place) {
+    const uint32_t cell = PpuAddress(place) - kNameTable;
+    return {static_cast<int32_t>(cell % kScreenColumns),
+            static_cast<int32_t>(cell / kScreenColumns)};
+}
+
 void SpreadLargeCursor(DesignStore& store) {
     std::vector<TileItem>& items = store.ArrowTileList;
     if (items.size() != kLargeCursorTiles.size()) return;

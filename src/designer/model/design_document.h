@@ -40,6 +40,10 @@ uint32_t Renumber(std::vector<Item>& items) {
 // same arithmetic leads to, which may lie outside the screen's part of the memory.
 uint32_t PpuAddress(const Pos& place);
 
+// Where the console shows a place: a column beside the screen counts on in the neighbouring row.
+// The row is beyond the screen's where the address is.
+Pos ConsoleCell(const Pos& place);
+
 // Puts the small cursor's default tile to the left of the first item.
 void ResetSmallCursor(DesignDocument& document);
 

@@ -56,6 +56,35 @@ void AddBkgTilesOfSprites(ByteSet& tiles, const DesignStore& store) {
     }
 }
 
+TileSet BkgTilesInUse(const WorkingCopy& copy) {
+    const DesignStore& store = copy.Store();
+    ByteSet characters = PrintedCharacters(copy);
+    for (const TextItem& text : store.CustomText)
+        AddCharacters(characters, text.Text);
+    TileSet used;
+    for (size_t code = 0; code < characters.size(); ++code)
+        if (characters.test(code)) used.set(store.CharMapData[code]);
+    for (const TileItem& item : store.BkgTileList)
+        used.set(item.Tile);
+    AddBkgTilesOfSprites(used, store);
+    return used;
+}
+
+TileSet SpriteTilesInUse(const WorkingCopy& copy) {
+    const DesignStore& store = copy.Store();
+    const bool tall = store.BigSprite != 0;
+    TileSet used;
+    const auto add = [&](const TileItem& item) {
+        used.set(tall ? item.Tile & 0xFEu : item.Tile);
+        used.set(tall ? item.Tile | 1u : item.Tile);
+    };
+    for (const std::vector<TileItem>* list : {&store.SpriteTileList, &store.ArrowTileList})
+        for (const TileItem& item : *list)
+            if (!tall || item.Tile % 2 != 0) add(item);
+    add(store.ArrowTile);  // whatever its parity
+    return used;
+}
+
 void CopyCharacter(DesignStore& store, int code, int tile) {
     std::ranges::copy(FontTile(store, code),
                       TileAt(store, PatternTable::kBackground, tile).begin());
@@ -157,34 +186,17 @@ Views MapUsedCharacters(WorkingCopy& copy) {
     return TableViews(PatternTable::kBackground) | View::kSourceStrip | View::kTargetStrip;
 }
 
+TileSet TilesInUse(const WorkingCopy& copy, PatternTable table) {
+    return table == PatternTable::kBackground ? BkgTilesInUse(copy) : SpriteTilesInUse(copy);
+}
+
 Views ClearUnusedBkgTiles(WorkingCopy& copy) {
-    DesignStore& store = copy.Store();
-    ByteSet characters = PrintedCharacters(copy);
-    for (const TextItem& text : store.CustomText)
-        AddCharacters(characters, text.Text);
-    ByteSet used;
-    for (size_t code = 0; code < characters.size(); ++code)
-        if (characters.test(code)) used.set(store.CharMapData[code]);
-    for (const TileItem& item : store.BkgTileList)
-        used.set(item.Tile);
-    AddBkgTilesOfSprites(used, store);
-    BlankUnused(store, PatternTable::kBackground, used);
+    BlankUnused(copy.Store(), PatternTable::kBackground, BkgTilesInUse(copy));
     return TableViews(PatternTable::kBackground);
 }
 
 Views ClearUnusedSpriteTiles(WorkingCopy& copy) {
-    DesignStore& store = copy.Store();
-    const bool tall = store.BigSprite != 0;
-    ByteSet used;
-    const auto add = [&](const TileItem& item) {
-        used.set(tall ? item.Tile & 0xFEu : item.Tile);
-        used.set(tall ? item.Tile | 1u : item.Tile);
-    };
-    for (const std::vector<TileItem>* list : {&store.SpriteTileList, &store.ArrowTileList})
-        for (const TileItem& item : *list)
-            if (!tall || item.Tile % 2 != 0) add(item);
-    add(store.ArrowTile);  // whatever its parity
-    BlankUnused(store, PatternTable::kSprites, used);
+    BlankUnused(copy.Store(), PatternTable::kSprites, SpriteTilesInUse(copy));
     return TableViews(PatternTable::kSprites);
 }
 
