@@ -1,6 +1,8 @@
 // The designer on a full screen: drawing it, and the cost of a step of its history. The bare sides
 // are the plain copy of the same pixels or bytes.
 #include <algorithm>
+// The designer on a full screen: drawing it, checking it, and the cost of a step of its history.
+// The bare sides are the plain copy of the same pixels or bytes.
 #include <cstdlib>
 #include <cstring>
 #include <random>
@@ -10,6 +12,7 @@
 #include "common/temporary_folder.h"
 #include "designer/history/designer_settings.h"
 #include "designer/gestures/pointer_text.h"
+#include "builder/design_check/design_check.h"
 #include "designer/history/edit_session.h"
 #include "designer/history/step_names.h"
 #include "designer/history/work_state.h"
@@ -196,11 +199,44 @@ void MeasurePointer(const bw::WorkingCopy& screen) {
     std::printf("    worst   ours %.3f ms\n", *std::max_element(words.begin(), words.end()));
 }
 
+// With 20 texts and 1,024 names: once as a user's design is, with little to tell, and once with all
+// that the random one has.
+void MeasureCheck(bw::WorkingCopy copy) {
+    const std::vector<std::u16string> names(1024, u"A NAME OF TWENTY-SIX CHARS");
+    const auto measure = [&](const char* what) {
+        size_t found = 0;
+        const std::vector<std::u16string> source = copy.AllItemTextList;
+        std::vector<std::u16string> target;
+        Report(what,
+               bench::InTurn(
+                   kRounds, [&] { found = bw::CheckDesign(copy, bw::Language::kEnglish).size(); },
+                   [&] { target = source; }, [] {}));
+        std::printf("    findings: %zu\n", found);
+    };
+    copy.document.ItemPos = {4, 6};
+    bw::SetItems(copy, names, 20, false);
+    for (int32_t row = 2; copy.Store().CustomText.size() < 20; ++row)
+        copy.Store().CustomText.push_back({.X = 30 - row, .Y = row, .Text = u"SOME WORDS"});
+    measure("check of a full screen, 1,024 names");
+    copy.Store().CustomText.clear();
+    for (int32_t row = 0; row < 20; ++row)
+        copy.Store().CustomText.push_back({.X = 0, .Y = 1 + row % 2, .Text = u"AB"});
+    bw::SetDefaultCharMap(copy.Store());
+    copy.Store().BkgPalette = bw::kDefaultBkgPalette;
+    for (size_t i = 0; i < 64; ++i) {
+        bw::TileItem& sprite = copy.Store().SpriteTileList[i];
+        sprite.X = static_cast<int32_t>(i % 8 * 30);
+        sprite.Y = static_cast<int32_t>(1 + i / 8 * 20);
+    }
+    measure("the same, a design with fewer faults");
+}
+
 }  // namespace
 
 int main() {
     const bw::WorkingCopy copy = FullScreen();
     MeasureDrawing(copy);
+    MeasureCheck(copy);
     MeasureHistory(copy);
     MeasureKeeping(copy, "sprites dragged", &DragSprite);
     MeasureKeeping(copy, "tiles placed", &LayTile);

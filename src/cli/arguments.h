@@ -20,6 +20,7 @@ enum class Command {
     kDesignUnpack,
     kDesignRender,
     kDesignInfo,
+    kDesignCheck,
     kDesignConvert
 };
 
@@ -32,7 +33,7 @@ struct PartFile {
 struct Arguments {
     Command command = Command::kInfo;
     std::vector<std::filesystem::path> inputs;  // images, list files, folders; in menu order
-    bool json = false;                          // info, list, design info
+    bool json = false;                          // info, list, design info, design check
     bool quiet = false;                         // say nothing but errors and warnings
     bool verbose = false;                       // say what is done
     bool strict = false;                        // build, export: warnings end it

@@ -1,6 +1,7 @@
 #include "cli/commands.h"
 
 #include "cli/build_command.h"
+#include "cli/design_checking.h"
 #include "cli/design_commands.h"
 #include "cli/design_convert.h"
 #include "cli/design_render.h"
@@ -26,6 +27,8 @@ int Execute(const Arguments& arguments) {
             return RenderDesign(arguments);
         case Command::kDesignInfo:
             return DesignInfo(arguments);
+        case Command::kDesignCheck:
+            return CheckDesignFile(arguments);
         case Command::kDesignConvert:
             return ConvertDesign(arguments);
     }

@@ -89,6 +89,14 @@ void AddRenderOptions(const CommandOptions& options, Arguments& arguments) {
     AddListOptions(options, arguments.settings);
 }
 
+void AddCheckOptions(const CommandOptions& options, Arguments& arguments) {
+    options.Flag("--json", arguments.json, TextId::kHelpJson);
+    AddFile(options, arguments, TextId::kHelpDesignFile)->required();
+    options.Inputs(arguments.inputs, TextId::kHelpCheckInput)
+        ->expected(0, CLI::detail::expected_max_vector_size);
+    AddListOptions(options, arguments.settings);
+}
+
 }  // namespace
 
 void AddListOptions(const CommandOptions& options, BuildSettings& settings) {
@@ -120,6 +128,8 @@ void AddDesignCommands(const CommandOptions& program, Arguments& arguments) {
     const CommandOptions info = add("info", TextId::kHelpDesignInfo, Command::kDesignInfo);
     info.Flag("--json", arguments.json, TextId::kHelpJson);
     AddFile(info, arguments, TextId::kHelpDesignFile)->required();
+
+    AddCheckOptions(add("check", TextId::kHelpCheck, Command::kDesignCheck), arguments);
 
     const CommandOptions convert = add("convert", TextId::kHelpConvert, Command::kDesignConvert);
     AddFile(convert, arguments, TextId::kHelpBaseDesign);

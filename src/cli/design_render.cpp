@@ -4,17 +4,14 @@
 #include <array>
 #include <string_view>
 
-#include "builder/resources.h"
+#include "cli/design_screen.h"
 #include "cli/inputs.h"
 #include "cli/terminal_user.h"
 #include "cli/written_files.h"
-#include "designer/files/design_file.h"
 #include "designer/files/surface_png.h"
 #include "designer/pictures/name_table_picture.h"
 #include "designer/pictures/small_views.h"
-#include "designer/tools/text_tools.h"
 #include "language/problem_text.h"
-#include "list/game_list.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -61,20 +58,17 @@ class Renderer {
         const GatheredGames gathered = GatherGames(arguments_.inputs, {}, language_);
         if (const Diagnostic* error = gathered.FirstError()) return *error;
         if (auto overwritten = FindOverwritten(arguments_, gathered, language_)) return overwritten;
-        const BuildSettings& settings = arguments_.settings;
-        const auto names =
-            DisplayNames(gathered.games, settings.Numbers(), NameRules::kDesignerAndExport);
-        LoadDesignData(copy_.Store(), *MakeMemoryStore(), DefaultTileSet());
-        copy_.Store().CaptionText = MulticartTitle(names.size());
-        SetItems(copy_, names, static_cast<int32_t>(settings.PageSize), settings.NameInsertRow);
+        if (auto problem =
+                OpenScreen(arguments_, gathered, NameRules::kDesignerAndExport, language_, copy_)) {
+            return problem;
+        }
         for (const Layer& layer : kLayers) {
             const bool named =
                 std::ranges::find(arguments_.layers, layer.name) != arguments_.layers.end();
             copy_.*layer.shown = arguments_.layers.empty() ? copy_.*layer.shown : named;
         }
-        copy_.ShowPageNumber |= arguments_.layers.empty() && settings.PageNumber;
         copy_.markPlaces = false;
-        return OpenDesign(FromCurrentFolder(arguments_.design), copy_.document, language_);
+        return std::nullopt;
     }
 
     Surface Picture() const {

@@ -603,9 +603,9 @@ constexpr TextRow kRows[] = {
      u"Give that one another tile.",
      u"菜单不显示光标的第 %d 部分，因为前面的某一部分使用图块 00。请为其更换图块。"},
     {kFindingCursorOnLine,
-     u"At name %d of a page the cursor brings %d sprites to the lines %d to %d. The console "
-     u"draws 8 at a time, so they flicker. Move some up or down.",
-     u"光标位于每页第 %1$d 项时，扫描线 %3$d 至 %4$d 上有 %2$d 个精灵。游戏机同时只能显示 8 个，因此会闪烁。请上下移动一些精灵。"},
+     u"At name %d of a page the cursor brings %d sprites to line(s) %s. The console draws 8 at a "
+     u"time, so they flicker. Move some up or down.",
+     u"光标位于每页第 %d 项时，%d 个精灵同在扫描线 %s 上。游戏机同时只能显示 8 个，因此会闪烁。请上下移动一些精灵。"},
     {kFindingCursorCrosses,
      u"At name %d of a page the cursor crosses sprite %d: now the one is in front, now the "
      u"other. Move one of them away.",
@@ -624,9 +624,9 @@ constexpr TextRow kRows[] = {
      u"Sprite %d shows nothing: its tile %02X is blank. Draw that tile, or remove the sprite.",
      u"精灵 %d 不显示任何内容：其图块 %02X 是空白的。请绘制该图块或删除精灵。"},
     {kFindingSpritesOnLine,
-     u"%d sprites stand on the lines %d to %d. The console draws 8 at a time, so they flicker. "
-     u"Move some up or down.",
-     u"扫描线 %2$d 至 %3$d 上有 %1$d 个精灵。游戏机同时只能显示 8 个，因此会闪烁。请上下移动一些精灵。"},
+     u"%d sprites stand on line(s) %s. The console draws 8 at a time, so they flicker. Move some "
+     u"up or down.",
+     u"%d 个精灵同在扫描线 %s 上。游戏机同时只能显示 8 个，因此会闪烁。请上下移动一些精灵。"},
     {kFindingSpritesCross,
      u"Sprite %d crosses sprite %d: now the one is in front, now the other. Move one of them "
      u"away.",

@@ -82,8 +82,8 @@ class SpriteCheck {
         Lines fixed{};
         Count(sprites_, fixed);
         TellLines(fixed, [&](int first, int last, int most) {
-            findings_.Add(kWarning, TextId::kFindingSpritesOnLine, NinthOn(first), most, first,
-                          last);
+            findings_.Add(kWarning, TextId::kFindingSpritesOnLine, NinthOn(first), most,
+                          Range(first, last));
         });
         // Lines that are crowded because of the cursor, for each name that it stands at.
         Lines worst{};
@@ -101,7 +101,7 @@ class SpriteCheck {
         }
         TellLines(worst, [&](int first, int last, int most) {
             findings_.Add(kWarning, TextId::kFindingCursorOnLine, ScreenObject::kCursor,
-                          name[static_cast<size_t>(first)] + 1, most, first, last);
+                          name[static_cast<size_t>(first)] + 1, most, Range(first, last));
         });
     }
 
@@ -116,6 +116,10 @@ class SpriteCheck {
                 most = std::max(most, lines[static_cast<size_t>(line)]);
             if (most != 0) tell(first, line - 1, most);
         }
+    }
+
+    static std::u16string Range(int first, int last) {
+        return first == last ? FormatText(u"%d", first) : FormatText(u"%d-%d", first, last);
     }
 
     PlacedSprite NinthOn(int line) const {
