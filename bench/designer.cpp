@@ -219,8 +219,8 @@ void MeasureCheck(bw::WorkingCopy copy) {
         copy.Store().CustomText.push_back({.X = 30 - row, .Y = row, .Text = u"SOME WORDS"});
     measure("check of a full screen, 1,024 names");
     copy.Store().CustomText.clear();
-    for (int32_t row = 0; row < 20; ++row)
-        copy.Store().CustomText.push_back({.X = 0, .Y = 1 + row % 2, .Text = u"AB"});
+    for (int32_t i = 0; i < 20; ++i)
+        copy.Store().CustomText.push_back({.X = i % 10 * 3, .Y = 1 + i / 10, .Text = u"AB"});
     bw::SetDefaultCharMap(copy.Store());
     copy.Store().BkgPalette = bw::kDefaultBkgPalette;
     for (size_t i = 0; i < 64; ++i) {

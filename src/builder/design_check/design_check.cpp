@@ -5,7 +5,7 @@
 namespace bw {
 
 std::vector<DesignFinding> CheckDesign(const WorkingCopy& copy, Language language) {
-    const CheckedDesign design{copy};
+    const CheckedDesign design{copy, {copy, language}};
     FindingList findings(language);
     CheckTextPlaces(design, findings);
     CheckCharacters(design, findings);

@@ -9,7 +9,7 @@ namespace bw {
 
 struct CheckedDesign {
     const WorkingCopy& copy;
-    MenuScreen screen{copy};
+    MenuScreen screen;
 };
 
 // Characters that no tile shows.

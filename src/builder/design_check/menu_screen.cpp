@@ -4,7 +4,7 @@
 
 namespace bw {
 
-MenuScreen::MenuScreen(const WorkingCopy& copy)
+MenuScreen::MenuScreen(const WorkingCopy& copy, Language language)
     : copy_(copy),
       places_{PpuAddress(copy.document.CaptionPos), PpuAddress(copy.document.ItemPos),
               PpuAddress(copy.document.PageNumberPos)},
@@ -15,6 +15,7 @@ MenuScreen::MenuScreen(const WorkingCopy& copy)
     settings_.PageNumber = copy.ShowPageNumber;
     settings_.NameInsertRow = copy.ItemBlankLine;
     settings_.PageSize = static_cast<uint32_t>(std::max(1, copy.PageItemCount));
+    misplaced_ = FindMisplacedParts(settings_, places_, copy.AllItemTextList.size(), language);
     const size_t room =
         IsOnScreen(ScreenPart::kList) ? RoomForNames(settings_, places_.list) : size_t{0};
     shownNames_ = static_cast<int32_t>(

@@ -1,13 +1,17 @@
 // What the menu writes on a design's screen while it runs, and where the console shows it.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string_view>
+#include <vector>
 
 #include "builder/input/build_settings.h"
 #include "builder/layout/build_checks.h"
 #include "designer/model/working_copy.h"
+#include "language/language.h"
 
 namespace bw {
 
@@ -15,15 +19,20 @@ namespace bw {
 // are those that the console makes of them.
 class MenuScreen {
   public:
-    explicit MenuScreen(const WorkingCopy& copy);
+    MenuScreen(const WorkingCopy& copy, Language language);
 
     // As a build would get them.
     const BuildSettings& Settings() const { return settings_; }
     const ScreenPlaces& Places() const { return places_; }
 
-    // The cell of the first character, columns 0 to 31; a row from 30 on is outside the screen.
+    // The parts that a build refuses.
+    std::span<const MisplacedPart> Misplaced() const { return misplaced_; }
+    bool IsOnScreen(ScreenPart part) const {
+        return std::ranges::find(misplaced_, part, &MisplacedPart::part) == misplaced_.end();
+    }
+
+    // The cell of the first character of a part on the screen.
     const Pos& Cell(ScreenPart part) const { return cells_[static_cast<size_t>(part)]; }
-    bool IsOnScreen(ScreenPart part) const { return Cell(part).Y < kScreenRows; }
 
     // The names of the fullest page that have rows on the screen, 0 to 30, and their rows.
     int32_t ShownNames() const { return shownNames_; }
@@ -46,6 +55,7 @@ class MenuScreen {
     const WorkingCopy& copy_;
     BuildSettings settings_;
     ScreenPlaces places_;
+    std::vector<MisplacedPart> misplaced_;
     std::array<Pos, 3> cells_;
     int32_t step_;
     int32_t shownNames_;

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <array>
 #include <optional>
-#include <utility>
 
 #include "builder/design_check/console_sprites.h"
 #include "builder/design_check/design_checks.h"
@@ -25,7 +24,7 @@ class OverlapCheck {
         LayList();
         Lay(screen_.Cell(ScreenPart::kCaption), screen_.ShownCaption(), kOwnedByCaption,
             ScreenObject::kCaption);
-        if (copy_.ShowPageNumber) {
+        if (copy_.ShowPageNumber && screen_.IsOnScreen(ScreenPart::kPageNumber)) {
             const size_t columns =
                 PageNumberColumns(screen_.Settings(), copy_.AllItemTextList.size());
             Lay(screen_.Cell(ScreenPart::kPageNumber), std::u16string(columns, u'0'),
@@ -105,24 +104,25 @@ class OverlapCheck {
             findings_.Add(kWarning, TextId::kFindingCursorOutside, ScreenObject::kCursor);
             return;
         }
-        bool outside = false;
-        bool hidden = false;
+        std::optional<int32_t> leaving;
+        std::optional<int32_t> hidden;
         bool covers = false;
         for (int32_t name = 0; name < screen_.CursorStops(); ++name) {
             for (const PixelBox& box : CursorBoxes(screen_.BelowFirst(name))) {
-                const bool leaves = box.right > kScreenWidth || box.bottom > kScreenHeight;
-                if (leaves && !std::exchange(outside, true)) {
-                    findings_.Add(kWarning, TextId::kFindingCursorLeaves, ScreenObject::kCursor,
-                                  name + 1);
-                }
                 const bool inHiddenRow =
                     box.top < kTilePixels || box.bottom > kScreenHeight - kTilePixels;
-                if (inHiddenRow && !leaves && !std::exchange(hidden, true)) {
-                    findings_.Add(FindingSeverity::kNote, TextId::kFindingCursorHidden,
-                                  ScreenObject::kCursor, name + 1);
-                }
+                const bool leaves = box.right > kScreenWidth || box.bottom > kScreenHeight;
+                if (leaves && !leaving) leaving = name;
+                if (inHiddenRow && !hidden) hidden = name;
                 if (!covers) covers = TellCovered(box, name);
             }
+        }
+        if (leaving) {
+            findings_.Add(kWarning, TextId::kFindingCursorLeaves, ScreenObject::kCursor,
+                          *leaving + 1);
+        } else if (hidden) {
+            findings_.Add(FindingSeverity::kNote, TextId::kFindingCursorHidden,
+                          ScreenObject::kCursor, *hidden + 1);
         }
     }
 

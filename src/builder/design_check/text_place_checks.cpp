@@ -37,9 +37,7 @@ class TextPlaceCheck {
     static constexpr FindingSeverity kWarning = FindingSeverity::kWarning;
 
     void CheckParts() {
-        for (const MisplacedPart& part :
-             FindMisplacedParts(screen_.Settings(), screen_.Places(), copy_.AllItemTextList.size(),
-                                findings_.UiLanguage())) {
+        for (const MisplacedPart& part : screen_.Misplaced()) {
             findings_.Add(FindingSeverity::kError, TextId::kFindingAsItStands, ObjectOf(part.part),
                           part.fault.text, findings_.Words(TextId::kFindingDragOntoScreen));
         }
@@ -56,11 +54,13 @@ class TextPlaceCheck {
         }
     }
 
-    void CheckElsewhere(ScreenPart part, const Pos& place, const std::u16string& name) {
+    // False if the console shows the part at another place.
+    bool StandsThere(ScreenPart part, const Pos& place, const std::u16string& name) {
         const Pos cell = screen_.Cell(part);
-        if (cell == place) return;
+        if (cell == place) return true;
         findings_.Add(kWarning, TextId::kFindingElsewhere, ObjectOf(part), name, place.X, place.Y,
                       cell.X, cell.Y);
+        return false;
     }
 
     void CheckHiddenRow(int32_t row, const DesignPlace& place, const std::u16string& name) {
@@ -73,9 +73,8 @@ class TextPlaceCheck {
         const size_t length = LengthOf(copy_.Store().CaptionText);
         const std::u16string name = findings_.Words(TextId::kCaption);
         if (length == 0 || !screen_.IsOnScreen(ScreenPart::kCaption)) return;
-        CheckElsewhere(ScreenPart::kCaption, copy_.document.CaptionPos, name);
         const size_t room = screen_.RoomBehind(ScreenPart::kCaption);
-        if (length > room) {
+        if (StandsThere(ScreenPart::kCaption, copy_.document.CaptionPos, name) && length > room) {
             findings_.Add(kWarning, TextId::kFindingCaptionCut, ScreenObject::kCaption,
                           length - room);
         }
@@ -85,25 +84,25 @@ class TextPlaceCheck {
     void CheckList() {
         if (!screen_.IsOnScreen(ScreenPart::kList)) return;
         const std::u16string name = findings_.Words(TextId::kListOfGames);
-        CheckElsewhere(ScreenPart::kList, copy_.document.ItemPos, name);
-        CheckPageSize();
-        CheckNames();
+        if (StandsThere(ScreenPart::kList, copy_.document.ItemPos, name)) CheckNames();
+        if (!HasRoomForPage()) return;
         const int32_t shown = screen_.ShownNames();
         if (shown > 0) CheckHiddenRow(screen_.RowOfName(0), ScreenObject::kList, name);
         if (shown > 1) CheckHiddenRow(screen_.RowOfName(shown - 1), ScreenObject::kList, name);
     }
 
     // A build looks at the fullest page that there is; more games would fill it.
-    void CheckPageSize() {
+    bool HasRoomForPage() {
         const BuildSettings& settings = screen_.Settings();
         const uint32_t room = RoomForNames(settings, screen_.Places().list);
-        if (settings.PageSize <= room) return;
+        if (settings.PageSize <= room) return true;
         const bool refused = CheckScreenRows(settings, screen_.Places().list,
                                              copy_.AllItemTextList.size(), findings_.UiLanguage())
                                  .has_value();
         findings_.Add(refused ? FindingSeverity::kError : kWarning, TextId::kFindingPageSize,
                       ScreenObject::kList, screen_.Cell(ScreenPart::kList).Y, room,
                       settings.PageSize);
+        return false;
     }
 
     void CheckNames() {
@@ -120,9 +119,9 @@ class TextPlaceCheck {
     void CheckPageNumber() {
         if (!screen_.IsOnScreen(ScreenPart::kPageNumber)) return;
         const std::u16string name = findings_.Words(TextId::kPageNumber);
-        CheckElsewhere(ScreenPart::kPageNumber, copy_.document.PageNumberPos, name);
-        if (PageNumberColumns(screen_.Settings(), copy_.AllItemTextList.size()) >
-            screen_.RoomBehind(ScreenPart::kPageNumber)) {
+        const bool wraps = PageNumberColumns(screen_.Settings(), copy_.AllItemTextList.size()) >
+                           screen_.RoomBehind(ScreenPart::kPageNumber);
+        if (StandsThere(ScreenPart::kPageNumber, copy_.document.PageNumberPos, name) && wraps) {
             findings_.Add(kWarning, TextId::kFindingPageNumberCut, ScreenObject::kPageNumber);
         }
         CheckHiddenRow(screen_.Cell(ScreenPart::kPageNumber).Y, ScreenObject::kPageNumber, name);
