@@ -62,7 +62,7 @@ _bankweaver_cli() {
     fi
     if [[ $command == design ]]; then
         if [[ $COMP_CWORD == 2 ]]; then
-            _bankweaver_words "pack unpack render info convert --help"
+            _bankweaver_words "pack unpack render info check convert --help"
             return
         fi
         command="design ${COMP_WORDS[2]}"
@@ -102,7 +102,7 @@ _bankweaver_cli() {
         *)
             if [[ $cur != -* ]]; then
                 case $command in
-                    "design render") _bankweaver_files '*.@(fcm|fcl|nes)' ;;
+                    "design render" | "design check") _bankweaver_files '*.@(fcm|fcl|nes)' ;;
                     design*) _bankweaver_files '*.fcm' ;;
                     *) _bankweaver_files '*.@(nes|fcl)' ;;
                 esac
@@ -118,6 +118,7 @@ _bankweaver_cli() {
                 export) names="$menu --directory" ;;
                 "design pack") names="--output" ;;
                 "design unpack") names="--directory" ;;
+                "design check") names="$names --json" ;;
                 "design render") names="$names --output --layers --view --scale" ;;
                 "design convert") names="--load --save" ;;
                 *) names="" ;;

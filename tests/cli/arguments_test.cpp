@@ -105,6 +105,7 @@ TEST(Arguments, WrongUsageIsRefusedByName) {
         {"design unpack x.fcm", "-d,--directory is missing"},
         {"design pack a b -o x.fcm", "unexpected argument \"b\""},
         {"design info", "FILE is missing"},
+        {"design check", "FILE is missing"},
         {"design convert x.fcm", "--save is missing"},
         {"design convert --save tiles=x", "--save: \"tiles=x\" is no known part"},
         {"design convert --save sprites=", "--save: \"sprites=\""},

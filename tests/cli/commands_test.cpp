@@ -5,6 +5,7 @@
 #include "cli/command_fixture.h"
 #include "designer/files/png_file.h"
 #include "support/files.h"
+#include "support/numbers.h"
 
 namespace bw {
 namespace {
@@ -174,6 +175,16 @@ TEST_F(Commands, PartsGoIntoDesignsAndOut) {
     ExpectRefused("design info bad.fct", "bad.fct: no design file");
 }
 
+// A character map of a design's text form, each character its own tile but one.
+std::string CharactersWithout(int left) {
+    std::string map;
+    for (int code = 0; code < 256; ++code) {
+        map += code % 16 == 0 ? '\n' : ' ';
+        AppendHex(map, static_cast<uint32_t>(code == left ? 0 : code), 2);
+    }
+    return map + "\n";
+}
+
 TEST_F(Commands, DesignsAreDrawn) {
     Image("a game.nes", {1, 1, 0});
     Pack(std::string(kDesignText) +
@@ -210,6 +221,55 @@ TEST_F(Commands, DesignsAreDrawn) {
     ExpectRefused("design render one.fcm -o no/folder/x", "x.png: No such file");
     EXPECT_EQ(Run("design render one.fcm --layers paint -o new").exitCode, 2);
     EXPECT_EQ(Run("design render one.fcm --scale 9 -o new").exitCode, 2);
+}
+
+TEST_F(Commands, DesignsAreChecked) {
+    Image("g\xC3\xA9nie.nes", {1, 1, 0});
+    const std::string good = "items-position 4 20\ncursor 22 160 1F\n";
+    Pack(good, "good.fcm");
+    const RunResult none = Done("design check good.fcm g*.nes");
+    EXPECT_THAT(none.out, IsEmpty());
+    EXPECT_EQ(none.err, "No problems\n");
+    EXPECT_TRUE(Json(Done("design check --json good.fcm"))["problems"].Empty());
+
+    Pack(good + "text -2 3 \"TEXT\"\nsprite 8 8 80\n", "odd.fcm");
+    EXPECT_EQ(Done("design check -q odd.fcm").out,
+              "warning: The screen's edge cuts text 1 (\"TEXT\"). Drag it inward, or make it "
+              "shorter.\nwarning: Sprite 1 shows nothing: its tile 80 is blank. Draw that tile, or "
+              "remove the sprite.\n");
+    const rapidjson::Document json = Json(Done("design check --json odd.fcm"));
+    const auto& sprite = json["problems"][1];
+    EXPECT_STREQ(sprite["severity"].GetString(), "warning");
+    EXPECT_THAT(sprite["text"].GetString(), HasSubstr("tile 80 is blank"));
+    EXPECT_STREQ(sprite["place"]["kind"].GetString(), "sprite");
+    EXPECT_EQ(sprite["place"]["number"].GetInt(), 1);
+
+    // The options of the list count, and the names are those of a ROM.
+    const std::string games = Images(11, "", {1, 0, 0});
+    const RunResult full = Run("design check --insert-row good.fcm" + games);
+    EXPECT_EQ(full.exitCode, 1);
+    EXPECT_THAT(full.out,
+                StartsWith("error: The list begins in row 20, where a page has room for 5"));
+    Pack(good + "characters" + CharactersWithout('.'), "pointless.fcm");
+    EXPECT_THAT(Done("design check --number pointless.fcm 1.nes").out,
+                StartsWith("warning: \".\" has no tile and isn't seen (name 1)."));
+    EXPECT_THAT(Run("design check good.fcm 1.nes", "LC_ALL=zh_CN.UTF-8").err, "没有问题\n");
+    ExpectRefused("design check none.fcm", "none.fcm: No such file");
+    ExpectRefused("design check good.fcm none.nes", "none.nes: No such file");
+}
+
+// A build's own rule, and what the assembler makes of a design at its limit.
+TEST_F(Commands, SpritesPastTheBankAreRefusedByCheckAndBuild) {
+    Image("one.nes", {1, 1, 0});
+    std::string sprites = "items-position 4 5\n";
+    for (int i = 0; i < 704; ++i)
+        sprites += "sprite 8 8 41\n";
+    Pack(sprites, "full.fcm");
+    Pack(sprites + "sprite 8 8 41\n", "fuller.fcm");
+    Done("build --design full.fcm -o x.nes one.nes");
+    Done("design check full.fcm one.nes");
+    EXPECT_EQ(Run("build --design fuller.fcm -o x.nes one.nes").exitCode, 1);
+    EXPECT_EQ(Run("design check fuller.fcm one.nes").exitCode, 1);
 }
 
 TEST_F(Commands, DesignsReachTheBuild) {

@@ -29,6 +29,7 @@ TEST(Docs, PageManualAndCompletionHaveTheOptionsOfTheHelp) {
                                                          {"design", "pack"},
                                                          {"design", "unpack"},
                                                          {"design", "info"},
+                                                         {"design", "check"},
                                                          {"design", "render"},
                                                          {"design", "convert"}};
     for (std::vector<const char*> words : commands) {
