@@ -245,6 +245,15 @@ TEST_F(FileDialogs, CompleteTheNameByTheTypeAndRememberIt) {
     EXPECT_EQ(dialogs_.AskListToSave(folder_.Path()), folder_ / "games.txt.fcl");
 }
 
+TEST_F(FileDialogs, TellTheChosenType) {
+    test::WriteText(folder_ / "tiles.bin", "1");
+    const FileQuestion question{u"Title", folder_.Path(), {{u"chr", "chr"}, {u"bin", "bin"}}, 0};
+    Type(QStringLiteral("tiles.bin"), 1);
+    EXPECT_EQ(dialogs_.AskFileToOpen(question)->type, 1U);
+    Type(QStringLiteral("tiles.bin"));
+    EXPECT_EQ(dialogs_.AskFileToSave(question)->path, folder_ / "tiles.bin.chr");
+}
+
 TEST_F(FileDialogs, StartWhereTheUserMayWrite) {
     std::filesystem::create_directories(folder_ / "Documents");
     std::filesystem::create_directories(folder_ / "out");

@@ -31,7 +31,12 @@ class ScriptedDialogs : public UserDialogs {
     std::deque<int> answers;
     std::vector<Path> images;
     Choice listToLoad, listToSave, menuFile, folder, design;
+    // The answers to questions about files of several types in order, then none; what was asked.
+    std::deque<std::optional<FileChoice>> files;
+    std::vector<FileQuestion> fileQuestions;
+    // The answer to every choice; the answers that the last one had.
     std::optional<size_t> choice;
+    std::vector<std::string> choices;
     std::string proposed;  // the name for the last ROM
     std::optional<OutputChoice> output;
     // Runs while any of the questions is open.
@@ -53,9 +58,19 @@ class ScriptedDialogs : public UserDialogs {
     Choice AskListToSave(const Path& start) override { return Asked("save", start, listToSave); }
     Choice AskMenuFile(const Path& start) override { return Asked("menu", start, menuFile); }
     std::optional<size_t> Choose(std::u16string_view text, std::u16string_view caption,
-                                 std::span<const std::u16string>) override {
+                                 std::span<const std::u16string> given) override {
         told.push_back(ToUtf8(caption) + ": " + ToUtf8(text));
+        choices.clear();
+        for (const std::u16string& one : given)
+            choices.push_back(ToUtf8(one));
+        if (meanwhile) meanwhile();
         return choice;
+    }
+    std::optional<FileChoice> AskFileToOpen(const FileQuestion& question) override {
+        return AskedFile("open file", question);
+    }
+    std::optional<FileChoice> AskFileToSave(const FileQuestion& question) override {
+        return AskedFile("save file", question);
     }
     Choice AskDesignToOpen(const Path& start) override { return Asked("open", start, design); }
     Choice AskDesignToSave(const Path& start) override { return Asked("keep", start, design); }
@@ -67,6 +82,15 @@ class ScriptedDialogs : public UserDialogs {
     void ShowInFileManager(const Path& path) override { shown.push_back(path); }
 
   private:
+    std::optional<FileChoice> AskedFile(const char* what, const FileQuestion& question) {
+        fileQuestions.push_back(question);
+        std::optional<FileChoice> answer;
+        if (!files.empty()) {
+            answer = files.front();
+            files.pop_front();
+        }
+        return Asked(what, question.start, answer);
+    }
     template <typename Answer>
     Answer Asked(const char* what, const Path& start, const Answer& answer) {
         asked.emplace_back(what);

@@ -10,6 +10,9 @@ namespace {
 constexpr int kText = 1083;
 constexpr int kFirstAnswer = 1101;
 
+// More answers than this stand one below the other.
+constexpr size_t kMostInRow = 3;
+
 }  // namespace
 
 std::optional<size_t> CChoiceDialog::Ask(QWidget* parent, std::u16string_view text,
@@ -34,6 +37,7 @@ CChoiceDialog::CChoiceDialog(QWidget* parent, std::u16string_view text, std::u16
     text_.setText(ToQt(text));
     text_.setTextFormat(Qt::PlainText);
     text_.setWordWrap(true);
+    if (answers.size() > kMostInRow) row_.setDirection(QBoxLayout::TopToBottom);
     row_.addStretch();
     for (const std::u16string& answer : answers) {
         const int id = kFirstAnswer + static_cast<int>(buttons_.size());

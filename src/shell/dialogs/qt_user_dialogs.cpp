@@ -8,8 +8,8 @@
 #include <array>
 #include <utility>
 
-#include "builder/output/rom_writer.h"
-#include "list/list_file.h"
+#include "builder/output/rom_header.h"
+#include "designer/files/design_parts.h"
 #include "shell/dialogs/choice_dialog.h"
 #include "shell/dialogs/message_dialog.h"
 #include "shell/framework/file_manager.h"
@@ -21,28 +21,28 @@
 namespace bw {
 namespace {
 
-// In the order of the output dialog's types.
-constexpr std::array kFormats = {RomFormat::kNes20, RomFormat::kUnif, RomFormat::kBinary};
+struct OutputType {
+    RomFormat format;
+    TextId name;
+};
+constexpr std::array kOutputTypes = {OutputType{RomFormat::kNes20, TextId::kRomTypeNes},
+                                     OutputType{RomFormat::kUnif, TextId::kRomTypeUnif},
+                                     OutputType{RomFormat::kBinary, TextId::kRomTypeBinary}};
 constexpr std::string_view kDesignExtension = "fcm";
 
-QString Extension(RomFormat format) {
-    return ToQt(ToWide(FormatExtension(format)));
+QString Extension(const FileType& type) {
+    return ToQt(ToWide(type.extension));
 }
 
-TextId TypeText(RomFormat format) {
-    switch (format) {
-        case RomFormat::kUnif:
-            return TextId::kRomTypeUnif;
-        case RomFormat::kBinary:
-            return TextId::kRomTypeBinary;
-        default:
-            return TextId::kRomTypeNes;
-    }
+// Collections have names in capital letters too, and some desktops' dialogs tell them apart.
+QString Filter(const FileType& type) {
+    const QString extension = Extension(type);
+    return QStringLiteral("%1 (*.%2 *.%3)").arg(ToQt(type.name), extension, extension.toUpper());
 }
 
-std::filesystem::path WithDesignExtension(std::filesystem::path file) {
-    if (!HasExtension(file, kDesignExtension)) file += "." + std::string(kDesignExtension);
-    return file;
+size_t ChosenType(const QFileDialog& dialog, const FileQuestion& question) {
+    const auto index = dialog.nameFilters().indexOf(dialog.selectedNameFilter());
+    return index < 0 ? question.type : static_cast<size_t>(index);
 }
 
 std::optional<std::filesystem::path> Ask(QFileDialog& dialog) {
@@ -50,11 +50,8 @@ std::optional<std::filesystem::path> Ask(QFileDialog& dialog) {
     return PathFromQt(dialog.selectedFiles().front());
 }
 
-void SetFilter(QFileDialog& dialog, const QString& name, const QString& extension) {
-    // Collections have names in capital letters too, and some desktops' dialogs tell them apart.
-    dialog.setNameFilter(
-        QStringLiteral("%1 (*.%2 *.%3)").arg(name, extension, extension.toUpper()));
-    dialog.setDefaultSuffix(extension);
+std::optional<std::filesystem::path> PathOf(std::optional<FileChoice> choice) {
+    return choice ? std::optional(std::move(choice->path)) : std::nullopt;
 }
 
 }  // namespace
@@ -83,18 +80,6 @@ QWidget& QtUserDialogs::Front() const {
     return own && active->isVisible() ? *active : parent_;
 }
 
-QString QtUserDialogs::FormatFilter(RomFormat format) const {
-    return QStringLiteral("%1 (*.%2)")
-        .arg(QtText(TypeText(format), language_()), Extension(format));
-}
-
-RomFormat QtUserDialogs::FormatOfFilter(const QString& filter) const {
-    for (const RomFormat format : kFormats) {
-        if (filter == FormatFilter(format)) return format;
-    }
-    return kFormats.front();
-}
-
 // Where the program is installed for everybody its own folder is of no use to its user; who starts
 // it out of a source tree may know a better one.
 std::filesystem::path QtUserDialogs::StartFolder(const std::filesystem::path& wanted,
@@ -112,16 +97,58 @@ std::filesystem::path QtUserDialogs::StartFolder(const std::filesystem::path& wa
     return PathFromQt(QDir::homePath());
 }
 
-void QtUserDialogs::SetUp(QFileDialog& dialog, TextId title, const std::filesystem::path& start,
-                          Use use) const {
-    dialog.setWindowTitle(QtText(title, language_()));
-    dialog.setDirectory(PathToQt(StartFolder(start, use)));
+void QtUserDialogs::SetUp(QFileDialog& dialog, const FileQuestion& question, Use use) const {
+    dialog.setWindowTitle(ToQt(question.title));
+    dialog.setDirectory(PathToQt(StartFolder(question.start, use)));
+    if (question.types.empty()) return;
+    QStringList filters;
+    for (const FileType& type : question.types)
+        filters << Filter(type);
+    dialog.setNameFilters(filters);
+    dialog.selectNameFilter(filters[static_cast<qsizetype>(question.type)]);
+}
+
+FileQuestion QtUserDialogs::Question(TextId title, const std::filesystem::path& start,
+                                     std::vector<FileType> types) const {
+    return {LoadText(title, language_()), start, std::move(types)};
+}
+
+FileQuestion QtUserDialogs::Question(TextId title, const std::filesystem::path& start,
+                                     TextId typeName, std::string_view extension) const {
+    return Question(title, start, {{LoadText(typeName, language_()), std::string(extension)}});
+}
+
+std::optional<FileChoice> QtUserDialogs::AskFileToOpen(const FileQuestion& question) {
+    QFileDialog dialog(&Front());
+    SetUp(dialog, question, Use::kRead);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    auto chosen = Ask(dialog);
+    if (!chosen) return std::nullopt;
+    return FileChoice{*std::move(chosen), ChosenType(dialog, question)};
+}
+
+std::optional<FileChoice> QtUserDialogs::AskFileToSave(const FileQuestion& question) {
+    QFileDialog dialog(&Front());
+    SetUp(dialog, question, Use::kWrite);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    const auto complete = [&] {
+        dialog.setDefaultSuffix(Extension(question.types[ChosenType(dialog, question)]));
+    };
+    QObject::connect(&dialog, &QFileDialog::filterSelected, complete);
+    complete();
+    // With a name in the box the mouse is enough. After the types, which would add a suffix to it.
+    if (!question.name.empty()) dialog.selectFile(ToQt(question.name));
+    while (const auto chosen = Ask(dialog)) {
+        const size_t type = ChosenType(dialog, question);
+        FileChoice choice{WithPartExtension(*chosen, question.types[type].extension), type};
+        if (MayReplace(*chosen, choice.path)) return choice;
+    }
+    return std::nullopt;
 }
 
 std::vector<std::filesystem::path> QtUserDialogs::AskImages(const std::filesystem::path& start) {
-    QFileDialog dialog(&parent_);
-    SetUp(dialog, TextId::kAddGames, start, Use::kRead);
-    SetFilter(dialog, QtText(TextId::kNesGames, language_()), QStringLiteral("nes"));
+    QFileDialog dialog(&Front());
+    SetUp(dialog, Question(TextId::kAddGames, start, TextId::kNesGames, "nes"), Use::kRead);
     dialog.setFileMode(QFileDialog::ExistingFiles);
     std::vector<std::filesystem::path> files;
     if (dialog.exec() != QDialog::Accepted) return files;
@@ -132,90 +159,53 @@ std::vector<std::filesystem::path> QtUserDialogs::AskImages(const std::filesyste
 
 std::optional<std::filesystem::path> QtUserDialogs::AskListToLoad(
     const std::filesystem::path& start) {
-    QFileDialog dialog(&parent_);
-    SetUp(dialog, TextId::kLoadList, start, Use::kRead);
-    SetFilter(dialog, QtText(TextId::kGameLists, language_()), QStringLiteral("fcl"));
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    return Ask(dialog);
+    return PathOf(AskFileToOpen(Question(TextId::kLoadList, start, TextId::kGameLists, "fcl")));
 }
 
 std::optional<std::filesystem::path> QtUserDialogs::AskListToSave(
     const std::filesystem::path& start) {
-    QFileDialog dialog(&parent_);
-    SetUp(dialog, TextId::kSaveList, start, Use::kWrite);
-    SetFilter(dialog, QtText(TextId::kGameLists, language_()), QStringLiteral("fcl"));
-    return AskTarget(dialog, WithListExtension);
+    return PathOf(AskFileToSave(Question(TextId::kSaveList, start, TextId::kGameLists, "fcl")));
 }
 
 std::optional<std::filesystem::path> QtUserDialogs::AskDesignToOpen(
     const std::filesystem::path& start) {
-    QFileDialog dialog(&parent_);
-    SetUp(dialog, TextId::kOpenDesign, start, Use::kRead);
-    SetFilter(dialog, QtText(TextId::kDesignFiles, language_()), ToQt(ToWide(kDesignExtension)));
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    return Ask(dialog);
+    return PathOf(AskFileToOpen(
+        Question(TextId::kOpenDesign, start, TextId::kDesignFiles, kDesignExtension)));
 }
 
 std::optional<std::filesystem::path> QtUserDialogs::AskDesignToSave(
     const std::filesystem::path& start) {
-    QFileDialog dialog(&parent_);
-    SetUp(dialog, TextId::kSaveDesign, start, Use::kWrite);
-    SetFilter(dialog, QtText(TextId::kDesignFiles, language_()), ToQt(ToWide(kDesignExtension)));
-    return AskTarget(dialog, WithDesignExtension);
+    return PathOf(AskFileToSave(
+        Question(TextId::kSaveDesign, start, TextId::kDesignFiles, kDesignExtension)));
 }
 
 std::optional<std::filesystem::path> QtUserDialogs::AskMenuFile(
     const std::filesystem::path& start) {
-    QFileDialog dialog(&parent_);
-    SetUp(dialog, TextId::kChooseMenu, start, Use::kRead);
-    dialog.setNameFilters(
-        {QStringLiteral("asm (*.asm *.ASM)"), QStringLiteral("nes (*.nes *.NES)")});
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    return Ask(dialog);
+    return PathOf(
+        AskFileToOpen(Question(TextId::kChooseMenu, start, {{u"asm", "asm"}, {u"nes", "nes"}})));
 }
 
 std::optional<OutputChoice> QtUserDialogs::AskOutput(const std::filesystem::path& start,
                                                      std::u16string_view name) {
-    QFileDialog dialog(&parent_);
-    SetUp(dialog, TextId::kSaveRom, start, Use::kWrite);
-    QStringList filters;
-    for (const RomFormat format : kFormats)
-        filters << FormatFilter(format);
-    dialog.setNameFilters(filters);
-    const auto choose = [&](const QString& filter) {
-        dialog.setDefaultSuffix(Extension(FormatOfFilter(filter)));
-    };
-    QObject::connect(&dialog, &QFileDialog::filterSelected, choose);
-    dialog.selectNameFilter(FormatFilter(lastFormat_));
-    choose(FormatFilter(lastFormat_));
-    // With a name in the box the mouse is enough. After the types, which would add a suffix to it.
-    dialog.selectFile(ToQt(name));
-    const auto format = [&] { return FormatOfFilter(dialog.selectedNameFilter()); };
-    auto target = AskTarget(dialog, [&](const std::filesystem::path& chosen) {
-        return WithFormatExtension(chosen, format());
-    });
-    if (!target) return std::nullopt;
-    lastFormat_ = format();
-    return OutputChoice{*std::move(target), lastFormat_};
+    FileQuestion question = Question(TextId::kSaveRom, start);
+    for (const OutputType& type : kOutputTypes) {
+        question.types.push_back(
+            {LoadText(type.name, language_()), std::string(FormatExtension(type.format))});
+    }
+    question.type = lastFormat_;
+    question.name = name;
+    auto choice = AskFileToSave(question);
+    if (!choice) return std::nullopt;
+    lastFormat_ = choice->type;
+    return OutputChoice{std::move(choice->path), kOutputTypes[lastFormat_].format};
 }
 
 std::optional<std::filesystem::path> QtUserDialogs::AskFolder(const std::filesystem::path& start) {
-    QFileDialog dialog(&parent_);
-    SetUp(dialog, TextId::kChooseFolder, start, Use::kWrite);
+    QFileDialog dialog(&Front());
+    SetUp(dialog, Question(TextId::kChooseFolder, start), Use::kWrite);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
     return Ask(dialog);
-}
-
-std::optional<std::filesystem::path> QtUserDialogs::AskTarget(
-    QFileDialog& dialog,
-    const std::function<std::filesystem::path(const std::filesystem::path&)>& complete) {
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    while (const auto chosen = Ask(dialog)) {
-        std::filesystem::path target = complete(*chosen);
-        if (MayReplace(*chosen, target)) return target;
-    }
-    return std::nullopt;
 }
 
 // The dialog has asked for the chosen name, but not for the one that the extension makes of it.

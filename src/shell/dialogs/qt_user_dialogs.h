@@ -3,8 +3,9 @@
 
 #include <QString>
 #include <functional>
+#include <string_view>
+#include <vector>
 
-#include "builder/output/rom_header.h"
 #include "language/language.h"
 #include "shell/dialogs/user_dialogs.h"
 
@@ -24,6 +25,8 @@ class QtUserDialogs : public UserDialogs {
                 MessageButtons buttons) override;
     std::optional<size_t> Choose(std::u16string_view text, std::u16string_view caption,
                                  std::span<const std::u16string> answers) override;
+    std::optional<FileChoice> AskFileToOpen(const FileQuestion& question) override;
+    std::optional<FileChoice> AskFileToSave(const FileQuestion& question) override;
     std::vector<std::filesystem::path> AskImages(const std::filesystem::path& start) override;
     std::optional<std::filesystem::path> AskListToLoad(const std::filesystem::path& start) override;
     std::optional<std::filesystem::path> AskListToSave(const std::filesystem::path& start) override;
@@ -40,24 +43,21 @@ class QtUserDialogs : public UserDialogs {
 
   private:
     enum class Use { kRead, kWrite };
-    void SetUp(QFileDialog& dialog, TextId title, const std::filesystem::path& start,
-               Use use) const;
+    void SetUp(QFileDialog& dialog, const FileQuestion& question, Use use) const;
     std::filesystem::path StartFolder(const std::filesystem::path& wanted, Use use) const;
-    QString FormatFilter(RomFormat format) const;
-    RomFormat FormatOfFilter(const QString& filter) const;
+    // A question about one type, or about what needs none.
+    FileQuestion Question(TextId title, const std::filesystem::path& start,
+                          std::vector<FileType> types = {}) const;
+    FileQuestion Question(TextId title, const std::filesystem::path& start, TextId typeName,
+                          std::string_view extension) const;
     // The window that a question belongs before.
     QWidget& Front() const;
-    // A file to write: the chosen name as `complete` makes it, once the user has agreed to replace
-    // what is there. Nothing if the user gave up.
-    std::optional<std::filesystem::path> AskTarget(
-        QFileDialog& dialog,
-        const std::function<std::filesystem::path(const std::filesystem::path&)>& complete);
     bool MayReplace(const std::filesystem::path& chosen, const std::filesystem::path& target);
 
     QWidget& parent_;
     std::filesystem::path base_;
     std::function<Language()> language_;
-    RomFormat lastFormat_ = RomFormat::kNes20;
+    size_t lastFormat_ = 0;  // of the output's types
 };
 
 }  // namespace bw

@@ -8,16 +8,11 @@
 #include "designer/history/designer_settings.h"
 #include "designer/tools/text_tools.h"
 #include "designer/window/design_dialog.h"
+#include "designer/window/last_design_file.h"
 #include "settings/setting_names.h"
 #include "support/text.h"
 
 namespace bw {
-namespace {
-
-// A path; the designer's own dialogs start from it too.
-constexpr std::string_view kLastDesignFile = "LastDesignFile";
-
-}  // namespace
 
 void DesignCommands::Prepare() {
     const BuildSettings settings = LoadBuildSettings(host_.Store());
@@ -51,16 +46,6 @@ void DesignCommands::StoreAll() {
     if (open_ != nullptr) open_->StoreAll();
 }
 
-std::filesystem::path DesignCommands::StartFolder() const {
-    std::u16string last;
-    host_.Store().RegReadString(kDesignKey, kLastDesignFile, last);
-    return TextPath(last).parent_path();
-}
-
-void DesignCommands::StorePath(const std::filesystem::path& file) {
-    host_.Store().RegWriteString(kDesignKey, kLastDesignFile, PathText(file));
-}
-
 bool DesignCommands::IsEnabled() const {
     uint32_t enabled = 0;
     host_.Store().RegReadDword(kMainKey, setting::kCustomEnable, enabled);
@@ -70,9 +55,9 @@ bool DesignCommands::IsEnabled() const {
 bool DesignCommands::Open(bool shows) {
     // A build takes the design from the settings.
     if (RefusesWhileBusy(host_)) return false;
-    const auto file = host_.Dialogs().AskDesignToOpen(StartFolder());
+    const auto file = host_.Dialogs().AskDesignToOpen(LastDesignFolder(host_.Store()));
     if (!file) return false;
-    StorePath(*file);
+    KeepLastDesignFile(host_.Store(), *file);
     const Language language = host_.CurrentLanguage();
     Prepare();
     OpenDesigner(session_, host_.Store(), host_.DesignHistory());
@@ -98,9 +83,9 @@ bool DesignCommands::Open(bool shows) {
 }
 
 void DesignCommands::Save() {
-    const auto file = host_.Dialogs().AskDesignToSave(StartFolder());
+    const auto file = host_.Dialogs().AskDesignToSave(LastDesignFolder(host_.Store()));
     if (!file) return;
-    StorePath(*file);
+    KeepLastDesignFile(host_.Store(), *file);
     const Language language = host_.CurrentLanguage();
     Prepare();
     OpenDesigner(session_, host_.Store(), host_.DesignHistory());

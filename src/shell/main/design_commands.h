@@ -1,8 +1,6 @@
 // The design of the menu's screen, as far as the main window handles it: files, and the switch.
 #pragma once
 
-#include <filesystem>
-
 #include "designer/history/edit_session.h"
 #include "shell/tasks/list_host.h"
 
@@ -41,8 +39,6 @@ class DesignCommands {
     // What the session has become is the process's design.
     void TakeOver();
     bool IsEnabled() const;
-    std::filesystem::path StartFolder() const;
-    void StorePath(const std::filesystem::path& file);
 
     ListHost& host_;
     DesignStore& design_;
