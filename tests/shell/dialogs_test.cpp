@@ -250,8 +250,8 @@ TEST_F(FileDialogs, TellTheChosenType) {
     const FileQuestion question{u"Title", folder_.Path(), {{u"chr", "chr"}, {u"bin", "bin"}}, 0};
     Type(QStringLiteral("tiles.bin"), 1);
     EXPECT_EQ(dialogs_.AskFileToOpen(question)->type, 1U);
-    Type(QStringLiteral("tiles.bin"));
-    EXPECT_EQ(dialogs_.AskFileToSave(question)->path, folder_ / "tiles.bin.chr");
+    Type(QStringLiteral("new.bin"));
+    EXPECT_EQ(dialogs_.AskFileToSave(question)->path, folder_ / "new.bin.chr");
 }
 
 TEST_F(FileDialogs, StartWhereTheUserMayWrite) {

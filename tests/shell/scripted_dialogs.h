@@ -84,11 +84,9 @@ class ScriptedDialogs : public UserDialogs {
   private:
     std::optional<FileChoice> AskedFile(const char* what, const FileQuestion& question) {
         fileQuestions.push_back(question);
-        std::optional<FileChoice> answer;
-        if (!files.empty()) {
-            answer = files.front();
-            files.pop_front();
-        }
+        if (files.empty()) files.emplace_back();
+        const std::optional<FileChoice> answer = files.front();
+        files.pop_front();
         return Asked(what, question.start, answer);
     }
     template <typename Answer>

@@ -2,7 +2,6 @@
 
 #include <QIcon>
 #include <QPixmap>
-#include <QScrollBar>
 #include <algorithm>
 #include <cmath>
 
@@ -17,8 +16,9 @@ namespace {
 // The controls, above the end codes that all dialogs have.
 constexpr int kHint = 41101;
 constexpr int kList = 41102;
-constexpr int kOpen = 41103;
-constexpr int kCancelButton = 41104;
+constexpr int kAbout = 41103;
+constexpr int kOpen = 41104;
+constexpr int kCancelButton = 41105;
 
 constexpr QSize kScreen(kScreenColumns* kTilePixels, kScreenRows* kTilePixels);
 constexpr int kMargin = 12;  // around a picture
@@ -51,12 +51,15 @@ CSampleDialog::CSampleDialog(QWidget* parent, const WorkingCopy& copy, Language 
     : CDialogBase(language, parent) {
     AddControl(kHint, hint_);
     AddControl(kList, list_);
+    AddControl(kAbout, about_);
     AddControl(kOpen, openButton_);
     AddControl(kCancelButton, cancelButton_);
     SetBackground(QColor(kPaleBlue));
     SetCloseBoxAlone();
-    hint_.setWordWrap(true);
-    hint_.setTextFormat(Qt::PlainText);
+    for (QLabel* label : {&hint_, &about_}) {
+        label->setWordWrap(true);
+        label->setTextFormat(Qt::PlainText);
+    }
     hint_.setBuddy(&list_);
     FillList(copy);
     row_.addStretch();
@@ -64,7 +67,9 @@ CSampleDialog::CSampleDialog(QWidget* parent, const WorkingCopy& copy, Language 
     row_.addWidget(&cancelButton_);
     layout_.addWidget(&hint_);
     layout_.addWidget(&list_);
+    layout_.addWidget(&about_);
     layout_.addLayout(&row_);
+    connect(&list_, &QListWidget::currentRowChanged, this, &CSampleDialog::ShowAbout);
     openButton_.setDefault(true);
     list_.setFocus();
     connect(&list_, &QListWidget::itemDoubleClicked, this,
@@ -83,17 +88,17 @@ void CSampleDialog::FillList(const WorkingCopy& copy) {
         QIcon icon(pixmap);
         // Chosen or not, the picture has its own colours.
         icon.addPixmap(pixmap, QIcon::Selected);
-        new QListWidgetItem(icon, {}, &list_);
+        list_.addItem(QString());
+        list_.item(list_.count() - 1)->setIcon(icon);
         largest = largest.expandedTo(pixmap.deviceIndependentSize().toSize());
     }
     list_.setIconSize(largest);
-    const QSize cell = largest + QSize(2 * kMargin, 2 * kMargin + fontMetrics().lineSpacing());
+    const QSize cell = largest + QSize(2 * kMargin, kMargin + 2 * fontMetrics().lineSpacing());
     list_.setGridSize(cell);
     list_.setCurrentRow(0);
     // Two pictures side by side; more are scrolled to.
     const int frame = 2 * list_.frameWidth();
-    list_.setMinimumSize(2 * cell.width() + frame,
-                         cell.height() + frame + list_.horizontalScrollBar()->sizeHint().height());
+    list_.setMinimumSize(2 * cell.width() + frame, cell.height() + frame);
 }
 
 const MessageTable& CSampleDialog::Table() const {
@@ -116,9 +121,14 @@ void CSampleDialog::ApplyTexts() {
         const DesignSample& sample = DesignSamples()[static_cast<size_t>(row)];
         QListWidgetItem& item = *list_.item(row);
         item.setText(QtText(sample.name, language));
-        item.setToolTip(QtText(sample.hint, language));
-        item.setData(Qt::AccessibleDescriptionRole, item.toolTip());
+        item.setData(Qt::AccessibleDescriptionRole, QtText(sample.hint, language));
     }
+    ShowAbout();
+}
+
+void CSampleDialog::ShowAbout() {
+    const QListWidgetItem* chosen = list_.currentItem();
+    if (chosen != nullptr) about_.setText(chosen->data(Qt::AccessibleDescriptionRole).toString());
 }
 
 MessageResult CSampleDialog::OnOpen(MessageParam, MessageParam) {

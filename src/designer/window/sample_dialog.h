@@ -26,6 +26,7 @@ class CSampleDialog : public CDialogBase {
   private:
     CSampleDialog(QWidget* parent, const WorkingCopy& copy, Language language);
     void FillList(const WorkingCopy& copy);
+    void ShowAbout();
 
     MessageResult OnOpen(MessageParam wParam, MessageParam lParam);
     MessageResult OnCancel(MessageParam wParam, MessageParam lParam);
@@ -33,6 +34,7 @@ class CSampleDialog : public CDialogBase {
     QVBoxLayout layout_{this};
     QLabel hint_;
     QListWidget list_;
+    QLabel about_;  // the chosen one
     QHBoxLayout row_;
     QPushButton openButton_;
     QPushButton cancelButton_;
