@@ -1,6 +1,7 @@
 #include "designer/window/sample_dialog.h"
 
 #include <QIcon>
+#include <QPainter>
 #include <QPixmap>
 #include <algorithm>
 #include <cmath>
@@ -27,13 +28,22 @@ constexpr int kMargin = 12;  // around a picture
 QImage ImageOf(const Surface& picture) {
     const QImage image(reinterpret_cast<const uchar*>(picture.Pixels().data()), picture.Width(),
                        picture.Height(), QImage::Format_RGB32);
-    return image.scaled(kScreen);  // has pixels of its own
+    // Pixels of its own, and in a form without the byte for opacity, which surfaces leave 0.
+    return image.scaled(kScreen).convertToFormat(QImage::Format_RGB888);
 }
 
-// The picture's pixels are whole numbers of the screen's, whatever the screen's factor.
+// The picture at a whole number of the screen's pixels for each of its own, whatever the screen's
+// factor. Lists stretch an icon to a size in whole units: a border makes this one as large as that,
+// for factors that are quarters.
 QPixmap PixmapOf(const QImage& picture, qreal factor) {
     const int scale = std::max(1, static_cast<int>(std::lround(factor)));
-    QPixmap pixmap = QPixmap::fromImage(picture.scaled(picture.size() * scale));
+    const QImage large = picture.scaled(picture.size() * scale);
+    const auto room = [&](int pixels) {
+        return static_cast<int>(std::lround(4 * factor * std::ceil(pixels / (4 * factor))));
+    };
+    QPixmap pixmap(room(large.width()), room(large.height()));
+    pixmap.fill(Qt::transparent);
+    QPainter(&pixmap).drawImage((pixmap.width() - large.width()) / 2, 0, large);
     pixmap.setDevicePixelRatio(factor);
     return pixmap;
 }
