@@ -33,6 +33,7 @@ constexpr std::array<Switch, 9> kSwitches = {{
     {"DragText", &WorkingCopy::DragText},
 }};
 
+constexpr std::string_view kLastWorkState = "LastWorkState";
 constexpr std::string_view kCustomTextEdit = "CustomTextEdit";
 constexpr std::string_view kHistoryList = "HistoryDataList";
 constexpr std::string_view kHistoryIndex = "HistoryDataIndex";
@@ -116,7 +117,7 @@ void ReadWorkingCopy(WorkingCopy& copy, const SettingsStore& settings) {
     settings.RegReadString(kDesignKey, kCustomTextEdit, copy.CustomTextEdit);
     CountItems(copy);
     RebuildShortLargeCursor(copy.document);
-    const Bytes last = ReadWholeBinary(settings, kDesignKey, "LastWorkState");
+    const Bytes last = ReadWholeBinary(settings, kDesignKey, kLastWorkState);
     if (!last.empty()) ApplyWorkState(last, copy);
     RebuildShortLargeCursor(copy.document);
 }
@@ -129,6 +130,11 @@ void OpenDesigner(EditSession& session, const SettingsStore& settings,
     ReadSteps(session, settings, historyFile);
 }
 
+bool KeepWorkState(const EditSession& session, SettingsStore& settings) {
+    return settings.RegCreateKey(kDesignKey) &&
+           settings.RegWriteBinary(kDesignKey, kLastWorkState, BuildWorkState(session.Copy()));
+}
+
 bool CloseDesigner(EditSession& session, SettingsStore& settings, const fs::path& historyFile) {
     const WorkingCopy& copy = session.Copy();
     bool written = true;
@@ -139,7 +145,7 @@ bool CloseDesigner(EditSession& session, SettingsStore& settings, const fs::path
         const uint8_t value = copy.*entry.value ? 1 : 0;
         write(entry.name, {&value, 1});
     }
-    write("LastWorkState", BuildWorkState(copy));
+    write(kLastWorkState, BuildWorkState(copy));
     written = StoreSteps(session.Steps(), settings, historyFile) && written;
     write("BkgPalettePos", StoredPos(copy.BkgPalettePos));
     write("SpPalettePos", StoredPos(copy.SpPalettePos));

@@ -26,4 +26,7 @@ void OpenDesigner(EditSession& session, const SettingsStore& settings,
 bool CloseDesigner(EditSession& session, SettingsStore& settings,
                    const std::filesystem::path& historyFile = {});
 
+// Writes the work state alone, so that a window that doesn't come to its closing loses little.
+bool KeepWorkState(const EditSession& session, SettingsStore& settings);
+
 }  // namespace bw

@@ -6,9 +6,10 @@
 #include <QVBoxLayout>
 
 #include "designer/history/designer_settings.h"
-#include "designer/window/designer_commands.h"
 #include "designer/window/design_ids.h"
 #include "designer/window/design_parts.h"
+#include "designer/window/designer_commands.h"
+#include "designer/window/file_rows.h"
 #include "shell/framework/texts.h"
 
 namespace bw {
@@ -29,12 +30,13 @@ CDesignDialog::CDesignDialog(const DesignDialogServices& services, Language lang
             AddControl(row.id, control);
         }
     }
+    for (const int id : {kDesignUndo, kDesignRedo})
+        parts_->frame->ControlOf(id).installEventFilter(this);
 }
 
 CDesignDialog::~CDesignDialog() = default;
 
 void CDesignDialog::ApplyTexts() {
-    setWindowTitle(QtText(TextId::kCustomMenu, UiLanguage()));
     parts_->SetLanguage(UiLanguage());
 }
 
@@ -50,16 +52,26 @@ bool CDesignDialog::event(QEvent* event) {
     return CDialogBase::event(event);
 }
 
+// The step's name is worked out when somebody asks.
+bool CDesignDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ToolTip) parts_->ShowUndoTips();
+    return CDialogBase::eventFilter(watched, event);
+}
+
 std::vector<MessageEntry> CDesignDialog::CommandEntries() {
     std::vector<MessageEntry> entries;
-    for (const auto& row : DesignerCommands::Rows()) {
-        const auto handler = [run = row.run](MessageTarget& target, MessageParam, MessageParam) {
-            Parts& parts = *static_cast<CDesignDialog&>(target).parts_;
-            const Parts::Event event(parts);
-            run(parts);
+    const auto add = [&](int id, auto run) {
+        const auto handler = [run](MessageTarget& target, MessageParam, MessageParam) {
+            run(*static_cast<CDesignDialog&>(target).parts_);
             return MessageResult{1};
         };
-        entries.push_back({handler, kMessageCommand, row.id});
+        entries.push_back({handler, kMessageCommand, id});
+    };
+    for (const auto& row : DesignerCommands::Rows())
+        add(row.id, row.run);
+    for (const FileRow& row : FileRows()) {
+        if (row.load != 0) add(row.load, [id = row.load](Parts& parts) { parts.files.Load(id); });
+        if (row.save != 0) add(row.save, [id = row.save](Parts& parts) { parts.files.Save(id); });
     }
     return entries;
 }
@@ -103,8 +115,12 @@ void CDesignDialog::StoreAll() {
 }
 
 MessageResult CDesignDialog::OnClose(MessageParam, MessageParam) {
-    StoreAll();
-    End(kEndCancel);
+    // A save that is under way may fail, which must be told.
+    parts_->files.WhenSaved([this] {
+        parts_->files.GiveUp();
+        StoreAll();
+        End(kEndCancel);
+    });
     return 1;
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "designer/history/edit_session.h"
+#include "designer/window/design_files.h"
 #include "settings/settings_store.h"
 #include "shell/dialogs/user_dialogs.h"
 #include "shell/framework/dialog_base.h"
@@ -22,6 +23,8 @@ struct DesignDialogServices {
     // steps from one opening to the next, and has the design when the window has closed.
     EditSession& session;
     UserDialogs& dialogs;
+    // What the load dialogs offered last; as long as the process.
+    DesignFiles::LastTypes& lastTypes;
 };
 
 class CDesignDialog : public CDialogBase {
@@ -42,6 +45,7 @@ class CDesignDialog : public CDialogBase {
     void ApplyTexts() override;
     void Place() override;
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     class Parts;

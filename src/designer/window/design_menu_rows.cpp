@@ -86,6 +86,9 @@ constexpr MenuRow kRows[] = {
             {kEntry, kDesignZoomOut, kZoomOutEntry, "Ctrl+-"},
             {kEntry, kDesignZoomReset, kZoomResetEntry, "Ctrl+0"},
         kPopupEnd,
+        kSpace,
+        {kToggle, kDesignProblemsPage, kProblemsTitle},
+        {kToggle, kDesignHistoryPage, kHistoryTitle},
     kPopupEnd,
 };
 // clang-format on

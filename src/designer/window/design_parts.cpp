@@ -6,13 +6,20 @@
 #include <QScreen>
 #include <QScrollBar>
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
+#include "designer/gestures/pointer_text.h"
+#include "designer/history/designer_settings.h"
+#include "designer/history/step_names.h"
 #include "designer/tools/list_tools.h"
 #include "designer/tools/text_tools.h"
 #include "designer/tools/tile_tools.h"
+#include "designer/window/design_clipboard.h"
 #include "designer/window/design_ids.h"
 #include "designer/window/design_menu_rows.h"
+#include "designer/window/history_page.h"
+#include "designer/window/problems_page.h"
 #include "settings/setting_names.h"
 #include "shell/framework/placement.h"
 #include "shell/framework/texts.h"
@@ -20,6 +27,9 @@
 namespace bw {
 namespace {
 
+using namespace std::chrono_literals;
+
+constexpr auto kKeepAfter = 20s;
 constexpr int kPanelWidth = 300;
 // What frames, scroll bars, menu and status line take beside the designer's frame.
 constexpr QSize kAround(40, 110);
@@ -56,6 +66,7 @@ CDesignDialog::Parts::Parts(CDesignDialog& owner, const DesignDialogServices& gi
       gestures(given.session, layout),
       menu(owner, DesignMenuRows(), [this](int id) { window.Send(kMessageCommand, id); }),
       inner(&owner),
+      files(*this, given.lastTypes),
       tasks(
           owner.Queue(), [] {}, [this](std::u16string_view reason) { Tell(reason); }),
       keys(owner, {.close = [this] { window.Post(kMessageClose); },
@@ -72,7 +83,11 @@ CDesignDialog::Parts::Parts(CDesignDialog& owner, const DesignDialogServices& gi
                            const Event event(*this);
                            Refresh(gestures.ShiftKeyUp());
                        },
-                   .move = [](int, int, bool) {}}) {
+                   .move =
+                       [this](int x, int y, bool shift) {
+                           const Event event(*this);
+                           MoveByArrow(*this, {x, y}, shift);
+                       }}) {
     inner.setWindowFlags(Qt::Widget);
     frame = new DesignFrame(views);
     scroll.setWidget(frame);
@@ -87,6 +102,12 @@ CDesignDialog::Parts::Parts(CDesignDialog& owner, const DesignDialogServices& gi
         label->setTextFormat(Qt::PlainText);
         label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     }
+    AddPage(new ProblemsPage(*this), "problems", kDesignProblemsPage);
+    AddPage(new HistoryPage(*this), "history", kDesignHistoryPage);
+    Connect();
+}
+
+void CDesignDialog::Parts::Connect() {
     for (const int id : {kDesignCaption, kDesignText})
         keys.LimitText(frame->EditOf(id));
     QObject::connect(
@@ -108,6 +129,28 @@ CDesignDialog::Parts::Parts(CDesignDialog& owner, const DesignDialogServices& gi
     QObject::connect(frame, &DesignFrame::PointerGone, &window, [this] { underPointer.clear(); });
     QObject::connect(frame, &DesignFrame::ZoomWanted, &window,
                      [this](int steps) { SetZoom(zoom + steps); });
+    QObject::connect(frame, &DesignFrame::FilesDropped, &window,
+                     [this](const QStringList& dropped, const QPointF& at) {
+                         std::vector<std::filesystem::path> paths;
+                         for (const QString& file : dropped)
+                             paths.push_back(PathFromQt(file));
+                         if (!files.CanDrop(paths)) return;
+                         files.Drop(frame->ViewAt(at), paths,
+                                    gestures.ShiftDown() ? Shift::kDown : Shift::kUp);
+                     });
+    files.named = [this](const std::filesystem::path& file) {
+        file_ = file;
+        ShowTitle();
+    };
+    files.importPicture = [this](const std::filesystem::path& file, std::optional<Control> view) {
+        ImportPicture(file, view);
+    };
+    // A work state is as much as an hour of work: it is kept in the settings while the window is
+    // open, too.
+    keeper.setSingleShot(true);
+    keeper.setInterval(kKeepAfter);
+    QObject::connect(&keeper, &QTimer::timeout, &window,
+                     [this] { KeepWorkState(Session(), Store()); });
 }
 
 void CDesignDialog::Parts::WhenIdle(std::function<void()> work) {
@@ -177,8 +220,11 @@ void CDesignDialog::Parts::FollowPointer(PointerAct act, const PointerEvent& eve
             Refresh(gestures.MiddlePress());
             break;
         case PointerAct::kRightPress:
+            Refresh(gestures.RightPress(event));
             break;
     }
+    const auto text = PointerText(Copy(), layout, gestures, event, CurrentLanguage());
+    if (FromQt(underPointer.text()) != text) underPointer.setText(ToQt(text));
 }
 
 void CDesignDialog::Parts::EndEvent() {
@@ -192,6 +238,7 @@ void CDesignDialog::Parts::EndEvent() {
     }
     const Views stale = std::exchange(stale_, {});
     if (!stale.Empty()) {
+        if (!keeper.isActive()) keeper.start();
         const Views drawn = views.Update(Copy(), stale, gestures.Bands());
         for (const ViewRow& row : ViewRows())
             if (drawn.Has(row.view)) frame->Of(row.control).ShowChanges();
@@ -282,13 +329,50 @@ void CDesignDialog::Parts::StoreSwitch(std::string_view name, bool on) {
     Store().RegWriteBinary(kDesignKey, name, {&value, 1});
 }
 
-void CDesignDialog::Parts::AddPage(PanelPage& page, const char* name, int command) {
+void CDesignDialog::Parts::AddPage(PanelPage* page, const char* name, int command) {
     auto* dock = new QDockWidget(&inner);
     dock->setObjectName(QString::fromLatin1(name));
-    dock->setWidget(&page);
+    dock->setWidget(page);
     inner.addDockWidget(Qt::RightDockWidgetArea, dock);
-    static_cast<void>(command);
-    pages_.push_back({&page, dock});
+    menu.CheckMenuItem(command, true);
+    QObject::connect(dock->toggleViewAction(), &QAction::toggled, &window,
+                     [this, command](bool shown) { menu.CheckMenuItem(command, shown); });
+    pages_.push_back({page, dock, command});
+}
+
+void CDesignDialog::Parts::TogglePage(int command) {
+    for (const Page& page : pages_)
+        if (page.command == command) page.dock->setVisible(page.dock->isHidden());
+}
+
+void CDesignDialog::Parts::SetShape(TileShape shape) {
+    constexpr std::pair<TileShape, int> kEntries[] = {{TileShape::kPencil, kDesignPencil},
+                                                      {TileShape::kLine, kDesignLine},
+                                                      {TileShape::kRectangle, kDesignRectangle},
+                                                      {TileShape::kFill, kDesignFill}};
+    for (const auto& [of, id] : kEntries)
+        if (of == shape) menu.CheckMenuItem(id, true);
+    WhenIdle([this, shape] {
+        RunWithoutStep([shape](WorkingCopy& copy) {
+            copy.tileShape = shape;
+            return Views();
+        });
+    });
+}
+
+void CDesignDialog::Parts::ShowUndoTips() {
+    frame->ControlOf(kDesignUndo).setToolTip(ToQt(UndoTip(Session(), CurrentLanguage())));
+    frame->ControlOf(kDesignRedo).setToolTip(ToQt(RedoTip(Session(), CurrentLanguage())));
+}
+
+void CDesignDialog::Parts::PastePicture(const QImage&) {}
+void CDesignDialog::Parts::ImportPicture(const std::filesystem::path&, std::optional<Control>) {}
+void CDesignDialog::Parts::AskPicture() {}
+
+void CDesignDialog::Parts::ShowTitle() {
+    QString title = QtText(TextId::kCustomMenu, CurrentLanguage());
+    if (!file_.empty()) title += QStringLiteral(" - ") + PathToQt(file_.filename());
+    window.setWindowTitle(title);
 }
 
 void CDesignDialog::Parts::SetLanguage(Language language) {
@@ -299,6 +383,7 @@ void CDesignDialog::Parts::SetLanguage(Language language) {
         page.dock->setWindowTitle(QtText(page.page->Title(), language));
     }
     underPointer.clear();
+    ShowTitle();
 }
 
 }  // namespace bw

@@ -5,12 +5,14 @@
 #include <QMainWindow>
 #include <QScrollArea>
 #include <QStatusBar>
+#include <QTimer>
 #include <deque>
 #include <optional>
 #include <vector>
 
 #include "designer/pictures/designer_views.h"
 #include "designer/window/design_dialog.h"
+#include "designer/window/design_files.h"
 #include "designer/window/design_frame.h"
 #include "designer/window/design_host.h"
 #include "designer/window/design_keys.h"
@@ -64,6 +66,13 @@ class CDesignDialog::Parts final : public DesignHost {
     // Ends the gesture at hand where the pointer was last.
     void LetGo();
     void SetZoom(int zoom);
+    // Shows or hides the page of the panel behind this command.
+    void TogglePage(int command);
+    void SetShape(TileShape shape);
+    void PastePicture(const QImage& picture);
+    void ImportPicture(const std::filesystem::path& file, std::optional<Control> view);
+    void AskPicture();
+    void ShowUndoTips();
     void RestorePlace();
     void StorePlace();
     // Switches of the settings that are stored at once.
@@ -81,16 +90,20 @@ class CDesignDialog::Parts final : public DesignHost {
     DesignFrame* frame = nullptr;  // in the scroll area
     QLabel underPointer;
     QLabel news;
-    BackgroundTasks tasks;
+    DesignFiles files;
+    BackgroundTasks tasks;  // gone before what they work for
     DesignKeys keys;
-    int zoom = 0;  // 1 to 3; 0 until it is known
+    QTimer keeper;  // after a change
+    int zoom = 0;   // 1 to 3; 0 until it is known
 
   private:
     friend class Event;
     void EndEvent();
     void ShowControls();
     void ShowEnabled();
-    void AddPage(PanelPage& page, const char* name, int command);
+    void AddPage(PanelPage* page, const char* name, int command);
+    void Connect();
+    void ShowTitle();
     bool TryGesture(const PointerEvent& event, Views (GestureMachine::*act)(PointerEvent));
 
     int depth_ = 0;
@@ -101,8 +114,10 @@ class CDesignDialog::Parts final : public DesignHost {
     struct Page {
         PanelPage* page;  // in its dock
         QDockWidget* dock;
+        int command;
     };
     std::vector<Page> pages_;
+    std::filesystem::path file_;  // that the design came from or went to
 };
 
 }  // namespace bw

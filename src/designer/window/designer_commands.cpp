@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QGuiApplication>
+#include <QImage>
 #include <QLineEdit>
 
 #include "designer/tools/attribute_tools.h"
@@ -9,6 +10,7 @@
 #include "designer/tools/map_tools.h"
 #include "designer/tools/text_tools.h"
 #include "designer/tools/tile_tools.h"
+#include "designer/window/design_clipboard.h"
 #include "designer/window/design_ids.h"
 #include "settings/setting_names.h"
 #include "shell/framework/texts.h"
@@ -187,7 +189,24 @@ std::span<const DesignerCommands::Row> DesignerCommands::Rows() {
         {kDesignSwap1And2, Step<ApplyTileTool, kSwap1And2>},
         {kDesignSwap1And3, Step<ApplyTileTool, kSwap1And3>},
         {kDesignSwap2And3, Step<ApplyTileTool, kSwap2And3>},
+        // The clipboard and the keys.
+        {kDesignCut, [](Parts& parts) { CutSelection(parts); }},
+        {kDesignCopy, [](Parts& parts) { CopySelection(parts); }},
+        {kDesignPaste,
+         [](Parts& parts) {
+             PasteSelection(parts,
+                            [&parts](const QImage& picture) { parts.PastePicture(picture); });
+         }},
+        {kDesignDelete, [](Parts& parts) { DeleteSelected(parts); }},
+        {kDesignPencil, [](Parts& parts) { parts.SetShape(TileShape::kPencil); }},
+        {kDesignLine, [](Parts& parts) { parts.SetShape(TileShape::kLine); }},
+        {kDesignRectangle, [](Parts& parts) { parts.SetShape(TileShape::kRectangle); }},
+        {kDesignFill, [](Parts& parts) { parts.SetShape(TileShape::kFill); }},
+        {kDesignOpenSample, [](Parts& parts) { parts.files.OpenSample(); }},
+        {kDesignImportPicture, [](Parts& parts) { parts.AskPicture(); }},
         // The window.
+        {kDesignProblemsPage, [](Parts& parts) { parts.TogglePage(kDesignProblemsPage); }},
+        {kDesignHistoryPage, [](Parts& parts) { parts.TogglePage(kDesignHistoryPage); }},
         {kDesignZoomIn, [](Parts& parts) { parts.SetZoom(parts.zoom + 1); }},
         {kDesignZoomOut, [](Parts& parts) { parts.SetZoom(parts.zoom - 1); }},
         {kDesignZoomReset, [](Parts& parts) { parts.SetZoom(1); }},

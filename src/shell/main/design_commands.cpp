@@ -34,7 +34,7 @@ void DesignCommands::TakeOver() {
 void DesignCommands::Design() {
     if (open_ != nullptr) return;
     Prepare();
-    CDesignDialog dialog({host_.Store(), host_.DesignHistory(), session_, host_.Dialogs()},
+    CDesignDialog dialog({host_.Store(), host_.DesignHistory(), session_, host_.Dialogs(), lastTypes_},
                          host_.CurrentLanguage(), &window_);
     const QScopedValueRollback<CDesignDialog*> open(open_, &dialog);
     dialog.DoModal();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "designer/history/edit_session.h"
+#include "designer/window/design_files.h"
 #include "shell/tasks/list_host.h"
 
 class QWidget;
@@ -44,6 +45,7 @@ class DesignCommands {
     DesignStore& design_;
     QWidget& window_;
     EditSession session_;  // keeps its steps from one opening to the next
+    DesignFiles::LastTypes lastTypes_;
     CDesignDialog* open_ = nullptr;
 };
 
