@@ -8,6 +8,7 @@
 #include "designer/gestures/gesture_places.h"
 #include "designer/pictures/small_views.h"
 #include "designer/tools/pointer_edits.h"
+#include "designer/tools/selection_tools.h"
 
 namespace bw {
 namespace {
