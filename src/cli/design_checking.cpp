@@ -1,6 +1,7 @@
 #include "cli/design_checking.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <variant>
 
@@ -14,6 +15,9 @@
 
 namespace bw {
 namespace {
+
+// For programs, in the order of FindingSeverity.
+constexpr std::array kSeverities{"error", "warning", "note"};
 
 // A place for programs: its kind, and what tells it from others of the kind. Numbers of sprites
 // and texts count from 1, as in the findings' sentences.
@@ -72,7 +76,7 @@ std::string FindingsJson(const std::vector<DesignFinding>& findings) {
     json.BeginArray("problems");
     for (const DesignFinding& finding : findings) {
         json.BeginObject();
-        json.String("severity", SeverityText(finding.severity, Language::kEnglish));
+        json.Utf8("severity", kSeverities[static_cast<size_t>(finding.severity)]);
         json.String("text", finding.text);
         json.Key("place");
         json.BeginObject();

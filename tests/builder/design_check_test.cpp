@@ -285,13 +285,13 @@ TEST(DesignCheck, PassesWhatIsAllRight) {
             AddSprite(copy, {22, 181});
         },
         [](auto& copy) { copy.Store().BkgPalette[4] |= 0x40; },
-        [](auto& copy) { copy.document.ItemPos.Y = 20, copy.Store().ArrowTile.Y = 150; },
+        [](auto& copy) { SetItems(copy, {}, 10, false); },
     };
     size_t number = 0;
     for (const auto& change : changes) {
         WorkingCopy copy = CleanDesign();
         change(copy);
-        if (number++ == 8) copy.AllItemTextList.resize(9);
+        ++number;
         const auto findings = CheckDesign(copy, Language::kEnglish);
         EXPECT_THAT(findings, IsEmpty()) << number << ToUtf8(findings[0].text);
     }

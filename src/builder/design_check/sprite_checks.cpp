@@ -146,16 +146,22 @@ class SpriteCheck {
     }
 
     void CheckCursorOrder() {
+        CheckPartsOfCursor();
+        for (const ConsoleSprite& sprite : sprites_)
+            CheckCursorOver(sprite);
+    }
+
+    // One pair is enough: moving the cursor puts them all right.
+    void CheckPartsOfCursor() {
         const std::vector<ConsoleSprite>& parts = cursors_.front();
         for (size_t i = 1; i < parts.size(); ++i) {
             for (size_t j = 0; j < i; ++j) {
                 if (!OrderMatters(parts[j], parts[i], store_)) continue;
                 findings_.Add(kWarning, TextId::kFindingCursorPartsCross, ScreenObject::kCursor,
                               parts[j].index + 1, parts[i].index + 1);
+                return;
             }
         }
-        for (const ConsoleSprite& sprite : sprites_)
-            CheckCursorOver(sprite);
     }
 
     void CheckCursorOver(const ConsoleSprite& sprite) {

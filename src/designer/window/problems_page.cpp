@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QHash>
 #include <QKeyEvent>
 #include <QStyle>
 #include <algorithm>
@@ -22,14 +23,29 @@ class WrappedRows : public QStyledItemDelegate {
     explicit WrappedRows(const QListView& list) : list_(list) {}
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-        QStyleOptionViewItem inList(option);
-        inList.rect.setRect(0, 0, list_.viewport()->width(), 1);
-        const QSize size = QStyledItemDelegate::sizeHint(inList, index);
-        return {inList.rect.width(), size.height() + 2 * kRowMargin};
+        const int width = list_.viewport()->width();
+        if (width != width_ || option.font != font_ || heights_.size() > kMostKept) {
+            heights_.clear();
+            width_ = width;
+            font_ = option.font;
+        }
+        // Wrapping a text takes far longer than all else, and most rows stay what they were.
+        int& height = heights_[index.data().toString()];
+        if (height == 0) {
+            QStyleOptionViewItem inList(option);
+            inList.rect.setRect(0, 0, width, 1);
+            height = QStyledItemDelegate::sizeHint(inList, index).height() + 2 * kRowMargin;
+        }
+        return {width, height};
     }
 
   private:
+    static constexpr qsizetype kMostKept = 2000;
+
     const QListView& list_;
+    mutable QHash<QString, int> heights_;  // for this width and font
+    mutable int width_ = 0;
+    mutable QFont font_;
 };
 
 }  // namespace
