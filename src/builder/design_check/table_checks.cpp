@@ -1,6 +1,7 @@
 // Colours that the console doesn't show, tiles that nothing shows, and cells without a tile.
 #include <bitset>
 
+#include "builder/design_check/console_sprites.h"
 #include "builder/design_check/design_checks.h"
 #include "builder/tables/design_compile.h"
 #include "designer/model/tiles.h"
@@ -29,13 +30,18 @@ void CheckBackdrop(const DesignStore& store, PatternTable side, FindingList& fin
 // Tiles of the table that a tool would blank, where there is no blank one left.
 void CheckUnused(const WorkingCopy& copy, PatternTable table, FindingList& findings) {
     if (FirstBlankTile(copy.Store(), table, 0) != kTileCount) return;
-    const TileSet used = TilesInUse(copy, table);
+    TileSet used = TilesInUse(copy, table);
+    const bool background = table == PatternTable::kBackground;
+    if (background && copy.Store().BigSprite != 0) {
+        // A tall cursor shows tiles of the background, which the tool doesn't count.
+        for (const TileItem& part : CursorTiles(copy.document))
+            if (part.Tile % 2 == 0) used.set(part.Tile).set(part.Tile | 1u);
+    }
     // Cells and sprites without a tile of their own show tile 0.
     int first = 1;
     while (first < kTileCount && used.test(static_cast<size_t>(first)))
         ++first;
     if (first == kTileCount) return;
-    const bool background = table == PatternTable::kBackground;
     const size_t unused = kTileCount - used.count() - (used.test(0) ? 0 : 1);
     findings.Add(FindingSeverity::kNote,
                  background ? TextId::kFindingUnusedBkgTiles : TextId::kFindingUnusedSpriteTiles,
