@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "design_items.h"
-#include "designer/history/work_state.h"
+#include "designer/tools/list_tools.h"
 #include "designer/tools/text_tools.h"
 #include "designer/tools/tile_tools.h"
 #include "support/text.h"
@@ -22,93 +22,75 @@ WorkingCopy Drawn() {
     return copy;
 }
 
-std::string NameOf(const std::function<void(WorkingCopy&)>& command) {
-    EditSession session(Drawn());
-    session.Run([&](WorkingCopy& copy) {
-        command(copy);
-        return Views::All();
-    });
-    EXPECT_FALSE(StepNames(session.Steps()).Of(1, Language::kChinese).empty());
-    return ToUtf8(StepNames(session.Steps()).Of(1, Language::kEnglish));
-}
-
 TEST(StepNames, TellWhatAStepDid) {
     using Copy = WorkingCopy&;
-    const std::pair<const char*, std::function<void(Copy)>> steps[] = {
-        {"Tile $1F painted", [](Copy c) { FillTile(c.Store(), kBkg, 0x1F, 3); }},
-        {"Sprite tile $02 painted", [](Copy c) { FillTile(c.Store(), kSp, 2, 3); }},
-        {"Sprite tiles changed (256)", [](Copy c) { FillTable(c.Store(), kSp, 3); }},
-        {"Sprite 1 moved", [](Copy c) { c.Store().SpriteTileList[1].X = 99; }},
-        // A sprite that is dragged becomes the last one.
-        {"Sprite 2 moved",
-         [](Copy c) {
-             std::ranges::rotate(c.Store().SpriteTileList, c.Store().SpriteTileList.begin() + 1);
-             c.Store().SpriteTileList.back().Y = 77;
+    const std::pair<const char*, std::function<void(Copy, DesignStore&)>> steps[] = {
+        {"Tile $1F painted", [](Copy, auto& s) { FillTile(s, kBkg, 0x1F, 3); }},
+        {"Sprite tiles changed (256)", [](Copy, auto& s) { FillTable(s, kSp, 3); }},
+        {"Sprite 1 moved", [](Copy, auto& s) { s.SpriteTileList[1].X = 99; }},
+        {"Sprite 2 moved",  // one that is dragged becomes the last one
+         [](Copy, auto& s) {
+             std::ranges::rotate(s.SpriteTileList, s.SpriteTileList.begin() + 1);
+             s.SpriteTileList.back().Y = 77;
          }},
-        {"Order of the sprites", [](Copy c) { std::ranges::reverse(c.Store().SpriteTileList); }},
-        {"Sprites moved (3)",
-         [](Copy c) {
-             for (TileItem& sprite : c.Store().SpriteTileList)
-                 sprite.X += 1;
-         }},
-        {"Sprite 0 changed", [](Copy c) { c.Store().SpriteTileList[0].Flags = 1; }},
+        {"Order of the sprites", [](Copy, auto& s) { std::ranges::reverse(s.SpriteTileList); }},
+        {"Sprites moved (3)", [](Copy c, auto&) { MoveItems(c, kSp, 1, 1); }},
+        {"Sprite 0 changed", [](Copy, auto& s) { s.SpriteTileList[0].Flags = 1; }},
         {"Sprite 1 removed",
-         [](Copy c) { c.Store().SpriteTileList.erase(c.Store().SpriteTileList.begin() + 1); }},
-        {"Sprites removed (3)", [](Copy c) { c.Store().SpriteTileList.clear(); }},
-        {"Tiles placed (14)", [](Copy c) { c.Store().BkgTileList.resize(19); }},
-        {"Tile $1F moved", [](Copy c) { c.Store().BkgTileList[4].Y = 9; }},
+         [](Copy, auto& s) { s.SpriteTileList.erase(s.SpriteTileList.begin() + 1); }},
+        {"Tiles placed (14)", [](Copy, auto& s) { s.BkgTileList.resize(19); }},
+        {"Tile $1F moved", [](Copy, auto& s) { s.BkgTileList[4].Y = 9; }},
         {"Text \"A LONG TEXT OF WORDS\u2026\" added",
-         [](Copy c) { AddText(c, u"A LONG TEXT OF WORDS THAT GOES ON"); }},
-        {"Text \"HELLO\" removed", [](Copy c) { ClearTexts(c); }},
-        {"Text \"HELLO\" moved", [](Copy c) { c.Store().CustomText[0].X = 5; }},
+         [](Copy c, auto&) { AddText(c, u"A LONG TEXT OF WORDS THAT GOES ON"); }},
+        {"Text \"HELLO\" removed", [](Copy c, auto&) { ClearTexts(c); }},
         {"Caption moved",
-         [](Copy c) {
+         [](Copy c, auto&) {
              c.document.CaptionPos = {1, 1};
          }},
-        {"Caption text", [](Copy c) { c.Store().CaptionText = u"NEW"; }},
+        {"Caption text", [](Copy, auto& s) { s.CaptionText = u"NEW"; }},
         {"List moved",
-         [](Copy c) {
+         [](Copy c, auto&) {
              c.document.ItemPos = {1, 1};
          }},
         {"Page number moved",
-         [](Copy c) {
+         [](Copy c, auto&) {
              c.document.PageNumberPos = {1, 1};
          }},
-        {"Cursor moved", [](Copy c) { c.Store().ArrowTile.X = 9; }},
-        {"Cursor changed", [](Copy c) { c.Store().ArrowTileList[2].Palette = 1; }},
-        {"Background palette: entry 5", [](Copy c) { c.Store().BkgPalette[5] ^= 1; }},
-        {"Sprite palette (16 entries)", [](Copy c) { c.Store().SpritePalette.fill(0x3D); }},
-        {"Attributes", [](Copy c) { c.Store().Attributes[7] ^= 1; }},
-        {"Character \"A\" mapped", [](Copy c) { c.Store().CharMapData['A'] = 3; }},
-        {"Characters mapped (40)",
-         [](Copy c) { std::fill_n(c.Store().CharMapData.begin() + 40, 40, 255); }},
-        {"Large cursor on", [](Copy c) { c.document.BigCursor = 1; }},
-        {"Selection", [](Copy c) { c.Store().SpriteTileList[1].Selected = 1; }},
-        {"Selection", [](Copy c) { c.Store().BkgTileSelected[9] = 1; }},
+        {"Cursor moved", [](Copy, auto& s) { s.ArrowTile.X = 9; }},
+        {"Cursor changed", [](Copy, auto& s) { s.ArrowTileList[2].Palette = 1; }},
+        {"Background palette: entry 5", [](Copy, auto& s) { s.BkgPalette[5] ^= 1; }},
+        {"Sprite palette (16 entries)", [](Copy, auto& s) { s.SpritePalette.fill(0x3D); }},
+        {"Attributes", [](Copy, auto& s) { s.Attributes[7] ^= 1; }},
+        {"Character \"A\" mapped", [](Copy, auto& s) { s.CharMapData['A'] = 3; }},
+        {"Characters mapped (40)", [](Copy, auto& s) { std::fill_n(&s.CharMapData[40], 40, 255); }},
+        {"Large cursor on", [](Copy c, auto&) { SetBigCursor(c, true); }},
+        {"Selection", [](Copy, auto& s) { s.SpriteTileList[1].Selected = 1; }},
+        {"Selection", [](Copy, auto& s) { s.BkgTileSelected[9] = 1; }},
         {"Current place",
-         [](Copy c) {
+         [](Copy c, auto&) {
              c.NameCellPos = {3, 3};
          }},
-        // The more telling one first; what merely follows it last.
-        {"Sprite tiles changed (2), Sprites changed (3)",
-         [](Copy c) {
-             for (TileItem& sprite : c.Store().SpriteTileList)
-                 sprite.Tile += 7;
-             FillTile(c.Store(), kSp, 7, 1);
-             FillTile(c.Store(), kSp, 8, 1);
+        {"Sprite tile $07 painted, Sprite 0 changed",  // what merely follows is told last
+         [](Copy, auto& s) {
+             s.SpriteTileList[0].Tile = 7;
+             FillTile(s, kSp, 7, 1);
          }},
         {"Everything",
-         [](Copy c) {
-             FillTable(c.Store(), kSp, 3);
-             FillTable(c.Store(), kBkg, 3);
-             ResetDesign(c);
-             c.Store().CaptionText = u"NEW";
-             c.Store().Attributes.fill(3);
-             c.document.ItemPos = {1, 1};
+         [](Copy c, auto& s) {
+             FillTable(s, kSp, 3);
+             ResetTexts(c);
+             c.document.CaptionPos = c.document.ItemPos = {1, 1};
+             s.CaptionText = u"NEW";
          }},
     };
-    for (const auto& [name, command] : steps)
-        EXPECT_EQ(NameOf(command), name);
+    for (const auto& [name, command] : steps) {
+        EditSession session(Drawn());
+        session.Run([&](WorkingCopy& copy) {
+            command(copy, copy.Store());
+            return Views::All();
+        });
+        EXPECT_EQ(ToUtf8(StepNames(session.Steps()).Of(1, Language::kEnglish)), name);
+    }
     EXPECT_EQ(ToUtf8(NameOfStep({}, WorkState{1, 2}, Language::kEnglish)), "Everything");
 }
 

@@ -48,7 +48,11 @@ class HistoryPageTest : public testing::Test {
                 return PaintPixel(copy, PatternTable::kBackground, {step / 4096 % 8, step / 512});
             });
         }
+        Tell();
+    }
+    void Tell() {
         page.Changed(Views::All());
+        QTest::qWait(60);  // it follows a moment later
     }
     std::string Text(int row, int role = Qt::DisplayRole) {
         return list.model()->index(row, 0).data(role).toString().toStdString();
@@ -74,14 +78,14 @@ TEST_F(HistoryPageTest, ShowsEachStateAndGoesThere) {
     const QRect first = list.visualRect(list.model()->index(2, 0));
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, first.center());
     EXPECT_EQ(host.asked, std::vector<size_t>{2});
-    page.Changed(Views::All());
+    Tell();
     EXPECT_EQ(Text(2, Qt::AccessibleTextRole), "Tile $01 painted, present state");
     EXPECT_EQ(Text(3, Qt::AccessibleTextRole), "Tile $02 painted, undone");
     EXPECT_TRUE(list.model()->index(3, 0).data(Qt::ForegroundRole).isValid());
     QTest::keyClick(&list, Qt::Key_Down);
     QTest::keyClick(&list, Qt::Key_Return);
     EXPECT_EQ(host.asked, (std::vector<size_t>{2, 3}));
-    page.Changed(Views::All());
+    Tell();
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
                       list.visualRect(list.currentIndex()).center());
     EXPECT_EQ(host.asked.size(), 2u) << "that state is the present one";

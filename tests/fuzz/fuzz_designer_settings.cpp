@@ -87,10 +87,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const auto settings = Settings({data, size});
     bw::EditSession session;
     Open(session, *settings);
-    bw::DesignerViews views;
-    views.Update(session.Copy(), bw::Views::All(), {});
+    if (size % 8 == 0) {  // it costs more than all the rest
+        bw::DesignerViews().Update(session.Copy(), bw::Views::All(), {});
+    }
     Edit(session);
-    views.Update(session.Copy(), bw::Views::All(), {});
     Expect(bw::CloseDesigner(session, *settings));
 
     bw::EditSession next;

@@ -7,6 +7,7 @@
 #include <QPalette>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <chrono>
 #include <unordered_map>
 
 #include "designer/history/step_names.h"
@@ -20,6 +21,8 @@ namespace {
 // beside the others and still readable, with more than 4.5 times the ground's light or a part of
 // it.
 constexpr qreal kUndoneShare = 0.65;
+
+constexpr std::chrono::milliseconds kFollowAfter{25};  // longer than a frame of most screens
 
 QColor UndoneText() {
     const QPalette palette = QApplication::palette();
@@ -85,6 +88,8 @@ class HistoryPage::Rows : public QAbstractListModel {
 
   private:
     QString NameOf(int row) const {
+        // States can go before Follow hears of it.
+        if (row > 0 && static_cast<size_t>(row) >= steps_.Count()) return {};
         const auto known = known_.find(row);
         if (known != known_.end()) return known->second;
         return known_[row] = ToQt(names_.Of(static_cast<size_t>(row), language_));
@@ -130,6 +135,9 @@ HistoryPage::HistoryPage(DesignHost& host, QWidget* parent)
     list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     connect(list_, &QListView::clicked, this, &HistoryPage::GoTo);
     connect(list_, &QListView::activated, this, &HistoryPage::GoTo);
+    follow_.setSingleShot(true);
+    follow_.setInterval(kFollowAfter);
+    connect(&follow_, &QTimer::timeout, this, &HistoryPage::Follow);
     SetLanguage(host.CurrentLanguage());
     Follow();
 }
@@ -147,7 +155,7 @@ void HistoryPage::SetLanguage(Language language) {
 }
 
 void HistoryPage::Changed(Views) {
-    if (isVisible()) Follow();
+    if (isVisible() && !follow_.isActive()) follow_.start();
 }
 
 void HistoryPage::showEvent(QShowEvent* event) {

@@ -1,6 +1,8 @@
-// The undo history as a list: a click or Enter goes to a state.
+// The undo history as a list: a click or Enter goes to a state. It follows a change a moment later,
+// so that what the user draws on is painted first, and a held key's steps at once.
 #pragma once
 
+#include <QTimer>
 #include <memory>
 
 #include "designer/window/design_host.h"
@@ -34,6 +36,7 @@ class HistoryPage : public PanelPage {
     DesignHost& host_;
     std::unique_ptr<Rows> rows_;
     QListView* list_;
+    QTimer follow_;
 };
 
 }  // namespace bw
