@@ -128,6 +128,7 @@ TEST_F(MainCommands, DesignsComeAndGoByFiles) {
     std::u16string caption;
     store->RegReadString(kDesignKey, "CaptionText", caption);
     EXPECT_EQ(caption, u"MINE");
+    EXPECT_TRUE(std::filesystem::exists(folder / "design_history")) << "it can be undone";
     const size_t told = dialogs.told.size();
     Start();
     Send(kCommandCustomEnable);

@@ -51,6 +51,7 @@ class MainWindow : public testing::Test {
         window = std::make_unique<CMainDialog>(
             MainDialogServices{.store = *store,
                                .base = folder.Path(),
+                               .designHistory = folder / "design_history",
                                .dialogs = &dialogs,
                                .takeProblem = takeProblem,
                                .listKept = listKept,
