@@ -189,14 +189,15 @@ void MeasurePointer(const bw::WorkingCopy& screen) {
         const bw::Point at{i * 37 % 1088, i * 53 % 864};
         words.push_back(bench::Time([&] {
             const bw::PointerEvent event{.at = at};
-            const auto text = bw::PointerText(session.Copy(), layout, mouse, event,
-                                              bw::Language::kEnglish);
+            const auto text =
+                bw::PointerText(session.Copy(), layout, mouse, event, bw::Language::kEnglish);
             if (text.size() > 1000) std::abort();  // keeps the text
         }));
         bare.push_back(bench::Time([&] { target = session.Copy(); }));
     }
     Report("words for the pointer; bare: a copy of the working copy", {words, bare});
-    std::printf("    worst   ours %.3f ms\n", *std::max_element(words.begin(), words.end()));
+    std::sort(words.begin(), words.end());
+    std::printf("    99 of 100 below %.3f ms\n", words[words.size() * 99 / 100]);
 }
 
 // With 20 texts and 1,024 names: once as a user's design is, with little to tell, and once with all

@@ -10,26 +10,20 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "designer/clipboard/clip_bytes.h"
-#include "designer/history/work_state.h"
 #include "support/text.h"
 
 namespace bw {
 namespace {
 
-// A session without a window; what has to wait for a gesture's end waits for EndGesture.
+// A session without a window.
 class Host : public DesignHost {
   public:
     const EditSession& Session() const override { return session; }
     const GestureMachine& Gestures() const override { return mouse; }
-    void Run(Command command) override {
-        WhenIdle([this, command] { session.Run(command); });
-    }
+    void Run(Command command) override { session.Run(command); }
     void RunWithoutStep(Command command) override { session.RunWithoutStep(command); }
     void GoToStep(size_t) override {}
-    void WhenIdle(std::function<void()> work) override {
-        busy ? waiting.push_back(std::move(work)) : work();
-    }
+    void WhenIdle(std::function<void()> work) override { work(); }
     void Reveal(Control, const Rect&) override {}
     void Tell(std::u16string_view line) override { told = ToUtf8(line); }
     UserDialogs& Dialogs() override { std::abort(); }
@@ -41,19 +35,12 @@ class Host : public DesignHost {
     WorkingCopy& Copy() {
         return *session.RunWithoutStep([](WorkingCopy& copy) { return &copy; });
     }
-    void EndGesture() {
-        busy = false;
-        for (const auto& work : std::exchange(waiting, {}))
-            work();
-    }
 
     EditSession session;
     DesignerLayout layout;
     GestureMachine mouse{session, layout};
     QWidget window;
     std::string told;
-    bool busy = false;
-    std::vector<std::function<void()>> waiting;
 };
 
 void Select(WorkingCopy& copy) {
@@ -75,23 +62,15 @@ TEST(DesignClipboard, CutsInOneSessionAndPastesInAnother) {
     const DesignClip clip = ClipOfSelection(from.Copy());
     CutSelection(from);
     EXPECT_EQ(from.told, "Cut: 1 tile(s), 1 sprite(s).");
-    EXPECT_EQ(from.session.Steps().Count(), 2u);
     EXPECT_EQ(from.Copy().Store().SpriteTileList.size(), 1u);
-    // For other programs there is a picture: the piece of the screen.
-    const QImage picture = QApplication::clipboard()->image();
-    EXPECT_EQ(picture.size(), QSize(8, 8));
-    EXPECT_TRUE(QApplication::clipboard()->mimeData()->hasFormat(QStringLiteral("image/png")));
+    EXPECT_EQ(QApplication::clipboard()->image().size(), QSize(8, 8)) << "of the screen";
 
     Host to;
     to.Copy().BkgTilePos = {15, 15};
     to.Copy().NameCellPos = {31, 29};
-    to.busy = true;
     EXPECT_TRUE(Paste(to).isNull());
-    EXPECT_EQ(to.told, "") << "waits for the gesture";
-    CopySelection(from);  // what was on the clipboard at the key is what comes
-    to.EndGesture();
     EXPECT_EQ(to.told, "Pasted: 1 tile(s), 1 sprite(s).");
-    EXPECT_EQ(StoredClip(ClipOfSelection(to.Copy())).size(), StoredClip(clip).size());
+    EXPECT_EQ(CountsOf(ClipOfSelection(to.Copy())), CountsOf(clip));
     EXPECT_EQ(to.session.Steps().Count(), 2u);
     to.Copy().Store().SpriteTileList.resize(255);
     QApplication::clipboard()->setMimeData(MakeClipData(clip, from.Copy()));
@@ -101,7 +80,6 @@ TEST(DesignClipboard, CutsInOneSessionAndPastesInAnother) {
 
 TEST(DesignClipboard, TakesPicturesAndSaysWhatElseItWants) {
     Host host;
-    const WorkState before = BuildWorkState(host.Copy());
     QImage image(3, 2, QImage::Format_RGB32);
     image.fill(Qt::red);
     QApplication::clipboard()->setImage(image);
@@ -115,9 +93,6 @@ TEST(DesignClipboard, TakesPicturesAndSaysWhatElseItWants) {
     data->setImageData(image);
     QApplication::clipboard()->setMimeData(data);
     EXPECT_FALSE(Paste(host).isNull());
-    QApplication::clipboard()->clear();
-    EXPECT_TRUE(Paste(host).isNull());
-    EXPECT_EQ(BuildWorkState(host.Copy()), before);
     EXPECT_EQ(host.session.Steps().Count(), 0u);
 }
 
@@ -129,10 +104,11 @@ TEST(DesignClipboard, KeysMoveAndDelete) {
     const TileItem& sprite = host.Copy().Store().SpriteTileList[0];
     EXPECT_TRUE(sprite.X == 41 && sprite.Y == 42);
     DeleteSelected(host);
-    EXPECT_EQ(host.session.Steps().Count(), 4u);
     MoveByArrow(host, {1, 0}, false);
     EXPECT_EQ(host.Copy().NameCellPos, (Pos{1, 0}));
     EXPECT_EQ(host.session.Steps().Count(), 4u) << "the current place is no step";
+    CutSelection(host);
+    EXPECT_EQ(host.told, "Copied: 1 tile(s).") << "the tile in use stays";
 }
 
 }  // namespace

@@ -87,6 +87,15 @@ Views DeselectAll(WorkingCopy& copy) {
     return View::kNameTable | View::kBkgTileList | View::kSpriteTileList | View::kCheckBoxes;
 }
 
+bool CanDeleteSelection(const WorkingCopy& copy) {
+    const DesignStore& store = copy.Store();
+    const auto marked = [](const std::array<uint8_t, 256>& marks) {
+        return std::ranges::any_of(marks, [](uint8_t mark) { return mark != 0; });
+    };
+    return AnySelected(store.BkgTileList) || AnySelected(store.SpriteTileList) ||
+           marked(store.BkgTileSelected) || marked(store.SpriteTileSelected);
+}
+
 Views DeleteSelection(WorkingCopy& copy) {
     return RemoveSelectedItems(copy) | BlankSelectedTiles(copy);
 }

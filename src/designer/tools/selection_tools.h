@@ -16,6 +16,8 @@ void DeselectItems(DesignStore& store);
 // Both cursors and the tiles of the tables as well.
 Views DeselectAll(WorkingCopy& copy);
 
+// Whether DeleteSelection has anything to delete.
+bool CanDeleteSelection(const WorkingCopy& copy);
 // Takes the selected items off the screen and blanks the selected tiles.
 Views DeleteSelection(WorkingCopy& copy);
 

@@ -67,7 +67,9 @@ void CopySelection(DesignHost& host) {
 
 void CutSelection(DesignHost& host) {
     host.WhenIdle([&host] {
-        PutOnClipboard(host, TextId::kClipCut);
+        // The tile in use is copied without being selected, and stays then.
+        const bool cuts = CanDeleteSelection(host.Session().Copy());
+        PutOnClipboard(host, cuts ? TextId::kClipCut : TextId::kClipCopied);
         host.Run(DeleteSelection);
     });
 }
