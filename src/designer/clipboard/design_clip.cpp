@@ -101,6 +101,12 @@ Pos TopLeft(const std::vector<TileItem>& items) {
     return corner;
 }
 
+// The current place may stand up to two rows below the screen, in a damaged state anywhere.
+Pos CurrentCell(const WorkingCopy& copy) {
+    return {std::clamp(copy.NameCellPos.X, 0, kScreenColumns - 1),
+            std::clamp(copy.NameCellPos.Y, 0, kScreenRows - 1)};
+}
+
 // One paste: it lives no longer than that.
 class Paster {
   public:
@@ -154,9 +160,8 @@ void Paster::PasteTiles(PatternTable table, const ClipTiles& tiles) {
 void Paster::PasteItems() {
     if (clip_.items.empty()) return;
     const Pos corner = TopLeft(clip_.items);
-    // The current place may stand up to two rows below the screen.
-    shift_ = {copy_.NameCellPos.X - corner.X,
-              std::min(copy_.NameCellPos.Y, kScreenRows - 1) - corner.Y};
+    const Pos cell = CurrentCell(copy_);
+    shift_ = {cell.X - corner.X, cell.Y - corner.Y};
     std::array<std::optional<int>, kCells> palettes;
     for (TileItem item : clip_.items) {
         item.X += shift_.X;
@@ -214,7 +219,7 @@ Pos Paster::PlaceOfSprites() const {
     if (!clip_.items.empty()) return {shift_.X * kTilePixels, shift_.Y * kTilePixels};
     constexpr int32_t kBeside = 4;  // pixels
     const Pos corner = TopLeft(clip_.sprites);
-    const Pos cell{copy_.NameCellPos.X, std::min(copy_.NameCellPos.Y, kScreenRows - 1)};
+    const Pos cell = CurrentCell(copy_);
     // A sprite shows a line below its Y byte.
     Pos shift{cell.X * kTilePixels - corner.X,
               std::max(cell.Y * kTilePixels - 1, kFirstSpriteY) - corner.Y};
