@@ -230,7 +230,7 @@ constexpr TextRow kRows[] = {
     {kPointerOfText, u"\"%s\" of a text", u"文本中的“%s”"},
     {kPointerSprite, u"sprite %d", u"精灵 %d"},
     {kPointerCursor, u"the cursor", u"光标"},
-    {kPointerIndex, u"pixel %d", u"像素 %d"},
+    {kPointerIndex, u"colour index %d", u"颜色索引 %d"},
     {kPointerColour, u"colour $%02X", u"颜色 $%02X"},
     // The designer: what a press would do.
     {kPressBand, u"Drag: selects with a rubber band.", u"拖动：框选。"},

@@ -259,8 +259,7 @@ void DesignFrame::Tell(PointerAct act, const QMouseEvent& event) {
     const Qt::KeyboardModifiers keys = event.modifiers();
     emit Pointer(act, {FramePoint(event.position()), keys.testFlag(Qt::ControlModifier),
                        keys.testFlag(Qt::ShiftModifier),
-                       std::chrono::duration_cast<std::chrono::milliseconds>(
-                           std::chrono::steady_clock::now().time_since_epoch())});
+                       std::chrono::milliseconds(static_cast<int64_t>(event.timestamp()))});
 }
 
 // What happens on a view comes here, since views leave it to their parent; the toolkit keeps the
