@@ -50,7 +50,6 @@ TEST(SelectionTools, ArrowsMoveTheSelectionAsOne) {
         {{}, {{3, 3}}, {kLeast, kLeast}, ArrowStep::kPixel, {{0, 1}}},
         // What lies outside goes along and stays a number.
         {{{kMost, kLeast}}, {{5, 50}}, {2, -2}, ArrowStep::kPixel, {{kMost, kLeast}, {21, 34}}},
-        {{}, {{kLeast, 0}}, {kLeast, 1}, ArrowStep::kCell, {{kLeast, 8}}},
     };
     for (const auto& c : cases) {
         WorkingCopy copy;
