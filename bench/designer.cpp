@@ -1,60 +1,28 @@
-// The designer on a full screen: drawing it, and the cost of a step of its history. The bare sides
-// are the plain copy of the same pixels or bytes.
-#include <algorithm>
 // The designer on a full screen: drawing it, checking it, and the cost of a step of its history.
 // The bare sides are the plain copy of the same pixels or bytes.
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <random>
 
 #include <malloc.h>
 
-#include "common/temporary_folder.h"
-#include "designer/history/designer_settings.h"
-#include "designer/gestures/pointer_text.h"
 #include "builder/design_check/design_check.h"
+#include "common/temporary_folder.h"
+#include "designer/gestures/pointer_text.h"
+#include "designer/history/designer_settings.h"
 #include "designer/history/edit_session.h"
 #include "designer/history/step_names.h"
 #include "designer/history/work_state.h"
 #include "designer/pictures/name_table_picture.h"
 #include "designer/tools/pointer_edits.h"
-#include "designer/tools/text_tools.h"
 #include "designer/tools/tile_tools.h"
+#include "full_screen.h"
 #include "measure.h"
 
 namespace {
 
 constexpr int kRounds = 201;
 constexpr int kSteps = 10'000;
-
-// 960 tiles, 64 sprites, a page of 20 names, texts, grids.
-bw::WorkingCopy FullScreen() {
-    std::mt19937 random(44);
-    const auto byte = [&] { return static_cast<uint8_t>(random()); };
-    bw::WorkingCopy copy;
-    bw::DesignStore& store = copy.Store();
-    for (uint8_t& value : store.ChrData)
-        value = byte();
-    for (uint8_t& value : store.Attributes)
-        value = byte();
-    for (uint8_t& value : store.CharMapData)
-        value = byte();
-    for (int32_t cell = 0; cell < bw::kScreenColumns * bw::kScreenRows; ++cell)
-        store.BkgTileList.push_back({.X = cell % 32, .Y = cell / 32, .Tile = byte()});
-    for (int i = 0; i < 64; ++i) {
-        store.SpriteTileList.push_back({.X = byte(),
-                                        .Y = 1 + byte() % 230,
-                                        .Tile = byte(),
-                                        .Palette = static_cast<uint8_t>(i % 4),
-                                        .Flags = static_cast<uint8_t>(i % 8)});
-    }
-    store.ArrowTileList.resize(4);
-    store.CaptionText = u"64 IN 1";
-    store.CustomText = {{.X = 2, .Y = 28, .Text = u"A SELECT  START PLAYS"}};
-    bw::SetItems(copy, std::vector<std::u16string>(64, u"A NAME OF TWENTY CHARS"), 20, false);
-    copy.ShowPageNumber = copy.DrawLine = true;
-    return copy;
-}
 
 void Report(const char* what, const bench::Pair& times) {
     std::printf("%s\n    median  ours %.3f ms  bare %.3f ms   least %.3f and %.3f ms\n", what,
@@ -203,7 +171,6 @@ void MeasurePointer(const bw::WorkingCopy& screen) {
 // With 20 texts and 1,024 names: once as a user's design is, with little to tell, and once with all
 // that the random one has.
 void MeasureCheck(bw::WorkingCopy copy) {
-    const std::vector<std::u16string> names(1024, u"A NAME OF TWENTY-SIX CHARS");
     const auto measure = [&](const char* what) {
         size_t found = 0;
         const std::vector<std::u16string> source = copy.AllItemTextList;
@@ -214,28 +181,16 @@ void MeasureCheck(bw::WorkingCopy copy) {
                    [&] { target = source; }, [] {}));
         std::printf("    findings: %zu\n", found);
     };
-    copy.document.ItemPos = {4, 6};
-    bw::SetItems(copy, names, 20, false);
-    for (int32_t row = 2; copy.Store().CustomText.size() < 20; ++row)
-        copy.Store().CustomText.push_back({.X = 30 - row, .Y = row, .Text = u"SOME WORDS"});
+    bench::AddNamesAndTexts(copy);
     measure("check of a full screen, 1,024 names");
-    copy.Store().CustomText.clear();
-    for (int32_t i = 0; i < 20; ++i)
-        copy.Store().CustomText.push_back({.X = i % 10 * 3, .Y = 1 + i / 10, .Text = u"AB"});
-    bw::SetDefaultCharMap(copy.Store());
-    copy.Store().BkgPalette = bw::kDefaultBkgPalette;
-    for (size_t i = 0; i < 64; ++i) {
-        bw::TileItem& sprite = copy.Store().SpriteTileList[i];
-        sprite.X = static_cast<int32_t>(i % 8 * 30);
-        sprite.Y = static_cast<int32_t>(1 + i / 8 * 20);
-    }
+    bench::LessenFaults(copy);
     measure("the same, a design with fewer faults");
 }
 
 }  // namespace
 
 int main() {
-    const bw::WorkingCopy copy = FullScreen();
+    const bw::WorkingCopy copy = bench::FullScreen();
     MeasureDrawing(copy);
     MeasureCheck(copy);
     MeasureHistory(copy);

@@ -33,7 +33,8 @@ std::vector<std::string> With(std::vector<std::string> words,
 
 }  // namespace
 
-Desktop::Desktop() : display_(std::to_string(kWidth) + "x" + std::to_string(kHeight)) {
+Desktop::Desktop(int width, int height)
+    : display_(std::to_string(width) + "x" + std::to_string(height)) {
     if (!display_.Problem().empty()) throw SessionLost(display_.Problem());
     manager_.emplace(Run({Program("openbox"), "--sm-disable"}));
     tray_.emplace(Run({Program("trayer"), "--edge", "bottom", "--align", "right", "--width", "10",

@@ -27,7 +27,7 @@ class Desktop {
     static constexpr int kWidth = 1280;
     static constexpr int kHeight = 800;
 
-    Desktop();
+    explicit Desktop(int width = kWidth, int height = kHeight);
 
     const std::string& Display() const { return display_.Name(); }
     // Ends the program that shows tray icons.

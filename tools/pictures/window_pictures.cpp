@@ -4,18 +4,15 @@
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <thread>
 
+#include "looks.h"
 #include "session/program.h"
 #include "session/user_home.h"
 
 namespace bw::test {
 namespace {
-
-constexpr uint32_t kChinese = 40022;
-constexpr uint32_t kEnglish = 40023;
 
 struct Shot {
     const char* name;
@@ -27,31 +24,6 @@ struct Shot {
     bool maximised = false;
     std::function<void(Desktop&, Program&)> more = {};
 };
-
-// Qt reads the colours of a KDE desktop out of this file without any part of KDE.
-std::vector<std::string> DarkDesktop(const std::filesystem::path& folder) {
-    std::filesystem::create_directories(folder);
-    std::ofstream(folder / "kdeglobals") << "[Colors:Window]\n"
-                                            "BackgroundNormal=42,46,50\n"
-                                            "ForegroundNormal=252,252,252\n"
-                                            "[Colors:Button]\n"
-                                            "BackgroundNormal=49,54,59\n"
-                                            "ForegroundNormal=252,252,252\n"
-                                            "[Colors:View]\n"
-                                            "BackgroundNormal=27,30,32\n"
-                                            "BackgroundAlternate=35,38,41\n"
-                                            "ForegroundNormal=252,252,252\n"
-                                            "ForegroundInactive=161,169,177\n"
-                                            "ForegroundLink=29,153,243\n"
-                                            "[Colors:Selection]\n"
-                                            "BackgroundNormal=61,174,233\n"
-                                            "ForegroundNormal=252,252,252\n"
-                                            "[Colors:Tooltip]\n"
-                                            "BackgroundNormal=49,54,59\n"
-                                            "ForegroundNormal=252,252,252\n";
-    return {"XDG_CURRENT_DESKTOP=KDE", "KDE_FULL_SESSION=true", "KDE_SESSION_VERSION=5",
-            "XDG_CONFIG_HOME=" + folder.string(), "XDG_CONFIG_DIRS=" + folder.string()};
-}
 
 // A double click on the window's title, which stands right above it.
 void Maximise(Desktop& desktop, Program& program) {

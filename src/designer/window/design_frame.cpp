@@ -33,6 +33,8 @@ constexpr int kMostZoom = 3;
 constexpr int kFontPixels = 12;    // at the scale 1
 constexpr int kLeastStretch = 65;  // percent of the letters' width
 constexpr int kTextMargin = 8;     // pixels beside a button's text, at the scale 1
+// Of a disabled text's own colour: at least three times the ground's light, or a third of it.
+constexpr float kDisabledShare = 0.55F;
 constexpr int kMarkWidth = 3;
 constexpr auto kMarkTime = 1200ms;
 
@@ -74,6 +76,10 @@ QWidget* MakeControl(const ControlRow& row, QWidget* parent) {
             return new QCheckBox(parent);
     }
     return nullptr;
+}
+
+QColor Ground() {
+    return ThemedColor(QColor::fromRgb(kPaleViolet));
 }
 
 PointerAct PressOf(Qt::MouseButton button) {
@@ -126,6 +132,7 @@ DesignFrame::DesignFrame(const DesignerViews& views) {
     static_cast<QLabel&>(ControlOf(kDesignTextLabel)).setBuddy(&ControlOf(kDesignText));
     ghost_ = new GhostControl(*this);
     mark_ = new MarkFrame(this);
+    PaleDisabled();
     SetScale(1);
 }
 
@@ -308,9 +315,25 @@ bool DesignFrame::event(QEvent* event) {
     return QWidget::event(event);
 }
 
+void DesignFrame::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) PaleDisabled();
+}
+
+void DesignFrame::PaleDisabled() {
+    QPalette paled = palette();
+    const auto pale = [&](QPalette::ColorRole text, const QColor& ground) {
+        const QColor own = paled.color(QPalette::Active, text);
+        paled.setColor(QPalette::Disabled, text, Paled(own, ground, kDisabledShare));
+    };
+    pale(QPalette::WindowText, Ground());
+    pale(QPalette::ButtonText, paled.color(QPalette::Active, QPalette::Button));
+    if (paled != palette()) setPalette(paled);
+}
+
 void DesignFrame::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    painter.fillRect(event->rect(), ThemedColor(QColor::fromRgb(kPaleViolet)));
+    painter.fillRect(event->rect(), Ground());
     // Where the keyboard is.
     for (const CWindowDraw* view : views_) {
         if (!view->hasFocus()) continue;

@@ -68,6 +68,7 @@ class DesignFrame : public QWidget {
 
   protected:
     bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -80,6 +81,8 @@ class DesignFrame : public QWidget {
   private:
     void Tell(PointerAct act, const QMouseEvent& event);
     void Layout();
+    // What is disabled can still be read.
+    void PaleDisabled();
     // Narrows the letters of a text that has no room.
     void FitText(QWidget& control, int width) const;
     QString NameOf(const ControlRow& row, Language language) const;

@@ -11,6 +11,7 @@
 #include <unordered_map>
 
 #include "designer/history/step_names.h"
+#include "shell/framework/colors.h"
 #include "shell/framework/texts.h"
 #include "support/text.h"
 
@@ -20,19 +21,13 @@ namespace {
 // How much of the text's colour a state has that undo has left, the rest being the ground's: pale
 // beside the others and still readable, with more than 4.5 times the ground's light or a part of
 // it.
-constexpr qreal kUndoneShare = 0.65;
+constexpr float kUndoneShare = 0.65F;
 
 constexpr std::chrono::milliseconds kFollowAfter{25};  // longer than a frame of most screens
 
 QColor UndoneText() {
     const QPalette palette = QApplication::palette();
-    const QColor text = palette.color(QPalette::Text);
-    const QColor ground = palette.color(QPalette::Base);
-    const auto mix = [](int one, int other) {
-        return qRound(one * kUndoneShare + other * (1 - kUndoneShare));
-    };
-    return {mix(text.red(), ground.red()), mix(text.green(), ground.green()),
-            mix(text.blue(), ground.blue())};
+    return Paled(palette.color(QPalette::Text), palette.color(QPalette::Base), kUndoneShare);
 }
 
 }  // namespace

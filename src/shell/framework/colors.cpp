@@ -40,6 +40,12 @@ QColor ThemedColor(const QColor& light) {
                             light.alphaF());
 }
 
+QColor Paled(const QColor& text, const QColor& ground, float share) {
+    const auto mix = [share](float one, float other) { return one * share + other * (1 - share); };
+    return QColor::fromRgbF(mix(text.redF(), ground.redF()), mix(text.greenF(), ground.greenF()),
+                            mix(text.blueF(), ground.blueF()));
+}
+
 QColor AccentColor() {
     return OfTheme(kAccent);
 }

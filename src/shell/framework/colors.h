@@ -17,6 +17,9 @@ bool DarkTheme();
 // The colour itself, or with a dark theme one of the same hue that light text can be read on.
 QColor ThemedColor(const QColor& light);
 
+// `text` paled towards its ground: its own share of the colour, from 0 to 1, the rest the ground's.
+QColor Paled(const QColor& text, const QColor& ground, float share);
+
 // The one colour of what stands out: the marks of checked rows, the buttons that build. As a ground
 // it takes the text colour below; texts of its own would be too pale on coloured grounds.
 QColor AccentColor();
