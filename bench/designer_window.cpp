@@ -1,7 +1,7 @@
 // The designer's window over a full screen: 960 tiles, 64 sprites, 20 texts, 1,024 names; the panel
 // is open with its problems and its steps.
-//   from an event of the pointer to the end of the paint event that it causes, the pointer moving
-//     at the pace of a mouse;
+//   from an event of the pointer to the end of the paint event that it causes, at the pace of a
+//     hand;
 //   what follows a change after that (the check for problems, the list of steps);
 //   opening, until nothing is left to do, and closing with 10,000 steps of history;
 //   the processor's time for a window in which nothing is done.
@@ -39,7 +39,8 @@ using std::chrono::milliseconds;
 
 constexpr int kSteps = 10'000;
 constexpr int kOpenings = 11;
-constexpr milliseconds kPace{8};  // between two reports of a mouse
+constexpr milliseconds kPace{12};   // after each event
+constexpr QSize kSize(1500, 1100);  // that all of it shows
 constexpr milliseconds kIdle{10'000};
 
 // Notes when the pictures were last drawn and handed to the display, and how long each timer that
@@ -119,6 +120,9 @@ class Window {
                 QApplication::processEvents(QEventLoop::WaitForMoreEvents);
             FinishEvents();
         });
+        // A display without a screen offers less.
+        dialog_->resize(kSize);
+        FinishEvents();
     }
 
     double Opening() const { return opening_; }
@@ -146,6 +150,8 @@ class Window {
                           up ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
         watch_.painted.reset();
         const auto start = Clock::now();
+        event.setTimestamp(static_cast<quint64>(
+            std::chrono::duration_cast<milliseconds>(start.time_since_epoch()).count()));
         QApplication::sendEvent(dialog_->windowHandle(), &event);
         QCoreApplication::sendPostedEvents();
         const auto end = watch_.painted.value_or(Clock::now());

@@ -20,6 +20,8 @@ using namespace std::chrono_literals;
 
 constexpr int kWidth = 1440;
 constexpr int kHeight = 1020;
+constexpr int kSmallWidth = 910;
+constexpr int kSmallHeight = 740;
 constexpr int kCell = 16;  // of the screen's view
 constexpr int kDragText = 1060;
 
@@ -55,7 +57,7 @@ class Session {
           folder_(std::move(folder)) {
         program_.Await("a game", Cell(1, 1));
         desktop_.Key("ctrl+d");
-        window_ = program_.Await("the designer", DesignerWindow());
+        program_.Await("the designer", DesignerWindow());
     }
     ~Session() {
         program_.Process().Signal(SIGTERM);
@@ -78,18 +80,17 @@ class Session {
         const Seen view = program_.Await("the screen", ById("view_6"));
         return {view.x + cell.x * kCell + kCell / 2, view.y + cell.y * kCell + kCell / 2};
     }
-    // Without the dialogs' frames; `part` of the window, in its pixels, or all of it.
-    void Photograph(const char* name) { Photograph(name, {0, 0}, window_.width, window_.height); }
-    void Photograph(const char* name, Place corner, int width, int height) {
+    // The designer's window without its frame.
+    void Photograph(const char* name) {
+        const Seen window = program_.Await("the designer", DesignerWindow());
         desktop_.Photograph(folder_ / (std::string("designer_") + name + ".png"),
-                            {window_.x + corner.x, window_.y + corner.y}, width, height);
+                            {window.x, window.y}, window.width, window.height);
     }
 
   private:
     Desktop& desktop_;
     Program program_;
     std::filesystem::path folder_;
-    Seen window_;
 };
 
 void TakeAll(const std::filesystem::path& folder) {
@@ -118,8 +119,13 @@ void TakeAll(const std::filesystem::path& folder) {
     }
     in(kEnglish);
     {
-        // The list where some of its names have no room.
+        // The list where some of its names have no room, in a window that is small for a large
+        // picture of it.
         Session session(desktop, home, folder);
+        desktop.Arrange("Custom menu", {20, 40}, kSmallWidth, kSmallHeight);
+        session.Window().Await("the small window", [](const Seen& seen) {
+            return DesignerWindow()(seen) && seen.width == kSmallWidth;
+        });
         session.Window().Click("Drag text", Control(kDragText));
         session.DragOnScreen({9, 13}, {21, 13});
         session.Window().Click("the problem", [](const Seen& seen) {
