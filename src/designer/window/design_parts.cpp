@@ -130,13 +130,12 @@ void CDesignDialog::Parts::Connect() {
     QObject::connect(frame, &DesignFrame::ZoomWanted, &window,
                      [this](int steps) { SetZoom(zoom + steps); });
     QObject::connect(frame, &DesignFrame::FilesDropped, &window,
-                     [this](const QStringList& dropped, const QPointF& at) {
+                     [this](const QStringList& dropped, const QPointF& at, bool shift) {
                          std::vector<std::filesystem::path> paths;
                          for (const QString& file : dropped)
                              paths.push_back(PathFromQt(file));
                          if (!files.CanDrop(paths)) return;
-                         files.Drop(frame->ViewAt(at), paths,
-                                    gestures.ShiftDown() ? Shift::kDown : Shift::kUp);
+                         files.Drop(frame->ViewAt(at), paths, shift ? Shift::kDown : Shift::kUp);
                      });
     files.named = [this](const std::filesystem::path& file) {
         file_ = file;
