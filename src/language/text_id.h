@@ -765,6 +765,27 @@ enum class TextId {
     kDesignNewsEmpty,
     kDrawDesign,
 
+    // A picture that becomes the screen.
+    kPictureToScreen = 11400,
+    kOriginalPicture,
+    kPictureOnScreen,
+    kPictureError,
+    kPictureErrorTip,
+    kKeepPalettes,
+    kKeepTiles,
+    kOrderedDither,
+    kPictureColumnLabel,
+    kPictureRowLabel,
+    kPutIn,
+    kPictureBeingFitted,
+    kPictureNumbers,
+    kPictureWithoutLoss,
+    kPictureCut,
+    kPictureTookLetters,
+    kNoPngPicture,
+    kPictureTooLarge,
+    kPictureHeaderLies,
+    kPictureDamaged,
     // The command line: what it says.
     kUnknownCommand = 12000,
     kUnknownCommandMeant,
@@ -856,6 +877,15 @@ enum class TextId {
     // Checks of designs.
     kHelpCheck = 12300,
     kHelpCheckInput,
+    // Pictures that become screens.
+    kNoCell = 12400,
+    kHelpImportPicture,
+    kHelpPictureAt,
+    kHelpKeepPalettes,
+    kHelpKeepTiles,
+    kHelpDither,
+    kHelpImportReport,
+    kHelpPicture,
 };
 
 }  // namespace bw
