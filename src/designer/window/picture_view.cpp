@@ -1,9 +1,16 @@
 #include "designer/window/picture_view.h"
 
 #include <QPainter>
+#include <QScreen>
 #include <algorithm>
 
 namespace bw {
+namespace {
+
+constexpr int kBesideEachOther = 3;
+constexpr int kLargestSide = 512;  // twice a screen's
+
+}  // namespace
 
 PictureView::PictureView(QWidget* parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -21,7 +28,13 @@ void PictureView::Show(const Surface& picture) {
 }
 
 QSize PictureView::sizeHint() const {
-    return image_.size();
+    if (image_.isNull()) return {};
+    // Three beside each other, with what is around them.
+    const QSize room = (screen()->availableSize() - QSize(100, 300)) / kBesideEachOther;
+    const int scale =
+        std::min({room.width() / image_.width(), kBesideEachOther * room.height() / image_.height(),
+                  kLargestSide / image_.width(), kLargestSide / image_.height()});
+    return image_.size() * std::max(1, scale);
 }
 
 void PictureView::paintEvent(QPaintEvent*) {
