@@ -4,13 +4,45 @@
 
 #include <gmock/gmock.h>
 
+#include "common/temporary_folder.h"
+#include "designer/files/surface_png.h"
 #include "shell/framework/messages.h"
 #include "shell/qt_testing.h"
+#include "shell/scripted_dialogs.h"
+#include "support/files.h"
 
 namespace bw {
 namespace {
 
 constexpr int kNumbers = 41404, kKeepPalettes = 41405, kKeepTiles = 41406, kColumn = 41409;
+
+class Host : public DesignHost {
+  public:
+    EditSession session;
+    ScriptedDialogs dialogs;
+
+    const EditSession& Session() const override { return session; }
+    void Run(Command command) override { session.Run(command); }
+    void WhenIdle(std::function<void()> work) override { work(); }
+    UserDialogs& Dialogs() override { return dialogs; }
+    BackgroundTasks& Tasks() override { return tasks_; }
+    Language CurrentLanguage() const override { return Language::kEnglish; }
+    QWidget& Window() override { return window_; }
+
+    const GestureMachine& Gestures() const override { NotAsked(); }
+    void RunWithoutStep(Command) override { NotAsked(); }
+    void GoToStep(size_t) override { NotAsked(); }
+    void Reveal(Control, const Rect&) override { NotAsked(); }
+    void Tell(std::u16string_view) override { NotAsked(); }
+    SettingsStore& Store() override { NotAsked(); }
+
+  private:
+    [[noreturn]] static void NotAsked() { throw std::logic_error("nothing that an import needs"); }
+
+    QWidget window_;
+    UiQueue queue_;
+    BackgroundTasks tasks_{queue_};
+};
 
 Picture Stripes() {
     Picture picture{.width = 64, .height = 48, .pixels = {}};
@@ -71,6 +103,32 @@ TEST(ImportDialog, FollowsTheLanguageAndShowsNumbersAndPictures) {
         if (const auto folder = qEnvironmentVariable("BANKWEAVER_SCREENSHOTS"); !folder.isEmpty())
             window.grab().save(folder + QLatin1String("/import_dialog.png"));
     });
+}
+
+TEST(ImportDialog, PutsAFileIntoTheDesignAsOneStep) {
+    const TemporaryFolder folder;
+    Surface picture(20, 20, 0x3CBEFF);
+    picture.At({7, 7}) = 0xFFFFFF;
+    ASSERT_TRUE(WriteFile(folder / "good.png", SurfacePng(picture)));
+    ASSERT_TRUE(WriteFile(folder / "bad.png", std::string_view("no picture")));
+    Host host;
+    const auto finished = [&] { return !host.Tasks().AnyRunning(); };
+    for (const char* name : {"bad.png", "none.png"}) {
+        ImportPicture(host, folder / name, {});
+        EXPECT_TRUE(QTest::qWaitFor(finished, 20'000));
+    }
+    EXPECT_THAT(host.dialogs.told, testing::ElementsAre(testing::HasSubstr("bad.png: no PNG"),
+                                                        testing::HasSubstr("none.png: No such")));
+    WhenModal([](QWidget& window) {
+        auto& putIn = ControlOf<QPushButton>(window, kEndOk);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return putIn.isEnabled(); }, 20'000));
+        putIn.click();
+    });
+    ImportPicture(host, folder / "good.png", {-3, 400});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return host.session.Steps().CanUndo(); }, 20'000));
+    EXPECT_THAT(host.session.Copy().Store().BkgTileList, testing::SizeIs(3));
+    host.session.Undo();
+    EXPECT_THAT(host.session.Copy().Store().BkgTileList, testing::IsEmpty());
 }
 
 TEST(ImportDialog, TakesThePixelsOfImages) {
