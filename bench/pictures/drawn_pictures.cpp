@@ -182,9 +182,11 @@ Rgb Bricks(int x, int y) {
                                                 {0x080808, 0xF0F0F0, 0xA0A0A0, 0x505050}};
     const int block = x / 16 + y / 16 * 16;
     const int palette = y < 48 ? 2 : y >= 192 ? 1 : static_cast<int>(Random(block, 3, 5) * 4);
-    const int tile = static_cast<int>(Random(x / 8, y / 8, 6) * 40);
-    const bool joint = tile < 20 && (y % 8 == 7 || (x + y % 16 / 8 * 4) % 8 == 7);
-    const int index = joint ? 0 : static_cast<int>(Random(x % 8 / 2 + tile * 4, y % 8 / 2, 7) * 4);
+    const int along = (x + y / 8 % 2 * 8) % 16;  // each row of bricks half a brick further
+    const bool cracked = Random((x + y / 8 % 2 * 8) / 16, y / 8, 6) > 0.8;
+    int index = along == 15 || y % 8 == 7 ? 0 : along == 0 || y % 8 == 0 ? 2 : 1;
+    if (index == 1 && (y % 8 == 6 || along == 14)) index = 3;
+    if (index == 1 && cracked && (along + y % 8) % 5 == 0) index = 3;
     return FromHex(kColours[palette][index]);
 }
 
