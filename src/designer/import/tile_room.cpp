@@ -64,7 +64,6 @@ DesignRoom RoomFor(const WorkingCopy& copy, const TileArea& area) {
         }
     }
     found.room.free.insert(found.room.free.end(), drawn.begin(), drawn.end());
-    // Signs go before letters and digits, which stand further back.
     if (area.IsWholeScreen() && !used.test(0)) found.reserve.push_back(0);
     return found;
 }

@@ -9,8 +9,8 @@ namespace bw {
 struct DesignRoom {
     TileRoom room;
     // Tiles that letters have which nothing prints yet, as far as is known: for pictures that can't
-    // do without. The last to be taken is tile 0, and that only where the picture hides it all
-    // over.
+    // do without, by their numbers: signs mostly come first. The last to be taken is tile 0, and
+    // that only where the picture hides it all over.
     std::vector<uint8_t> reserve;
 };
 
