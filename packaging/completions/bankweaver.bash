@@ -104,7 +104,6 @@ _bankweaver_cli() {
             if [[ $cur != -* ]]; then
                 case $command in
                     "design render" | "design check") _bankweaver_files '*.@(fcm|fcl|nes)' ;;
-                    "design render") _bankweaver_files '*.@(fcm|fcl|nes)' ;;
                     "design import-picture") _bankweaver_files '*.@(png|fcm)' ;;
                     design*) _bankweaver_files '*.fcm' ;;
                     *) _bankweaver_files '*.@(nes|fcl)' ;;

@@ -11,7 +11,7 @@ namespace bw {
 int PackDesignFolder(const Arguments& arguments) {
     const Language language = SystemLanguage();
     TerminalUser user(arguments, language);
-    const std::filesystem::path file = DesignFile(arguments);
+    const std::filesystem::path file = DesignFileOf(arguments);
     std::vector<uint8_t> bytes;
     DesignProblem problem = PackDesign(FromCurrentFolder(arguments.folder), bytes, language);
     if (!problem) problem = SaveDesign(file, bytes, language);

@@ -64,7 +64,7 @@ class PictureImporter {
     }
 
     DesignProblem Write(const ImportResult& result) {
-        const std::filesystem::path file = DesignFile(arguments_);
+        const std::filesystem::path file = DesignFileOf(arguments_);
         if (auto problem = SaveDesign(file, copy_.document, language_)) return problem;
         user_.NoteWritten(file);
         if (arguments_.report.empty()) return std::nullopt;

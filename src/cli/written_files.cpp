@@ -69,7 +69,7 @@ class Comparison {
             outputs_.push_back(PictureFile(arguments_));
         }
         if (arguments_.command == Command::kDesignImportPicture) {
-            outputs_.push_back(DesignFile(arguments_));
+            outputs_.push_back(DesignFileOf(arguments_));
         }
         if (arguments_.command == Command::kExport) {
             AddExported(FromCurrentFolder(arguments_.folder), outputs_);
@@ -93,7 +93,7 @@ class Comparison {
         // before.
         const fs::path design = FromCurrentFolder(arguments_.design).lexically_normal();
         const bool again =
-            arguments_.command == Command::kDesignImportPicture && design == DesignFile(arguments_);
+            arguments_.command == Command::kDesignImportPicture && design == DesignFileOf(arguments_);
         if (!design.empty() && !again) inputs_.push_back(design);
         if (!arguments_.picture.empty()) inputs_.push_back(FromCurrentFolder(arguments_.picture));
         if (arguments_.settings.ExternMenuEnable) {
@@ -178,7 +178,7 @@ fs::path ListFile(const Arguments& arguments) {
     return WithListExtension(FromCurrentFolder(arguments.output).lexically_normal());
 }
 
-fs::path DesignFile(const Arguments& arguments) {
+fs::path DesignFileOf(const Arguments& arguments) {
     fs::path file = FromCurrentFolder(arguments.output).lexically_normal();
     if (!HasExtension(file, "fcm")) file += ".fcm";
     return file;

@@ -22,6 +22,6 @@ std::optional<Diagnostic> FindOverwritten(const Arguments& arguments, const Gath
 std::filesystem::path RomFile(const Arguments& arguments);
 std::filesystem::path ListFile(const Arguments& arguments);
 std::filesystem::path PictureFile(const Arguments& arguments);
-std::filesystem::path DesignFile(const Arguments& arguments);
+std::filesystem::path DesignFileOf(const Arguments& arguments);
 
 }  // namespace bw

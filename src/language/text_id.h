@@ -496,6 +496,28 @@ enum class TextId {
     kProblemCount,
     kProblemsTip,
 
+    // A picture that becomes the screen.
+    kPictureToScreen = 11400,
+    kOriginalPicture,
+    kPictureOnScreen,
+    kPictureError,
+    kPictureErrorTip,
+    kKeepPalettes,
+    kKeepTiles,
+    kOrderedDither,
+    kPictureColumnLabel,
+    kPictureRowLabel,
+    kPutIn,
+    kPictureBeingFitted,
+    kPictureNumbers,
+    kPictureWithoutLoss,
+    kPictureCut,
+    kPictureTookLetters,
+    kNoPngPicture,
+    kPictureTooLarge,
+    kPictureHeaderLies,
+    kPictureDamaged,
+
     // The undo history of the designer.
     kHistoryTitle = 11500,
     kHistoryTip,
@@ -761,31 +783,9 @@ enum class TextId {
     kZoomInEntry,
     kZoomOutEntry,
     kZoomResetEntry,
-    kPanelEntry,
     kDesignNewsEmpty,
     kDrawDesign,
 
-    // A picture that becomes the screen.
-    kPictureToScreen = 11400,
-    kOriginalPicture,
-    kPictureOnScreen,
-    kPictureError,
-    kPictureErrorTip,
-    kKeepPalettes,
-    kKeepTiles,
-    kOrderedDither,
-    kPictureColumnLabel,
-    kPictureRowLabel,
-    kPutIn,
-    kPictureBeingFitted,
-    kPictureNumbers,
-    kPictureWithoutLoss,
-    kPictureCut,
-    kPictureTookLetters,
-    kNoPngPicture,
-    kPictureTooLarge,
-    kPictureHeaderLies,
-    kPictureDamaged,
     // The command line: what it says.
     kUnknownCommand = 12000,
     kUnknownCommandMeant,
@@ -877,6 +877,7 @@ enum class TextId {
     // Checks of designs.
     kHelpCheck = 12300,
     kHelpCheckInput,
+
     // Pictures that become screens.
     kNoCell = 12400,
     kHelpImportPicture,
