@@ -67,7 +67,7 @@ class CharacterCheck {
     // The designer leaves such a character out, a build takes a question mark for it.
     void TellForeign(char16_t unit, const DesignPlace& place) {
         findings_.Add(FindingSeverity::kWarning, TextId::kFindingForeignCharacter, place,
-                      std::u16string(1, unit), WhereText(place));
+                      std::u16string(1, unit), [&] { return WhereText(place); });
     }
 
     std::u16string WhereText(const DesignPlace& place) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "builder/design_check/design_finding.h"
@@ -16,7 +17,8 @@ class FindingList {
     Language UiLanguage() const { return language_; }
     std::u16string Words(TextId id) const { return LoadText(id, language_); }
 
-    // `arguments` fill the placeholders of the text.
+    // `arguments` fill the placeholders of the text: values, or functions that give one, which are
+    // called only if the finding is told.
     template <typename... Arguments>
     void Add(FindingSeverity severity, TextId kind, const DesignPlace& place,
              const Arguments&... arguments) {
@@ -26,7 +28,7 @@ class FindingList {
             ++group.more;
         } else {
             group.findings.push_back(
-                {severity, kind, FormatText(Words(kind), arguments...), place});
+                {severity, kind, FormatText(Words(kind), Value(arguments)...), place});
         }
     }
 
@@ -35,6 +37,15 @@ class FindingList {
 
   private:
     static constexpr size_t kMostOfAKind = 20;
+
+    template <typename Argument>
+    static auto Value(const Argument& argument) {
+        if constexpr (std::is_invocable_v<const Argument&>) {
+            return argument();
+        } else {
+            return argument;
+        }
+    }
 
     struct Group {
         FindingSeverity severity;

@@ -76,8 +76,10 @@ class OverlapCheck {
                 there = owner;
             } else if (covered == kNobody && there != owner) {
                 covered = there;
-                findings_.Add(kWarning, TextId::kFindingOverlap, place, at % kScreenColumns,
-                              at / kScreenColumns, NameOf(owner), NameOf(covered));
+                findings_.Add(
+                    kWarning, TextId::kFindingOverlap, place, at % kScreenColumns,
+                    at / kScreenColumns, [&] { return NameOf(owner); },
+                    [&] { return NameOf(covered); });
             }
         }
     }

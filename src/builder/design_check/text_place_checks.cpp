@@ -63,7 +63,7 @@ class TextPlaceCheck {
         return false;
     }
 
-    void CheckHiddenRow(int32_t row, const DesignPlace& place, const std::u16string& name) {
+    void CheckHiddenRow(int32_t row, const DesignPlace& place, const auto& name) {
         if (row >= kFirstSafeRow && row <= kLastSafeRow) return;
         findings_.Add(FindingSeverity::kNote, TextId::kFindingHiddenRow, place, row, name,
                       kFirstSafeRow, kLastSafeRow);
@@ -129,8 +129,10 @@ class TextPlaceCheck {
 
     void CheckText(const TextItem& text, size_t index) {
         if (LengthOf(text.Text) == 0) return;
-        const std::u16string name = FormatText(findings_.Words(TextId::kFindingTextNamed),
-                                               index + 1, QuotedStart(text.Text));
+        const auto name = [&] {
+            return FormatText(findings_.Words(TextId::kFindingTextNamed), index + 1,
+                              QuotedStart(text.Text));
+        };
         const std::u16string_view shown = ShownPart(text).text;
         if (LengthOf(shown) == 0) {
             findings_.Add(kWarning, TextId::kFindingTextOutside, PlacedText{index}, name);

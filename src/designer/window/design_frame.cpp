@@ -110,6 +110,7 @@ int FittingZoom(double ratio, const QSize& room) {
 }
 
 DesignFrame::DesignFrame(const DesignerViews& views) {
+    setObjectName(QStringLiteral("design_frame"));
     setAcceptDrops(true);
     setMouseTracking(true);
     setFocusPolicy(Qt::ClickFocus);
@@ -307,7 +308,8 @@ void DesignFrame::dropEvent(QDropEvent* event) {
         if (url.isLocalFile()) files.append(url.toLocalFile());
     }
     event->acceptProposedAction();
-    if (!files.isEmpty()) emit FilesDropped(files, event->position());
+    const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);
+    if (!files.isEmpty()) emit FilesDropped(files, event->position(), shift);
 }
 
 bool DesignFrame::event(QEvent* event) {

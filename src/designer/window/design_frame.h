@@ -63,8 +63,8 @@ class DesignFrame : public QWidget {
     void PointerGone();
     // Ctrl and the wheel, in steps away from the user.
     void ZoomWanted(int steps);
-    // Files or a picture; `at` in pixels of the frame widget.
-    void FilesDropped(const QStringList& files, const QPointF& at);
+    // Files; `at` in pixels of the frame widget, `shift` as the key was then.
+    void FilesDropped(const QStringList& files, const QPointF& at, bool shift);
 
   protected:
     bool event(QEvent* event) override;
