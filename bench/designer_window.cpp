@@ -39,8 +39,9 @@ using std::chrono::milliseconds;
 
 constexpr int kSteps = 10'000;
 constexpr int kOpenings = 11;
-constexpr milliseconds kPace{12};   // after each event
-constexpr QSize kSize(1500, 1100);  // that all of it shows
+constexpr milliseconds kPace{12};        // after each event
+constexpr milliseconds kColourPace{25};  // a colour that comes sooner than 20 ms is passed over
+constexpr QSize kSize(1500, 1100);       // that all of it shows
 constexpr milliseconds kIdle{10'000};
 
 // Notes when the pictures were last drawn and handed to the display, and how long each timer that
@@ -184,12 +185,16 @@ std::vector<double> DragSprite(Window& window, int events) {
     return times;
 }
 
-// A press on each pixel of the tile, which is a step.
+// A press on each pixel of the tile, which is a step each.
 std::vector<double> PaintPixels(Window& window, int events) {
     using bw::Control;
     std::vector<double> times;
     for (int i = 0; i < events; ++i) {
-        window.Pointer(QEvent::MouseButtonPress, Control::kBkgPalette, {i / 64 % 4 * 16 + 8, 8});
+        if (i % 64 == 0) {  // another colour for the whole tile
+            const QPoint colour(i / 64 % 4 * 16 + 8, 8);
+            window.Pointer(QEvent::MouseButtonPress, Control::kBkgPalette, colour);
+            window.Pointer(QEvent::MouseButtonRelease, Control::kBkgPalette, colour);
+        }
         const QPoint at(i % 8 * 16 + 8, i / 8 % 8 * 16 + 8);
         times.push_back(window.Pointer(QEvent::MouseButtonPress, Control::kBkgTileEditor, at));
         window.Pointer(QEvent::MouseButtonRelease, Control::kBkgTileEditor, at);
@@ -197,13 +202,15 @@ std::vector<double> PaintPixels(Window& window, int events) {
     return times;
 }
 
+// The release takes the colour.
 std::vector<double> ChooseColours(Window& window, int events) {
     using bw::Control;
     std::vector<double> times;
     for (int i = 0; i < events; ++i) {
         const QPoint at(i % 13 * 16 + 8, i / 13 % 4 * 16 + 8);
-        times.push_back(window.Pointer(QEvent::MouseButtonPress, Control::kSystemPalette, at));
-        window.Pointer(QEvent::MouseButtonRelease, Control::kSystemPalette, at);
+        window.Pointer(QEvent::MouseButtonPress, Control::kSystemPalette, at);
+        RunFor(kColourPace);
+        times.push_back(window.Pointer(QEvent::MouseButtonRelease, Control::kSystemPalette, at));
     }
     return times;
 }
