@@ -12,6 +12,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
+#include <QStyle>
 #include <QTimer>
 #include <algorithm>
 #include <chrono>
@@ -32,6 +33,7 @@ constexpr QRgb kFocusMark = 0xFF2050C0;
 constexpr int kMostZoom = 3;
 constexpr int kFontPixels = 12;    // at the scale 1
 constexpr int kLeastStretch = 65;  // percent of the letters' width
+constexpr int kCheckMargin = 3;    // pixels behind a check box's text
 constexpr int kTextMargin = 8;     // pixels beside a button's text, at the scale 1
 // Of a disabled text's own colour: at least three times the ground's light, or a third of it.
 constexpr float kDisabledShare = 0.55F;
@@ -185,8 +187,14 @@ void DesignFrame::FitText(QWidget& control, int width) const {
     if (button == nullptr) return;
     QFont letters = button->font();
     letters.setStretch(QFont::Unstretched);
-    const bool check = qobject_cast<const QCheckBox*>(button) != nullptr;
-    const int margin = static_cast<int>((check ? 22 : kTextMargin) * scale_ / devicePixelRatioF());
+    // A check box's square has the size that the style gives it, at any scale.
+    const QStyle& style = *button->style();
+    const int margin =
+        qobject_cast<const QCheckBox*>(button) == nullptr
+            ? static_cast<int>(kTextMargin * scale_ / devicePixelRatioF())
+            : style.pixelMetric(QStyle::PM_IndicatorWidth, nullptr, button) +
+                  style.pixelMetric(QStyle::PM_CheckBoxLabelSpacing, nullptr, button) +
+                  kCheckMargin;
     const int room = std::max(1, width - margin);
     const int needed = QFontMetrics(letters).horizontalAdvance(button->text());
     if (needed > room) {

@@ -35,6 +35,9 @@ constexpr auto kKeepAfter = 20s;
 constexpr int kPanelWidth = 300;
 // What frames, scroll bars, menu and status line take beside the designer's frame.
 constexpr QSize kAround(40, 110);
+// What the window manager puts around a window, which nobody knows before it shows: twice a title's
+// height, since a window is centred without it.
+constexpr QSize kDecoration(16, 64);
 constexpr std::string_view kZoom = "Zoom";
 constexpr std::string_view kPanels = "Panels";
 
@@ -68,6 +71,9 @@ CDesignDialog::Parts::Parts(CDesignDialog& owner, const DesignDialogServices& gi
       gestures(given.session, layout),
       menu(owner, DesignMenuRows(), [this](int id) { window.Send(kMessageCommand, id); }),
       inner(&owner),
+      underPointer([this](const PointerEvent& event) {
+          return PointerText(Copy(), layout, gestures, event, CurrentLanguage());
+      }),
       files(*this, given.lastTypes),
       tasks(
           owner.Queue(), [] {}, [this](std::u16string_view reason) { Tell(reason); }),
@@ -100,7 +106,7 @@ CDesignDialog::Parts::Parts(CDesignDialog& owner, const DesignDialogServices& gi
                          QMainWindow::AllowNestedDocks);
     inner.statusBar()->addWidget(&underPointer, 3);
     inner.statusBar()->addWidget(&news, 1);
-    for (QLabel* label : {&underPointer, &news}) {
+    for (QLabel* label : {static_cast<QLabel*>(&underPointer), &news}) {
         label->setTextFormat(Qt::PlainText);
         label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     }
@@ -129,7 +135,7 @@ void CDesignDialog::Parts::Connect() {
     QObject::connect(
         frame, &DesignFrame::Pointer, &window,
         [this](PointerAct act, const PointerEvent& event) { FollowPointer(act, event); });
-    QObject::connect(frame, &DesignFrame::PointerGone, &window, [this] { underPointer.clear(); });
+    QObject::connect(frame, &DesignFrame::PointerGone, &window, [this] { underPointer.Clear(); });
     QObject::connect(frame, &DesignFrame::ZoomWanted, &window,
                      [this](int steps) { SetZoom(zoom + steps); });
     QObject::connect(frame, &DesignFrame::FilesDropped, &window,
@@ -225,8 +231,7 @@ void CDesignDialog::Parts::FollowPointer(PointerAct act, const PointerEvent& eve
             Refresh(gestures.RightPress(event));
             break;
     }
-    const auto text = PointerText(Copy(), layout, gestures, event, CurrentLanguage());
-    if (FromQt(underPointer.text()) != text) underPointer.setText(ToQt(text));
+    underPointer.Follow(event);
 }
 
 void CDesignDialog::Parts::EndEvent() {
@@ -311,7 +316,7 @@ void CDesignDialog::Parts::RestorePlace() {
     inner.restoreState(QByteArray(reinterpret_cast<const char*>(panels.data()),
                                   static_cast<qsizetype>(panels.size())));
     window.setMinimumSize(400, 300);
-    window.resize((frame->size() + kAround + QSize(kPanelWidth, 0)).boundedTo(room));
+    window.resize((frame->size() + kAround + QSize(kPanelWidth, 0)).boundedTo(room - kDecoration));
     if (StoredPlacement(Store(), kDesignKey)) {
         RestorePlacement(Store(), kDesignKey, window);
     } else {
@@ -401,7 +406,7 @@ void CDesignDialog::Parts::SetLanguage(Language language) {
         page.page->SetLanguage(language);
         page.dock->setWindowTitle(QtText(page.page->Title(), language));
     }
-    underPointer.clear();
+    underPointer.Clear();
     ShowTitle();
 }
 

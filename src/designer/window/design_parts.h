@@ -17,6 +17,7 @@
 #include "designer/window/design_host.h"
 #include "designer/window/design_keys.h"
 #include "designer/window/panel_page.h"
+#include "designer/window/pointer_label.h"
 #include "shell/framework/command_menu.h"
 
 class QDockWidget;
@@ -87,7 +88,7 @@ class CDesignDialog::Parts final : public DesignHost {
     QMainWindow inner;  // frame, panel and status line
     QScrollArea scroll;
     DesignFrame* frame = nullptr;  // in the scroll area
-    QLabel underPointer;
+    PointerLabel underPointer;
     QLabel news;
     DesignFiles files;
     BackgroundTasks tasks;  // gone before what they work for

@@ -63,11 +63,16 @@ void CWindowDraw::ShowChanges() {
 }
 
 void CWindowDraw::focusInEvent(QFocusEvent*) {
-    parentWidget()->update();
+    UpdateAround();
 }
 
 void CWindowDraw::focusOutEvent(QFocusEvent*) {
-    parentWidget()->update();
+    UpdateAround();
+}
+
+void CWindowDraw::UpdateAround() {
+    const QMargins mark(kFocusMark, kFocusMark, kFocusMark, kFocusMark);
+    parentWidget()->update(QRegion(geometry() + mark) - geometry());
 }
 
 void CWindowDraw::paintEvent(QPaintEvent* event) {

@@ -13,6 +13,9 @@ namespace bw {
 // nothing is smoothed. What the pointer does on it goes to the widget that holds it.
 class CWindowDraw : public QWidget {
   public:
+    // The frame's mark of where the keyboard is; pixels around the widget.
+    static constexpr int kFocusMark = 3;
+
     // The surface must live longer and keep its size.
     CWindowDraw(const Surface& surface, QWidget& parent);
 
@@ -33,6 +36,7 @@ class CWindowDraw : public QWidget {
     void focusOutEvent(QFocusEvent* event) override;
 
   private:
+    void UpdateAround();
     // Where the surface begins, in pixels of the screen from the window's corner: the next one at
     // or behind the widget's own corner, which may lie between two.
     QPoint Origin() const;
