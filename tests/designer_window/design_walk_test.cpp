@@ -2,6 +2,7 @@
 // with the document half alone.
 #include <QAbstractButton>
 #include <QLabel>
+#include <QLineEdit>
 #include <random>
 #include <set>
 
