@@ -33,7 +33,10 @@ std::vector<std::string> With(std::vector<std::string> words,
 
 }  // namespace
 
-Desktop::Desktop() : display_(std::to_string(kWidth) + "x" + std::to_string(kHeight)) {
+Desktop::Desktop(int width, int height)
+    : width_(width),
+      height_(height),
+      display_(std::to_string(width) + "x" + std::to_string(height)) {
     if (!display_.Problem().empty()) throw SessionLost(display_.Problem());
     manager_.emplace(Run({Program("openbox"), "--sm-disable"}));
     tray_.emplace(Run({Program("trayer"), "--edge", "bottom", "--align", "right", "--width", "10",
@@ -70,6 +73,22 @@ void Desktop::Drag(Place from, Place to) {
     }
     Append(words, {"sleep", "0.3", "mouseup", "1"});
     Hand(words);
+}
+
+void Desktop::Press() {
+    Hand({"mousedown", "1"});
+}
+
+void Desktop::Release() {
+    Hand({"mouseup", "1"});
+}
+
+void Desktop::HoldKey(const std::string& key) {
+    Hand({"keydown", key});
+}
+
+void Desktop::ReleaseKey(const std::string& key) {
+    Hand({"keyup", key});
 }
 
 void Desktop::Key(const std::string& keys) {
@@ -121,6 +140,10 @@ void Desktop::Photograph(const std::filesystem::path& file, Place corner, int wi
     Run({program->string(), "-window", "root", "-crop", part, "+repage", "+dither", "-colors",
          "255", "-strip", "PNG8:" + file.string()})
         .WaitFor(30s);
+}
+
+void Desktop::Photograph(const std::filesystem::path& file) {
+    Photograph(file, {}, width_, height_);
 }
 
 }  // namespace bw::test
