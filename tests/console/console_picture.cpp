@@ -4,6 +4,7 @@
 
 #include "designer/model/system_palette.h"
 #include "designer/pictures/name_table_picture.h"
+#include "designer/tools/selection_tools.h"
 
 namespace bw::console {
 namespace {
@@ -49,15 +50,17 @@ size_t ExpectPicture(const ConsoleResult& shown, const PixelColour& drawn) {
     return compared;
 }
 
-Surface DrawnScreen(WorkingCopy copy) {
-    copy.markPlaces = copy.MarkCursor = copy.DrawLine = false;
-    copy.Store().ArrowTile.Selected = 0;
-    for (auto* list :
-         {&copy.Store().BkgTileList, &copy.Store().SpriteTileList, &copy.Store().ArrowTileList})
-        for (TileItem& item : *list)
-            item.Selected = 0;
+Surface DrawnScreen(WorkingCopy copy, Marks marks) {
+    DesignStore& store = copy.Store();
+    if (marks == Marks::kWithout) {
+        copy.markPlaces = copy.MarkCursor = copy.DrawLine = false;
+        DeselectAll(copy);
+        --store.ArrowTile.Y;
+        for (TileItem& part : store.ArrowTileList)
+            part.Y += store.BigSprite != 0 ? 1 : 0;
+    }
     TileImage tiles;
-    tiles.Redraw(copy.Store().ChrData, copy.Store().BkgPalette, copy.Store().SpritePalette, {}, {});
+    tiles.Redraw(store.ChrData, store.BkgPalette, store.SpritePalette, {}, {});
     NameTablePicture picture;
     picture.Compose(copy, tiles, {});
     return picture.Picture();

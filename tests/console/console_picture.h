@@ -21,7 +21,10 @@ using PixelColour = std::function<std::optional<Colour>(Point)>;
 // Fails the test at the first pixel that isn't the console's. Gives how many were compared.
 size_t ExpectPicture(const ConsoleResult& shown, const PixelColour& drawn);
 
-// The designer's own picture of the screen, without its marks.
-Surface DrawnScreen(WorkingCopy copy);
+// The designer's own picture of the screen: as its window shows it, or without its marks and with
+// the cursor where the console has it, which for the small one is a line above where the designer
+// draws it and for the large one of tall sprites a line below.
+enum class Marks { kWithMarks, kWithout };
+Surface DrawnScreen(WorkingCopy copy, Marks marks = Marks::kWithout);
 
 }  // namespace bw::console
