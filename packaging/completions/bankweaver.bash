@@ -62,7 +62,7 @@ _bankweaver_cli() {
     fi
     if [[ $command == design ]]; then
         if [[ $COMP_CWORD == 2 ]]; then
-            _bankweaver_words "pack unpack render info check convert --help"
+            _bankweaver_words "pack unpack render info check convert import-picture --help"
             return
         fi
         command="design ${COMP_WORDS[2]}"
@@ -89,6 +89,7 @@ _bankweaver_cli() {
         *" --turning-speed") _bankweaver_words "1 2 3 4" ;;
         *" --format") _bankweaver_words "nes unf bin" ;;
         *" --view") _bankweaver_words "screen tiles" ;;
+        *" --dither") _bankweaver_words "none ordered" ;;
         *" --scale") _bankweaver_words "1 2 3 4 5 6 7 8" ;;
         *" --layers")
             _bankweaver_words \
@@ -103,6 +104,7 @@ _bankweaver_cli() {
             if [[ $cur != -* ]]; then
                 case $command in
                     "design render" | "design check") _bankweaver_files '*.@(fcm|fcl|nes)' ;;
+                    "design import-picture") _bankweaver_files '*.@(png|fcm)' ;;
                     design*) _bankweaver_files '*.fcm' ;;
                     *) _bankweaver_files '*.@(nes|fcl)' ;;
                 esac
@@ -121,6 +123,9 @@ _bankweaver_cli() {
                 "design check") names="$names --json" ;;
                 "design render") names="$names --output --layers --view --scale" ;;
                 "design convert") names="--load --save" ;;
+                "design import-picture")
+                    names="--output --at --keep-palettes --keep-tiles --dither --report"
+                    ;;
                 *) names="" ;;
             esac
             _bankweaver_words "$names --quiet --verbose --help"

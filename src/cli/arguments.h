@@ -8,6 +8,7 @@
 
 #include "builder/input/build_settings.h"
 #include "builder/output/rom_header.h"
+#include "designer/import/picture_import.h"
 
 namespace bw {
 
@@ -21,7 +22,8 @@ enum class Command {
     kDesignRender,
     kDesignInfo,
     kDesignCheck,
-    kDesignConvert
+    kDesignConvert,
+    kDesignImportPicture
 };
 
 // A part of a design and the file that it comes from or goes to.
@@ -39,8 +41,8 @@ struct Arguments {
     bool strict = false;                        // build, export: warnings end it
     bool skipUnsupported = false;               // build, export: leave out what the board can't run
     bool dryRun = false;                        // build: write nothing, tell what would be made
-    // build: the ROM; list: the list file, or empty; design pack: the design; design
-    // render: the picture
+    // build: the ROM; list: the list file, or empty; design pack and import-picture:
+    // the design; design render: the picture
     std::filesystem::path output;
     std::filesystem::path folder;  // export, design: the folder
     std::filesystem::path design;  // build, export: the menu's screen, or empty; design
@@ -51,6 +53,9 @@ struct Arguments {
     std::filesystem::path report;                   // empty: none; "-": standard output
     std::vector<PartFile> loads;                    // design convert, in this order; then the saves
     std::vector<PartFile> saves;
+    // design import-picture
+    std::filesystem::path picture;
+    ImportOptions importing;
     // design render
     std::vector<std::string> layers;  // empty: as the designer shows them
     std::string view = "screen";      // or "tiles"

@@ -4,6 +4,7 @@
 #include "cli/design_checking.h"
 #include "cli/design_commands.h"
 #include "cli/design_convert.h"
+#include "cli/design_import.h"
 #include "cli/design_render.h"
 #include "cli/list_command.h"
 
@@ -31,6 +32,8 @@ int Execute(const Arguments& arguments) {
             return CheckDesignFile(arguments);
         case Command::kDesignConvert:
             return ConvertDesign(arguments);
+        case Command::kDesignImportPicture:
+            return ImportPictureFile(arguments);
     }
     return 1;
 }

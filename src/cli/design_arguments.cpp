@@ -1,6 +1,9 @@
 #include "cli/design_arguments.h"
 
 #include <algorithm>
+#include <charconv>
+#include <string_view>
+#include <system_error>
 
 #include "cli/design_convert.h"
 #include "cli/design_render.h"
@@ -97,6 +100,50 @@ void AddCheckOptions(const CommandOptions& options, Arguments& arguments) {
     AddListOptions(options, arguments.settings);
 }
 
+// "COLUMN,ROW" of a cell of the screen.
+std::optional<Pos> CellOf(const std::string& text) {
+    const size_t comma = text.find(',');
+    if (comma == std::string::npos) return std::nullopt;
+    const auto reads = [](std::string_view digits, int limit, int32_t& number) {
+        const char* end = digits.data() + digits.size();
+        const auto [rest, error] = std::from_chars(digits.data(), end, number);
+        return error == std::errc() && rest == end && number >= 0 && number < limit;
+    };
+    const std::string_view words = text;
+    Pos cell;
+    const bool good = reads(words.substr(0, comma), kScreenColumns, cell.X) &&
+                      reads(words.substr(comma + 1), kScreenRows, cell.Y);
+    return good ? std::optional(cell) : std::nullopt;
+}
+
+void AddImportOptions(const CommandOptions& options, Arguments& arguments) {
+    options.Path("PICTURE", arguments.picture, TextId::kHelpPicture, "")->required();
+    AddFile(options, arguments, TextId::kHelpBaseDesign);
+    options.Output(arguments.output, TextId::kHelpOutputDesign)->required();
+    ImportOptions& importing = arguments.importing;
+    options.Command()
+        .add_option_function<std::string>(
+            "--at", [&](const std::string& value) { importing.at = *CellOf(value); },
+            options.Words(TextId::kHelpPictureAt))
+        ->type_name("COLUMN,ROW")
+        ->check([words = options.Words(TextId::kNoCell)](const std::string& value) {
+            return CellOf(value) ? std::string()
+                                 : ToUtf8(FormatText(ToWide(words), VisibleText(ToWide(value))));
+        });
+    options.Flag("--keep-palettes", importing.keepPalettes, TextId::kHelpKeepPalettes);
+    options.Flag("--keep-tiles", importing.keepTiles, TextId::kHelpKeepTiles);
+    options.Command()
+        .add_option_function<std::string>(
+            "--dither",
+            [&](const std::string& value) {
+                importing.dithering = value == "ordered" ? Dithering::kOrdered : Dithering::kNone;
+            },
+            options.Words(TextId::kHelpDither))
+        ->type_name("none|ordered")
+        ->check(options.OneOf({"none", "ordered"}));
+    options.Path("--report", arguments.report, TextId::kHelpImportReport, "FILE");
+}
+
 }  // namespace
 
 void AddListOptions(const CommandOptions& options, BuildSettings& settings) {
@@ -136,6 +183,10 @@ void AddDesignCommands(const CommandOptions& program, Arguments& arguments) {
     AddPartOption(convert, "--load", arguments.loads, LoadedPartNames(), TextId::kHelpLoadPart);
     AddPartOption(convert, "--save", arguments.saves, SavedPartNames(), TextId::kHelpSavePart)
         ->required();
+
+    AddImportOptions(
+        add("import-picture", TextId::kHelpImportPicture, Command::kDesignImportPicture),
+        arguments);
 }
 
 }  // namespace bw

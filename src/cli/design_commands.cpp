@@ -2,6 +2,7 @@
 
 #include "cli/inputs.h"
 #include "cli/terminal_user.h"
+#include "cli/written_files.h"
 #include "designer/files/design_folder.h"
 #include "support/paths.h"
 
@@ -10,8 +11,7 @@ namespace bw {
 int PackDesignFolder(const Arguments& arguments) {
     const Language language = SystemLanguage();
     TerminalUser user(arguments, language);
-    std::filesystem::path file = FromCurrentFolder(arguments.output);
-    if (!HasExtension(file, "fcm")) file += ".fcm";
+    const std::filesystem::path file = DesignFileOf(arguments);
     std::vector<uint8_t> bytes;
     DesignProblem problem = PackDesign(FromCurrentFolder(arguments.folder), bytes, language);
     if (!problem) problem = SaveDesign(file, bytes, language);

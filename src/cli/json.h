@@ -34,6 +34,12 @@ class Json {
         writer_.Key(key);
         writer_.Int64(value);
     }
+    void Decimal(const char* key, double value) {
+        constexpr int kPlaces = 3;
+        writer_.Key(key);
+        writer_.SetMaxDecimalPlaces(kPlaces);
+        writer_.Double(value);
+    }
     void Key(const char* key) { writer_.Key(key); }
     void Bool(const char* key, bool value) {
         writer_.Key(key);

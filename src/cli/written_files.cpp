@@ -59,7 +59,7 @@ class Comparison {
     void CollectOutputs() {
         const bool builds = arguments_.command == Command::kBuild;
         if (builds && !arguments_.output.empty()) outputs_.push_back(RomFile(arguments_));
-        if (builds && !arguments_.report.empty() && arguments_.report != "-") {
+        if (!arguments_.report.empty() && arguments_.report != "-") {
             outputs_.push_back(FromCurrentFolder(arguments_.report).lexically_normal());
         }
         if (arguments_.command == Command::kList && !arguments_.output.empty()) {
@@ -67,6 +67,9 @@ class Comparison {
         }
         if (arguments_.command == Command::kDesignRender) {
             outputs_.push_back(PictureFile(arguments_));
+        }
+        if (arguments_.command == Command::kDesignImportPicture) {
+            outputs_.push_back(DesignFileOf(arguments_));
         }
         if (arguments_.command == Command::kExport) {
             AddExported(FromCurrentFolder(arguments_.folder), outputs_);
@@ -86,7 +89,13 @@ class Comparison {
         }
         for (const GameEntry& game : gathered_.games)
             inputs_.push_back(TextPath(game.path));
-        if (!arguments_.design.empty()) inputs_.push_back(FromCurrentFolder(arguments_.design));
+        // A design that a picture goes into may be named as the output too: it is read whole
+        // before.
+        const fs::path design = FromCurrentFolder(arguments_.design).lexically_normal();
+        const bool again =
+            arguments_.command == Command::kDesignImportPicture && design == DesignFileOf(arguments_);
+        if (!design.empty() && !again) inputs_.push_back(design);
+        if (!arguments_.picture.empty()) inputs_.push_back(FromCurrentFolder(arguments_.picture));
         if (arguments_.settings.ExternMenuEnable) {
             inputs_.push_back(arguments_.settings.ExternMenuPath);
         }
@@ -167,6 +176,12 @@ fs::path RomFile(const Arguments& arguments) {
 
 fs::path ListFile(const Arguments& arguments) {
     return WithListExtension(FromCurrentFolder(arguments.output).lexically_normal());
+}
+
+fs::path DesignFileOf(const Arguments& arguments) {
+    fs::path file = FromCurrentFolder(arguments.output).lexically_normal();
+    if (!HasExtension(file, "fcm")) file += ".fcm";
+    return file;
 }
 
 fs::path PictureFile(const Arguments& arguments) {

@@ -162,6 +162,22 @@ constexpr TextRow kRows[] = {
     {kHelpCheckInput,
      u"Game images, list files or folders whose names the list is to show",
      u"列表要显示其名称的游戏镜像、列表文件或文件夹"},
+    {kNoCell,
+     u"\"%s\" is no cell of the screen: COLUMN,ROW was expected, 0 to 31 and 0 to 29",
+     u"“%s”不是画面上的位置：应为“列,行”，列为 0 到 31，行为 0 到 29"},
+    {kHelpImportPicture,
+     u"Put a picture on the screen of a design",
+     u"将图片放入设计的画面"},
+    {kHelpPictureAt,
+     u"The cell of its top left corner, COLUMN,ROW",
+     u"左上角所在的位置（列,行）"},
+    {kHelpKeepPalettes, u"Use the palettes that are there", u"使用现有的调色板"},
+    {kHelpKeepTiles, u"Use the tiles that are there, add none", u"只使用现有的图块"},
+    {kHelpDither, u"How colours between two others show", u"中间颜色的显示方式"},
+    {kHelpImportReport,
+     u"Write tiles, cells that lost colours and mean error as JSON; - is standard output",
+     u"以 JSON 写出图块数、丢失颜色的格数和平均误差；- 为标准输出"},
+    {kHelpPicture, u"The picture (.png)", u"图片 (.png)"},
 };
 // clang-format on
 

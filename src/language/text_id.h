@@ -496,6 +496,28 @@ enum class TextId {
     kProblemCount,
     kProblemsTip,
 
+    // A picture that becomes the screen.
+    kPictureToScreen = 11400,
+    kOriginalPicture,
+    kPictureOnScreen,
+    kPictureError,
+    kPictureErrorTip,
+    kKeepPalettes,
+    kKeepTiles,
+    kOrderedDither,
+    kPictureColumnLabel,
+    kPictureRowLabel,
+    kPutIn,
+    kPictureBeingFitted,
+    kPictureNumbers,
+    kPictureWithoutLoss,
+    kPictureCut,
+    kPictureTookLetters,
+    kNoPngPicture,
+    kPictureTooLarge,
+    kPictureHeaderLies,
+    kPictureDamaged,
+
     // The undo history of the designer.
     kHistoryTitle = 11500,
     kHistoryTip,
@@ -761,7 +783,6 @@ enum class TextId {
     kZoomInEntry,
     kZoomOutEntry,
     kZoomResetEntry,
-    kPanelEntry,
     kDesignNewsEmpty,
     kDrawDesign,
 
@@ -856,6 +877,16 @@ enum class TextId {
     // Checks of designs.
     kHelpCheck = 12300,
     kHelpCheckInput,
+
+    // Pictures that become screens.
+    kNoCell = 12400,
+    kHelpImportPicture,
+    kHelpPictureAt,
+    kHelpKeepPalettes,
+    kHelpKeepTiles,
+    kHelpDither,
+    kHelpImportReport,
+    kHelpPicture,
 };
 
 }  // namespace bw

@@ -112,7 +112,11 @@ TEST(Arguments, WrongUsageIsRefusedByName) {
         {"design convert --save video-memory-2000=x", "--save: "},
         {"design convert --save sprites=x --load characters=x", "--load: "},
         {"design render x.fcm -o y --layers list,paint", "\"paint\" is none of background,"},
-        {"design render x.fcm -o y --scale 9", "--scale: \"9\""}};
+        {"design render x.fcm -o y --scale 9", "--scale: \"9\""},
+        {"design import-picture x.png", "-o,--output is missing"},
+        {"design import-picture -o y x.png --at 32,0", "--at: \"32,0\" is no cell"},
+        {"design import-picture -o y x.png --at 3", "--at: \"3\" is no cell"},
+        {"design import-picture -o y x.png --dither much", "--dither: \"much\""}};
     for (const auto& [line, words] : wrong) {
         const auto parsed = Parse(line);
         EXPECT_FALSE(parsed.arguments) << line;

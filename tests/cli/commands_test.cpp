@@ -272,6 +272,25 @@ TEST_F(Commands, SpritesPastTheBankAreRefusedByCheckAndBuild) {
     EXPECT_EQ(Run("design check fuller.fcm one.nes").exitCode, 1);
 }
 
+TEST_F(Commands, PicturesBecomeScreens) {
+    Done("design convert --save design=one");
+    Done("design render one.fcm --scale 1 --layers list,colours -o p");
+    const rapidjson::Document report =
+        Json(Done("design import-picture -q --report - -o two p.png one.fcm"));
+    EXPECT_TRUE(report["tiles"].GetUint() > 0 && report["cellsWithLoss"].GetUint() == 0);
+    EXPECT_EQ(report["meanError"].GetDouble(), 0);
+    EXPECT_THAT(Run("design import-picture --at 2,4 --keep-tiles --keep-palettes --dither ordered "
+                    "--report r.json -o three p.png")
+                    .err,
+                HasSubstr("What hangs over the edge is cut off."));
+    EXPECT_THAT(ReadText(folder_ / "r.json"), HasSubstr("\"cellsWithLoss\": "));
+    WriteText(folder_ / "bad.png", "no picture");
+    ExpectRefused("design import-picture -o new bad.png", "bad.png: no PNG picture");
+    ExpectRefused("design import-picture -o new none.png", "none.png: No such file");
+    ExpectRefused("design import-picture -o new p.png bad.png", "bad.png: no design file");
+    ExpectRefused("design import-picture -o no/folder/x p.png", "x.fcm: No such file");
+}
+
 TEST_F(Commands, DesignsReachTheBuild) {
     Image("good.nes", {1, 1, 0}, 1);
     Pack(kDesignText, "s.fcm");

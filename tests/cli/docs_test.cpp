@@ -31,7 +31,8 @@ TEST(Docs, PageManualAndCompletionHaveTheOptionsOfTheHelp) {
                                                          {"design", "info"},
                                                          {"design", "check"},
                                                          {"design", "render"},
-                                                         {"design", "convert"}};
+                                                         {"design", "convert"},
+                                                         {"design", "import-picture"}};
     for (std::vector<const char*> words : commands) {
         words.insert(words.begin(), {"bankweaver-cli", "help"});
         const std::string help = ParseArguments(static_cast<int>(words.size()), words.data()).text;
@@ -111,6 +112,8 @@ TEST_F(Commands, ExamplesOfThePagesWork) {
     Done("design convert --save design=my_design --save background-tiles=font");
     for (const char* design : {"old.fcm", "their.fcm"})
         fs::copy(folder_ / "my_design.fcm", folder_ / design);
+    for (const char* picture : {"picture", "logo"})
+        Done("design render my_design.fcm --scale 1 -o "s + picture);
     Done("design unpack my_design.fcm -d my_design");
     Done("list -o games games");
     for (const char* source : {"menu.asm", "tables.asm"}) {

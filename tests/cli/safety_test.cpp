@@ -58,6 +58,15 @@ TEST_F(Commands, GamesAreNeverWrittenOver) {
         ExpectRefused(arguments, "games/one.nes. Choose another name.");
     EXPECT_TRUE(ReadText(folder_ / "games/one.nes") == ImageBytes({1, 1, 0}, 1));
 
+    Done("design render -q one.fcm -o p");
+    fs::create_symlink("p.png", folder_ / "link.fcm");
+    fs::create_symlink("one.fcm", folder_ / "alias.fcm");
+    for (const char* arguments :
+         {"link.fcm p.png", "alias.fcm p.png one.fcm", "new --report one.fcm p.png one.fcm",
+          "new --report new.fcm p.png"})
+        ExpectRefused("design import-picture -o "s + arguments, "Choose another name.");
+    Done("design import-picture -o ./one p.png one.fcm");
+
     fs::create_directory(folder_ / "nodir");
     ExpectRefused("build -o old.nes --extern-menu nodir/x/menu.asm games",
                   "Invalid external menu file: ");

@@ -53,7 +53,7 @@ std::map<std::string, int> DeclaredTexts() {
 
 TEST(Language, EveryNameHasOneRowWithATextInEachLanguage) {
     std::vector<int> rows;
-    for (const auto& table : {FixedTexts(), OwnTexts(), CommandLineTexts()}) {
+    for (const auto& table : {FixedTexts(), OwnTexts(), DesignerTexts(), CommandLineTexts()}) {
         for (const TextRow& row : table) {
             rows.push_back(static_cast<int>(row.id));
             for (const auto text : row.texts)
@@ -103,7 +103,7 @@ TEST(Language, TranslationsKeepPlaceholdersAcceleratorsAndLines) {
         std::smatch match;
         return std::regex_search(text, match, marked) ? std::toupper(*match[1].first) : 0;
     };
-    for (const auto& table : {FixedTexts(), OwnTexts(), CommandLineTexts()}) {
+    for (const auto& table : {FixedTexts(), OwnTexts(), DesignerTexts(), CommandLineTexts()}) {
         for (const TextRow& row : table) {
             const std::string first = ToUtf8(row.texts.front());
             for (const auto text : row.texts) {

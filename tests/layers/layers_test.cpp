@@ -34,6 +34,8 @@ const std::map<std::string, std::string> kAllowed{
      kBelowDesigner + "src/designer/model src/designer/pictures src/designer/tools"},
     {"src/designer/history", kBelowDesigner + "src/designer/model"},
     {"src/designer/files", kBelowDesigner + "src/designer/model src/designer/pictures"},
+    {"src/designer/import", kBelowDesigner + "src/designer/model src/designer/pictures "
+                                             "src/designer/tools src/designer/files"},
     {"src/designer/gestures", kBelowDesigner + "src/designer/model src/designer/pictures "
                                                "src/designer/tools src/designer/history"},
     {"src/builder/input", kBelowBuilder},

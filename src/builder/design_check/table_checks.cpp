@@ -5,7 +5,7 @@
 #include "builder/design_check/design_checks.h"
 #include "builder/tables/design_compile.h"
 #include "designer/model/tiles.h"
-#include "designer/tools/map_tools.h"
+#include "designer/tools/used_tiles.h"
 
 namespace bw {
 namespace {

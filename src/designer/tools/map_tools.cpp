@@ -2,88 +2,18 @@
 
 #include <algorithm>
 #include <array>
-#include <bitset>
-#include <string_view>
 #include <utility>
 
 #include "designer/model/tiles.h"
 #include "designer/tools/list_tools.h"
 #include "designer/tools/tile_tools.h"
+#include "designer/tools/used_tiles.h"
 
 namespace bw {
 namespace {
 
 constexpr int kFirstCode = 32;  // the characters of the font
 constexpr int kCodeCount = 64;
-
-using ByteSet = std::bitset<256>;
-
-void AddCharacters(ByteSet& set, std::u16string_view text) {
-    for (const char16_t character : text)
-        if (character < set.size()) set.set(character);
-}
-
-// The digits that page numbers need: up to the number of pages, 9 at most.
-int LastDigit(const WorkingCopy& copy) {
-    if (copy.PageItemCount <= 0) return 0;
-    const int64_t count = static_cast<int64_t>(copy.AllItemTextList.size());
-    return static_cast<int>(
-        std::min<int64_t>(9, (count + copy.PageItemCount - 1) / copy.PageItemCount));
-}
-
-// The characters that the menu prints by the map. The texts placed on the screen are not among them
-// in MapUsedCharacters and are in ClearUnusedBkgTiles, so the caller adds those.
-ByteSet PrintedCharacters(const WorkingCopy& copy) {
-    ByteSet set;
-    for (const std::u16string& name : copy.AllItemTextList)
-        AddCharacters(set, name);
-    AddCharacters(set, copy.Store().CaptionText);
-    if (copy.ShowPageNumber) {
-        AddCharacters(set, copy.PageNumberText);
-        for (int digit = 0; digit <= LastDigit(copy); ++digit)
-            set.set(size_t{'0'} + static_cast<size_t>(digit));
-    }
-    return set;
-}
-
-// Tall sprites of an even number show a pair of the background table.
-void AddBkgTilesOfSprites(ByteSet& tiles, const DesignStore& store) {
-    if (store.BigSprite == 0) return;
-    for (const TileItem& sprite : store.SpriteTileList) {
-        if (sprite.Tile % 2 != 0) continue;
-        tiles.set(sprite.Tile);
-        tiles.set(sprite.Tile | 1u);
-    }
-}
-
-TileSet BkgTilesInUse(const WorkingCopy& copy) {
-    const DesignStore& store = copy.Store();
-    ByteSet characters = PrintedCharacters(copy);
-    for (const TextItem& text : store.CustomText)
-        AddCharacters(characters, text.Text);
-    TileSet used;
-    for (size_t code = 0; code < characters.size(); ++code)
-        if (characters.test(code)) used.set(store.CharMapData[code]);
-    for (const TileItem& item : store.BkgTileList)
-        used.set(item.Tile);
-    AddBkgTilesOfSprites(used, store);
-    return used;
-}
-
-TileSet SpriteTilesInUse(const WorkingCopy& copy) {
-    const DesignStore& store = copy.Store();
-    const bool tall = store.BigSprite != 0;
-    TileSet used;
-    const auto add = [&](const TileItem& item) {
-        used.set(tall ? item.Tile & 0xFEu : item.Tile);
-        used.set(tall ? item.Tile | 1u : item.Tile);
-    };
-    for (const std::vector<TileItem>* list : {&store.SpriteTileList, &store.ArrowTileList})
-        for (const TileItem& item : *list)
-            if (!tall || item.Tile % 2 != 0) add(item);
-    add(store.ArrowTile);  // whatever its parity
-    return used;
-}
 
 void CopyCharacter(DesignStore& store, int code, int tile) {
     std::ranges::copy(FontTile(store, code),
@@ -186,17 +116,14 @@ Views MapUsedCharacters(WorkingCopy& copy) {
     return TableViews(PatternTable::kBackground) | View::kSourceStrip | View::kTargetStrip;
 }
 
-TileSet TilesInUse(const WorkingCopy& copy, PatternTable table) {
-    return table == PatternTable::kBackground ? BkgTilesInUse(copy) : SpriteTilesInUse(copy);
-}
-
 Views ClearUnusedBkgTiles(WorkingCopy& copy) {
-    BlankUnused(copy.Store(), PatternTable::kBackground, BkgTilesInUse(copy));
+    BlankUnused(copy.Store(), PatternTable::kBackground,
+                TilesInUse(copy, PatternTable::kBackground));
     return TableViews(PatternTable::kBackground);
 }
 
 Views ClearUnusedSpriteTiles(WorkingCopy& copy) {
-    BlankUnused(copy.Store(), PatternTable::kSprites, SpriteTilesInUse(copy));
+    BlankUnused(copy.Store(), PatternTable::kSprites, TilesInUse(copy, PatternTable::kSprites));
     return TableViews(PatternTable::kSprites);
 }
 

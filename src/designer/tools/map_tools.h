@@ -3,8 +3,6 @@
 // that are out of date.
 #pragma once
 
-#include <bitset>
-
 #include "designer/model/views.h"
 #include "designer/model/working_copy.h"
 
@@ -16,10 +14,6 @@ Views MapAllCharacters(WorkingCopy& copy);
 
 // The same for those characters that names, caption and page numbers use; the map is emptied first.
 Views MapUsedCharacters(WorkingCopy& copy);
-
-// The tiles of a table that something on the screen shows. Cells without a tile count for none.
-using TileSet = std::bitset<kTileCount>;
-TileSet TilesInUse(const WorkingCopy& copy, PatternTable table);
 
 // Blanks the tiles that aren't in use.
 Views ClearUnusedBkgTiles(WorkingCopy& copy);

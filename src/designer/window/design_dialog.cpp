@@ -93,6 +93,9 @@ MessageResult CDesignDialog::OnInitDialog(MessageParam, MessageParam) {
     OpenDesigner(services.session, services.store, services.history);
     parts_->frame->EditOf(kDesignText).setText(ToQt(parts_->Copy().CustomTextEdit));
     parts_->Refresh(Views::All());
+    if (!IsDesigned(parts_->Copy().Store())) {
+        parts_->Tell(LoadText(TextId::kDesignNewsEmpty, UiLanguage()));
+    }
     // The marks of the layers start unset, and their commands turn them: mark and layer agree.
     const WorkingCopy& copy = parts_->Copy();
     const std::pair<bool, int> layers[] = {

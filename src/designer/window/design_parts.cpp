@@ -19,6 +19,8 @@
 #include "designer/window/design_ids.h"
 #include "designer/window/design_menu_rows.h"
 #include "designer/window/history_page.h"
+#include "designer/window/import_dialog.h"
+#include "designer/window/last_design_file.h"
 #include "designer/window/problems_page.h"
 #include "settings/setting_names.h"
 #include "shell/framework/placement.h"
@@ -110,19 +112,20 @@ CDesignDialog::Parts::Parts(CDesignDialog& owner, const DesignDialogServices& gi
 void CDesignDialog::Parts::Connect() {
     for (const int id : {kDesignCaption, kDesignText})
         keys.LimitText(frame->EditOf(id));
+    // What the boxes hold, not what is told: an edit may have been cut in between.
+    const auto typed = [this](int id) { return FromQt(frame->EditOf(id).text()); };
     QObject::connect(
-        &frame->EditOf(kDesignCaption), &QLineEdit::textChanged, &window,
-        [this](const QString& text) {
-            if (FromQt(text) == Copy().captionBox) return;
-            RunWithoutStep([&](WorkingCopy& copy) { return SetCaption(copy, FromQt(text)); });
+        &frame->EditOf(kDesignCaption), &QLineEdit::textChanged, &window, [this, typed] {
+            if (typed(kDesignCaption) == Copy().captionBox) return;
+            RunWithoutStep(
+                [&](WorkingCopy& copy) { return SetCaption(copy, typed(kDesignCaption)); });
         });
-    QObject::connect(&frame->EditOf(kDesignText), &QLineEdit::textChanged, &window,
-                     [this](const QString& text) {
-                         RunWithoutStep([&](WorkingCopy& copy) {
-                             copy.CustomTextEdit = FromQt(text);
-                             return Views();
-                         });
-                     });
+    QObject::connect(&frame->EditOf(kDesignText), &QLineEdit::textChanged, &window, [this, typed] {
+        RunWithoutStep([&](WorkingCopy& copy) {
+            copy.CustomTextEdit = typed(kDesignText);
+            return Views();
+        });
+    });
     QObject::connect(
         frame, &DesignFrame::Pointer, &window,
         [this](PointerAct act, const PointerEvent& event) { FollowPointer(act, event); });
@@ -141,8 +144,8 @@ void CDesignDialog::Parts::Connect() {
         file_ = file;
         ShowTitle();
     };
-    files.importPicture = [this](const std::filesystem::path& file, std::optional<Control> view) {
-        ImportPicture(file, view);
+    files.importPicture = [this](const std::filesystem::path& file, std::optional<Control>) {
+        ImportPicture(*this, file, {});
     };
     // A work state is as much as an hour of work: it is kept in the settings while the window is
     // open, too.
@@ -243,7 +246,9 @@ void CDesignDialog::Parts::EndEvent() {
             if (drawn.Has(row.view)) frame->Of(row.control).ShowChanges();
         if (drawn.Has(View::kCheckBoxes)) ShowControls();
         if (drawn.Has(View::kCaptionBox)) {
-            frame->EditOf(kDesignCaption).setText(ToQt(Copy().captionBox));
+            QLineEdit& box = frame->EditOf(kDesignCaption);
+            const QString text = ToQt(Copy().captionBox);
+            if (box.text() != text) box.setText(text);  // the box's cursor stays where it is
         }
         const bool tiles = drawn.Has(View::kBkgTiles) || drawn.Has(View::kSpriteTiles);
         frame->Dragged().Show(gestures.DraggedPicture(), views.Tiles(), tiles, frame->Scale());
@@ -364,9 +369,24 @@ void CDesignDialog::Parts::ShowUndoTips() {
     frame->ControlOf(kDesignRedo).setToolTip(ToQt(RedoTip(Session(), CurrentLanguage())));
 }
 
-void CDesignDialog::Parts::PastePicture(const QImage&) {}
-void CDesignDialog::Parts::ImportPicture(const std::filesystem::path&, std::optional<Control>) {}
-void CDesignDialog::Parts::AskPicture() {}
+// At the current place, where the picture has room there.
+void CDesignDialog::Parts::PastePicture(const QImage& picture) {
+    const Pos at = Copy().NameCellPos;
+    const bool fits = at.X * kTilePixels + picture.width() <= kScreenColumns * kTilePixels &&
+                      at.Y * kTilePixels + picture.height() <= kScreenRows * kTilePixels;
+    ImportPicture(*this, PictureOf(picture), fits ? at : Pos());
+}
+
+void CDesignDialog::Parts::AskPicture() {
+    FileQuestion question;
+    question.title = LoadText(TextId::kPictureToScreen, CurrentLanguage());
+    question.start = LastDesignFolder(Store());
+    question.types = {{u"png", "png"}};
+    const auto choice = Dialogs().AskFileToOpen(question);
+    if (!choice) return;
+    KeepLastDesignFile(Store(), choice->path);
+    ImportPicture(*this, choice->path, {});
+}
 
 void CDesignDialog::Parts::ShowTitle() {
     QString title = QtText(TextId::kCustomMenu, CurrentLanguage());

@@ -70,7 +70,6 @@ class CDesignDialog::Parts final : public DesignHost {
     void TogglePage(int command);
     void SetShape(TileShape shape);
     void PastePicture(const QImage& picture);
-    void ImportPicture(const std::filesystem::path& file, std::optional<Control> view);
     void AskPicture();
     void ShowUndoTips();
     void RestorePlace();
