@@ -125,14 +125,11 @@ void Artist::Drag(const std::vector<Point>& path, const std::string& key) {
 
 void Artist::Press(int control, const Command& command, bool step) {
     const bool before = ClickControl(control).Checked();
-    if (step) {
-        session_.Run(command);
-    } else {
-        session_.RunWithoutStep(command);
-        screen_.Await("the turned switch", [&](const Seen& seen) {
-            return Control(control)(seen) && seen.Checked() != before;
-        });
-    }
+    if (step) return Follow(command);
+    session_.RunWithoutStep(command);
+    screen_.Await("the turned switch", [&](const Seen& seen) {
+        return Control(control)(seen) && seen.Checked() != before;
+    });
     AwaitSame();
 }
 
@@ -140,25 +137,34 @@ void Artist::Press(int control, const Command& command, bool step) {
 void Artist::Menu(const std::string& keys, TextId entry, const Command& command) {
     hand_.Key(keys);
     screen_.Menu({ToUtf8(LoadText(entry, kLanguage))});
-    session_.Run(command);
-    AwaitSame();
+    Follow(command);
 }
 
 void Artist::Key(const std::string& keys, const Command& command) {
     hand_.Key(keys);
+    Follow(command);
+}
+
+void Artist::Follow(const Command& command) {
     session_.Run(command);
     AwaitSame();
 }
 
 void Artist::Write(int control, const std::string& text, const Command& command) {
-    ClickControl(control);
-    screen_.Await("the box with the keyboard",
-                  [&](const Seen& seen) { return Control(control)(seen) && seen.Focused(); });
-    screen_.Retype(text);
-    screen_.Await("the text " + text,
-                  [&](const Seen& seen) { return Control(control)(seen) && seen.value == text; });
+    WriteInto(control, text);
     session_.RunWithoutStep(command);
     AwaitSame();
+}
+
+void Artist::WriteInto(int control, const std::string& text) {
+    const auto awaitBox = [&](const std::string& what, auto wanted) {
+        screen_.Await(what,
+                      [&](const Seen& seen) { return Control(control)(seen) && wanted(seen); });
+    };
+    ClickControl(control);
+    awaitBox("the box with the keyboard", [](const Seen& seen) { return seen.Focused(); });
+    screen_.Retype(text);
+    awaitBox("the text " + text, [&](const Seen& seen) { return seen.value == text; });
 }
 
 void Artist::UndoAll() {

@@ -32,8 +32,12 @@ class Artist {
     void Press(int control, const Command& command, bool step = false);
     void Menu(const std::string& keys, TextId entry, const Command& command);
     void Key(const std::string& keys, const Command& command);
+    // What the window has just done by other ways, as a step.
+    void Follow(const Command& command);
     // In place of what an edit box holds.
     void Write(int control, const std::string& text, const Command& command);
+    // The same in a dialog above the window.
+    void WriteInto(int control, const std::string& text);
 
     void UndoAll();
     void RedoAll();

@@ -14,6 +14,7 @@
 #include "console_picture.h"
 #include "designer/files/design_parts.h"
 #include "designer/history/designer_settings.h"
+#include "designer/import/picture_import.h"
 #include "designer/tools/map_tools.h"
 #include "designer/tools/selection_tools.h"
 #include "designer/tools/text_tools.h"
@@ -33,6 +34,10 @@ using testing::IsEmpty;
 constexpr int kScreenWidth = 1700;  // the designer's frame at its own size, with the panel
 constexpr int kScreenHeight = 1100;
 constexpr int kNoButton = 7;
+// Of the dialog that a picture comes through.
+constexpr int kImportColumn = 41409;
+constexpr int kImportRow = 41411;
+constexpr int kPutIn = 1;
 
 // Forty games of other names, which are copies of the samples.
 std::vector<std::string> CopyGames(const std::filesystem::path& folder) {
@@ -106,6 +111,42 @@ struct DesignerSession {
     EditSession document;
 };
 
+// A hill below a sky, in colours that the console hasn't got.
+std::vector<uint8_t> Landscape() {
+    constexpr int kWidth = 96;  // pixels
+    constexpr int kHeight = 32;
+    const uint32_t colours[] = {0x80B8F4, 0x3C7A2E, 0x6FB450, 0xFFE9A0};
+    std::vector<uint8_t> indices;
+    for (int y = 0; y < kHeight; ++y) {
+        for (int x = 0; x < kWidth; ++x) {
+            const int ground = 20 + (x - 40) * (x - 40) / 160;
+            const bool sun = (x - 78) * (x - 78) + (y - 10) * (y - 10) < 50;
+            indices.push_back(y > ground + 6 ? 1 : y > ground ? 2 : sun ? 3 : 0);
+        }
+    }
+    return EncodePng(kWidth, kHeight, colours, indices);
+}
+
+void ImportLandscape(DesignerSession& session, Artist& artist) {
+    const std::vector<uint8_t> png = Landscape();
+    const std::string file = session.home / "landscape.png";
+    WriteText(file, {reinterpret_cast<const char*>(png.data()), png.size()});
+    session.hand.Key("alt+f");
+    session.screen.Menu({ToUtf8(LoadText(TextId::kImportPictureEntry, Language::kEnglish))});
+    session.screen.EnterFileName(file);
+    artist.WriteInto(kImportColumn, "20");
+    artist.WriteInto(kImportRow, "20");
+    const auto fitted = [](const Seen& seen) { return Control(kPutIn)(seen) && seen.Enabled(); };
+    session.screen.Await("the fitted picture", fitted);
+    session.Photograph("03_import");
+    session.screen.Click("the button that puts it in", fitted);
+    session.screen.AwaitGone("the dialog", Control(kImportColumn));
+    Picture picture;
+    ASSERT_EQ(DecodeAnyPng(png, kLargestPictureSide, picture), std::nullopt);
+    const auto result = ImportPicture(artist.Copy(), picture, {.at = {20, 20}}, false);
+    artist.Follow([&](WorkingCopy& copy) { return ApplyImport(copy, *result); });
+}
+
 void PaintAndLay(Artist& artist) {
     // A tile of one's own: a wave, in the third colour of the first sub-palette.
     artist.Click(artist.In(kBkgTileList, {1, 13}));
@@ -157,14 +198,15 @@ TEST(DesignerSession, FromTheListToTheBoards) {
     Artist artist(session.hand, session.screen, session.document);
     session.Photograph("02_opened");
 
-    // A picture from a file comes here: as one step before all others.
+    ImportLandscape(session, artist);
+    session.Photograph("04_imported");
 
     PaintAndLay(artist);
-    session.Photograph("03_painted");
+    session.Photograph("05_painted");
     Arrange(artist);
-    session.Photograph("04_dragged");
+    session.Photograph("06_dragged");
     Colour(artist);
-    session.Photograph("05_coloured");
+    session.Photograph("07_coloured");
 
     // Without its letters the screen has problems, which the map of characters solves.
     EXPECT_THAT(artist.Problems(), IsEmpty());
@@ -173,11 +215,11 @@ TEST(DesignerSession, FromTheListToTheBoards) {
                 "shift");
     artist.Key("Delete", DeleteSelection);
     EXPECT_THAT(artist.Problems(), Contains(HasSubstr("\"A\"")));
-    session.Photograph("06_letters_gone");
+    session.Photograph("08_letters_gone");
     artist.Click(artist.In(kBkgTileList, {0, 2}));
     artist.Menu("alt+e", TextId::kMapUsedCharacters, MapUsedCharacters);
     EXPECT_THAT(artist.Problems(), IsEmpty());
-    session.Photograph("07_mapped");
+    session.Photograph("09_mapped");
 
     artist.Write(kDesignText, "PICK ONE!", [](WorkingCopy& copy) {
         copy.CustomTextEdit = u"PICK ONE!";
@@ -186,18 +228,18 @@ TEST(DesignerSession, FromTheListToTheBoards) {
     artist.Press(
         kDesignAddText, [](WorkingCopy& copy) { return AddText(copy, u"PICK ONE!"); }, true);
     artist.Press(kDesignDragText, Turn<&WorkingCopy::DragText>);
-    artist.Drag({artist.OnScreen({1, 0}), artist.OnScreen({6, 10}), artist.OnScreen({12, 24})});
+    artist.Drag({artist.OnScreen({1, 0}), artist.OnScreen({6, 10}), artist.OnScreen({9, 24})});
     EXPECT_THAT(artist.Problems(), Contains(HasSubstr("\"!\"")));
-    session.Photograph("08_text");
+    session.Photograph("10_text");
     artist.Click(artist.In(kBkgTileList, {0, 7}));
     artist.Menu("alt+e", TextId::kMapAllCharacters, MapAllCharacters);
     EXPECT_THAT(artist.Problems(), IsEmpty());
-    session.Photograph("09_no_problems");
+    session.Photograph("11_no_problems");
 
     artist.UndoAll();
-    session.Photograph("10_undone");
+    session.Photograph("12_undone");
     artist.RedoAll();
-    session.Photograph("11_redone");
+    session.Photograph("13_redone");
 
     const std::string file = session.home / "drawn.fcm";
     session.hand.Click(
@@ -221,7 +263,7 @@ TEST(DesignerSession, FromTheListToTheBoards) {
     runs.push_back(session.Build("coolgirl", "ctrl+g"));
     session.MainMenu({TextId::kMulticartMenuEntry, TextId::kCoolboyType, TextId::kMindkids});
     runs.push_back(session.Build("mindkids", "ctrl+b"));
-    session.Photograph("12_built");
+    session.Photograph("14_built");
     const Surface drawn = console::DrawnScreen(artist.Copy());
     for (const console::ConsoleResult& shown : console::RunAllOnConsole(runs))
         console::ExpectPicture(shown, [&](Point at) { return std::optional(drawn.At(at)); });
