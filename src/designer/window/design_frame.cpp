@@ -76,10 +76,22 @@ QWidget* MakeControl(const ControlRow& row, QWidget* parent) {
     return nullptr;
 }
 
-PointerAct PressOf(Qt::MouseButton button) {
-    return button == Qt::MiddleButton  ? PointerAct::kMiddlePress
-           : button == Qt::RightButton ? PointerAct::kRightPress
-                                       : PointerAct::kPress;
+// Nothing for an event that isn't the mouse's, or a button's that has no meaning.
+std::optional<PointerAct> ActOf(const QEvent& event) {
+    const bool down = event.type() == QEvent::MouseButtonPress;
+    const bool twice = event.type() == QEvent::MouseButtonDblClick;
+    const bool up = event.type() == QEvent::MouseButtonRelease;
+    if (!down && !twice && !up && event.type() != QEvent::MouseMove) return std::nullopt;
+    const auto& mouse = static_cast<const QMouseEvent&>(event);
+    if (event.type() == QEvent::MouseMove) {
+        return mouse.buttons().testFlag(Qt::LeftButton) ? PointerAct::kMove : PointerAct::kHover;
+    }
+    const bool left = mouse.button() == Qt::LeftButton;
+    if (up) return left ? std::optional(PointerAct::kRelease) : std::nullopt;
+    if (left) return twice ? PointerAct::kDoubleClick : PointerAct::kPress;
+    if (mouse.button() == Qt::MiddleButton) return PointerAct::kMiddlePress;
+    return mouse.button() == Qt::RightButton ? std::optional(PointerAct::kRightPress)
+                                             : std::nullopt;
 }
 
 }  // namespace
@@ -120,6 +132,7 @@ DesignFrame::DesignFrame(const DesignerViews& views) {
     for (const ViewRow& row : ViewRows()) {
         auto* view = new CWindowDraw(views.Of(row.view), *this);
         view->setFocusPolicy(Qt::StrongFocus);
+        view->installEventFilter(this);
         view->setObjectName(QStringLiteral("view_%1").arg(static_cast<int>(row.control)));
         views_[static_cast<size_t>(row.control)] = view;
     }
@@ -256,31 +269,23 @@ void DesignFrame::Mark(const Rect& place) {
     QTimer::singleShot(kMarkTime, mark_, &QWidget::hide);
 }
 
-void DesignFrame::Tell(PointerAct act, const QMouseEvent& event) {
-    const Qt::KeyboardModifiers keys = event.modifiers();
-    emit Pointer(act, {FramePoint(event.position()), keys.testFlag(Qt::ControlModifier),
-                       keys.testFlag(Qt::ShiftModifier),
-                       std::chrono::milliseconds(static_cast<int64_t>(event.timestamp()))});
+bool DesignFrame::FollowMouse(const QEvent& event, const QPointF& corner) {
+    const auto act = ActOf(event);
+    if (!act) return false;
+    const auto& mouse = static_cast<const QMouseEvent&>(event);
+    const Qt::KeyboardModifiers keys = mouse.modifiers();
+    emit Pointer(*act, {FramePoint(corner + mouse.position()), keys.testFlag(Qt::ControlModifier),
+                        keys.testFlag(Qt::ShiftModifier),
+                        std::chrono::milliseconds(static_cast<int64_t>(mouse.timestamp()))});
+    return true;
 }
 
-// What happens on a view comes here, since views leave it to their parent; the toolkit keeps the
-// pointer for the view that was pressed until all buttons are up.
-void DesignFrame::mousePressEvent(QMouseEvent* event) {
-    Tell(PressOf(event->button()), *event);
-}
-
-void DesignFrame::mouseMoveEvent(QMouseEvent* event) {
-    Tell(event->buttons().testFlag(Qt::LeftButton) ? PointerAct::kMove : PointerAct::kHover,
-         *event);
-}
-
-void DesignFrame::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) Tell(PointerAct::kRelease, *event);
-}
-
-void DesignFrame::mouseDoubleClickEvent(QMouseEvent* event) {
-    Tell(event->button() == Qt::LeftButton ? PointerAct::kDoubleClick : PressOf(event->button()),
-         *event);
+// What happens on a view counts from the frame's corner. It isn't left to the toolkit to hand it
+// on, which rounds places between two pixels. The toolkit keeps the pointer for what was pressed
+// until all buttons are up.
+bool DesignFrame::eventFilter(QObject* watched, QEvent* event) {
+    const auto* view = dynamic_cast<CWindowDraw*>(watched);
+    return view != nullptr && FollowMouse(*event, view->pos());
 }
 
 void DesignFrame::wheelEvent(QWheelEvent* event) {
@@ -307,7 +312,7 @@ void DesignFrame::dropEvent(QDropEvent* event) {
 
 bool DesignFrame::event(QEvent* event) {
     if (event->type() == QEvent::Leave) emit PointerGone();
-    return QWidget::event(event);
+    return FollowMouse(*event, {}) || QWidget::event(event);
 }
 
 void DesignFrame::paintEvent(QPaintEvent* event) {

@@ -68,17 +68,15 @@ class DesignFrame : public QWidget {
 
   protected:
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
   private:
-    void Tell(PointerAct act, const QMouseEvent& event);
+    // False if it is no event of the mouse. `corner`: of the widget that it happened on.
+    bool FollowMouse(const QEvent& event, const QPointF& corner);
     void Layout();
     // Narrows the letters of a text that has no room.
     void FitText(QWidget& control, int width) const;

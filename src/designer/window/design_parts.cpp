@@ -100,6 +100,7 @@ CDesignDialog::Parts::Parts(CDesignDialog& owner, const DesignDialogServices& gi
                          QMainWindow::AllowNestedDocks);
     inner.statusBar()->addWidget(&underPointer, 3);
     inner.statusBar()->addWidget(&news, 1);
+    news.setObjectName(QStringLiteral("design_news"));
     for (QLabel* label : {&underPointer, &news}) {
         label->setTextFormat(Qt::PlainText);
         label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
