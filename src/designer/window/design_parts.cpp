@@ -101,10 +101,8 @@ CDesignDialog::Parts::Parts(CDesignDialog& owner, const DesignDialogServices& gi
     inner.statusBar()->addWidget(&underPointer, 3);
     inner.statusBar()->addWidget(&news, 1);
     news.setObjectName(QStringLiteral("design_news"));
-    for (QLabel* label : {&underPointer, &news}) {
+    for (QLabel* label : {&underPointer, &news})
         label->setTextFormat(Qt::PlainText);
-        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    }
     AddPage(new ProblemsPage(*this), "problems", kDesignProblemsPage);
     AddPage(new HistoryPage(*this), "history", kDesignHistoryPage);
     Connect();
@@ -130,7 +128,8 @@ void CDesignDialog::Parts::Connect() {
     QObject::connect(
         frame, &DesignFrame::Pointer, &window,
         [this](PointerAct act, const PointerEvent& event) { FollowPointer(act, event); });
-    QObject::connect(frame, &DesignFrame::PointerGone, &window, [this] { underPointer.clear(); });
+    QObject::connect(frame, &DesignFrame::PointerGone, &window,
+                     [this] { underPointer.SetLine({}); });
     QObject::connect(frame, &DesignFrame::ZoomWanted, &window,
                      [this](int steps) { SetZoom(zoom + steps); });
     QObject::connect(frame, &DesignFrame::FilesDropped, &window,
@@ -227,7 +226,7 @@ void CDesignDialog::Parts::FollowPointer(PointerAct act, const PointerEvent& eve
             break;
     }
     const auto text = PointerText(Copy(), layout, gestures, event, CurrentLanguage());
-    if (FromQt(underPointer.text()) != text) underPointer.setText(ToQt(text));
+    if (FromQt(underPointer.text()) != text) underPointer.SetLine(ToQt(text));
 }
 
 void CDesignDialog::Parts::EndEvent() {
@@ -280,8 +279,7 @@ void CDesignDialog::Parts::ShowEnabled() {
 }
 
 void CDesignDialog::Parts::Tell(std::u16string_view line) {
-    news.setText(ToQt(line));
-    news.setToolTip(news.text());
+    news.SetLine(ToQt(line));
 }
 
 void CDesignDialog::Parts::Reveal(Control view, const Rect& part) {
@@ -402,7 +400,7 @@ void CDesignDialog::Parts::SetLanguage(Language language) {
         page.page->SetLanguage(language);
         page.dock->setWindowTitle(QtText(page.page->Title(), language));
     }
-    underPointer.clear();
+    underPointer.SetLine({});
     ShowTitle();
 }
 

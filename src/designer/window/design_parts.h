@@ -1,7 +1,6 @@
 // The inside of the designer's window, which its commands work on.
 #pragma once
 
-#include <QLabel>
 #include <QMainWindow>
 #include <QScrollArea>
 #include <QStatusBar>
@@ -18,6 +17,7 @@
 #include "designer/window/design_keys.h"
 #include "designer/window/panel_page.h"
 #include "shell/framework/command_menu.h"
+#include "shell/framework/elided_label.h"
 
 class QDockWidget;
 
@@ -87,8 +87,8 @@ class CDesignDialog::Parts final : public DesignHost {
     QMainWindow inner;  // frame, panel and status line
     QScrollArea scroll;
     DesignFrame* frame = nullptr;  // in the scroll area
-    QLabel underPointer;
-    QLabel news;
+    ElidedLabel underPointer;
+    ElidedLabel news;
     DesignFiles files;
     BackgroundTasks tasks;  // gone before what they work for
     DesignKeys keys;
