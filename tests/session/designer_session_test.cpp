@@ -5,6 +5,7 @@
 //   BANKWEAVER_SESSION_PICTURES  a folder's whole path, for a picture of the screen at each stage
 #include <cstdlib>
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 
 #include "artist.h"
@@ -73,21 +74,16 @@ void Begin(EditSession& session, const std::vector<std::string>& games) {
     OpenDesigner(session, *settings, {});
 }
 
-// Turns a switch of the working copy.
-template <bool WorkingCopy::*kField>
-Views Turn(WorkingCopy& copy) {
-    copy.*kField = !(copy.*kField);
-    return {};
-}
-
 struct DesignerSession {
     DesignerSession() : games(CopyGames(home.Path())), screen(hand, home.Path(), games) {
         Begin(document, games);
     }
 
+    // One more picture, of what the name tells.
     void Photograph(const std::string& name) {
         if (const char* folder = std::getenv("BANKWEAVER_SESSION_PICTURES"))
-            hand.Photograph(std::filesystem::path(folder) / (name + ".png"));
+            hand.Photograph(std::filesystem::path(folder) /
+                            fmt::format("{:02}_{}.png", ++pictures, name));
     }
     void MainMenu(const std::vector<TextId>& path) {
         std::vector<std::string> words;
@@ -109,6 +105,7 @@ struct DesignerSession {
     Desktop hand{kScreenWidth, kScreenHeight};
     Program screen;
     EditSession document;
+    int pictures = 0;
 };
 
 // A hill below a sky, in colours that the console hasn't got.
@@ -131,14 +128,15 @@ void ImportLandscape(DesignerSession& session, Artist& artist) {
     const std::vector<uint8_t> png = Landscape();
     const std::string file = session.home / "landscape.png";
     WriteText(file, {reinterpret_cast<const char*>(png.data()), png.size()});
-    session.hand.Key("alt+f");
-    session.screen.Menu({ToUtf8(LoadText(TextId::kImportPictureEntry, Language::kEnglish))});
+    artist.Menu("alt+f", TextId::kImportPictureEntry);
     session.screen.EnterFileName(file);
-    artist.WriteInto(kImportColumn, "20");
-    artist.WriteInto(kImportRow, "20");
     const auto fitted = [](const Seen& seen) { return Control(kPutIn)(seen) && seen.Enabled(); };
-    session.screen.Await("the fitted picture", fitted);
-    session.Photograph("03_import");
+    for (const int box : {kImportColumn, kImportRow}) {
+        session.screen.Await("the fitted picture", fitted);
+        artist.Write(box, "20");
+    }
+    session.screen.Await("the picture at its place", fitted);
+    session.Photograph("import");
     session.screen.Click("the button that puts it in", fitted);
     session.screen.AwaitGone("the dialog", Control(kImportColumn));
     Picture picture;
@@ -149,101 +147,97 @@ void ImportLandscape(DesignerSession& session, Artist& artist) {
 
 void PaintAndLay(Artist& artist) {
     // A tile of one's own: a wave, in the third colour of the first sub-palette.
-    artist.Click(artist.In(kBkgTileList, {1, 13}));
+    const Point wave = artist.In(kBkgTileList, {1, 13});
+    artist.Click(wave);
     artist.Click(artist.In(kBkgPalette, {2, 0}));
-    std::vector<Point> wave;
+    std::vector<Point> line;
     for (const Pos pixel : {Pos{0, 5}, {1, 4}, {2, 3}, {3, 3}, {4, 4}, {5, 5}, {6, 6}, {7, 6}})
-        wave.push_back(artist.In(kBkgTileEditor, pixel));
-    artist.Drag(wave);
+        line.push_back(artist.In(kBkgTileEditor, pixel));
+    artist.Drag(line);
     for (const int column : {4, 6, 8})
-        artist.Drag({artist.In(kBkgTileList, {1, 13}), artist.In(kSpriteTileList, {8, 8}),
-                     artist.OnScreen({column, 18})});
+        artist.Drag(
+            {wave, artist.In(kSpriteTileList, {8, 8}), artist.In(kNameTable, {column, 18})});
     // The same by clicks, beside a tile of the default set.
-    artist.Press(kDesignQuickAction, Turn<&WorkingCopy::QuickAction>);
-    artist.Click(artist.OnScreen({10, 18}));
+    artist.Turn(kDesignQuickAction, &WorkingCopy::QuickAction);
+    artist.Click(artist.In(kNameTable, {10, 18}));
     for (int i = 0; i < 6; ++i)
-        artist.Click(artist.In(kBkgTileList, i % 2 == 0 ? Pos{14, 1} : Pos{1, 13}));
-    artist.Press(kDesignQuickAction, Turn<&WorkingCopy::QuickAction>);
+        artist.Click(i % 2 == 0 ? artist.In(kBkgTileList, {14, 1}) : wave);
+    artist.Turn(kDesignQuickAction, &WorkingCopy::QuickAction);
 }
 
-void Arrange(Artist& artist) {
-    artist.Press(kDesignDragText, Turn<&WorkingCopy::DragText>);
-    const auto text = [&](Pos Of) { return artist.OnScreen(Of, {22, 8}); };
-    const Pos caption = artist.Copy().document.CaptionPos;
-    artist.Drag({text(caption), text({8, 4}), text({12, 3})});
-    const Pos list = artist.Copy().document.ItemPos;
-    artist.Drag({text(list), text({15, 9}), text({13, 6})});
-    // From the corner, where many televisions show nothing, to the first name's left.
-    artist.Drag({artist.OnScreen({0, 0}), artist.OnScreen({4, 3}), artist.OnScreen({11, 6})});
-    artist.Press(kDesignDragText, Turn<&WorkingCopy::DragText>);
-}
+void ArrangeAndColour(Artist& artist) {
+    const auto cell = [&](Pos at) { return artist.In(kNameTable, at); };
+    artist.Turn(kDesignDragText, &WorkingCopy::DragText);
+    artist.Drag({cell(artist.Copy().document.CaptionPos), cell({8, 4}), cell({12, 3})});
+    artist.Drag({cell(artist.Copy().document.ItemPos), cell({15, 9}), cell({13, 6})});
+    // The cursor: from the corner, where many televisions show nothing, to the first name's left.
+    artist.Drag({cell({0, 0}), cell({4, 3}), cell({11, 6})});
+    artist.Turn(kDesignDragText, &WorkingCopy::DragText);
 
-void Colour(Artist& artist) {
-    artist.Click(artist.In(kBkgPalette, {5, 0}));
-    artist.Click(artist.In(kSystemPalette, {9, 2}));
     artist.Click(artist.In(kSpritePalette, {1, 0}));
     artist.Click(artist.In(kSystemPalette, {6, 2}));
-    // The caption's row in the list's colour.
-    artist.Click(artist.In(kBkgPalette, {5, 0}));
-    artist.Drag({artist.OnScreen({12, 3}), artist.OnScreen({13, 3}), artist.OnScreen({15, 3}),
-                 artist.OnScreen({16, 3}), artist.OnScreen({18, 3})},
-                "ctrl");
+    artist.Click(artist.In(kBkgPalette, {9, 0}));
+    artist.Click(artist.In(kSystemPalette, {7, 3}));
+    // The caption in that colour.
+    artist.Drag({cell({12, 3}), cell({13, 3}), cell({15, 3}), cell({17, 3})}, "ctrl");
+}
+
+// What Problems names, until it names nothing.
+void MapCharacters(DesignerSession& session, Artist& artist) {
+    EXPECT_THAT(artist.Problems(), IsEmpty());
+    artist.Drag({artist.In(kBkgTileList, {0, 3}), artist.In(kBkgTileList, {9, 4}),
+                 artist.In(kBkgTileList, {15, 5})},
+                "shift");
+    session.hand.Key("Delete");
+    artist.Follow(DeleteSelection);
+    EXPECT_THAT(artist.Problems(), Contains(HasSubstr("\"A\"")));
+    session.Photograph("letters_gone");
+    artist.Click(artist.In(kBkgTileList, {0, 3}));
+    artist.Menu("alt+e", TextId::kMapUsedCharacters);
+    artist.Follow(MapUsedCharacters);
+    EXPECT_THAT(artist.Problems(), IsEmpty());
+    session.Photograph("mapped");
+
+    // A text has letters that the names haven't.
+    artist.Write(kDesignText, "PICK ONE!");
+    session.document.RunWithoutStep([](WorkingCopy& copy) { copy.CustomTextEdit = u"PICK ONE!"; });
+    artist.Press(kDesignAddText);
+    artist.Follow([](WorkingCopy& copy) { return AddText(copy, u"PICK ONE!"); });
+    artist.Turn(kDesignDragText, &WorkingCopy::DragText);
+    artist.Drag({artist.In(kNameTable, {1, 0}), artist.In(kNameTable, {6, 10}),
+                 artist.In(kNameTable, {9, 24})});
+    EXPECT_THAT(artist.Problems(), Contains(HasSubstr("\"!\"")));
+    session.Photograph("text");
+    artist.Click(artist.In(kBkgTileList, {0, 7}));
+    artist.Menu("alt+e", TextId::kMapAllCharacters);
+    artist.Follow(MapAllCharacters);
+    EXPECT_THAT(artist.Problems(), IsEmpty());
+    session.Photograph("no_problems");
 }
 
 TEST(DesignerSession, FromTheListToTheBoards) {
     DesignerSession session;
     session.screen.Await("the games", Rows(40));
-    session.Photograph("01_games");
+    session.hand.Activate(session.screen.Await("the window", MainWindow()).value);
+    session.screen.Await("the window in front", [](const Seen& seen) { return seen.Active(); });
+    session.Photograph("games");
     session.hand.Key("ctrl+d");
     Artist artist(session.hand, session.screen, session.document);
-    session.Photograph("02_opened");
-
+    session.Photograph("opened");
     ImportLandscape(session, artist);
-    session.Photograph("04_imported");
-
+    session.Photograph("imported");
     PaintAndLay(artist);
-    session.Photograph("05_painted");
-    Arrange(artist);
-    session.Photograph("06_dragged");
-    Colour(artist);
-    session.Photograph("07_coloured");
-
-    // Without its letters the screen has problems, which the map of characters solves.
-    EXPECT_THAT(artist.Problems(), IsEmpty());
-    artist.Drag({artist.In(kBkgTileList, {0, 2}), artist.In(kBkgTileList, {9, 4}),
-                 artist.In(kBkgTileList, {15, 5})},
-                "shift");
-    artist.Key("Delete", DeleteSelection);
-    EXPECT_THAT(artist.Problems(), Contains(HasSubstr("\"A\"")));
-    session.Photograph("08_letters_gone");
-    artist.Click(artist.In(kBkgTileList, {0, 2}));
-    artist.Menu("alt+e", TextId::kMapUsedCharacters, MapUsedCharacters);
-    EXPECT_THAT(artist.Problems(), IsEmpty());
-    session.Photograph("09_mapped");
-
-    artist.Write(kDesignText, "PICK ONE!", [](WorkingCopy& copy) {
-        copy.CustomTextEdit = u"PICK ONE!";
-        return Views();
-    });
-    artist.Press(
-        kDesignAddText, [](WorkingCopy& copy) { return AddText(copy, u"PICK ONE!"); }, true);
-    artist.Press(kDesignDragText, Turn<&WorkingCopy::DragText>);
-    artist.Drag({artist.OnScreen({1, 0}), artist.OnScreen({6, 10}), artist.OnScreen({9, 24})});
-    EXPECT_THAT(artist.Problems(), Contains(HasSubstr("\"!\"")));
-    session.Photograph("10_text");
-    artist.Click(artist.In(kBkgTileList, {0, 7}));
-    artist.Menu("alt+e", TextId::kMapAllCharacters, MapAllCharacters);
-    EXPECT_THAT(artist.Problems(), IsEmpty());
-    session.Photograph("11_no_problems");
-
+    session.Photograph("painted");
+    ArrangeAndColour(artist);
+    session.Photograph("coloured");
+    MapCharacters(session, artist);
     artist.UndoAll();
-    session.Photograph("12_undone");
+    session.Photograph("undone");
     artist.RedoAll();
-    session.Photograph("13_redone");
+    session.Photograph("redone");
 
     const std::string file = session.home / "drawn.fcm";
-    session.hand.Click(
-        session.screen.Await("the button that saves", Control(kDesignDesignSave)).Middle());
+    artist.Press(kDesignDesignSave);
     session.screen.EnterFileName(file);
     session.screen.Await("the saved design", [&](const Seen& seen) {
         return seen.type == "QLabel" && seen.value == "Saved " + file + ".";
@@ -263,7 +257,7 @@ TEST(DesignerSession, FromTheListToTheBoards) {
     runs.push_back(session.Build("coolgirl", "ctrl+g"));
     session.MainMenu({TextId::kMulticartMenuEntry, TextId::kCoolboyType, TextId::kMindkids});
     runs.push_back(session.Build("mindkids", "ctrl+b"));
-    session.Photograph("14_built");
+    session.Photograph("built");
     const Surface drawn = console::DrawnScreen(artist.Copy());
     for (const console::ConsoleResult& shown : console::RunAllOnConsole(runs))
         console::ExpectPicture(shown, [&](Point at) { return std::optional(drawn.At(at)); });

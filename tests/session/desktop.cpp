@@ -103,6 +103,11 @@ void Desktop::AwaitWindow(const std::string& title) {
     Hand({"search", "--sync", "--onlyvisible", "--name", "^" + title + "$"});
 }
 
+void Desktop::Activate(const std::string& title) {
+    Hand({"search", "--sync", "--onlyvisible", "--name", "^" + title + "$", "windowactivate",
+          "--sync"});
+}
+
 void Desktop::Arrange(const std::string& title, Place corner, int width, int height) {
     Hand({"search", "--onlyvisible", "--name", "^" + title + "$", "windowsize",
           std::to_string(width), std::to_string(height), "windowmove", std::to_string(corner.x),

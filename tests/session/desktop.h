@@ -46,6 +46,9 @@ class Desktop {
     void Key(const std::string& keys);
     void Type(const std::string& text);
     void AwaitWindow(const std::string& title);
+    // To the front, with the keyboard. A window that opens while the window manager is still
+    // starting doesn't get that by itself.
+    void Activate(const std::string& title);
     // Moves the window with this title and gives it a size, as the window manager's own keys do.
     void Arrange(const std::string& title, Place corner, int width, int height);
 
