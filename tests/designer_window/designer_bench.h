@@ -30,6 +30,36 @@ inline void Begin(EditSession& session, const SettingsStore& store,
     });
 }
 
+// A design in which every command finds something to do.
+inline Views Furnish(WorkingCopy& copy) {
+    DesignStore& store = copy.Store();
+    for (int i = 0; i < 6; ++i) {
+        const uint32_t selected = i % 2 == 0 ? 1 : 0;
+        const auto tile = static_cast<uint8_t>(65 + i);
+        store.BkgTileList.push_back({.X = 4 + i, .Y = 20, .Selected = selected, .Tile = tile});
+        store.SpriteTileList.push_back(
+            {.X = 90 + 9 * i, .Y = 120, .Selected = selected, .Tile = tile});
+    }
+    store.BkgTileSelected[66] = store.BkgTileSelected[70] = store.SpriteTileSelected[67] = 1;
+    store.CustomText.push_back({.X = 3, .Y = 24, .Text = u"TEXT"});
+    store.CharMapData[40] = 7;
+    store.Attributes[5] = 0x1B;
+    store.BkgPalette[6] = store.SpritePalette[6] = 0x2A;
+    store.ChrData[kPatternTableSize] = 1;
+    for (size_t i = 0; i < kTileBytes; ++i)
+        store.ChrData[66 * kTileBytes + i] = static_cast<uint8_t>(i * 37 + 90);
+    copy.BkgTilePos = {0, 7};
+    copy.SpTilePos = {0, 7};
+    CountItems(copy);
+    return Views::All();
+}
+
+// As it comes back from the history or the settings: with the palettes' places in line.
+inline WorkState Returned(const WorkState& state, WorkingCopy copy) {
+    ApplyWorkState(state, copy);
+    return BuildWorkState(copy);
+}
+
 struct DesignerBench {
     explicit DesignerBench(std::vector<std::u16string> given = {u"ALPHA", u"beta", u"", u"Gamma",
                                                                 u"ünter", u"SIXTH"})

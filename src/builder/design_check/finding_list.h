@@ -17,7 +17,7 @@ class FindingList {
     Language UiLanguage() const { return language_; }
     std::u16string Words(TextId id) const { return LoadText(id, language_); }
 
-    // `arguments` fill the placeholders of the text: values, or functions that give one, which are
+    // `arguments` go into the text: values, or functions that give one, which are
     // called only if the finding is told.
     template <typename... Arguments>
     void Add(FindingSeverity severity, TextId kind, const DesignPlace& place,

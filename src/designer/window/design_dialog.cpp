@@ -91,6 +91,7 @@ MessageResult CDesignDialog::OnInitDialog(MessageParam, MessageParam) {
     const Parts::Event event(*parts_);
     const DesignDialogServices& services = parts_->services;
     OpenDesigner(services.session, services.store, services.history);
+    toStore_ = true;
     parts_->frame->EditOf(kDesignText).setText(ToQt(parts_->Copy().CustomTextEdit));
     parts_->Refresh(Views::All());
     if (!IsDesigned(parts_->Copy().Store())) {
@@ -110,7 +111,7 @@ MessageResult CDesignDialog::OnInitDialog(MessageParam, MessageParam) {
 }
 
 void CDesignDialog::StoreAll() {
-    if (!IsOpen()) return;
+    if (!toStore_) return;
     parts_->LetGo();
     parts_->StorePlace();
     const DesignDialogServices& services = parts_->services;
@@ -122,6 +123,7 @@ MessageResult CDesignDialog::OnClose(MessageParam, MessageParam) {
     parts_->files.WhenSaved([this] {
         parts_->files.GiveUp();
         StoreAll();
+        toStore_ = false;
         End(kEndCancel);
     });
     return 1;

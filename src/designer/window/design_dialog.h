@@ -56,6 +56,7 @@ class CDesignDialog : public CDialogBase {
     MessageResult OnClose(MessageParam wParam, MessageParam lParam);
 
     std::unique_ptr<Parts> parts_;
+    bool toStore_ = false;  // from its opening to its closing
     bool kept_ = true;
 };
 

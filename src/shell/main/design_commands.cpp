@@ -38,6 +38,8 @@ void DesignCommands::Design() {
                          host_.CurrentLanguage(), &window_);
     const QScopedValueRollback<CDesignDialog*> open(open_, &dialog);
     dialog.DoModal();
+    // The program may have ended around it, in the middle of a save.
+    dialog.StoreAll();
     TakeOver();
     if (!dialog.Kept()) host_.Tell(LoadText(TextId::kHistoryNotStored, host_.CurrentLanguage()));
 }
