@@ -218,7 +218,6 @@ void MapCharacters(DesignerSession& session, Artist& artist) {
 TEST(DesignerSession, FromTheListToTheBoards) {
     DesignerSession session;
     session.screen.Await("the games", Rows(40));
-    session.hand.Activate(session.screen.Await("the window", MainWindow()).value);
     session.screen.Await("the window in front", [](const Seen& seen) { return seen.Active(); });
     session.Photograph("games");
     session.hand.Key("ctrl+d");

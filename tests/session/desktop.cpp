@@ -10,6 +10,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int kDragSteps = 8;
+constexpr int kMostTries = 2000;  // of some milliseconds each
 
 std::string Program(const std::string& name) {
     const auto found = FindProgram(name);
@@ -39,15 +40,25 @@ Desktop::Desktop(int width, int height)
       display_(std::to_string(width) + "x" + std::to_string(height)) {
     if (!display_.Problem().empty()) throw SessionLost(display_.Problem());
     manager_.emplace(Run({Program("openbox"), "--sm-disable"}));
+    AwaitManager();
     tray_.emplace(Run({Program("trayer"), "--edge", "bottom", "--align", "right", "--width", "10",
                        "--height", "24"}));
 }
 
-void Desktop::Hand(std::vector<std::string> words) {
+// A window that opens before it doesn't get the keyboard.
+void Desktop::AwaitManager() {
+    for (int tries = 0; !TryHand({"get_num_desktops"}); ++tries)
+        if (tries == kMostTries) throw SessionLost("openbox doesn't answer: " + WordsOf("openbox"));
+}
+
+bool Desktop::TryHand(std::vector<std::string> words) {
     words.insert(words.begin(), Program("xdotool"));
     ChildProcess child = Run(words);
-    if (!child.WaitFor(20s) || child.Status() != 0)
-        throw SessionLost("xdotool failed: " + WordsOf("xdotool"));
+    return child.WaitFor(20s) && child.Status() == 0;
+}
+
+void Desktop::Hand(std::vector<std::string> words) {
+    if (!TryHand(std::move(words))) throw SessionLost("xdotool failed: " + WordsOf("xdotool"));
 }
 
 void Desktop::MoveTo(Place place) {
@@ -101,11 +112,6 @@ void Desktop::Type(const std::string& text) {
 
 void Desktop::AwaitWindow(const std::string& title) {
     Hand({"search", "--sync", "--onlyvisible", "--name", "^" + title + "$"});
-}
-
-void Desktop::Activate(const std::string& title) {
-    Hand({"search", "--sync", "--onlyvisible", "--name", "^" + title + "$", "windowactivate",
-          "--sync"});
 }
 
 void Desktop::Arrange(const std::string& title, Place corner, int width, int height) {

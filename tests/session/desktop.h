@@ -46,9 +46,6 @@ class Desktop {
     void Key(const std::string& keys);
     void Type(const std::string& text);
     void AwaitWindow(const std::string& title);
-    // To the front, with the keyboard. A window that opens while the window manager is still
-    // starting doesn't get that by itself.
-    void Activate(const std::string& title);
     // Moves the window with this title and gives it a size, as the window manager's own keys do.
     void Arrange(const std::string& title, Place corner, int width, int height);
 
@@ -63,7 +60,9 @@ class Desktop {
     void Photograph(const std::filesystem::path& file);
 
   private:
+    void AwaitManager();
     void Hand(std::vector<std::string> words);
+    bool TryHand(std::vector<std::string> words);
 
     int width_, height_;
     TemporaryFolder home_;

@@ -241,6 +241,11 @@ void CDesignDialog::Parts::EndEvent() {
     const Views stale = std::exchange(stale_, {});
     if (!stale.Empty()) {
         if (!keeper.isActive()) keeper.start();
+        // No longer true.
+        if (news.text() == QtText(TextId::kDesignNewsEmpty, CurrentLanguage()) &&
+            IsDesigned(Copy().Store())) {
+            Tell({});
+        }
         const Views drawn = views.Update(Copy(), stale, gestures.Bands());
         for (const ViewRow& row : ViewRows())
             if (drawn.Has(row.view)) frame->Of(row.control).ShowChanges();
