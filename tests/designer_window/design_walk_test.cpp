@@ -36,11 +36,19 @@ class Walk : public testing::Test {
         const WorkingCopy& copy = bench_.Copy();
         const std::vector<TextItem>& texts = copy.Store().CustomText;
         if (Chance(2)) return At(copy.document.PageNumberPos);
+        if (Chance(2)) return At(copy.document.CaptionPos);
+        if (Chance(2)) return Of(copy.Store().ArrowTile);
+        if (Chance(2)) return Of(copy.Store().ArrowTileList.front());
         if (Chance(2) && !texts.empty()) return At({texts.back().X, texts.back().Y});
         return {std::clamp(corner.x + Random(16), 0, kFrameWidth - 1),
                 std::clamp(corner.y + Random(16), 0, kFrameHeight - 1)};
     }
 
+    Point Of(const TileItem& cursor) {
+        const Point corner = layout_.Origin(Control::kNameTable);
+        return {corner.x + 2 * std::clamp(cursor.X, 0, 250) + 3,
+                corner.y + 2 * std::clamp(cursor.Y, 0, 230) + 3};
+    }
     Point At(Pos cell) {
         const Point corner = layout_.Corner(Control::kNameTable, {cell.X % 32, cell.Y % 30});
         return {std::max(corner.x, 0) + 3, std::max(corner.y, 0) + 3};

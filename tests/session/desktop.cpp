@@ -10,6 +10,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int kDragSteps = 8;
+constexpr int kMostTries = 2000;  // of some milliseconds each
 
 std::string Program(const std::string& name) {
     const auto found = FindProgram(name);
@@ -34,18 +35,30 @@ std::vector<std::string> With(std::vector<std::string> words,
 }  // namespace
 
 Desktop::Desktop(int width, int height)
-    : display_(std::to_string(width) + "x" + std::to_string(height)) {
+    : width_(width),
+      height_(height),
+      display_(std::to_string(width) + "x" + std::to_string(height)) {
     if (!display_.Problem().empty()) throw SessionLost(display_.Problem());
     manager_.emplace(Run({Program("openbox"), "--sm-disable"}));
+    AwaitManager();
     tray_.emplace(Run({Program("trayer"), "--edge", "bottom", "--align", "right", "--width", "10",
                        "--height", "24"}));
 }
 
-void Desktop::Hand(std::vector<std::string> words) {
+// A window that opens before it doesn't get the keyboard.
+void Desktop::AwaitManager() {
+    for (int tries = 0; !TryHand({"get_num_desktops"}); ++tries)
+        if (tries == kMostTries) throw SessionLost("openbox doesn't answer: " + WordsOf("openbox"));
+}
+
+bool Desktop::TryHand(std::vector<std::string> words) {
     words.insert(words.begin(), Program("xdotool"));
     ChildProcess child = Run(words);
-    if (!child.WaitFor(20s) || child.Status() != 0)
-        throw SessionLost("xdotool failed: " + WordsOf("xdotool"));
+    return child.WaitFor(20s) && child.Status() == 0;
+}
+
+void Desktop::Hand(std::vector<std::string> words) {
+    if (!TryHand(std::move(words))) throw SessionLost("xdotool failed: " + WordsOf("xdotool"));
 }
 
 void Desktop::MoveTo(Place place) {
@@ -71,6 +84,22 @@ void Desktop::Drag(Place from, Place to) {
     }
     Append(words, {"sleep", "0.3", "mouseup", "1"});
     Hand(words);
+}
+
+void Desktop::Press() {
+    Hand({"mousedown", "1"});
+}
+
+void Desktop::Release() {
+    Hand({"mouseup", "1"});
+}
+
+void Desktop::HoldKey(const std::string& key) {
+    Hand({"keydown", key});
+}
+
+void Desktop::ReleaseKey(const std::string& key) {
+    Hand({"keyup", key});
 }
 
 void Desktop::Key(const std::string& keys) {
@@ -122,6 +151,10 @@ void Desktop::Photograph(const std::filesystem::path& file, Place corner, int wi
     Run({program->string(), "-window", "root", "-crop", part, "+repage", "+dither", "-colors",
          "255", "-strip", "PNG8:" + file.string()})
         .WaitFor(30s);
+}
+
+void Desktop::Photograph(const std::filesystem::path& file) {
+    Photograph(file, {}, width_, height_);
 }
 
 }  // namespace bw::test

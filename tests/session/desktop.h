@@ -38,6 +38,11 @@ class Desktop {
     void Click(Place place);
     void DoubleClick(Place place);
     void Drag(Place from, Place to);
+    // The parts of a drag or of a click with a key held, one at a time.
+    void Press();
+    void Release();
+    void HoldKey(const std::string& key);
+    void ReleaseKey(const std::string& key);
     void Key(const std::string& keys);
     void Type(const std::string& text);
     void AwaitWindow(const std::string& title);
@@ -49,13 +54,17 @@ class Desktop {
     ChildProcess Run(std::vector<std::string> words, std::vector<std::string> environment = {},
                      int passedDescriptor = -1);
     std::string WordsOf(const std::string& program) const;
-    // A part of the screen as a PNG file of few colours. Without ImageMagick there is no file.
-    void Photograph(const std::filesystem::path& file, Place corner = {}, int width = kWidth,
-                    int height = kHeight);
+    // A part of the screen, or all of it, as a PNG file of few colours. Without ImageMagick there
+    // is no file.
+    void Photograph(const std::filesystem::path& file, Place corner, int width, int height);
+    void Photograph(const std::filesystem::path& file);
 
   private:
+    void AwaitManager();
     void Hand(std::vector<std::string> words);
+    bool TryHand(std::vector<std::string> words);
 
+    int width_, height_;
     TemporaryFolder home_;
     VirtualDisplay display_;
     std::optional<ChildProcess> manager_;

@@ -1,6 +1,7 @@
 #include "designer/pictures/changed_blocks.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 
 namespace bw {
@@ -8,17 +9,19 @@ namespace {
 
 constexpr int kBlock = 16;  // pixels, width and height
 
-// Two pixels at a time into a sum that hangs on their order, too (the multiplier is the one of
-// Knuth's MMIX generator).
-constexpr uint64_t Mix(uint64_t sum, uint64_t pixels) {
-    return std::rotl((sum ^ pixels) * 6364136223846793005u, 29);
-}
+// Odd numbers without a pattern, one for each pair of pixels of a row: where a pixel stands counts.
+constexpr std::array<uint64_t, kBlock / 2> kKeys = {
+    0x9E3779B97F4A7C15, 0xC2B2AE3D27D4EB4F, 0x165667B19E3779F9, 0xD6E8FEB86659FD93,
+    0xA0761D6478BD642F, 0xE7037ED1A0B428DB, 0x8EBC6AF09C88C6E3, 0x589965CC75374CC3};
 
+// The rows of a block, one after the other, into its sum. The products of a row don't wait for each
+// other.
 uint64_t SumOf(const Colour* pixels, int count, uint64_t sum) {
-    int i = 0;
-    for (; i + 1 < count; i += 2)
-        sum = Mix(sum, pixels[i] | uint64_t{pixels[i + 1]} << 32);
-    return i < count ? Mix(sum, pixels[i]) : sum;
+    uint64_t row = 0;
+    for (size_t pair = 0; pair < static_cast<size_t>(count) / 2; ++pair)
+        row += (pixels[2 * pair] | uint64_t{pixels[2 * pair + 1]} << 32) * kKeys[pair];
+    if (count % 2 != 0) row += pixels[count - 1] * kKeys.back();
+    return std::rotl(sum ^ row, 29) * kKeys.front();
 }
 
 }  // namespace

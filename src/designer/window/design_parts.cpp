@@ -107,10 +107,8 @@ CDesignDialog::Parts::Parts(CDesignDialog& owner, const DesignDialogServices& gi
     inner.statusBar()->addWidget(&underPointer, 3);
     inner.statusBar()->addWidget(&news, 1);
     news.setObjectName(QStringLiteral("design_news"));
-    for (QLabel* label : {static_cast<QLabel*>(&underPointer), &news}) {
+    for (QLabel* label : {static_cast<QLabel*>(&underPointer), static_cast<QLabel*>(&news)})
         label->setTextFormat(Qt::PlainText);
-        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    }
     AddPage(new ProblemsPage(*this), "problems", kDesignProblemsPage);
     AddPage(new HistoryPage(*this), "history", kDesignHistoryPage);
     Connect();
@@ -247,6 +245,11 @@ void CDesignDialog::Parts::EndEvent() {
     const Views stale = std::exchange(stale_, {});
     if (!stale.Empty()) {
         if (!keeper.isActive()) keeper.start();
+        // No longer true.
+        if (news.text() == QtText(TextId::kDesignNewsEmpty, CurrentLanguage()) &&
+            IsDesigned(Copy().Store())) {
+            Tell({});
+        }
         const Views drawn = views.Update(Copy(), stale, gestures.Bands());
         for (const ViewRow& row : ViewRows())
             if (drawn.Has(row.view)) frame->Of(row.control).ShowChanges();
@@ -285,8 +288,7 @@ void CDesignDialog::Parts::ShowEnabled() {
 }
 
 void CDesignDialog::Parts::Tell(std::u16string_view line) {
-    news.setText(ToQt(line));
-    news.setToolTip(news.text());
+    news.SetLine(ToQt(line));
 }
 
 void CDesignDialog::Parts::Reveal(Control view, const Rect& part) {

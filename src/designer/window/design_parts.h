@@ -1,7 +1,6 @@
 // The inside of the designer's window, which its commands work on.
 #pragma once
 
-#include <QLabel>
 #include <QMainWindow>
 #include <QScrollArea>
 #include <QStatusBar>
@@ -19,6 +18,7 @@
 #include "designer/window/panel_page.h"
 #include "designer/window/pointer_label.h"
 #include "shell/framework/command_menu.h"
+#include "shell/framework/elided_label.h"
 
 class QDockWidget;
 
@@ -89,7 +89,7 @@ class CDesignDialog::Parts final : public DesignHost {
     QScrollArea scroll;
     DesignFrame* frame = nullptr;  // in the scroll area
     PointerLabel underPointer;
-    QLabel news;
+    ElidedLabel news;
     DesignFiles files;
     BackgroundTasks tasks;  // gone before what they work for
     DesignKeys keys;

@@ -16,7 +16,7 @@ PointerLabel::PointerLabel(Words words) : words_(std::move(words)) {
     later_.setInterval(kFollowAfter);
     connect(&later_, &QTimer::timeout, this, [this] {
         const QString text = ToQt(words_(last_));
-        if (text != this->text()) setText(text);
+        if (text != this->text()) SetLine(text);
     });
 }
 
@@ -27,7 +27,7 @@ void PointerLabel::Follow(const PointerEvent& event) {
 
 void PointerLabel::Clear() {
     later_.stop();
-    clear();
+    SetLine({});
 }
 
 }  // namespace bw

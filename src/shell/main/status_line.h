@@ -13,7 +13,7 @@
 #include "builder/layout/board_space.h"
 #include "language/language.h"
 #include "shell/framework/background_tasks.h"
-#include "shell/main/elided_label.h"
+#include "shell/framework/elided_label.h"
 
 namespace bw {
 
