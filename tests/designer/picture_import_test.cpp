@@ -24,6 +24,11 @@ namespace {
 
 using testing::ElementsAre;
 
+const WorkingCopy& Nothing() {
+    static const WorkingCopy kNothing;
+    return kNothing;
+}
+
 ImportResult Imported(const WorkingCopy& copy, const Picture& picture, ImportOptions options = {}) {
     const std::atomic<bool> stop = false;
     return ImportPicture(copy, picture, options, stop).value();
@@ -62,7 +67,8 @@ bool SameButForColours(const Picture& one, const Picture& other) {
     return one.pixels.size() == other.pixels.size();
 }
 
-void ExpectLossless(WorkingCopy copy, const Picture& picture) {
+void ExpectLossless(const WorkingCopy& before, const Picture& picture) {
+    WorkingCopy copy = before;
     const ImportResult result = Imported(copy, picture);
     EXPECT_TRUE(result.withoutLoss && !result.cut && result.lossyBlocks.empty());
     EXPECT_EQ(result.meanError, 0);
@@ -108,22 +114,22 @@ TEST(PictureImport, ScreensOfTheConsoleComeBackWithoutLoss) {
         const auto folder = std::filesystem::path(BANKWEAVER_DESIGNS) / name;
         ASSERT_EQ(PackDesign(folder, bytes, Language::kEnglish), std::nullopt);
         ASSERT_EQ(ReadDesign(bytes, design.document, Language::kEnglish), std::nullopt);
-        ExpectLossless({}, Screen(design));
+        ExpectLossless(Nothing(), Screen(design));
         ExpectLossless(design, WithColours(Screen(design), Tinted));
     }
     const WorkingCopy full = FullTable();
     const Picture picture = WithColours(Screen(full), Tinted);
-    ExpectLossless({}, picture);
+    ExpectLossless(Nothing(), picture);
     ExpectLossless(full, picture);
-    EXPECT_EQ(Imported({}, picture).tiles, 256u);
+    EXPECT_EQ(Imported(Nothing(), picture).tiles, 256u);
     EXPECT_GT(Imported(full, picture).lettersTaken, 0u);
-    EXPECT_EQ(Imported({}, Unmagnified(picture)).meanError, 0);
+    EXPECT_EQ(Imported(Nothing(), Unmagnified(picture)).meanError, 0);
 }
 
 class DrawnPicture : public testing::TestWithParam<size_t> {};
 TEST_P(DrawnPicture, HasNoMoreErrorThanThePlainWay) {
     const auto drawn = bench::DrawnPictures()[GetParam()];
-    const ImportResult result = Imported({}, drawn.picture);
+    const ImportResult result = Imported(Nothing(), drawn.picture);
     const auto shown = result.result.Pixels();
     const double error = bench::MeanError(drawn.picture, {shown.begin(), shown.end()});
     EXPECT_LE(error, bench::MeanError(drawn.picture, bench::PlainScreen(drawn.picture)))
