@@ -58,7 +58,8 @@ QString Numbers(QWidget& window) {
 // Opens the dialog, lets `act` have its way and then ends it by the button.
 std::optional<ImportResult> Ask(int button, const std::function<void(QWidget&)>& act,
                                 Picture picture = Stripes()) {
-    CImportDialog dialog(std::move(picture), {}, {2, 4}, Language::kEnglish);
+    const WorkingCopy empty;
+    CImportDialog dialog(std::move(picture), empty, {2, 4}, Language::kEnglish);
     WhenModal([&](QWidget& window) {
         act(window);
         auto& pressed = ControlOf<QPushButton>(window, button);
@@ -81,8 +82,9 @@ TEST(ImportDialog, GivesTheResultOfTheNewestOptions) {
         ControlOf<QCheckBox>(window, kKeepTiles).click();
     });
     const std::atomic<bool> stop = false;
+    const WorkingCopy empty;
     const auto expected =
-        ImportPicture(WorkingCopy(), Stripes(), {.at = {30, 4}, .keepPalettes = true}, stop);
+        ImportPicture(empty, Stripes(), {.at = {30, 4}, .keepPalettes = true}, stop);
     ASSERT_TRUE(result.has_value());
     EXPECT_TRUE(result->cut && result->drawn == expected->drawn);
     EXPECT_FALSE(result->palette.has_value());
