@@ -38,11 +38,12 @@ bool SaveBeside(const std::filesystem::path& file,
 
 int main(int count, char** words) {
     const std::atomic<bool> stop = false;
+    const bw::WorkingCopy empty;
     for (const auto& [name, picture] : bw::bench::DrawnPictures()) {
         std::optional<bw::ImportResult> result;
         std::vector<bw::Colour> plain;
         const bench::Pair times = bench::InTurn(
-            kRounds, [&] { result = bw::ImportPicture({}, picture, {}, stop); },
+            kRounds, [&] { result = bw::ImportPicture(empty, picture, {}, stop); },
             [&] { plain = bw::bench::PlainScreen(picture); }, [] {});
         const auto shown = result->result.Pixels();
         std::printf(
