@@ -3,7 +3,6 @@
 #include <QAbstractButton>
 #include <QDockWidget>
 #include <QLineEdit>
-#include <QScrollBar>
 #include <algorithm>
 #include <chrono>
 #include <utility>
@@ -13,7 +12,6 @@
 #include "designer/history/step_names.h"
 #include "designer/tools/list_tools.h"
 #include "designer/tools/text_tools.h"
-#include "designer/tools/tile_tools.h"
 #include "designer/window/design_clipboard.h"
 #include "designer/window/design_ids.h"
 #include "designer/window/design_menu_rows.h"
