@@ -117,7 +117,11 @@ TEST_F(MainCommands, DesignsComeAndGoByFiles) {
     store->RegDeleteValue(kDesignKey, "Attributes");
     store->RegWriteString(kDesignKey, "CaptionText", u"ANOTHER");
     Start();
-    dialogs.choice = 0;
+    dialogs.choice = 0;  // the designer, which closes as it opened
+    WhenModal([](QWidget& designer) { dynamic_cast<CDialogBase&>(designer).Send(kMessageClose); });
+    Send(kCommandCustomEnable);
+    EXPECT_FALSE(Entry(kCommandCustomEnable).isChecked());
+    dialogs.choice = 1;  // a file
     Send(kCommandCustomEnable);
     EXPECT_TRUE(Entry(kCommandCustomEnable).isChecked());
     EXPECT_EQ(dialogs.starts.back(), folder.Path());
@@ -134,6 +138,14 @@ TEST_F(MainCommands, DesignsComeAndGoByFiles) {
     Send(kCommandCustomEnable);
     Send(kCommandCustomEnable);
     EXPECT_EQ(dialogs.told.size(), told) << "neither at a start nor with a design";
+    // What is drawn in the designer's window is the process's design when it has closed.
+    WhenModal([](QWidget& designer) {
+        ControlOf<QAbstractButton>(designer, 1105).click();  // the attributes' reset
+        dynamic_cast<CDialogBase&>(designer).Send(kMessageClose);
+    });
+    Send(kCommandMenuDesign);
+    ASSERT_TRUE(store->RegReadBinary(kDesignKey, "Attributes", stored.data(), size));
+    EXPECT_EQ(stored[5], 0);
 }
 
 }  // namespace

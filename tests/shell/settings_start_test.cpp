@@ -10,7 +10,7 @@ class StoredSettings : public MainWindow {};
 
 TEST_F(StoredSettings, TogglesFlipByMenuByMessageAndAtTheStart) {
     Start();
-    dialogs.choice = 1;  // a screen that nobody has designed is switched on all the same
+    dialogs.choice = 2;  // a screen that nobody has designed is switched on all the same
     for (const MenuToggle& toggle : MenuToggles()) {
         SCOPED_TRACE(toggle.name);
         EXPECT_FALSE(Entry(toggle.id).isChecked());
