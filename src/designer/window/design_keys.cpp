@@ -104,6 +104,8 @@ bool DesignKeys::KeyDown(QObject* watched, const QKeyEvent& key) {
 }
 
 bool DesignKeys::eventFilter(QObject* watched, QEvent* event) {
+    // Events of the queues between threads are looked at by those alone, under their lock.
+    if (!watched->isWidgetType()) return false;
     switch (event->type()) {
         case QEvent::ShortcutOverride:
             // An edit box would take undo and redo for itself.
