@@ -145,7 +145,7 @@ void CDesignDialog::Parts::Connect() {
     keeper.setSingleShot(true);
     keeper.setInterval(kKeepAfter);
     QObject::connect(&keeper, &QTimer::timeout, &window,
-                     [this] { KeepWorkState(Session(), Store()); });
+                     [this] { WhenIdle([this] { KeepWorkState(Session(), Store()); }); });
 }
 
 void CDesignDialog::Parts::WhenIdle(std::function<void()> work) {
