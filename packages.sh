@@ -2,12 +2,14 @@
 # and builds. Sourced, not run.
 
 build_packages="g++ cmake ninja-build libfmt-dev libutf8proc-dev libsqlite3-dev libdeflate-dev libcli11-dev
-    libpng-dev rapidjson-dev qt6-base-dev librsvg2-bin"
+    libpng-dev rapidjson-dev libcurl4-openssl-dev libsodium-dev qt6-base-dev librsvg2-bin"
 # Qt's own texts in Chinese, a font that has Chinese, and the plug-in for Wayland sessions.
 window_packages="qt6-translations-l10n fonts-wqy-microhei qt6-wayland"
 # A display, a window manager, a tray and a person's hands.
 window_test_packages="xvfb xauth openbox trayer xdotool"
-test_packages="libgtest-dev libgmock-dev fceux $window_packages $window_test_packages"
+# A server to fetch updates from, and what makes its certificates and signatures.
+update_test_packages="nginx-light openssl minisign"
+test_packages="libgtest-dev libgmock-dev fceux $window_packages $window_test_packages $update_test_packages"
 # What finds out a Debian package's dependencies.
 deb_packages="file dpkg-dev gzip $window_packages"
 

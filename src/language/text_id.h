@@ -447,6 +447,22 @@ enum class TextId {
     kClosingAsksAgain,
     kRememberTip,
 
+    // How an attempt to install a newer version ended.
+    kUpdateBadVersion = 11250,
+    kUpdateNotNewer,
+    kUpdateBadAddress,
+    kUpdateNotSecure,
+    kUpdateNotOurs,
+    kUpdateReadOnly,
+    kUpdateChangedMeanwhile,
+    kUpdateNetwork,
+    kUpdateTooLarge,
+    kUpdateFile,
+    kUpdateNoSignature,
+    kUpdateOtherKey,
+    kUpdateBadSignature,
+    kUpdateOtherProgram,
+
     // What a check of a design finds, and the page that shows it.
     kFindingError = 11300,
     kFindingWarning,

@@ -32,7 +32,6 @@ const std::map<std::string, std::string> kAllowed{
     {"src/designer/history", kBelowDesigner + "src/designer/model src/rom/crc32.h"},
     {"src/designer/clipboard",
      kBelowDesigner + "src/designer/model src/designer/pictures src/designer/tools"},
-    {"src/designer/history", kBelowDesigner + "src/designer/model"},
     {"src/designer/files", kBelowDesigner + "src/designer/model src/designer/pictures"},
     {"src/designer/import", kBelowDesigner + "src/designer/model src/designer/pictures "
                                              "src/designer/tools src/designer/files"},
@@ -47,17 +46,19 @@ const std::map<std::string, std::string> kAllowed{
                      "src/builder/input src/builder/layout src/builder/tables"},
     {"src/builder", kBelowBuilder + "src/builder/input src/builder/layout src/builder/tables "
                                     "src/builder/output"},
+    {"src/update", kBelowDesigner},
     {"src/cli", kBelowPrograms},
     {"src/shell/framework", kBelowPrograms},
-    {"src/shell/dialogs", kBelowPrograms + "src/shell/framework"},
+    {"src/shell/dialogs", kBelowPrograms + "src/update src/shell/framework"},
     {"src/designer/window", kBelowPrograms + "src/shell/framework src/shell/dialogs"},
     {"src/shell/list", kBelowPrograms + "src/shell/framework src/shell/dialogs"},
     {"src/shell/tasks", kBelowPrograms + "src/shell/framework src/shell/dialogs src/shell/list"},
-    {"src/shell/main", kBelowPrograms + "src/shell src/designer/window"},
-    {"src/app", kBelowPrograms + "src/shell"},
+    {"src/shell/main", kBelowPrograms + "src/update src/shell src/designer/window"},
+    {"src/app", kBelowPrograms + "src/update src/shell"},
     {"tools/nesasm", "src/assembler"},
     {"tools/music", ""},
     {"tools/tiles", ""},
+    {"tools/release", kBelowDesigner + "src/update"},
     {"tools/pictures", kBelowPrograms + "tests/common tests/console tests/session"},
 };
 

@@ -1,0 +1,4 @@
+// Fetches an address into a file.
+#pragma once
+
+namespace bw {}  // namespace bw

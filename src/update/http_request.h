@@ -1,0 +1,4 @@
+// One request to a host.
+#pragma once
+
+namespace bw {}  // namespace bw

@@ -1,0 +1,30 @@
+// A new program in the place of the running one. The old one is kept until the new one stands in
+// its place, and goes at the next start; its name is never without a program.
+#pragma once
+
+#include <atomic>
+#include <filesystem>
+#include <functional>
+#include <string_view>
+
+#include "settings/settings_store.h"
+#include "update/program_file.h"
+#include "update/update_outcome.h"
+
+namespace bw {
+
+// Puts `downloaded`, which lies in the program's folder, in the program's place. Not done: the
+// program is as it was. `step` is called before each operation on files or settings, with its name;
+// for tests.
+UpdateOutcome ReplaceProgram(const ProgramFile& program, const std::filesystem::path& downloaded,
+                             SettingsStore& store,
+                             const std::function<void(std::string_view)>& step = {});
+
+// Starts the program that stands in the place now, in its folder, without waiting for it.
+bool StartProgram(const ProgramFile& program);
+
+// Removes the program that an update has left: up to 5 times, 200 ms apart; what can't be removed
+// then waits for the next start. Returns soon after `stop` was set.
+void RemoveOldProgram(SettingsStore& store, const std::atomic<bool>& stop);
+
+}  // namespace bw
