@@ -9,6 +9,8 @@
 namespace bw {
 namespace {
 
+using namespace std::literals;
+
 std::string Shown(const LanguageTexts& texts) {
     std::string shown;
     for (const auto& [key, text] : texts)
@@ -102,7 +104,8 @@ TEST(Records, VersionsAreReadFieldByField) {
 }
 
 TEST(Records, TextsForEyesArePlainAndShort) {
-    EXPECT_EQ(PlainText(u"a\r\n\tb\u0007\u009b[2J\u202ec\u2066\u200f<b>\0d"), u"a\r\n\tb[2Jc<b>");
+    EXPECT_EQ(PlainText(u"a\r\n\tb\u0007\u009b[2J\u202ec\u2066\u200f<b>\0d"sv),
+              u"a\r\n\tb[2Jc<b>d");
     const std::u16string long4000(kMostCharacters, u'x');
     EXPECT_EQ(PlainText(long4000 + u"\u202e"), long4000);
     EXPECT_EQ(PlainText(long4000.substr(1) + u"😀"), long4000.substr(1));
