@@ -28,6 +28,7 @@ inline constexpr std::string_view kExportRomType = "ExportRomType";
 inline constexpr std::string_view kExportPrgSize = "ExportPrgSize";
 inline constexpr std::string_view kLastBuildDir = "LastBuildDir";
 inline constexpr std::string_view kLastExportDir = "LastExportDir";
+inline constexpr std::string_view kLastNotifyId = "LastNotifyId";
 
 // Under kBoardKey.
 inline constexpr std::string_view kCoolboyType = "CoolboyType";

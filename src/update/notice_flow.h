@@ -2,6 +2,10 @@
 // shown at each start.
 #pragma once
 
+#include <cstdint>
+#include <optional>
+#include <string>
+
 #include "settings/settings_store.h"
 #include "update/deployment.h"
 #include "update/notice_record.h"
@@ -20,6 +24,8 @@ class NoticeFlow {
     // way or waits to be shown, and in this run no more once a fetch has failed or has brought
     // nothing to show.
     void Start();
+    // A notice that is under way comes to nothing, unless Start() was called again by then.
+    void Stop() { wanted_ = false; }
 
     // The text of the notice that waits, ready for a person's eyes; empty if it has none in this
     // language.
@@ -29,15 +35,20 @@ class NoticeFlow {
     void NotShown();
 
   private:
-    void Answered(const std::optional<std::string>& json);
+    void Answered(const std::optional<NoticeRecord>& answer);
+    bool IsToShow() const;
 
     UpdateHost& host_;
     UpdateSource& source_;
     SettingsStore& store_;
     const Deployment& deployment_;
     NoticeRecord record_;
-    bool noticeBusy_ = false;
-    bool noticeShown_ = false;
+    bool wanted_ = false;
+    bool busy_ = false;   // one is under way, or waits to be shown
+    bool shown_ = false;  // one has been, in this run
+    // The id that couldn't be written: a store that takes nothing mustn't bring the notice again
+    // and again.
+    uint32_t unstoredId_ = 0;
 };
 
 }  // namespace bw

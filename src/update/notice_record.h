@@ -12,7 +12,7 @@ struct NoticeRecord {
     uint32_t notify_id = 0;
     bool restart_show = false;    // at each start of the program, whatever has been shown before
     uint32_t for_users_type = 0;  // a bit for each audience
-    LanguageTexts notify_message;
+    LanguageTexts notify_message{};
 
     // This program's users are the audiences of bits 0 and 3.
     bool IsForUs() const { return (for_users_type & 0b1001) != 0; }

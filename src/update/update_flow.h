@@ -2,10 +2,10 @@
 // whether are here; the host (the main window) has threads, timers, messages and dialogs.
 #pragma once
 
-#include <atomic>
-#include <chrono>
-#include <functional>
+#include <filesystem>
+#include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "settings/settings_store.h"
@@ -14,7 +14,6 @@
 #include "update/program_file.h"
 #include "update/update_host.h"
 #include "update/update_source.h"
-#include "update/version_numbers.h"
 
 namespace bw {
 
@@ -26,7 +25,8 @@ class UpdateFlow {
 
     // Looks by itself from now on: at once, and at each tick. Nothing where no host is named.
     void Start();
-    // Not any more; a notice or an offer that is under way is dropped.
+    // Not any more. Of what is under way, what the user has asked for goes on; a notice, an offer
+    // or a forced update comes to nothing when it arrives, unless Start() was called again by then.
     void Stop();
     void OnTimer(UpdateTimer timer);
     // The user wants to know: the offer is shown whatever the versions.
@@ -35,7 +35,9 @@ class UpdateFlow {
     // Of the newest answer of the host.
     const UpdateRecord& Record() const { return record_; }
     bool IsNewer() const;
-    // Fetches the program of the record; PostReady() follows. Nothing if that is going on already.
+    // Fetches the program of the record, as the user wishes; PostReady() follows. If one is being
+    // fetched already, the user is told of that one's end; if one is ready, PostReady() says so
+    // again.
     void Install();
     // The program that is fetched and checked, once PostReady() was called; empty before.
     const std::filesystem::path& Ready() const { return ready_; }
@@ -45,14 +47,27 @@ class UpdateFlow {
     NoticeFlow& Notices() { return notices_; }
 
   private:
-    struct Caller {
-        bool silent;
-        bool periodic;
+    enum class Caller { kStart, kTimer, kMenu };
+    struct Download {
+        // Removes what was fetched unless somebody has taken it.
+        ~Download();
+
+        bool asked = false;  // by the user
+        bool over = false;
+        // Made from the version and the address, which may be of any length.
+        size_t id = 0;
+        std::filesystem::path target{};  // empty once it is taken
+        // Of the task, which is done with it before `over` is set.
+        UpdateOutcome outcome{UpdateOutcome::Kind::kStopped};
     };
+
     void Check(Caller caller);
-    void Answered(const std::optional<std::string>& json);
+    void Answered(const std::optional<UpdateRecord>& answer);
     void Decide(Caller caller);
+    void Force();
     void Fetch(bool asked);
+    UpdateOutcome Fetchable() const;
+    void Ended(const std::shared_ptr<Download>& download);
 
     UpdateHost& host_;
     UpdateSource& source_;
@@ -60,12 +75,15 @@ class UpdateFlow {
     const ProgramFile& program_;
     NoticeFlow notices_;
     UpdateRecord record_;
-    std::vector<Caller> waiting_;  // for the answer that is under way; empty if none is
     bool on_ = false;
-    bool fetching_ = false;
+    bool noticesOn_ = false;
+    bool checking_ = false;
+    std::vector<Caller> waiting_;         // for the answer that is under way, each once
+    std::shared_ptr<Download> download_;  // under way
     std::filesystem::path ready_;
-    // Refused in this run, and not fetched again unless the user asks.
-    std::optional<std::u16string> refused_;
+    // Downloads that have come to their end, good or bad, in this run: they aren't begun again
+    // unless the user asks.
+    std::set<size_t> ended_;
 };
 
 }  // namespace bw

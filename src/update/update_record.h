@@ -14,11 +14,11 @@ namespace bw {
 using LanguageTexts = std::map<std::string, std::u16string, std::less<>>;
 
 struct UpdateRecord {
-    std::u16string version;    // of the program at `url`: four numbers, parted by points
-    std::string url;           // UTF-8
-    std::u16string notify_id;  // kept; nothing hangs on it
+    std::u16string version{};    // of the program at `url`: four numbers, parted by points
+    std::string url{};           // UTF-8
+    std::u16string notify_id{};  // kept; nothing hangs on it
     bool force_update = false;
-    LanguageTexts update_describe;
+    LanguageTexts update_describe{};
 };
 
 // A key that is missing or has a value of another type leaves its field empty; so does text that
@@ -27,5 +27,11 @@ UpdateRecord ReadUpdateRecord(std::string_view json);
 
 // The text for a language; empty where there is none.
 std::u16string TextFor(const LanguageTexts& texts, Language language);
+
+// For a person's eyes: what the update is about, as PlainText; and the start of the version, in one
+// line.
+std::u16string DescriptionOf(const UpdateRecord& record, Language language);
+inline constexpr size_t kMostOfVersion = 40;  // 16-bit units
+std::u16string ShownVersion(const UpdateRecord& record);
 
 }  // namespace bw
