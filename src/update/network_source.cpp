@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "support/files.h"
+#include "update/download_file.h"
 #include "update/http_client.h"
 #include "update/http_url.h"
 #include "update/signed_program.h"
@@ -11,7 +12,6 @@ namespace bw {
 namespace {
 
 constexpr size_t kTextRoom = 0x100000;  // bytes of a small file that are looked at
-constexpr int kProgramThreads = 4;
 
 UpdateOutcome OutcomeOf(const HttpResult& result) {
     using Kind = UpdateOutcome::Kind;
@@ -57,10 +57,7 @@ UpdateOutcome NetworkSource::FetchProgram(const UpdateRecord& record,
                                           const std::filesystem::path& target,
                                           const std::atomic<bool>& stop,
                                           const ProgressCallback& progress) {
-    const HttpLimits limits{.secureOnly = !deployment_.plainHttp,
-                            .largest = kLargestProgram,
-                            .threads = kProgramThreads,
-                            .wholeIfNoRanges = true};
+    const HttpLimits limits{.secureOnly = !deployment_.plainHttp, .largest = kLargestProgram};
     const Fetched signature = FetchSmall(record.url + ".minisig", stop, limits);
     if (signature.result.kind == HttpResult::Kind::kStopped) return OutcomeOf(signature.result);
     // Without it the rest would be fetched for nothing.
@@ -73,8 +70,11 @@ UpdateOutcome NetworkSource::FetchProgram(const UpdateRecord& record,
     }
     FileResult<ReplacementFile> file = ReplacementFile::Begin(target);
     if (!file) return {UpdateOutcome::Kind::kFile, file.Problem()};
+    const auto report = [&](uint64_t done, uint64_t total, uint32_t) {
+        if (progress) progress({.done = done, .total = total});
+    };
     const HttpResult fetched =
-        HttpClient(stop).DownloadToFile(record.url, file->Contents(), progress, limits);
+        CDownloadFile(stop).Download(record.url, file->Contents(), report, limits);
     if (!fetched) return OutcomeOf(fetched);
     // It takes its name, from which it is installed, only as one of ours.
     UpdateOutcome outcome = VerifyProgram(file->Temporary(), signature.text, deployment_.key,
