@@ -1,5 +1,6 @@
-// The window program with a deployment of the test's own, which the last line of its own file names:
-// "test-deployment HOST KEY VERSION". A copy with another line is another version of the program.
+// The window program with a deployment of the test's own, which the last line of its own file
+// names: "test-deployment HOST KEY VERSION". A copy with another line is another version of the
+// program.
 #include <fstream>
 #include <iterator>
 #include <sstream>
