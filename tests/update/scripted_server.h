@@ -1,0 +1,104 @@
+// A host that says whatever a test wants it to say, on a free port of the loopback.
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace bw::test {
+
+struct Reply {
+    std::string bytes;
+    std::string again = {};  // sent behind them, again and again, until the client goes
+    int pause = 0;           // milliseconds before each
+    bool hang = false;       // the connection stays open until the client goes
+};
+
+class ScriptedServer {
+  public:
+    using Script = std::function<Reply(const std::string& request)>;
+
+    explicit ScriptedServer(Script script) : script_(std::move(script)) {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof address;
+        bind(listener_, reinterpret_cast<sockaddr*>(&address), size);
+        listen(listener_, 128);
+        getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size);
+        host_ = "127.0.0.1:" + std::to_string(ntohs(address.sin_port));
+        acceptor_ = std::thread([this] {
+            for (int peer; (peer = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;)
+                peers_.emplace_back([this, peer] { Serve(peer); });
+        });
+    }
+    ~ScriptedServer() {
+        ends_ = true;
+        shutdown(listener_, SHUT_RDWR);
+        acceptor_.join();
+        for (std::thread& peer : peers_)
+            peer.join();
+        close(listener_);
+    }
+
+    const std::string& Host() const { return host_; }
+    std::string Url(const std::string& file = "file") const {
+        return "http://" + host_ + "/" + file;
+    }
+    std::vector<std::string> Requests() const {
+        const std::lock_guard lock(mutex_);
+        return requests_;
+    }
+
+  private:
+    void Serve(int peer) {
+        std::string request;
+        char byte = 0;
+        while (!request.ends_with("\r\n\r\n") && recv(peer, &byte, 1, 0) == 1)
+            request += byte;
+        {
+            const std::lock_guard lock(mutex_);
+            requests_.push_back(request);
+        }
+        const Reply reply = script_(request);
+        bool goesOn = Send(peer, reply.bytes, 0);
+        while (goesOn && !reply.again.empty() && !ends_)
+            goesOn = Send(peer, reply.again, reply.pause);
+        pollfd gone{.fd = peer, .events = POLLIN | POLLRDHUP, .revents = 0};
+        while (reply.hang && !ends_ && poll(&gone, 1, 20) == 0) {
+        }
+        shutdown(peer, SHUT_WR);
+        close(peer);
+    }
+    static bool Send(int peer, const std::string& bytes, int pause) {
+        if (pause != 0) std::this_thread::sleep_for(std::chrono::milliseconds(pause));
+        size_t sent = 0;
+        while (sent < bytes.size()) {
+            const ssize_t count =
+                send(peer, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
+            if (count <= 0) return false;
+            sent += static_cast<size_t>(count);
+        }
+        return true;
+    }
+
+    const Script script_;
+    const int listener_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    std::string host_;
+    std::atomic<bool> ends_{false};
+    mutable std::mutex mutex_;
+    std::vector<std::string> requests_;
+    std::vector<std::thread> peers_;  // the acceptor's, until it has ended
+    std::thread acceptor_;
+};
+
+}  // namespace bw::test
