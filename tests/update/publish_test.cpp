@@ -22,6 +22,8 @@ class Publish : public testing::Test {
         WriteFile(folder_ / "program", "first");
         WriteFile(folder_ / "other", "second");
         WriteFile(folder_ / "text", "\"New\"\n\\ \xE4\xB8\xAD\n");
+        WriteFile(folder_ / "dated", "#!/bin/sh\necho bankweaver 0.6.0\n");
+        fs::permissions(folder_ / "dated", fs::perms(0755));
         WriteFile(folder_ / "long", std::string(4001, 'x'));
         WriteFile(folder_ / "bytes", "\xFF");
     }
@@ -80,7 +82,9 @@ TEST_F(Publish, AllOrNothing) {
         {usual + "--text-en text --text-zh text --force program", 0, 3},
         {usual + "other", 1, 3},  // the same version
         {host + key + "--version 0.4.0.0 --notice-id 1 --notice-en text other", 0, 6},
-        {key + "--plain-http --host http://127.0.0.1:8080 --version 0.5.0.0 program", 0, 8},
+        {host + key + "--version 0.5.0.0 dated", 1, 6},
+        {host + key + "--version 0.6.0.0 dated", 0, 8},
+        {key + "--plain-http --host http://127.0.0.1:8080 --version 0.7.0.0 program", 0, 10},
     };
     ASSERT_EQ(Shell("mkdir tools && ln -s /usr/bin/dirname tools"), 0);
     for (const auto& [words, status, files, shell] : cases) {
