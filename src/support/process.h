@@ -1,4 +1,4 @@
-// Runs another program with its output on a pipe.
+// Runs another program: with its output on a pipe, or on its own.
 #pragma once
 
 #include <chrono>
@@ -42,6 +42,11 @@ class Process {
     intptr_t output_ = -1;
     int status_ = kStillRunning;
 };
+
+// Starts a program that goes on by itself, whatever becomes of this one: in a session of its own,
+// with an empty standard input and this program's outputs. False if it can't be started.
+bool StartDetached(const std::filesystem::path& program,
+                   const std::filesystem::path& workingFolder);
 
 // Whether a process with this number runs on the system. True where that can't be told.
 bool ProcessRuns(uint32_t id);

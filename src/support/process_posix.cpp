@@ -48,7 +48,18 @@ void ResetSignals(SpawnAttributes& attributes) {
     sigaddset(&pipe, SIGPIPE);
     posix_spawnattr_setsigmask(&attributes.value, &none);
     posix_spawnattr_setsigdefault(&attributes.value, &pipe);
-    posix_spawnattr_setflags(&attributes.value, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    short flags = 0;
+    posix_spawnattr_getflags(&attributes.value, &flags);
+    flags |= POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
+    posix_spawnattr_setflags(&attributes.value, flags);
+}
+
+// What the child has open beside its outputs: an empty input, and nothing of what libraries of the
+// parent hold. The folder that it runs in.
+void AddUsualActions(SpawnActions& actions, const fs::path& folder) {
+    posix_spawn_file_actions_addopen(&actions.value, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addclosefrom_np(&actions.value, STDERR_FILENO + 1);
+    if (!folder.empty()) posix_spawn_file_actions_addchdir_np(&actions.value, folder.c_str());
 }
 
 // True as soon as the descriptor has something to tell, false when the time is over.
@@ -115,10 +126,7 @@ bool Process::Start(const fs::path& program, const std::vector<std::string>& arg
     posix_spawn_file_actions_adddup2(&actions.value, writing, STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions.value, writing, STDERR_FILENO);
     // Last, since the pipe itself may be number 0 in a parent without a standard input.
-    posix_spawn_file_actions_addopen(&actions.value, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    // What libraries of the parent hold open is not for the child.
-    posix_spawn_file_actions_addclosefrom_np(&actions.value, STDERR_FILENO + 1);
-    if (!folder.empty()) posix_spawn_file_actions_addchdir_np(&actions.value, folder.c_str());
+    AddUsualActions(actions, folder);
     pid_t child = -1;
     const int failure = posix_spawnp(&child, file.c_str(), &actions.value, &attributes.value,
                                      words.data(), environ);
@@ -173,6 +181,25 @@ void Process::Close() {
     }
     process_ = -1;
     status_ = kStillRunning;
+}
+
+bool StartDetached(const fs::path& program, const fs::path& workingFolder) {
+    SpawnActions actions;
+    SpawnAttributes attributes;
+    posix_spawnattr_setflags(&attributes.value, POSIX_SPAWN_SETSID);
+    ResetSignals(attributes);
+    AddUsualActions(actions, workingFolder);
+    std::array<char*, 2> words{const_cast<char*>(program.c_str()), nullptr};
+    pid_t child = -1;
+    if (posix_spawn(&child, program.c_str(), &actions.value, &attributes.value, words.data(),
+                    environ) != 0)
+        return false;
+    // If it ends first, its entry in the system's table shouldn't stay until this program ends.
+    std::thread([child] {
+        int status = 0;
+        Collect(child, status, 0);
+    }).detach();
+    return true;
 }
 
 bool ProcessRuns(uint32_t id) {

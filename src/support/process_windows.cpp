@@ -133,6 +133,23 @@ void Process::Close() {
     status_ = kStillRunning;
 }
 
+bool StartDetached(const std::filesystem::path& program,
+                   const std::filesystem::path& workingFolder) {
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    std::wstring line = CommandLine(program, {});
+    PROCESS_INFORMATION started{};
+    if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE,
+                        DETACHED_PROCESS | CREATE_NEW_PROCESS_GROUP, nullptr,
+                        workingFolder.empty() ? nullptr : workingFolder.c_str(), &startup,
+                        &started)) {
+        return false;
+    }
+    CloseHandle(started.hThread);
+    CloseHandle(started.hProcess);
+    return true;
+}
+
 bool ProcessRuns(uint32_t id) {
     const HANDLE process = OpenProcess(SYNCHRONIZE, FALSE, id);
     if (process == nullptr) return GetLastError() != ERROR_INVALID_PARAMETER;

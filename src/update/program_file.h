@@ -13,18 +13,21 @@ namespace bw {
 // not tell any more where it was.
 class ProgramFile {
   public:
+    // If the file that runs isn't there any more, it is none that may be replaced.
     static ProgramFile OfThisProcess();
-    explicit ProgramFile(std::filesystem::path path);
+    // The file itself, if `path` is a link to it.
+    explicit ProgramFile(const std::filesystem::path& path);
 
     const std::filesystem::path& Path() const { return path_; }
     std::filesystem::path Folder() const { return path_.parent_path(); }
-    // Where the program of this version is fetched to, beside the running one.
+    // Where the program of this version is fetched to, beside the running one; empty for a version
+    // of anything else than digits and points.
     std::filesystem::path DownloadTarget(std::u16string_view version) const;
     // What the running program is called once it is replaced.
     std::filesystem::path OldProgram() const;
 
     // Whether it may be replaced, by all that can be seen now: kDone, kNotOurs, kReadOnly,
-    // kChangedMeanwhile, kFile.
+    // kChangedMeanwhile.
     UpdateOutcome Replaceable() const;
 
   private:
@@ -33,6 +36,7 @@ class ProgramFile {
         uint64_t file = 0;
         bool operator==(const Identity&) const = default;
     };
+    // Of no file: the same as of a new Identity.
     static Identity IdentityOf(const std::filesystem::path& path);
 
     std::filesystem::path path_;

@@ -13,9 +13,10 @@
 
 namespace bw {
 
-// Puts `downloaded`, which lies in the program's folder, in the program's place. Not done: the
-// program is as it was. `step` is called before each operation on files or settings, with its name;
-// for tests.
+// Puts `downloaded`, which lies in the program's folder, in the program's place. Not done: program
+// and settings are as they were, and `downloaded` is still there. Killed on the way: the program's
+// name has the old program or the new one, and what else is left RemoveOldProgram() removes. `step`
+// is called before each operation on files or settings, with its name; for tests.
 UpdateOutcome ReplaceProgram(const ProgramFile& program, const std::filesystem::path& downloaded,
                              SettingsStore& store,
                              const std::function<void(std::string_view)>& step = {});
@@ -24,7 +25,7 @@ UpdateOutcome ReplaceProgram(const ProgramFile& program, const std::filesystem::
 bool StartProgram(const ProgramFile& program);
 
 // Removes the program that an update has left: up to 5 times, 200 ms apart; what can't be removed
-// then waits for the next start. Returns soon after `stop` was set.
+// then waits for the next start. Removes plain files only. Returns soon after `stop` was set.
 void RemoveOldProgram(SettingsStore& store, const std::atomic<bool>& stop);
 
 }  // namespace bw
