@@ -239,7 +239,6 @@ enum class TextId {
     kKilobytes1024,
     kKilobytes2048,
     kMindkids,
-    kComesLater,
     kEditNameEntry,
     kEditRemarkEntry,
     kCheckEntry,
@@ -446,6 +445,17 @@ enum class TextId {
     kAskAtClosingEntry,
     kClosingAsksAgain,
     kRememberTip,
+
+    // What the window tells of newer versions.
+    kCheckForUpdatesEntry = 11200,
+    kNoUpdateHost,
+    kLookingForUpdate,
+    kNoUpdateAnswer,
+    kNoNewerVersion,
+    kFetchingUpdate,
+    kOpenInBrowser,
+    kUpdatePutOff,
+    kUpdateStartByHand,
 
     // How an attempt to install a newer version ended.
     kUpdateBadVersion = 11250,

@@ -43,7 +43,7 @@ void CommandMenu::AddEntry(QMenu& popup, const MenuRow& row) {
     entry->setMenuRole(QAction::NoRole);
     entry->setCheckable(row.kind == MenuRowKind::kToggle || row.kind == MenuRowKind::kRadio);
     if (row.kind == MenuRowKind::kRadio) groups_.back()->addAction(entry.get());
-    entry->setEnabled(!row.greyed && row.kind != MenuRowKind::kLater);
+    entry->setEnabled(!row.greyed);
     QList<QKeySequence> keys;
     for (const QString& key : QString::fromLatin1(row.keys).split(QStringLiteral("; "))) {
         if (!key.isEmpty()) keys.append(QKeySequence(key, QKeySequence::PortableText));
@@ -73,11 +73,7 @@ void CommandMenu::SetLanguage(Language language) {
             popups_[popup++]->setTitle(text);
             continue;
         }
-        QAction& entry = Entry(row.id);
-        entry.setText(text);
-        if (row.kind == MenuRowKind::kLater) {
-            entry.setToolTip(QtText(TextId::kComesLater, language));
-        }
+        Entry(row.id).setText(text);
     }
 }
 

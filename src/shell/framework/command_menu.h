@@ -21,7 +21,6 @@ enum class MenuRowKind {
     kEntry,
     kToggle,  // an entry with a mark
     kRadio,   // one of the neighbouring kRadio rows has the mark
-    kLater,   // an entry that is there but has no function yet; greyed
 };
 
 struct MenuRow {

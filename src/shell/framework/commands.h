@@ -79,6 +79,7 @@ enum Command : int {
     kCommandFitCoolgirl = 41011,
     kCommandDesignOpen = 41012,
     kCommandDesignSave = 41013,
+    kCommandUpdateChecks = 41014,  // whether the program looks for newer versions by itself
     kCommandAskAtClosing = 41050,
 };
 

@@ -45,16 +45,28 @@ MessageResult CMainDialog::OnClose(MessageParam wParam, MessageParam) {
             return 1;
         }
     }
+    const bool forUpdate = wParam == kCloseForUpdate;
+    if (forUpdate && parts_->tasks.AnyRunning()) {
+        parts_->updates.CloseToInstall();  // after them
+        return 1;
+    }
     if (!parts_->TasksEnded(static_cast<int>(wParam))) return 1;
+    parts_->updates.StopTasks();
     parts_->closing.reset();
     if (parts_->view.EditActive()) Send(kMessageEndEdit);
     parts_->CloseDialogs();
-    if (!parts_->KeepList()) return 1;
+    if (!parts_->KeepList()) {
+        if (forUpdate) parts_->updates.PutOff();
+        return 1;
+    }
     std::error_code ignored;  // whatever stays is removed by a later start
     std::filesystem::remove_all(WorkFolder(), ignored);
+    StorePlacement(store, kMainKey, *this);
+    // As late as it can be, with everything stored, and as long as somebody can be told.
+    if (forUpdate && !parts_->updates.Replace()) return 1;
+    parts_->updates.End();
     parts_->watchTimer.stop();
     parts_->tray.Hide();
-    StorePlacement(store, kMainKey, *this);
     End(static_cast<int>(wParam));
     emit Exited();
     return 1;
@@ -119,6 +131,7 @@ void CMainDialog::StoreAll() {
     parts_->designs.StoreAll();
     parts_->files.SaveRemembered(parts_->view.Widths());
     StorePlacement(parts_->services.store, kMainKey, *this);
+    parts_->updates.ForgetReady();
 }
 
 }  // namespace bw

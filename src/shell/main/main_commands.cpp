@@ -122,6 +122,7 @@ struct CMainDialog::Commands {
         if (screen && !parts.menu.GetMenuState(toggle.id) && !parts.designs.MayEnable()) return;
         const bool on = parts.settings.Toggle(toggle);
         if (toggle.id == kCommandTopmost) SetTopmost(parts.window, on);
+        if (toggle.id == kCommandUpdateChecks && !atStart) parts.updates.LookByItself(on);
         if (toggle.id == kCommandShowNumberOrder) {
             parts.menu.EnableMenuItem(kCommandShowNumberFill, on);
         }
@@ -180,6 +181,7 @@ struct CMainDialog::Commands {
         {kCommandEnglish, [](Parts& parts) { Speak(parts, Language::kEnglish); }},
         {kCommandAskAtClosing, AskAtClosing},
         {kCommandRomInfo, RomInfo},
+        {kCommandCheckUpdate, [](Parts& parts) { parts.updates.Check(); }},
         {kCommandAbout, About},
         {kCommandExit, [](Parts& parts) { parts.window.Send(kMessageClose, kCloseByExit); }},
     };
@@ -243,6 +245,21 @@ MessageResult CMainDialog::OnReplaceAll(MessageParam, MessageParam lParam) {
 
 MessageResult CMainDialog::OnEndEdit(MessageParam, MessageParam) {
     parts_->view.StoreEdit();
+    return 1;
+}
+
+MessageResult CMainDialog::OnUpdateOffer(MessageParam, MessageParam) {
+    parts_->updates.Offer();
+    return 1;
+}
+
+MessageResult CMainDialog::OnUpdateReady(MessageParam, MessageParam) {
+    parts_->updates.CloseToInstall();
+    return 1;
+}
+
+MessageResult CMainDialog::OnNotice(MessageParam, MessageParam) {
+    parts_->updates.ShowNotice();
     return 1;
 }
 

@@ -50,6 +50,7 @@ void CMainDialog::Start(std::vector<std::filesystem::path> files) {
     parts_->rememberedPending = true;
     parts_->files.LoadRemembered();
     if (!files.empty()) parts_->files.Add(std::move(files));
+    parts_->updates.Start(parts_->menu.GetMenuState(kCommandUpdateChecks));
 }
 
 MessageResult CMainDialog::OnInitDialog(MessageParam, MessageParam) {
@@ -69,9 +70,9 @@ void CMainDialog::Place() {
 
 void CMainDialog::ApplyTexts() {
     const Language language = UiLanguage();
-    setWindowTitle(QtText(TextId::kProduct, language));
     parts_->qtTexts.SetLanguage(language);
     parts_->menu.SetLanguage(language);
+    parts_->updates.SetLanguage(language);
     parts_->ShowBoard();
     parts_->view.SetLanguage(language);
     parts_->status.SetLanguage(language);
@@ -90,6 +91,9 @@ const MessageTable& CMainDialog::Table() const {
         OnMessage(kMessageReplace, &CMainDialog::OnReplace),
         OnMessage(kMessageReplaceAll, &CMainDialog::OnReplaceAll),
         OnMessage(kMessageEndEdit, &CMainDialog::OnEndEdit),
+        OnMessage(kMessageUpdateOffer, &CMainDialog::OnUpdateOffer),
+        OnMessage(kMessageUpdateReady, &CMainDialog::OnUpdateReady),
+        OnMessage(kMessageNotice, &CMainDialog::OnNotice),
     };
     static const MessageTable table{entries, &commandTable};
     return table;

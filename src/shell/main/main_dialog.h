@@ -11,8 +11,14 @@
 #include "settings/settings_store.h"
 #include "shell/dialogs/user_dialogs.h"
 #include "shell/framework/dialog_base.h"
+#include "update/deployment.h"
+#include "update/program_file.h"
+
+class QUrl;
 
 namespace bw {
+
+class UpdateSource;
 
 // What the window stands on. The store must live longer than the window.
 struct MainDialogServices {
@@ -31,6 +37,16 @@ struct MainDialogServices {
     std::function<bool()> listKept = nullptr;
     // Whether the desktop has a tray; null asks it.
     std::function<bool()> trayAvailable = nullptr;
+    // Where newer versions are looked for; without a host nowhere, and nothing uses the network.
+    Deployment deployment = {};
+    // Null for the network.
+    UpdateSource* updates = nullptr;
+    // What an update replaces; none for the program of this process.
+    std::optional<ProgramFile> program = std::nullopt;
+    // Starts what has come into its place, without waiting; null starts it as a process.
+    std::function<bool(const ProgramFile&)> startProgram = nullptr;
+    // Shows a page of the web, http or https; null asks the desktop.
+    std::function<void(const QUrl&)> openAddress = nullptr;
 };
 
 class CMainDialog : public CDialogBase {
@@ -71,6 +87,9 @@ class CMainDialog : public CDialogBase {
     MessageResult OnReplace(MessageParam wParam, MessageParam lParam);
     MessageResult OnReplaceAll(MessageParam wParam, MessageParam lParam);
     MessageResult OnEndEdit(MessageParam wParam, MessageParam lParam);
+    MessageResult OnUpdateOffer(MessageParam wParam, MessageParam lParam);
+    MessageResult OnUpdateReady(MessageParam wParam, MessageParam lParam);
+    MessageResult OnNotice(MessageParam wParam, MessageParam lParam);
 
     std::unique_ptr<Parts> parts_;
 };

@@ -40,7 +40,10 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
       find(*this),
       build(*this),
       designs(*this, design, owner),
-      drop(owner) {
+      drop(owner),
+      updates(*this, owner, menu, given,
+              {.mayInterrupt = [this] { return MayInterrupt(); },
+               .closeDialogs = [this] { CloseDialogs(); }}) {
     spaceTimer.setSingleShot(true);
     spaceTimer.setInterval(kSpaceDelay);
     watchTimer.setInterval(kWatchTime);
@@ -154,6 +157,12 @@ void CMainDialog::Parts::TasksChanged() {
 bool CMainDialog::Parts::TrayAvailable() const {
     return services.trayAvailable ? services.trayAvailable()
                                   : QSystemTrayIcon::isSystemTrayAvailable();
+}
+
+bool CMainDialog::Parts::MayInterrupt() const {
+    const bool gesture = QApplication::mouseButtons() != Qt::NoButton ||
+                         QApplication::activePopupWidget() != nullptr || view.EditActive();
+    return !gesture && !asking && !closing && !tasks.TaskBusy() && !tasks.AnyRunning();
 }
 
 void CMainDialog::Parts::BringUp() {

@@ -18,6 +18,7 @@
 #include "shell/main/row_menu.h"
 #include "shell/main/status_line.h"
 #include "shell/main/tray_icon.h"
+#include "shell/main/update_commands.h"
 #include "shell/tasks/build_commands.h"
 #include "shell/tasks/find_commands.h"
 #include "shell/tasks/list_files.h"
@@ -59,6 +60,8 @@ class CMainDialog::Parts final : public ListHost {
     // Off the screen and into the tray; without a tray, down to an icon.
     void PutAway();
     bool TrayAvailable() const;
+    // Nothing is under way that a window coming up, or this one closing, would disturb.
+    bool MayInterrupt() const;
     // All open dialogs; whatever waits for their answers goes on as if the user had closed them.
     void CloseDialogs();
     // False if tasks run and either the user lets them, or they are told to stop and the close
@@ -88,6 +91,7 @@ class CMainDialog::Parts final : public ListHost {
     BuildCommands build;
     DesignCommands designs;
     FileDrop drop;
+    UpdateCommands updates;
     QTimer spaceTimer;
     QTimer watchTimer;
 

@@ -20,6 +20,7 @@ constexpr MenuToggle kToggles[] = {
     {kCommandPageNumber, setting::kPageNumber},
     {kCommandCustomEnable, setting::kCustomEnable},
     {kCommandExternMenuEnable, setting::kExternMenuEnable},
+    {kCommandUpdateChecks, "CheckUpdates", kMarked},
 };
 
 constexpr MenuRadio kPageSizes[] = {

@@ -15,6 +15,7 @@ namespace bw {
 struct MenuToggle {
     int id;
     std::string_view name;
+    uint32_t initial = 0;  // where nothing is stored
 };
 std::span<const MenuToggle> MenuToggles();
 

@@ -14,8 +14,9 @@ class StartPass {
         : store_(store), send_(send), post_(post) {}
 
     bool IsOn(int id) const {
-        uint32_t value = 0;
-        store_.RegReadDword(kMainKey, MenuToggleOf(id).name, value);
+        const MenuToggle& toggle = MenuToggleOf(id);
+        uint32_t value = toggle.initial;
+        store_.RegReadDword(kMainKey, toggle.name, value);
         return value != 0;
     }
     void Send(int id) const {
@@ -68,6 +69,8 @@ void ApplyStoredSettings(const SettingsStore& store, CommandMenu& menu,
     pass.SendRadio(setting::kPageTurningSpeed);
     pass.SendRadio(setting::kMusic);
     pass.Send(kCommandExternMenuEnable);
+    // Greyed, it has nothing to switch on, and what is stored may be meant for another copy.
+    if (menu.Entry(kCommandUpdateChecks).isEnabled()) pass.Post(kCommandUpdateChecks);
 }
 
 }  // namespace bw
