@@ -74,7 +74,8 @@ int Run(int count, char** values, std::vector<std::filesystem::path> files,
              [&] {
                  store->Flush();
                  return !store->InMemoryOnly(kHistoryKey, kHistoryValue);
-             }});
+             },
+         .deployment = deployment});
     // Nobody can be asked for a list file at these ends.
     const auto storeUnasked = [&] {
         window.StoreAll();

@@ -52,7 +52,7 @@ class Updates : public testing::Test {
     void SetUp() override {
         ASSERT_EQ(server.Problem(), "");
         fs::create_directories(release);
-        Hand({"minisign", "-G", "-W", "-p", keys / "public", "-s", keys / "secret"});
+        Minisign({"-G", "-W", "-p", keys / "public", "-s", keys / "secret"});
         std::ifstream file(keys / "public");
         std::getline(file, key);  // a comment
         std::getline(file, key);
@@ -68,14 +68,15 @@ class Updates : public testing::Test {
             kill(process, SIGKILL);
     }
 
-    static void Hand(std::vector<std::string> words) {
+    static void Minisign(std::vector<std::string> words) {
+        words.insert(words.begin(), FindProgram("minisign").value_or("minisign"));
         auto child = ChildProcess::Start({.words = std::move(words), .logFile = "/dev/null"});
         ASSERT_TRUE(child && child->WaitFor(kPatience));
         ASSERT_EQ(child->Status(), 0);
     }
     void Sign(const fs::path& file) {
-        Hand({"minisign", "-S", "-s", keys / "secret", "-m", file, "-t",
-              "bankweaver " + kNew + " " + kName});
+        Minisign(
+            {"-S", "-s", keys / "secret", "-m", file, "-t", "bankweaver " + kNew + " " + kName});
     }
     std::string Host() const {
         std::string host = server.Url("");
