@@ -13,6 +13,7 @@
 #include <QSocketNotifier>
 #include <QTextStream>
 
+#include <sys/socket.h>
 #include <unistd.h>
 
 namespace {
@@ -145,11 +146,21 @@ class Probe : public QObject {
     QSocketNotifier notifier_;
 };
 
+// Not in a program that the program under test has started: there the number is another file's.
+bool BelongsToTheTest() {
+    ucred other{};
+    socklen_t size = sizeof other;
+    return getsockopt(kDescriptor, SOL_SOCKET, SO_PEERCRED, &other, &size) == 0 &&
+           other.pid == getppid();
+}
+
 class ProbePlugin : public QGenericPlugin {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "probe_plugin.json")
   public:
-    QObject* create(const QString&, const QString&) override { return new Probe; }
+    QObject* create(const QString&, const QString&) override {
+        return BelongsToTheTest() ? new Probe : nullptr;
+    }
 };
 
 }  // namespace
