@@ -70,9 +70,9 @@ struct Fetched {
     HttpResult result;
     std::string bytes;
 };
-Fetched Fetch(const std::string& url, const HttpLimits& limits = {}) {
+Fetched Fetch(const std::string& url, const HttpLimits& limits = {}, size_t room = 20000) {
     const std::atomic<bool> cancel{false};
-    Fetched fetched{.result = {}, .bytes = std::string(20000, 'x')};
+    Fetched fetched{.result = {}, .bytes = std::string(room, 'x')};
     fetched.result = HttpClient(cancel).DownloadToBuffer(
         url, {reinterpret_cast<uint8_t*>(fetched.bytes.data()), fetched.bytes.size()}, {}, limits);
     return fetched;
@@ -110,7 +110,7 @@ TEST(HttpLies, AreHeldAgainstWhatWasAskedFor) {
     const Case lies[] = {
         {"no ranges", {whole}, {whole}},
         {"no length", {length("A: b")}, {good}},
-        {"two lengths", {length(n + "\r\n" + n + "1")}, {good}},
+        {"two lengths", {length(n + "1\r\n" + n)}, {good}},
         {"below zero", {length("Content-Length: -1")}, {good}},
         {"20 digits", {length("Content-Length: 99999999999999999999")}, {good}},
         {"2^63-1", {length("Content-Length: 9223372036854775807")}, {good}},
@@ -128,7 +128,7 @@ TEST(HttpLies, AreHeldAgainstWhatWasAskedFor) {
         {"other place", {whole}, {place("bytes 4999-9999/10000")}},
         {"no bytes", {whole}, {place("bytes 0-0/0")}},
         {"other total", {whole}, {place("bytes 5000-9999/10001")}},
-        {"two places", {whole}, {part("Content-Range: bytes 0-4999/10000")}},
+        {"two places", {whole}, {place("bytes 0-4999/*\r\nContent-Range: bytes 5000-9999/*")}},
         {"no HTTP", {"SSH-2.0-a\r\n"}, {good}},
         {"nothing", {whole}, {""}},
         {"long field", {"HTTP/1.1 200 OK\r\nA: ", many}, {good}},
@@ -184,7 +184,10 @@ TEST(HttpLies, AreCoveredByOneRequestForAll) {
     const struct {
         std::string whole;
         Kind kind;
+        size_t room = 20000;
     } cases[] = {{WithLength(kFile), Kind::kDone},
+                 {WithLength(kFile), Kind::kDone, 5000},
+                 {WithLength(kFile + "x"), Kind::kFailed, 5000},
                  {Answer("200 OK", "A: b", kFile), Kind::kDone},
                  {Answer("200 OK", "A: b", kFile + "x"), Kind::kFailed},
                  {Answer("200 OK", "A: b", kFile.substr(1)), Kind::kFailed},
@@ -196,9 +199,9 @@ TEST(HttpLies, AreCoveredByOneRequestForAll) {
             const bool isLast = !RangeOf(request) && asked++ == 1;
             return {isLast ? test.whole : WithLength(kFile)};
         });
-        const Fetched fetched = Fetch(server.Url(), {.wholeIfNoRanges = true});
+        const Fetched fetched = Fetch(server.Url(), {.wholeIfNoRanges = true}, test.room);
         EXPECT_EQ(fetched.result.kind, test.kind) << test.whole.substr(0, 40);
-        EXPECT_TRUE(!fetched.result || fetched.bytes.starts_with(kFile));
+        EXPECT_TRUE(!fetched.result || fetched.bytes.starts_with(kFile.substr(0, test.room)));
     }
 }
 
