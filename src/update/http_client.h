@@ -45,7 +45,8 @@ class HttpClient {
     HttpResult DownloadToBuffer(const std::string& url, std::span<uint8_t> buffer,
                                 const ProgressCallback& progress, const HttpLimits& limits) const;
     // The same into a file that is open for writing, which grows as the ranges come. Memory: less
-    // than 256 KB for each thread, whatever the file's size.
+    // than 256 KB for each thread, whatever the file's size; one megabyte more where the
+    // connection is encrypted, for the system's list of authorities.
     HttpResult DownloadToFile(const std::string& url, File& file, const ProgressCallback& progress,
                               const HttpLimits& limits) const;
 

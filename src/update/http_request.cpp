@@ -145,7 +145,6 @@ bool Exchange::Prepare(bool believeAnyCertificate) {
         isSet = isSet && curl_easy_setopt(easy_.get(), option, value) == CURLE_OK;
     };
     set(CURLOPT_URL, address_.c_str());
-    set(CURLOPT_PROTOCOLS_STR, request_.secureOnly ? "https" : "http,https");
     set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
     set(CURLOPT_USERAGENT, kAgent);
     set(CURLOPT_HTTPHEADER, fields_.get());
@@ -223,10 +222,14 @@ End HttpRequest::Perform(const std::atomic<bool>& cancel) const {
     }
     std::optional<HttpUrl> current = url;
     for (int redirects = 0; redirects <= kMostRedirects; ++redirects) {
+        // The only protocols, whatever others the library may know.
+        if (!current || !(secureOnly ? current->IsSecure() : current->IsHttp())) {
+            LogHttpError("Scheme", CURLE_UNSUPPORTED_PROTOCOL);
+            return End::kFailed;
+        }
         const Answer answer = Ask(*this, *current, cancel);
         if (answer.end != End::kByUs || !answer.head.IsRedirect()) return answer.end;
         current = RedirectTarget(*current, answer.head.Location());
-        if (!current || !current->IsHttp() || (secureOnly && !current->IsSecure())) break;
     }
     LogHttpError("SendRequest", CURLE_TOO_MANY_REDIRECTS);
     return End::kFailed;

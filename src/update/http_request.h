@@ -37,7 +37,7 @@ struct HttpRequest {
     std::function<bool(std::span<const uint8_t>)> onBody;
 
     // Returns within 50 ms after `cancel` was set, whatever it waits for. The functions are called
-    // on this thread. Memory: less than 200 KB besides what an encrypted connection takes.
+    // on this thread. Memory: as HttpClient says for a thread.
     End Perform(const std::atomic<bool>& cancel) const;
 };
 

@@ -46,28 +46,19 @@ std::string Run(std::vector<std::string> words, const fs::path& log) {
     return "failed: " + ReadText(log);
 }
 
-uint16_t FreePort() {
-    const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    bind(socket, reinterpret_cast<sockaddr*>(&address), size);
-    getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size);
-    close(socket);
-    return ntohs(address.sin_port);
-}
-
-bool Listens(uint16_t port) {
+// Tries a call on a socket with the port on the loopback; gives the port that it has then, 0 if it
+// fails.
+uint16_t TryPort(decltype(&connect) call, uint16_t port) {
     const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     address.sin_port = htons(port);
-    const bool listens =
-        connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
+    socklen_t size = sizeof address;
+    const bool works = call(socket, reinterpret_cast<sockaddr*>(&address), size) == 0;
+    if (works && port == 0) getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size);
     close(socket);
-    return listens;
+    return works ? ntohs(address.sin_port) : 0;
 }
 
 }  // namespace
@@ -82,7 +73,7 @@ WebServer::WebServer(const fs::path& folder, Tls tls, const std::string& rules)
     }
     if (tls != Tls::kNone && !MakeCertificate(tls)) return;
     for (int i = 0; i < kMostTries; ++i) {
-        port_ = FreePort();
+        port_ = TryPort(bind, 0);
         WriteConfiguration(folder, rules);
         if (Start(program)) return;
     }
@@ -159,7 +150,7 @@ bool WebServer::Start(const std::string& program) {
 bool WebServer::WaitUntilItListens() {
     const auto end = std::chrono::steady_clock::now() + 20s;
     while (std::chrono::steady_clock::now() < end && !server_->WaitFor(10ms)) {
-        if (Listens(port_)) return true;
+        if (TryPort(connect, port_) != 0) return true;
     }
     return false;
 }

@@ -27,26 +27,33 @@ class ScriptedServer {
   public:
     using Script = std::function<Reply(const std::string& request)>;
 
+    // Without a script it is deaf: its queue of connections is full, and stays so.
     explicit ScriptedServer(Script script) : script_(std::move(script)) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
+        sockaddr_in address{.sin_family = AF_INET, .sin_port = 0, .sin_addr = {}, .sin_zero = {}};
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
         socklen_t size = sizeof address;
         bind(listener_, reinterpret_cast<sockaddr*>(&address), size);
-        listen(listener_, 128);
+        listen(listener_, script_ ? 128 : 0);
         getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size);
         host_ = "127.0.0.1:" + std::to_string(ntohs(address.sin_port));
-        acceptor_ = std::thread([this] {
-            for (int peer; (peer = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;)
-                peers_.emplace_back([this, peer] { Serve(peer); });
-        });
+        if (script_) {
+            acceptor_ = std::jthread([this] {
+                for (int peer; (peer = accept(listener_, nullptr, nullptr)) >= 0;)
+                    peers_.emplace_back([this, peer] { Serve(peer); });
+            });
+        }
+        for (int& each : queued_) {
+            each = script_ ? -1 : socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
+            connect(each, reinterpret_cast<sockaddr*>(&address), size);
+        }
     }
     ~ScriptedServer() {
         ends_ = true;
         shutdown(listener_, SHUT_RDWR);
-        acceptor_.join();
-        for (std::thread& peer : peers_)
-            peer.join();
+        if (script_) acceptor_.join();
+        peers_.clear();
+        for (const int each : queued_)
+            close(each);
         close(listener_);
     }
 
@@ -70,21 +77,19 @@ class ScriptedServer {
             requests_.push_back(request);
         }
         const Reply reply = script_(request);
-        bool goesOn = Send(peer, reply.bytes, 0);
-        while (goesOn && !reply.again.empty() && !ends_)
-            goesOn = Send(peer, reply.again, reply.pause);
-        pollfd gone{.fd = peer, .events = POLLIN | POLLRDHUP, .revents = 0};
-        while (reply.hang && !ends_ && poll(&gone, 1, 20) == 0) {
+        bool goesOn = Send(peer, reply.bytes);
+        while (goesOn && !reply.again.empty() && !ends_) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(reply.pause));
+            goesOn = Send(peer, reply.again);
         }
-        shutdown(peer, SHUT_WR);
+        pollfd gone{.fd = peer, .events = POLLIN | POLLRDHUP, .revents = 0};
+        while (reply.hang && !ends_ && poll(&gone, 1, 20) == 0)
+            continue;
         close(peer);
     }
-    static bool Send(int peer, const std::string& bytes, int pause) {
-        if (pause != 0) std::this_thread::sleep_for(std::chrono::milliseconds(pause));
-        size_t sent = 0;
-        while (sent < bytes.size()) {
-            const ssize_t count =
-                send(peer, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
+    static bool Send(int peer, const std::string& bytes) {
+        for (size_t sent = 0; sent < bytes.size();) {
+            const ssize_t count = send(peer, &bytes[sent], bytes.size() - sent, MSG_NOSIGNAL);
             if (count <= 0) return false;
             sent += static_cast<size_t>(count);
         }
@@ -92,13 +97,14 @@ class ScriptedServer {
     }
 
     const Script script_;
-    const int listener_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const int listener_ = socket(AF_INET, SOCK_STREAM, 0);
+    int queued_[3];
     std::string host_;
     std::atomic<bool> ends_{false};
     mutable std::mutex mutex_;
     std::vector<std::string> requests_;
-    std::vector<std::thread> peers_;  // the acceptor's, until it has ended
-    std::thread acceptor_;
+    std::vector<std::jthread> peers_;  // the acceptor's, until it has ended
+    std::jthread acceptor_;
 };
 
 }  // namespace bw::test
