@@ -127,6 +127,7 @@ TEST(Replacement, NothingUnfitTakesThePlace) {
             EXPECT_EQ(place.Replace(), Kind::kFile) << prepare;
             EXPECT_EQ(place.Ordered(), ordered) << prepare;
         }
+        place.NextStart(place.stop);
         EXPECT_EQ(place.Files(), before) << prepare;
         EXPECT_EQ(Place::Says(place.program), "old\n") << prepare;
     }
