@@ -117,9 +117,8 @@ TEST(Replacement, NewProgramHasTheOldOnesRights) {
 }
 
 TEST(Replacement, NothingUnfitTakesThePlace) {
-    for (const char* prepare :
-         {"rm new", "rm new; mkdir new", "mv new x; ln -s x new", "ln new x", "mkdir prog.bak",
-          "ln -s prog prog.bak", "chown 65534 new || rm new"}) {
+    for (const char* prepare : {"rm new", "rm new; mkdir new", "mv new x; ln -s x new", "ln new x",
+                                "mkdir prog.bak", "ln -s prog prog.bak", "chown 1 new || rm new"}) {
         const Place place(prepare);
         const Names before = place.Files();
         for (const char16_t* ordered : {u"none", u"", u"/as/it/was"}) {
