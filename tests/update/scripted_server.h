@@ -25,9 +25,11 @@ struct Reply {
 
 class ScriptedServer {
   public:
+    static constexpr size_t kMostRequests = 1000;  // that are kept
+
     using Script = std::function<Reply(const std::string& request)>;
 
-    // Without a script it is deaf: its queue of connections is full, and stays so.
+    // The script runs on a thread for each connection. Without one the server is deaf: its queue of connections is full, and stays so.
     explicit ScriptedServer(Script script) : script_(std::move(script)) {
         sockaddr_in address{.sin_family = AF_INET, .sin_port = 0, .sin_addr = {}, .sin_zero = {}};
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -38,8 +40,13 @@ class ScriptedServer {
         host_ = "127.0.0.1:" + std::to_string(ntohs(address.sin_port));
         if (script_) {
             acceptor_ = std::jthread([this] {
-                for (int peer; (peer = accept(listener_, nullptr, nullptr)) >= 0;)
-                    peers_.emplace_back([this, peer] { Serve(peer); });
+                for (int peer; (peer = accept(listener_, nullptr, nullptr)) >= 0;) {
+                    ++talking_;
+                    std::thread([this, peer] {
+                        Serve(peer);
+                        --talking_;
+                    }).detach();
+                }
             });
         }
         for (int& each : queued_) {
@@ -51,7 +58,8 @@ class ScriptedServer {
         ends_ = true;
         shutdown(listener_, SHUT_RDWR);
         if (script_) acceptor_.join();
-        peers_.clear();
+        while (talking_ > 0)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
         for (const int each : queued_)
             close(each);
         close(listener_);
@@ -74,7 +82,7 @@ class ScriptedServer {
             request += byte;
         {
             const std::lock_guard lock(mutex_);
-            requests_.push_back(request);
+            if (requests_.size() < kMostRequests) requests_.push_back(request);
         }
         const Reply reply = script_(request);
         bool goesOn = Send(peer, reply.bytes);
@@ -103,7 +111,7 @@ class ScriptedServer {
     std::atomic<bool> ends_{false};
     mutable std::mutex mutex_;
     std::vector<std::string> requests_;
-    std::vector<std::jthread> peers_;  // the acceptor's, until it has ended
+    std::atomic<int> talking_{0};
     std::jthread acceptor_;
 };
 
