@@ -55,7 +55,12 @@ class MainWindow : public testing::Test {
                                .dialogs = &dialogs,
                                .takeProblem = takeProblem,
                                .listKept = listKept,
-                               .trayAvailable = [this] { return tray; }});
+                               .trayAvailable = [this] { return tray; },
+                               .deployment = deployment,
+                               .updates = updates,
+                               .program = program,
+                               .startProgram = startProgram,
+                               .openAddress = openAddress});
         exited = std::make_unique<QSignalSpy>(window.get(), &CMainDialog::Exited);
         const size_t added = files.size();
         window->Start(std::move(files));
@@ -98,6 +103,11 @@ class MainWindow : public testing::Test {
     std::function<std::optional<std::u16string>(Language)> takeProblem;
     std::function<bool()> listKept;
     bool tray = true;
+    Deployment deployment;  // names no host
+    UpdateSource* updates = nullptr;
+    std::optional<ProgramFile> program;
+    std::function<bool(const ProgramFile&)> startProgram;
+    std::function<void(const QUrl&)> openAddress;
     std::unique_ptr<CMainDialog> window;
     std::unique_ptr<QSignalSpy> exited;
 };
