@@ -1,9 +1,6 @@
 // A source of updates that needs no network.
 #pragma once
 
-#include <atomic>
-#include <chrono>
-#include <string>
 #include <thread>
 
 #include "common/game_image.h"
@@ -36,7 +33,7 @@ class FakeUpdates : public UpdateSource {
   private:
     bool Stopped(const std::atomic<bool>& stop) const {
         while (hangs && !stop)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            std::this_thread::yield();
         return stop;
     }
 };

@@ -13,6 +13,7 @@
 #include "common/game_image.h"
 #include "common/temporary_folder.h"
 #include "list/search/name_search.h"
+#include "shell/fake_updates.h"
 #include "shell/framework/commands.h"
 #include "shell/framework/texts.h"
 #include "shell/main/main_dialog.h"
@@ -57,7 +58,7 @@ class MainWindow : public testing::Test {
                                .listKept = listKept,
                                .trayAvailable = [this] { return tray; },
                                .deployment = deployment,
-                               .updates = updates,
+                               .updates = &source,
                                .program = program,
                                .startProgram = startProgram,
                                .openAddress = openAddress});
@@ -103,8 +104,8 @@ class MainWindow : public testing::Test {
     std::function<std::optional<std::u16string>(Language)> takeProblem;
     std::function<bool()> listKept;
     bool tray = true;
-    Deployment deployment;  // names no host
-    UpdateSource* updates = nullptr;
+    Deployment deployment{.version = "1.0.0.0"};  // names no host
+    FakeUpdates source;
     std::optional<ProgramFile> program;
     std::function<bool(const ProgramFile&)> startProgram;
     std::function<void(const QUrl&)> openAddress;

@@ -1,7 +1,6 @@
 // Settings that are entries of the menu: chosen, stored, and applied again at the next start.
 #include "common/environment_variable.h"
 #include "shell/main/menu_settings.h"
-#include "shell/fake_updates.h"
 #include "shell/main_window.h"
 
 namespace bw {
@@ -10,8 +9,6 @@ namespace {
 class StoredSettings : public MainWindow {};
 
 TEST_F(StoredSettings, TogglesFlipByMenuByMessageAndAtTheStart) {
-    FakeUpdates source;
-    updates = &source;
     deployment.host = "https://host.invalid";  // the switch of its checks is grey without
     Store("CheckUpdates", 0);                  // the one that is on where nothing is stored
     Start();
