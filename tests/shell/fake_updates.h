@@ -10,15 +10,15 @@ namespace bw {
 
 class FakeUpdates : public UpdateSource {
   public:
-    std::string update = "{}", notice = "{}";
+    std::optional<std::string> update = "{}", notice = "{}";
     UpdateOutcome outcome;  // of fetching a program
-    std::atomic<bool> hangs = false, silent = false;
+    std::atomic<bool> hangs = false;
     std::atomic<int> asked = 0;
 
     std::optional<std::string> FetchText(const std::string& url,
                                          const std::atomic<bool>& stop) override {
         ++asked;
-        if (Stopped(stop) || silent) return std::nullopt;
+        if (Stopped(stop)) return std::nullopt;
         return url.find("update.json") != std::string::npos ? update : notice;
     }
     UpdateOutcome FetchProgram(const UpdateRecord&, const std::filesystem::path& target,
