@@ -13,6 +13,7 @@
 #include "common/game_image.h"
 #include "common/temporary_folder.h"
 #include "list/search/name_search.h"
+#include "shell/fake_updates.h"
 #include "shell/framework/commands.h"
 #include "shell/framework/texts.h"
 #include "shell/main/main_dialog.h"
@@ -55,7 +56,12 @@ class MainWindow : public testing::Test {
                                .dialogs = &dialogs,
                                .takeProblem = takeProblem,
                                .listKept = listKept,
-                               .trayAvailable = [this] { return tray; }});
+                               .trayAvailable = [this] { return tray; },
+                               .deployment = deployment,
+                               .updates = &source,
+                               .program = program,
+                               .startProgram = startProgram,
+                               .openAddress = openAddress});
         exited = std::make_unique<QSignalSpy>(window.get(), &CMainDialog::Exited);
         const size_t added = files.size();
         window->Start(std::move(files));
@@ -98,6 +104,11 @@ class MainWindow : public testing::Test {
     std::function<std::optional<std::u16string>(Language)> takeProblem;
     std::function<bool()> listKept;
     bool tray = true;
+    Deployment deployment{.version = "1.0.0.0"};  // names no host
+    FakeUpdates source;
+    std::optional<ProgramFile> program;
+    std::function<bool(const ProgramFile&)> startProgram;
+    std::function<void(const QUrl&)> openAddress;
     std::unique_ptr<CMainDialog> window;
     std::unique_ptr<QSignalSpy> exited;
 };

@@ -86,6 +86,7 @@ void UpdateCommands::LookByItself(bool on) {
     } else {
         flow_.Stop();
         offerWaits_ = offerWaits_ && asked_;
+        if (!agreed_) flow_.ForgetReady();
     }
 }
 
@@ -139,6 +140,7 @@ bool UpdateCommands::Alone() {
 
 void UpdateCommands::GoOn() {
     if (flow_.Ready().empty()) readyWaits_ = false;  // forgotten meanwhile
+    if (!offerWaits_ && !readyWaits_) closingOthers_ = false;
     if (!offerWaits_ && !readyWaits_ && toTell_.empty()) return;
     if (!calls_.mayInterrupt()) {
         retryTimer_.start(kRetryTime);
@@ -172,6 +174,7 @@ void UpdateCommands::ShowOffer() {
 }
 
 void UpdateCommands::Install() {
+    agreed_ = true;
     // One that was put off is there already.
     if (flow_.Ready().empty()) {
         host_.Tell(FormatText(LoadText(TextId::kFetchingUpdate, host_.CurrentLanguage()),
@@ -199,6 +202,7 @@ void UpdateCommands::StopTasks() {
 }
 
 void UpdateCommands::PutOff() {
+    ShowTitle(std::nullopt);
     host_.Tell(LoadText(TextId::kUpdatePutOff, host_.CurrentLanguage()));
 }
 
@@ -207,6 +211,7 @@ bool UpdateCommands::Replace() {
     const Language language = host_.CurrentLanguage();
     const UpdateOutcome outcome = ReplaceProgram(program_, flow_.Ready(), host_.Store());
     if (!outcome) {
+        ShowTitle(std::nullopt);
         Error(UpdateOutcomeText(outcome, language));
         return false;
     }

@@ -103,6 +103,8 @@ class UpdateCommands final : public UpdateHost {
     bool noticeOpen_ = false;
     // The user waits for an answer; only then an offer is more than news.
     bool asked_ = false;
+    // The user has agreed to install something in this run.
+    bool agreed_ = false;
     // A task that is started now looks for a newer version.
     bool looking_ = false;
     // The task that ends now has brought an offer.
