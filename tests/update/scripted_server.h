@@ -29,7 +29,8 @@ class ScriptedServer {
 
     using Script = std::function<Reply(const std::string& request)>;
 
-    // The script runs on a thread for each connection. Without one the server is deaf: its queue of connections is full, and stays so.
+    // The script runs on a thread for each connection. Without one the server is deaf: its queue of
+    // connections is full, and stays so.
     explicit ScriptedServer(Script script) : script_(std::move(script)) {
         sockaddr_in address{.sin_family = AF_INET, .sin_port = 0, .sin_addr = {}, .sin_zero = {}};
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
