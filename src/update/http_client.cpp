@@ -104,15 +104,17 @@ class Download {
     const std::string_view step_;  // what the debug output calls a range
     const ByteSink sink_;
     RemoteFile file_;
+    int status_ = 0;  // of the answer to AskLength()
 };
 
 HttpResult Download::Run(const std::string& url, uint64_t room) {
     if (!TakeAddress(url)) return {Kind::kRefused};
     if (const Kind kind = AskLength(); kind != Kind::kDone) {
         if (kind == Kind::kFailed) LogHttpError("GetContentLength", 0);
-        return {kind};
+        return {.kind = kind, .status = status_};
     }
-    const HttpResult result = FetchRanges(room);
+    HttpResult result = FetchRanges(room);
+    result.status = status_;
     if (result.kind == Kind::kFailed) LogHttpError("PartialDownload", 0);
     return result;
 }
@@ -131,20 +133,19 @@ bool Download::TakeAddress(const std::string& url) {
 
 // By a request for the whole file that ends with the answer's head.
 Kind Download::AskLength() {
-    int status = 0;
     std::optional<uint64_t> length;
     const HttpRequest request{.url = file_.url,
                               .secureOnly = file_.secureOnly,
                               .onHead =
                                   [&](const HttpHead& head) {
-                                      status = head.Status();
+                                      status_ = head.Status();
                                       length = head.Length();
                                       return false;
                                   },
                               .onBody = [](auto) { return false; }};
     if (request.Perform(cancel_) == HttpRequest::End::kStopped) return Kind::kStopped;
-    if (status != 200 || !length) {
-        LogHttpError("QueryContentLength", status);
+    if (status_ != 200 || !length) {
+        LogHttpError("QueryContentLength", status_);
         return Kind::kFailed;
     }
     file_.length = *length;

@@ -19,6 +19,7 @@ struct HttpResult {
 
     Kind kind = Kind::kDone;
     uint64_t size = 0;  // kDone: bytes that have arrived
+    int status = 0;     // of the host's first answer; 0 if there was none
     std::optional<FileProblem> file = {};
 
     explicit operator bool() const { return kind == Kind::kDone; }

@@ -59,9 +59,12 @@ UpdateOutcome NetworkSource::FetchProgram(const UpdateRecord& record,
                                           const ProgressCallback& progress) {
     const HttpLimits limits{.secureOnly = !deployment_.plainHttp, .largest = kLargestProgram};
     const Fetched signature = FetchSmall(record.url + ".minisig", stop, limits);
-    if (signature.result.kind == HttpResult::Kind::kStopped) return OutcomeOf(signature.result);
-    // Without it the rest would be fetched for nothing.
-    if (!signature.result) return {UpdateOutcome::Kind::kNoSignature};
+    // Without it the rest would be fetched for nothing. A host that can't be reached is another
+    // matter.
+    const bool answered = signature.result.status != 0;
+    if (!signature.result && answered && signature.result.kind != HttpResult::Kind::kStopped)
+        return {UpdateOutcome::Kind::kNoSignature};
+    if (!signature.result) return OutcomeOf(signature.result);
 
     // Whatever has that name is an earlier attempt's, or not to be written through: a link.
     RemoveAbandonedReplacements(target);

@@ -81,6 +81,14 @@ FileResult<> Exchange(const ProgramFile& program, const fs::path& downloaded, co
     return done;
 }
 
+// A file that an earlier update has left has its order; any other one of that name is the user's.
+bool IsUsers(const fs::path& old, const SettingsStore& store) {
+    std::error_code error;
+    std::u16string ordered;
+    return fs::exists(fs::symlink_status(old, error)) &&
+           !(store.RegReadString(kMainKey, kDelete, ordered) && TextPath(ordered) == old);
+}
+
 // Sleeps; false if it was cut short.
 bool Wait(std::chrono::milliseconds time, const std::atomic<bool>& stop) {
     const auto end = std::chrono::steady_clock::now() + time;
@@ -113,6 +121,8 @@ UpdateOutcome ReplaceProgram(const ProgramFile& program, const fs::path& downloa
     if (downloaded.parent_path() != program.Folder() || downloaded == program.Path())
         return {Kind::kFile,
                 FileProblem{.file = downloaded, .kind = FileProblem::Kind::kWrongKind}};
+    if (const fs::path old = program.OldProgram(); IsUsers(old, store))
+        return {Kind::kFile, ProblemOf(old, std::errc::file_exists)};
     // Ordered before there is anything to remove: whenever this ends, nothing stays for ever.
     Removal fetched(store, kDeleteFetched);
     before("order the removal of what was fetched");

@@ -106,6 +106,7 @@ TEST(Replacement, KilledAtAnyStepLeavesOneWholeProgram) {
 
 TEST(Replacement, NewProgramHasTheOldOnesRights) {
     const Place place("chmod 751 prog; chmod 4666 new; echo older >prog.bak; ln prog second");
+    place.Order(place.home.u16string() + u"/prog.bak");  // of an update before this one
     EXPECT_EQ(place.Replace(), Kind::kDone);
     EXPECT_EQ(fs::status(place.program).permissions(), fs::perms(0751));
     EXPECT_EQ(place.Files(), Names({"prog", "prog.bak", "second"}));
@@ -117,8 +118,9 @@ TEST(Replacement, NewProgramHasTheOldOnesRights) {
 }
 
 TEST(Replacement, NothingUnfitTakesThePlace) {
-    for (const char* prepare : {"rm new", "rm new; mkdir new", "mv new x; ln -s x new", "ln new x",
-                                "mkdir prog.bak", "ln -s prog prog.bak", "chown 1 new || rm new"}) {
+    for (const char* prepare :
+         {"rm new", "rm new; mkdir new", "mv new x; ln -s x new", "ln new x", "mkdir prog.bak",
+          "ln -s prog prog.bak", "chown 1 new || rm new", "cp prog prog.bak"}) {
         const Place place(prepare);
         const Names before = place.Files();
         for (const char16_t* ordered : {u"none", u"", u"/as/it/was"}) {

@@ -286,10 +286,11 @@ void UpdateCommands::ShowTitle(std::optional<double> percent) {
 
 void UpdateCommands::TellOutcome(const UpdateOutcome& outcome, bool asked) {
     const std::u16string text = UpdateOutcomeText(outcome, host_.CurrentLanguage());
-    if (text.empty()) return;
+    // A network that fails is tried again every minute, and no news worth a window.
+    const bool network = outcome.kind == UpdateOutcome::Kind::kNetwork;
+    if (text.empty() || (network && !asked)) return;
     host_.Tell(text);
-    // A network that fails is no news worth a window.
-    if (!asked || outcome.kind == UpdateOutcome::Kind::kNetwork) return;
+    if (!asked || network) return;
     toTell_ = text;
     // Not from within the flow: a dialog runs the window's events.
     retryTimer_.start(0ms);
