@@ -1,6 +1,7 @@
 // The window with a full list of 20,000 rows as it is remembered, on a display without a screen:
 //   start: from the process's start to the window's first picture, and to the first one with rows,
-//     against a program that reads the same list and shows it in a bare QTableView;
+//     against a program that reads the same list and shows it in a bare QTableView; then with a
+//     look for a newer version at a host that doesn't answer, against without;
 //   commands: from the command to the rows painted anew, against a bare loop over the same data
 //     that paints nothing.
 //   bench_window [rounds]
@@ -13,6 +14,9 @@
 #include <functional>
 #include <memory>
 #include <regex>
+
+#include <arpa/inet.h>
+#include <sys/socket.h>
 
 #include "child.h"
 #include "common/environment_variable.h"
@@ -92,19 +96,40 @@ int StartBare(int count, char** words) {
 int StartOurs(int count, char** words) {
     Watch application(count, words);
     const auto store = bw::MakeUserStore();
-    bw::CMainDialog window({.store = *store, .base = "/"});
+    const std::string host = count > 2 ? words[2] : "";
+    bw::CMainDialog window({.store = *store, .base = "/", .deployment = {.host = host}});
     window.Start({});
     return QApplication::exec();
 }
+
+// Takes connections and says nothing.
+class SilentHost {
+  public:
+    SilentHost() {
+        sockaddr_in address{.sin_family = AF_INET, .sin_port = 0, .sin_addr = {}, .sin_zero = {}};
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof address;
+        bind(socket_, reinterpret_cast<sockaddr*>(&address), size);
+        listen(socket_, 1024);
+        getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &size);
+        address_ = "https://127.0.0.1:" + std::to_string(ntohs(address.sin_port));
+    }
+    const std::string& Address() const { return address_; }
+
+  private:
+    int socket_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);  // as long as the program
+    std::string address_;
+};
 
 struct StartTimes {
     double firstPaint;
     double rows;
 };
 
-StartTimes Start(const std::string& mode, const std::filesystem::path& output) {
+StartTimes Start(const std::string& mode, const std::filesystem::path& output,
+                 const std::string& host = {}) {
     const long long begin = Now();
-    bench::RunChild({"/proc/self/exe", mode}, output);
+    bench::RunChild({"/proc/self/exe", mode, host}, output);
     long long first = 0;
     long long rows = 0;
     std::ifstream said(output);  // among warnings of the toolkit
@@ -114,10 +139,14 @@ StartTimes Start(const std::string& mode, const std::filesystem::path& output) {
 }
 
 void Starts(int rounds, const std::filesystem::path& output) {
+    const SilentHost host;
     bench::Pair first;
     bench::Pair rows;
+    bench::Pair looking;
     for (int round = 0; round < rounds; ++round) {
         const StartTimes ours = Start("start-ours", output);
+        looking.ours.push_back(Start("start-ours", output, host.Address()).rows);
+        looking.bare.push_back(ours.rows);
         const StartTimes bare = Start("start-bare", output);
         first.ours.push_back(ours.firstPaint);
         first.bare.push_back(bare.firstPaint);
@@ -126,6 +155,7 @@ void Starts(int rounds, const std::filesystem::path& output) {
     }
     bench::Report("start to the first picture", first);
     bench::Report("start to the rows", rows);
+    bench::Report("start to the rows, looking for a newer version", looking);
 }
 
 class Window {
