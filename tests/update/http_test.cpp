@@ -220,6 +220,13 @@ TEST_F(Http, TellsHowFarItIs) {
     EXPECT_THAT(told.front(),
                 testing::ElementsAre(testing::Lt(100000U), 100000U, CDownloadFile::kGoesOn));
     EXPECT_THAT(told.back(), testing::ElementsAre(100000U, 100000U, CDownloadFile::kEnds));
+    std::vector<DownloadProgress> shown;
+    EXPECT_TRUE(HttpClient(cancel_).DownloadToFile(
+        server.Url("slow"), *file, [&](const auto& now) { shown.push_back(now); }, {}));
+    ASSERT_GE(shown.size(), 2U);
+    EXPECT_EQ(shown[0].perSecond, shown[0].done * 2);
+    EXPECT_EQ(shown[1].perSecond, (shown[1].done - shown[0].done) * 2);
+
     EXPECT_EQ(download.OnProgress(1, 2, CDownloadFile::kGoesOn), CDownloadFile::kGoOn);
     stop = true;
     EXPECT_EQ(download.OnProgress(1, 2, CDownloadFile::kGoesOn), CDownloadFile::kAbort);
