@@ -66,6 +66,7 @@ TEST(HttpUrl, HasPartsThatFitTheirRooms) {
                              "http://a b/",
                              "http://a/b\r\nc",
                              "http://a\\b",
+                             "http://a@b@c",
                              "http://%0d@a",
                              "http://%4@a",
                              "http://a%2e/",
@@ -204,7 +205,8 @@ TEST_F(Http, LetsDoubtfulCertificatesPass) {
 
 TEST_F(Http, TellsHowFarItIs) {
     const WebServer server(folder_.Path(), Tls::kNone,
-                           "location = /slow { limit_rate 20k; rewrite ^ /file break; }");
+                           "location = /slow { limit_rate 20k; rewrite ^ /file break; }"
+                           "location = /whole { max_ranges 0; rewrite ^ /file break; }");
     ASSERT_EQ(server.Problem(), "");
     MakeFile(100000);
     FileResult<File> file = File::Create(folder_ / "target");
@@ -228,6 +230,7 @@ TEST_F(Http, TellsHowFarItIs) {
     EXPECT_EQ(shown[1].perSecond, (shown[1].done - shown[0].done) * 2);
 
     EXPECT_EQ(download.OnProgress(1, 2, CDownloadFile::kGoesOn), CDownloadFile::kGoOn);
+    EXPECT_TRUE(download.Download(server.Url("whole"), *file, {}, {}));
     stop = true;
     EXPECT_EQ(download.OnProgress(1, 2, CDownloadFile::kGoesOn), CDownloadFile::kAbort);
     EXPECT_EQ(download.Download(server.Url("file"), *file, tell, {}).kind, Kind::kStopped);
