@@ -128,7 +128,7 @@ std::optional<HttpUrl> CrackUrl(std::string_view text) {
     text.remove_prefix(colon + 3);
     std::string_view authority = text.substr(0, text.find_first_of("/?#"));
     const std::string_view path = text.substr(authority.size());
-    if (const size_t at = authority.rfind('@'); at != authority.npos) {
+    if (const size_t at = authority.find('@'); at != authority.npos) {
         if (!ReadUser(authority.substr(0, at), url)) return std::nullopt;
         authority.remove_prefix(at + 1);
     }

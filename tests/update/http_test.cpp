@@ -66,6 +66,7 @@ TEST(HttpUrl, HasPartsThatFitTheirRooms) {
                              "http://a b/",
                              "http://a/b\r\nc",
                              "http://a\\b",
+                             "http://a@b@c",
                              "http://%0d@a",
                              "http://%4@a",
                              "http://a%2e/",
@@ -204,7 +205,8 @@ TEST_F(Http, LetsDoubtfulCertificatesPass) {
 
 TEST_F(Http, TellsHowFarItIs) {
     const WebServer server(folder_.Path(), Tls::kNone,
-                           "location = /slow { limit_rate 20k; rewrite ^ /file break; }");
+                           "location = /slow { limit_rate 20k; rewrite ^ /file break; }"
+                           "location = /whole { max_ranges 0; rewrite ^ /file break; }");
     ASSERT_EQ(server.Problem(), "");
     MakeFile(100000);
     FileResult<File> file = File::Create(folder_ / "target");
@@ -220,7 +222,15 @@ TEST_F(Http, TellsHowFarItIs) {
     EXPECT_THAT(told.front(),
                 testing::ElementsAre(testing::Lt(100000U), 100000U, CDownloadFile::kGoesOn));
     EXPECT_THAT(told.back(), testing::ElementsAre(100000U, 100000U, CDownloadFile::kEnds));
+    std::vector<DownloadProgress> shown;
+    EXPECT_TRUE(HttpClient(cancel_).DownloadToFile(
+        server.Url("slow"), *file, [&](const auto& now) { shown.push_back(now); }, {}));
+    ASSERT_GE(shown.size(), 2U);
+    EXPECT_EQ(shown[0].perSecond, shown[0].done * 2);
+    EXPECT_EQ(shown[1].perSecond, (shown[1].done - shown[0].done) * 2);
+
     EXPECT_EQ(download.OnProgress(1, 2, CDownloadFile::kGoesOn), CDownloadFile::kGoOn);
+    EXPECT_TRUE(download.Download(server.Url("whole"), *file, {}, {}));
     stop = true;
     EXPECT_EQ(download.OnProgress(1, 2, CDownloadFile::kGoesOn), CDownloadFile::kAbort);
     EXPECT_EQ(download.Download(server.Url("file"), *file, tell, {}).kind, Kind::kStopped);
