@@ -42,6 +42,10 @@ install_missing() {
     $install --assume-no $missing 2>/dev/null |
         grep -E '^[0-9]+ upgraded|^Need to get|^After this' | sed 's/^/   /' || true
     $install -y -q $missing | awk '/^Setting up/ { if (++n % 20 == 0) { print "   " n " packages set up"; fflush() } }'
+    # The tests start their own; nobody asked for one that serves this machine's port 80 from now on.
+    case " $missing " in
+        *" nginx-light "*) [ ! -d /run/systemd/system ] || $root systemctl disable --now -q nginx ;;
+    esac
 }
 
 # build PRESET TARGETS...: all targets where none is named. Counts the steps, in one place of a

@@ -91,6 +91,8 @@ class ReplacementFile {
 
     // Problems of it name the target.
     File& Contents() { return file_; }
+    // The file's name until Commit.
+    const std::filesystem::path& Temporary() const { return temporary_; }
     // Once.
     FileResult<> Commit();
 

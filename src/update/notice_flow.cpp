@@ -1,6 +1,5 @@
 #include "update/notice_flow.h"
 
-#include <algorithm>
 #include <memory>
 
 #include "settings/setting_names.h"
@@ -40,7 +39,7 @@ bool NoticeFlow::IsToShow() const {
     if (!shown_ && record_.restart_show) return true;
     uint32_t last = 0;
     store_.RegReadDword(kMainKey, setting::kLastNotifyId, last);
-    return std::max(last, unstoredId_) < record_.notify_id;
+    return last < record_.notify_id;
 }
 
 std::u16string NoticeFlow::Text(Language language) const {
@@ -48,8 +47,7 @@ std::u16string NoticeFlow::Text(Language language) const {
 }
 
 void NoticeFlow::Shown() {
-    const bool stored = StoreNumber(store_, kMainKey, setting::kLastNotifyId, record_.notify_id);
-    unstoredId_ = stored ? 0 : record_.notify_id;
+    StoreNumber(store_, kMainKey, setting::kLastNotifyId, record_.notify_id);
     shown_ = true;
     busy_ = false;
 }

@@ -2,7 +2,6 @@
 // shown at each start.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -46,9 +45,6 @@ class NoticeFlow {
     bool wanted_ = false;
     bool busy_ = false;   // one is under way, or waits to be shown
     bool shown_ = false;  // one has been, in this run
-    // The id that couldn't be written: a store that takes nothing mustn't bring the notice again
-    // and again.
-    uint32_t unstoredId_ = 0;
 };
 
 }  // namespace bw

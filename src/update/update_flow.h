@@ -25,8 +25,8 @@ class UpdateFlow {
 
     // Looks by itself from now on: at once, and at each tick. Nothing where no host is named.
     void Start();
-    // Not any more. Of what is under way, what the user has asked for goes on; a notice, an offer
-    // or a forced update comes to nothing when it arrives, unless Start() was called again by then.
+    // Not any more. What the user has asked for goes on; a notice, an offer or a forced update that
+    // is under way comes to nothing if it arrives before looking has begun again.
     void Stop();
     void OnTimer(UpdateTimer timer);
     // The user wants to know: the offer is shown whatever the versions.

@@ -58,20 +58,20 @@ Wanted Of(std::string type, std::string Seen::*field, std::string words) {
 
 // The program's end of the conversation is closed here as soon as it has a copy.
 ChildProcess StartProgram(Desktop& desktop, const std::filesystem::path& home,
-                          std::vector<std::string> words, std::vector<std::string> environment,
-                          int& descriptor) {
+                          const std::filesystem::path& program, std::vector<std::string> words,
+                          std::vector<std::string> environment, int& descriptor) {
     int ends[2];
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
         throw SessionLost("no socket");
     descriptor = ends[0];
-    words.insert(words.begin(), BANKWEAVER_PROGRAM);
+    words.insert(words.begin(), program);
     environment.insert(
         environment.begin(),
         {"BANKWEAVER_HOME=" + home.string(), "QT_QPA_PLATFORM=xcb",
          "QT_QPA_GENERIC_PLUGINS=session_probe", "QT_PLUGIN_PATH=" BANKWEAVER_PROBE_FOLDER});
-    ChildProcess program = desktop.Run(std::move(words), std::move(environment), ends[1]);
+    ChildProcess started = desktop.Run(std::move(words), std::move(environment), ends[1]);
     close(ends[1]);
-    return program;
+    return started;
 }
 
 }  // namespace
@@ -115,10 +115,11 @@ Wanted Rows(size_t count) {
 }
 
 Program::Program(Desktop& desktop, const std::filesystem::path& home,
-                 std::vector<std::string> words, std::vector<std::string> environment)
+                 std::vector<std::string> words, std::vector<std::string> environment,
+                 const std::filesystem::path& program)
     : desktop_(desktop),
-      process_(StartProgram(desktop, home, std::move(words), std::move(environment), descriptor_)) {
-}
+      process_(StartProgram(desktop, home, program, std::move(words), std::move(environment),
+                            descriptor_)) {}
 
 Program::~Program() {
     close(descriptor_);

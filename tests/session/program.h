@@ -49,7 +49,8 @@ class Program {
   public:
     // `words` follow the program's name. All of the user's files lie below `home`.
     Program(Desktop& desktop, const std::filesystem::path& home,
-            std::vector<std::string> words = {}, std::vector<std::string> environment = {});
+            std::vector<std::string> words = {}, std::vector<std::string> environment = {},
+            const std::filesystem::path& program = BANKWEAVER_PROGRAM);
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;

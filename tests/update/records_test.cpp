@@ -1,3 +1,4 @@
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include "support/text.h"
@@ -20,40 +21,40 @@ std::string Shown(const LanguageTexts& texts) {
 
 std::string Update(const std::string& json) {
     const UpdateRecord record = ReadUpdateRecord(json);
-    return ToUtf8(record.version) + "|" + record.url + "|" + ToUtf8(record.notify_id) + "|" +
-           (record.force_update ? "force" : "") + "|" + Shown(record.update_describe);
+    return fmt::format("{}|{}|{}|{}|{}", ToUtf8(record.version), record.url,
+                       ToUtf8(record.notify_id), record.force_update ? "set" : "",
+                       Shown(record.update_describe));
 }
 
 std::string Notice(const std::string& json) {
     const NoticeRecord record = ReadNoticeRecord(json);
-    return std::to_string(record.notify_id) + "|" + (record.restart_show ? "again" : "") + "|" +
-           std::to_string(record.for_users_type) + "|" + Shown(record.notify_message);
+    return fmt::format("{}|{}|{}|{}", record.notify_id, record.restart_show ? "set" : "",
+                       record.for_users_type, Shown(record.notify_message));
 }
 
-// Each key with one value; in place of "@" stands the key's name, and `full` is what is read where
-// every value has the right type.
+// Each value stands under every key of a file; those of the right type are read.
 TEST(Records, EveryKeyTakesItsOwnTypeOnly) {
-    const std::string text = R"("x\u00e9\ud83d\ude00")", object = R"({"en-us":"e","zh-cn":"z"})";
+    const auto object = [](std::initializer_list<const char*> keys, const std::string& value) {
+        std::string json = "\xEF\xBB\xBF {";
+        for (const char* const key : keys)
+            json += fmt::format("\"{}\":{},", key, value);
+        json.back() = '}';
+        return json + " ";
+    };
+    const std::string text = R"("x\u00e9\ud83d\ude00")", texts = R"({"en-us":"e","zh-cn":"z"})";
     for (const std::string& value :
-         {text, object, std::string("true"), std::string("7"), std::string("-1"),
-          std::string("4294967296"), std::string("1e300"), std::string("1.0"), std::string("null"),
-          std::string("[{\"en-us\":\"e\"}]"), std::string(R"({"en-us":["e"],"fr":"f","zh-cn":7})"),
-          std::string(R"({"x":{"en-us":"e","version":"1"}})")}) {
-        const auto member = [&](const char* key) {
-            return std::string("\"") + key + "\":" + value;
-        };
-        const std::string is = value == text ? "xé😀" : "";
-        EXPECT_EQ(Update("{" + member("version") + "," + member("url") + "," + member("notify_id") +
-                         "," + member("force_update") + "," + member("update_describe") + "}"),
-                  is + "|" + is + "|" + is + (value == "true" ? "|force|" : "||") +
-                      (value == object ? " en-us=e zh-cn=z" : ""))
-            << value;
-        const std::string number = value == "7" ? "7" : "0";
-        EXPECT_EQ(Notice("\xEF\xBB\xBF {" + member("notify_id") + "," + member("restart_show") +
-                         "," + member("for_users_type") + "," + member("notify_message") + "} "),
-                  number + (value == "true" ? "|again|" : "||") + number + "|" +
-                      (value == object ? " en-us=e zh-cn=z" : ""))
-            << value;
+         {text, texts, "true"s, "7"s, "-1"s, "4294967296"s, "1e300"s, "1.0"s, "null"s,
+          R"([{"en-us":"e"}])"s, R"({"en-us":["e"],"fr":"f","zh-cn":7})"s,
+          R"({"x":{"en-us":"e","version":"1"}})"s}) {
+        const std::string is = value == text ? "xé😀" : "", seven = value == "7" ? "7" : "0";
+        const std::string force = value == "true" ? "set" : "";
+        const std::string shown = value == texts ? " en-us=e zh-cn=z" : "";
+        EXPECT_EQ(Update(object({"version", "url", "notify_id", "force_update", "update_describe"},
+                                value)),
+                  fmt::format("{}|{}|{}|{}|{}", is, is, is, force, shown));
+        EXPECT_EQ(Notice(object({"notify_id", "restart_show", "for_users_type", "notify_message"},
+                                value)),
+                  fmt::format("{}|{}|{}|{}", seven, force, seven, shown));
     }
     EXPECT_EQ(Update(R"({"version":5,"version":"2","url":"a\u0000b","url":"c","update_describe":)"
                      R"({"zh-cn":[],"zh-cn":"z","en-us":"1","en-us":"2"},"URL":"d"})"),
@@ -66,18 +67,17 @@ TEST(Records, OtherFilesAreEmptyAtAnySize) {
     const std::string good = R"({"version":"1","force_update":true,"notify_id":9)";
     const std::string deep(kMegabyte, '['), empties(kMegabyte / 2, ']');
     for (const std::string& json :
-         {std::string(), std::string("\xEF\xBB"), std::string("[]"), std::string("\"version\""),
-          good, good + "} {}", good + ",}", good + R"(,"x":1e999})", good + R"(,"x":"\ud800"})",
-          deep, good + ",\"x\":" + deep, std::string(kMegabyte, '\0'),
-          good + ",\"url\":\"" + deep}) {
+         {""s, "\xEF\xBB"s, "[]"s, "\"version\""s, good, good + "} {}", good + ",}",
+          good + R"(,"x":1e999})", good + R"(,"x":"\ud800"})", deep, good + ",\"x\":" + deep,
+          std::string(kMegabyte, '\0'), good + ",\"url\":\"" + deep}) {
         EXPECT_EQ(Update(json), "||||") << json.substr(0, 80);
         EXPECT_EQ(Notice(json), "0||0|") << json.substr(0, 80);
     }
     std::string many = good;
     while (many.size() < kMegabyte)
         many += ",\"\":{}";
-    EXPECT_EQ(Update(many + "}"), "1|||force|");
-    EXPECT_EQ(Update(good + ",\"x\":" + deep.substr(empties.size()) + empties + "}"), "1|||force|");
+    EXPECT_EQ(Update(many + "}"), "1|||set|");
+    EXPECT_EQ(Update(good + ",\"x\":" + deep.substr(empties.size()) + empties + "}"), "1|||set|");
 }
 
 TEST(Records, VersionsAreReadFieldByField) {

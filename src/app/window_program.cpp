@@ -1,0 +1,108 @@
+#include "app/window_program.h"
+
+#include <QApplication>
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/end_signals.h"
+#include "app/list_rescue.h"
+#include "app/lost_display.h"
+#include "app/program_icon.h"
+#include "app/window_arguments.h"
+#include "designer/history/history_file.h"
+#include "settings/guarded_store.h"
+#include "shell/framework/texts.h"
+#include "shell/main/main_dialog.h"
+#include "support/crash_file.h"
+#include "support/paths.h"
+#include "support/text.h"
+#include "support/version.h"
+
+namespace bw {
+namespace {
+
+constexpr int kEndedBySignal = 128;  // plus its number, as shells have it
+constexpr int kNoDisplay = 3;        // ./run goes on without a window then
+
+void SetUpApplication() {
+    // Qt takes all of the user's locale; numbers in files have a point everywhere.
+    std::setlocale(LC_NUMERIC, "C");
+    QApplication::setApplicationName(QStringLiteral("bankweaver"));
+    QApplication::setApplicationVersion(ToQt(ToWide(ProgramVersion())));
+    QApplication::setDesktopFileName(QStringLiteral("bankweaver"));
+    QApplication::setWindowIcon(ProgramIcon());
+}
+
+void TellOfRescuedList(const std::filesystem::path& file) {
+    const std::string text = "The settings could not take the list; it was saved as ";
+    std::fputs((text + file.string() + "\n").c_str(), stderr);
+}
+
+// A display that can't be reached is no crash. Qt's own last words tell to install it again.
+void EndIfFatal(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type != QtFatalMsg) {
+        std::fputs((text.toStdString() + "\n").c_str(), stderr);
+        return;
+    }
+    std::fputs(
+        "Bankweaver found no display that it can open. Start it inside a desktop session (the\n"
+        "variable DISPLAY or WAYLAND_DISPLAY names its display; Wayland needs the package\n"
+        "qt6-wayland), or use bankweaver-cli, which needs none.\n",
+        stderr);
+    std::_Exit(kNoDisplay);
+}
+
+int Run(int count, char** values, std::vector<std::filesystem::path> files,
+        const Deployment& deployment) {
+    qInstallMessageHandler(&EndIfFatal);
+    const QApplication application(count, values);
+    qInstallMessageHandler(nullptr);
+    SetUpApplication();
+    const std::unique_ptr<GuardedStore> store = MakeGuardedUserStore();
+    CMainDialog window(
+        {.store = *store,
+         .base = ExecutableFolder(),
+         .designHistory = DesignHistoryFile(),
+         .takeProblem = [&](Language language) { return store->TakeProblem(language); },
+         .listKept =
+             [&] {
+                 store->Flush();
+                 return !store->InMemoryOnly(kHistoryKey, kHistoryValue);
+             }});
+    // Nobody can be asked for a list file at these ends.
+    const auto storeUnasked = [&] {
+        window.StoreAll();
+        if (const auto file = RescueList(*store)) TellOfRescuedList(*file);
+    };
+    const LostDisplay lostDisplay(storeUnasked);
+    const EndSignals endSignals([&](int signal) {
+        storeUnasked();
+        QApplication::exit(kEndedBySignal + signal);
+    });
+    QObject::connect(
+        &application, &QGuiApplication::commitDataRequest, &window, [&] { window.StoreAll(); },
+        Qt::DirectConnection);
+    QObject::connect(&window, &CMainDialog::Exited, &application, &QApplication::quit);
+    window.Start(std::move(files));
+    return QApplication::exec();
+}
+
+}  // namespace
+
+int RunWindowProgram(int count, char** values, const Deployment& deployment) {
+    InstallCrashHandler();
+    WindowArguments arguments = ParseWindowArguments(count, values);
+    if (!arguments.files) {
+        std::fputs(arguments.text.c_str(), arguments.exitCode == 0 ? stdout : stderr);
+        return arguments.exitCode;
+    }
+    return Run(count, values, std::move(*arguments.files), deployment);
+}
+
+}  // namespace bw
