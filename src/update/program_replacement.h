@@ -15,8 +15,9 @@ namespace bw {
 
 // Puts `downloaded`, which lies in the program's folder, in the program's place. Not done: program
 // and settings are as they were, and `downloaded` is still there. Killed on the way: the program's
-// name has the old program or the new one, and what else is left RemoveOldProgram() removes. `step`
-// is called before each operation on files or settings, with its name; for tests.
+// name has the old program or the new one, and what else is left RemoveOldProgram() removes. The
+// file isn't verified again: whoever can write in that folder could as well write to the program.
+// `step` is called before each operation on files or settings, with its name; for tests.
 UpdateOutcome ReplaceProgram(const ProgramFile& program, const std::filesystem::path& downloaded,
                              SettingsStore& store,
                              const std::function<void(std::string_view)>& step = {});

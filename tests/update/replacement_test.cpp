@@ -1,13 +1,12 @@
 // The exchange of the program's file: whole, refused, or killed on its way.
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <fstream>
-#include <map>
 #include <set>
 #include <thread>
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -25,7 +24,6 @@ using Kind = UpdateOutcome::Kind;
 using Names = std::set<std::string>;
 
 constexpr uid_t kNobody = 65534;
-const std::string kFetched = "Bankweaver_0.3.0.0.exe";
 
 // A folder with a program, and a newer one beside it.
 struct Place {
@@ -33,18 +31,18 @@ struct Place {
     fs::path settings = folder / "settings/store";
     fs::path home = folder / "home";
     fs::path program = home / "prog";
-    fs::path fetched = home / kFetched;
     const std::atomic<bool> stop = false;
 
-    Place() {
+    // By a shell's commands in the program's folder.
+    explicit Place(const std::string& prepare = "true") {
         fs::create_directory(home);
-        chmod(folder.Path().c_str(), 0755);
-        Write(program, "old", 0755);
-        Write(fetched, "new", 0644);
+        Shell(
+            "chmod 755 .. .; printf '#!/bin/sh\necho old\n' >prog; chmod 755 prog;"
+            "printf '#!/bin/sh\necho new\n' >new;" +
+            prepare);
     }
-    static void Write(const fs::path& file, const std::string& says, mode_t mode) {
-        WriteFile(file, "#!/bin/sh\necho " + says + "\n");
-        chmod(file.c_str(), mode);
+    void Shell(const std::string& commands) const {
+        ASSERT_EQ(std::system(("cd '" + home.string() + "';" + commands).c_str()), 0) << commands;
     }
     static std::string Says(const fs::path& file) {
         Process process;
@@ -65,7 +63,8 @@ struct Place {
         MakeSqliteStore(settings)->RegWriteString(kMainKey, "Delete", path.u16string());
     }
     Kind Replace(const std::function<void(std::string_view)>& step = {}) const {
-        return ReplaceProgram(ProgramFile(program), fetched, *MakeSqliteStore(settings), step).kind;
+        const auto store = MakeSqliteStore(settings);
+        return ReplaceProgram(ProgramFile(program), home / "new", *store, step).kind;
     }
     void NextStart(const std::atomic<bool>& end) const {
         RemoveOldProgram(*MakeSqliteStore(settings), end);
@@ -92,25 +91,21 @@ TEST(Replacement, KilledAtAnyStepLeavesOneWholeProgram) {
                 int left = steps;
                 return place.Replace([&](std::string_view step) {
                     if (left-- == 0) raise(SIGKILL);
-                    if (fails && step == "put the new program in place") fs::remove(place.fetched);
+                    if (fails && step == "put the new program in place")
+                        fs::remove(place.home / "new");
                 });
             });
             EXPECT_EQ(Place::Says(place.program), fails || steps < 7 ? "old\n" : "new\n") << steps;
             place.NextStart(place.stop);
             // Killed before anything was done, what was fetched is as it was before.
-            EXPECT_EQ(place.Files(), steps < 2 ? Names({"prog", kFetched}) : Names{"prog"})
-                << steps;
+            EXPECT_EQ(place.Files(), steps < 2 ? Names({"prog", "new"}) : Names{"prog"}) << steps;
         }
         EXPECT_EQ(steps, fails ? 10 : 9);
     }
 }
 
 TEST(Replacement, NewProgramHasTheOldOnesRights) {
-    const Place place;
-    chmod(place.program.c_str(), 0751);
-    chmod(place.fetched.c_str(), 04666);
-    Place::Write(place.home / "prog.bak", "older", 0755);
-    fs::create_hard_link(place.program, place.home / "second");
+    const Place place("chmod 751 prog; chmod 4666 new; echo older >prog.bak; ln prog second");
     EXPECT_EQ(place.Replace(), Kind::kDone);
     EXPECT_EQ(fs::status(place.program).permissions(), fs::perms(0751));
     EXPECT_EQ(place.Files(), Names({"prog", "prog.bak", "second"}));
@@ -122,86 +117,51 @@ TEST(Replacement, NewProgramHasTheOldOnesRights) {
 }
 
 TEST(Replacement, NothingUnfitTakesThePlace) {
-    const std::map<std::string, std::function<void(const Place&)>> cases{
-        {"missing", [](const Place& place) { fs::remove(place.fetched); }},
-        {"a folder",
-         [](const Place& place) {
-             fs::remove(place.fetched);
-             fs::create_directory(place.fetched);
-         }},
-        {"a link",
-         [](const Place& place) {
-             fs::rename(place.fetched, place.home / "elsewhere");
-             fs::create_symlink(place.home / "elsewhere", place.fetched);
-         }},
-        {"with a second name",
-         [](const Place& place) { fs::create_hard_link(place.fetched, place.home / "second"); }},
-        {"another user's",
-         [](const Place& place) { ASSERT_EQ(chown(place.fetched.c_str(), kNobody, kNobody), 0); }},
-        {"over a folder",
-         [](const Place& place) { fs::create_directory(place.home / "prog.bak"); }},
-        {"over a link",
-         [](const Place& place) { fs::create_symlink("prog", place.home / "prog.bak"); }},
-    };
-    for (const auto& [what, prepare] : cases) {
-        if (what == "another user's" && getuid() != 0) continue;
-        const Place place;
-        prepare(place);
+    for (const char* prepare : {"rm new", "rm new; mkdir new", "mv new x; ln -s x new", "ln new x",
+                                "mkdir prog.bak", "ln -s prog prog.bak", "chown 1 new || rm new"}) {
+        const Place place(prepare);
         const Names before = place.Files();
-        EXPECT_EQ(place.Replace(), Kind::kFile) << what;
-        EXPECT_EQ(place.Ordered(), u"none") << what;
-        place.Order("/as/it/was");
-        EXPECT_EQ(place.Replace(), Kind::kFile) << what;
-        EXPECT_EQ(place.Ordered(), u"/as/it/was") << what;
-        EXPECT_EQ(place.Files(), before) << what;
-        EXPECT_EQ(Place::Says(place.program), "old\n") << what;
+        for (const char16_t* ordered : {u"none", u"", u"/as/it/was"}) {
+            if (ordered != std::u16string(u"none")) place.Order(ordered);
+            EXPECT_EQ(place.Replace(), Kind::kFile) << prepare;
+            EXPECT_EQ(place.Ordered(), ordered) << prepare;
+        }
+        place.NextStart(place.stop);
+        EXPECT_EQ(place.Files(), before) << prepare;
+        EXPECT_EQ(Place::Says(place.program), "old\n") << prepare;
     }
-    const Place place;
-    Place::Write(place.folder / kFetched, "new", 0644);
+    const Place place("cp new ..");
     const auto store = MakeMemoryStore();
-    for (const fs::path& other : {place.folder / kFetched, place.program})
+    for (const fs::path& other : {place.folder / "new", place.program})
         EXPECT_EQ(ReplaceProgram(ProgramFile(place.program), other, *store).kind, Kind::kFile);
 }
 
 TEST(Replacement, LooksWhetherItMay) {
     const struct {
-        const char* what;
-        std::function<void(const Place&)> prepare;
+        const char* prepare;
         Kind expected;
         bool asNobody = false;
     } cases[] = {
-        {"as it is", [](const Place&) {}, Kind::kDone},
-        {"read-only", [](const Place& p) { chmod(p.program.c_str(), 0555); }, Kind::kReadOnly},
-        {"set-user-id", [](const Place& p) { chmod(p.program.c_str(), 04755); }, Kind::kNotOurs},
-        {"root's folder", [](const Place&) {}, Kind::kNotOurs, true},
-        {"root's file where all may write", [](const Place& p) { chmod(p.home.c_str(), 0777); },
-         Kind::kReadOnly, true},
-        {"a folder as /tmp",
-         [](const Place& p) {
-             chmod(p.home.c_str(), 01777);
-             chmod(p.program.c_str(), 0777);
-         },
-         Kind::kNotOurs, true},
-        {"gone", [](const Place& p) { fs::remove(p.program); }, Kind::kChangedMeanwhile},
-        {"another", [](const Place& p) { fs::rename(p.fetched, p.program); },
-         Kind::kChangedMeanwhile},
-        {"a link",
-         [](const Place& p) {
-             fs::rename(p.program, p.home / "old");
-             fs::create_symlink("old", p.program);
-         },
-         Kind::kChangedMeanwhile},
+        {"true", Kind::kDone},
+        {"chmod 555 prog", Kind::kReadOnly},
+        {"chmod 4755 prog", Kind::kNotOurs},
+        {"rm prog", Kind::kChangedMeanwhile},
+        {"mv new prog", Kind::kChangedMeanwhile},
+        {"mv prog x; ln -s x prog", Kind::kChangedMeanwhile},
+        {"true", Kind::kNotOurs, true},
+        {"chmod 777 .", Kind::kReadOnly, true},
+        {"chmod 1777 .; chmod 777 prog", Kind::kNotOurs, true},  // as /tmp
     };
-    for (const auto& [what, prepare, expected, asNobody] : cases) {
+    for (const auto& [prepare, expected, asNobody] : cases) {
         if (asNobody && getuid() != 0) continue;
         const Place place;
         const ProgramFile program(place.program);
-        prepare(place);
+        place.Shell(prepare);
         const int kind = InChild([&] {
             if (asNobody && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) return -1;
             return static_cast<int>(program.Replaceable().kind);
         });
-        EXPECT_EQ(kind, static_cast<int>(expected)) << what;
+        EXPECT_EQ(kind, static_cast<int>(expected)) << prepare;
     }
     EXPECT_EQ(ProgramFile("/bin/sh").Replaceable().kind, Kind::kNotOurs);
     EXPECT_EQ(ProgramFile("/usr/missing").Replaceable().kind, Kind::kNotOurs);
@@ -237,14 +197,14 @@ TEST(Replacement, OnlyPlainFilesAreRemoved) {
     place.Order(place.home / "gone");
     place.NextStart(place.stop);
     EXPECT_EQ(place.Ordered(), u"");
-    fs::create_symlink("prog", place.home / "link");
+    place.Shell("ln -s prog link");
     for (const fs::path& path : {place.home, place.home / "link", fs::path("prog")}) {
         place.Order(path);
         const auto start = std::chrono::steady_clock::now();
         place.NextStart(place.stop);
         const auto taken = std::chrono::steady_clock::now() - start;
         EXPECT_EQ(place.Ordered(), path.u16string());
-        EXPECT_EQ(place.Files(), Names({"prog", "link", kFetched}));
+        EXPECT_EQ(place.Files(), Names({"prog", "link", "new"}));
         EXPECT_GE(taken, path.is_absolute() ? 800ms : 0ms);
     }
     place.Order(place.home);
@@ -260,10 +220,9 @@ TEST(Replacement, OnlyPlainFilesAreRemoved) {
 TEST(Replacement, StartedProgramStandsAlone) {
     const Place place;
     const ProgramFile program(place.program);
-    Place::Write(place.program,
-                 "$$ $(cut -d' ' -f6 /proc/$$/stat) $(pwd) $(readlink /proc/$$/fd/0) >../part\n"
-                 "mv ../part ../told",
-                 0755);
+    std::ofstream(place.program)
+        << "#!/bin/sh\necho $$ $(cut -d' ' -f6 /proc/$$/stat) $(pwd) $(readlink /proc/$$/fd/0) "
+           ">../part\nmv ../part ../told\n";
     ASSERT_TRUE(StartProgram(program));
     while (!fs::exists(place.folder / "told"))
         std::this_thread::sleep_for(5ms);

@@ -1,0 +1,27 @@
+# Which hosts and keys a build takes: cmake -D MODULE=cmake/UpdateDeployment.cmake -P THIS_FILE
+set(key RWQBC5E8IutA7xb+S+v81bkUBlT9dpsf56SuNgviKb4+IKpnHrHLVW/z)
+function(expect result host key)
+    execute_process(COMMAND ${CMAKE_COMMAND} "-DBANKWEAVER_UPDATE_HOST=${host}"
+        "-DBANKWEAVER_UPDATE_KEY=${key}" -P ${MODULE} RESULT_VARIABLE status ERROR_VARIABLE told)
+    if(NOT status EQUAL result)
+        message(SEND_ERROR "host \"${host}\", key \"${key}\": ${status}, expected ${result}\n${told}")
+    endif()
+endfunction()
+
+expect(0 "" "")
+foreach(host https://files.example.org https://a.example/b/c-d_e.f~g http://127.0.0.1:8080 http://[::1]:80/x)
+    expect(0 ${host} ${key})
+endforeach()
+expect(1 "" ${key})
+expect(1 https://a.example "")
+foreach(host ftp://a.example a.example https:// https://a.example/ https://a.example?x https://a.example/#x
+        "https://a.example/b c" "https://a.example/\"" "https://a.example/\\" "https://a.example\;b")
+    expect(1 ${host} ${key})
+endforeach()
+foreach(wrong ${key}A RWQ R${key} "untrusted comment: x")
+    expect(1 https://a.example ${wrong})
+endforeach()
+string(REPLACE RW RU other ${key})
+string(REPLACE "+" " " another ${key})
+expect(1 https://a.example ${other})
+expect(1 https://a.example ${another})
