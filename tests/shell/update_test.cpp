@@ -215,9 +215,11 @@ TEST_F(Updates, WhatIsFetchedTakesTheProgramsPlaceWhenTheWindowCloses) {
 
 TEST_F(Updates, WhatCannotBeInstalledIsToldAndTheWindowStays) {
     answer = Take;
+    Store("CheckUpdates", 0);
     const auto told = [&] {
-        dialogs.told.clear();
         Start(Images(1));
+        dialogs.told.clear();
+        Send(kCommandCheckUpdate);
         EXPECT_TRUE(Until([&] { return !dialogs.told.empty(); }));
         return dialogs.told.back();
     };
@@ -273,7 +275,7 @@ TEST_F(Updates, ANoticeShowsOnceAndOnlyInAFreeWindow) {
     EXPECT_TRUE(Until([&] { return Stored("LastNotifyId") == 7; }));
     Tick(UpdateTimer::kNotice);
     Start();  // another copy
-    EXPECT_TRUE(Until([&] { return source.asked == 5; }));
+    EXPECT_TRUE(Until([&] { return source.asked == 6; }));
     QTest::qWait(50);
     EXPECT_THAT(dialogs.told, ElementsAre("Notify message: <i>x</i>"));
 }

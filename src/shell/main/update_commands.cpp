@@ -153,6 +153,7 @@ void UpdateCommands::GoOn() {
         return;
     } else if (std::exchange(readyWaits_, false)) {
         window_.Send(kMessageClose, kCloseForUpdate);
+        GoOn();  // it may have stayed
     } else {
         offerWaits_ = false;
         ShowOffer();
@@ -222,6 +223,8 @@ bool UpdateCommands::Replace() {
 void UpdateCommands::End() {
     flow_.ForgetReady();
     flow_.Stop();
+    offerWaits_ = readyWaits_ = false;
+    toTell_.clear();
     retryTimer_.stop();
     queue_.Close();
 }
