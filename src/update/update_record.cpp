@@ -25,8 +25,8 @@ std::u16string DescriptionOf(const UpdateRecord& record, Language language) {
     return PlainText(TextFor(record.update_describe, language));
 }
 
-std::u16string ShownVersion(const UpdateRecord& record) {
-    return VisibleText(PlainText(record.version).substr(0, kMostOfVersion));
+std::u16string ShownVersion(std::u16string_view version) {
+    return VisibleText(PlainText(version).substr(0, kMostOfVersion));
 }
 
 }  // namespace bw

@@ -28,10 +28,10 @@ UpdateRecord ReadUpdateRecord(std::string_view json);
 // The text for a language; empty where there is none.
 std::u16string TextFor(const LanguageTexts& texts, Language language);
 
-// For a person's eyes: what the update is about, as PlainText; and the start of the version, in one
+// For a person's eyes: what the update is about, as PlainText; and the start of a version, in one
 // line.
 std::u16string DescriptionOf(const UpdateRecord& record, Language language);
-inline constexpr size_t kMostOfVersion = 40;  // 16-bit units
-std::u16string ShownVersion(const UpdateRecord& record);
+inline constexpr size_t kMostOfVersion = 40;  // 16-bit units; four numbers need 39 at the most
+std::u16string ShownVersion(std::u16string_view version);
 
 }  // namespace bw

@@ -36,7 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string_view bytes = TextOf({data, size});
     const bw::UpdateRecord update = bw::ReadUpdateRecord(bytes);
     Expect(update.version.size() <= size && bw::ToUtf8(bw::ToWide(update.url)) == update.url);
-    Expect(bw::ShownVersion(update).size() <= bw::kMostOfVersion);
+    Expect(bw::ShownVersion(update.version).size() <= bw::kMostOfVersion);
     CheckTexts(update.update_describe, size);
     CheckTexts(bw::ReadNoticeRecord(bytes).notify_message, size);
     CheckVersion(update.version);

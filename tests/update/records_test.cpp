@@ -111,7 +111,7 @@ TEST(Records, TextsForEyesArePlainAndShort) {
     EXPECT_EQ(PlainText(long4000.substr(1) + u"😀"), long4000.substr(1));
     const UpdateRecord record{.version = u"1.2\n\u202e" + long4000,
                               .update_describe = {{"zh-cn", u"中\u0001"}}};
-    EXPECT_EQ(ShownVersion(record), u"1.2?" + long4000.substr(0, kMostOfVersion - 4));
+    EXPECT_EQ(ShownVersion(record.version), u"1.2?" + long4000.substr(0, kMostOfVersion - 4));
     EXPECT_EQ(DescriptionOf(record, Language::kChinese), u"中");
     EXPECT_EQ(DescriptionOf(record, Language::kEnglish), u"");
 }

@@ -2,15 +2,12 @@
 
 #include "shell/framework/colors.h"
 #include "support/text.h"
-#include "update/plain_text.h"
 
 namespace bw {
 namespace {
 
 constexpr int kText = 1031;
 constexpr int kNote = 1032;
-
-constexpr qsizetype kLongestVersion = 32;  // characters; four numbers need 23 at the most
 
 // Anything may stand in a record. Other schemes could start programs, or show the user's files.
 QUrl PageOf(const std::string& address) {
@@ -21,14 +18,6 @@ QUrl PageOf(const std::string& address) {
 }
 
 }  // namespace
-
-std::u16string ShortVersion(std::u16string_view version) {
-    QString line = ToQt(PlainText(version)).simplified();
-    if (line.size() > kLongestVersion) {
-        line = line.left(kLongestVersion - 1) + QChar(0x2026);  // three dots
-    }
-    return FromQt(line);
-}
 
 CUpdateDialog::CUpdateDialog(UpdateOffer offer, Language language, QWidget* parent)
     : CDialogBase(language, parent), offer_(std::move(offer)), page_(PageOf(offer_.record.url)) {
@@ -91,8 +80,8 @@ void CUpdateDialog::ApplyTexts() {
     const Language language = UiLanguage();
     setWindowTitle(
         ToQt(FormatText(LoadText(TextId::kCurrentAndLatestVersion, language),
-                        ShortVersion(offer_.running), ShortVersion(offer_.record.version))));
-    SetText(kText, ToQt(PlainText(TextFor(offer_.record.update_describe, language))));
+                        ShownVersion(offer_.running), ShownVersion(offer_.record.version))));
+    SetText(kText, ToQt(DescriptionOf(offer_.record, language)));
     text_.setAccessibleName(windowTitle());
     SetText(kNote, ToQt(NoteText()));
     note_.setVisible(!note_.text().isEmpty());

@@ -16,17 +16,13 @@
 
 namespace bw {
 
-// A version as it stands in a line of text: without line ends, and cut if somebody has made it
-// long.
-std::u16string ShortVersion(std::u16string_view version);
-
 struct UpdateOffer {
     UpdateRecord record;
-    std::u16string running;                        // the running version
-    bool newer = false;                            // the record's version is newer than that
-    UpdateOutcome replaceable;                     // whether the running program can be replaced
-    bool asked = false;                            // the user wanted to know
-    std::function<void(const QUrl&)> openAddress;  // shows a page of the web
+    std::u16string running = {};     // the running version
+    bool newer = false;              // the record's version is newer than that
+    UpdateOutcome replaceable = {};  // whether the running program can be replaced
+    bool asked = false;              // the user wanted to know
+    std::function<void(const QUrl&)> openAddress = {};  // shows a page of the web
 };
 
 // Ends with kEndOk if the new version is to be installed. Where the program can't be replaced the

@@ -179,7 +179,7 @@ void UpdateCommands::Install() {
     // One that was put off is there already.
     if (flow_.Ready().empty()) {
         host_.Tell(FormatText(LoadText(TextId::kFetchingUpdate, host_.CurrentLanguage()),
-                              ShortVersion(flow_.Record().version)));
+                              ShownVersion(flow_.Record().version)));
     }
     flow_.Install();
 }
