@@ -4,6 +4,13 @@
 #include "update/http_request.h"
 
 namespace bw {
+namespace {
+
+// Bytes that are gathered for a write: threads that write to one file wait for each other, and
+// the library hands over 16 KB at most.
+constexpr size_t kBlock = 64 * 1024;
+
+}  // namespace
 
 void RangeTask::Fetch(const RemoteFile& file, const ByteSink& sink,
                       const std::atomic<bool>& cancel) {
@@ -24,7 +31,10 @@ void RangeTask::Run(const RemoteFile& file, bool askWhole, const ByteSink& sink,
         .onHead = [&](const HttpHead& head) { return TakeHead(head, file.length, askWhole); },
         .onBody = [&](std::span<const uint8_t> bytes) { return TakeBody(bytes, cut, sink); }};
     if (!askWhole) request.range = range_;
+    block_.reserve(kBlock);
     const HttpRequest::End end = request.Perform(cancel);
+    if (!block_.empty()) WriteBlock(sink);  // what has arrived stays, whatever the end
+    block_ = {};
     if (end == HttpRequest::End::kStopped) {
         status_ = Status::kStopped;
         return;
@@ -53,12 +63,17 @@ bool RangeTask::TakeBody(std::span<const uint8_t> bytes, bool cut, const ByteSin
     isTooMuch_ = bytes.size() > room && !cut;
     if (isTooMuch_) return false;
     if (bytes.size() > room) bytes = bytes.first(static_cast<size_t>(room));
-    if (const FileResult<> result = sink(range_.first + done_, bytes); !result) {
-        problem_ = result.Problem();
-        return false;
-    }
+    if (block_.size() + bytes.size() > kBlock && !WriteBlock(sink)) return false;
+    block_.insert(block_.end(), bytes.begin(), bytes.end());
     done_ += bytes.size();
     return !cut || done_ < range_.size;
+}
+
+bool RangeTask::WriteBlock(const ByteSink& sink) {
+    const FileResult<> result = sink(range_.first + done_ - block_.size(), block_);
+    if (!result) problem_ = result.Problem();
+    block_.clear();
+    return static_cast<bool>(result);
 }
 
 }  // namespace bw

@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 #include <span>
+#include <vector>
 
 #include "support/file_problem.h"
 #include "update/http_head.h"
@@ -48,8 +49,10 @@ class RangeTask {
              const std::atomic<bool>& cancel);
     bool TakeHead(const HttpHead& head, uint64_t length, bool askWhole);
     bool TakeBody(std::span<const uint8_t> bytes, bool cut, const ByteSink& sink);
+    bool WriteBlock(const ByteSink& sink);
 
     const ByteRange range_;
+    std::vector<uint8_t> block_;  // the newest of what is done, not written yet
     std::atomic<uint64_t> done_{0};
     std::atomic<Status> status_{Status::kRunning};
     bool isTooMuch_ = false;
