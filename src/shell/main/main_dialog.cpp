@@ -50,7 +50,9 @@ void CMainDialog::Start(std::vector<std::filesystem::path> files) {
     parts_->rememberedPending = true;
     parts_->files.LoadRemembered();
     if (!files.empty()) parts_->files.Add(std::move(files));
-    parts_->updates.Start(parts_->menu.GetMenuState(kCommandUpdateChecks));
+    // The list comes first: reading it and looking for a newer version would wait for each other.
+    parts_->tasks.WhenFree(
+        [this] { parts_->updates.Start(parts_->menu.GetMenuState(kCommandUpdateChecks)); });
 }
 
 MessageResult CMainDialog::OnInitDialog(MessageParam, MessageParam) {
