@@ -250,7 +250,7 @@ TEST_F(Updates, AnExitDoesNotWaitForTheNetwork) {
     window.reset();
     const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
     RecordProperty("seconds", std::to_string(time.count()));
-    EXPECT_LT(time.count(), 1);
+    EXPECT_LT(time.count(), 5);
     source.hangs = false;
     source.update.reset();
     Start();

@@ -222,6 +222,7 @@ TEST(HttpRanges, AreAsManyAsIsSensible) {
 }
 
 TEST(HttpStop, EndsWhateverIsWaitedFor) {
+    const bool isPlain = std::string_view(BANKWEAVER_SANITIZE).empty();
     const ScriptedServer deaf(nullptr);
     ScriptedServer silent([](const auto&) { return Reply{.bytes = "HTTP/1.1 ", .hang = true}; });
     ScriptedServer half([](const std::string& request) {
@@ -245,7 +246,8 @@ TEST(HttpStop, EndsWhateverIsWaitedFor) {
         const auto start = std::chrono::steady_clock::now();
         cancel = true;
         fetch.join();
-        EXPECT_LT(std::chrono::steady_clock::now() - start, 200ms) << url;
+        // Some 20 ms; what waits for a time of its own takes seconds. Others use this machine, too.
+        EXPECT_LT(std::chrono::steady_clock::now() - start, isPlain ? 500ms : 2000ms) << url;
         EXPECT_EQ(result.kind, Kind::kStopped) << url;
     }
 }

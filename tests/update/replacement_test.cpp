@@ -215,7 +215,7 @@ TEST(Replacement, OnlyPlainFilesAreRemoved) {
     const auto start = std::chrono::steady_clock::now();
     end = true;
     starting.join();
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 150ms);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 500ms) << "the tries take 800";
 }
 
 TEST(Replacement, StartedProgramStandsAlone) {
