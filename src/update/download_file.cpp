@@ -17,7 +17,7 @@ HttpResult CDownloadFile::Download(const std::string& url, File& file, Callback 
     const auto report = [this](const DownloadProgress& progress) {
         OnProgress(progress.done, progress.total, kGoesOn);
     };
-    const HttpResult result = HttpClient(stop_).DownloadToFile(url, file, report, limits);
+    HttpResult result = HttpClient(stop_).DownloadToFile(url, file, report, limits);
     if (result) OnProgress(result.size, result.size, kEnds);
     return result;
 }

@@ -16,10 +16,10 @@ using End = HttpRequest::End;
 
 constexpr const char* kAgent = "WinInetGet/0.1";
 constexpr int kMostRedirects = 5;
-constexpr size_t kMostHeadBytes = 300 * 1024;  // of one answer, with all that come before it
-constexpr int kPollSlice = 20;                 // milliseconds; `cancel` is looked at between them
-constexpr long kReceiveBuffer = 64 * 1024;     // bytes
-constexpr long kLeastSpeed = 100;              // bytes a second, for as long as patience lasts
+constexpr size_t kMostHeadBytes = size_t{300} << 10;  // of one answer, with all that come before it
+constexpr int kPollSlice = 20;              // milliseconds; `cancel` is looked at between them
+constexpr long kReceiveBuffer = 64L << 10;  // bytes
+constexpr long kLeastSpeed = 100;           // bytes a second, for as long as patience lasts
 
 // Once for the program, before its first request.
 bool IsCurlReady() {
@@ -45,7 +45,7 @@ Lines MakeFields() {
     for (const char* line : {"Cache-Control: no-cache", "Pragma: no-cache", "Accept:"}) {
         curl_slist* more = curl_slist_append(lines.get(), line);
         if (more == nullptr) return {};
-        lines.release();
+        static_cast<void>(lines.release());  // `more` is the same list, or its new head
         lines.reset(more);
     }
     return lines;

@@ -8,7 +8,7 @@ namespace {
 
 // Bytes that are gathered for a write: threads that write to one file wait for each other, and
 // the library hands over 16 KB at most.
-constexpr size_t kBlock = 64 * 1024;
+constexpr size_t kBlock = size_t{64} << 10;
 
 }  // namespace
 

@@ -73,7 +73,7 @@ class Check {
 
     // The name of the program's file; empty if the address isn't one in this folder.
     std::string Address(const std::string& url) {
-        const std::string name = LastPart(url);
+        std::string name = LastPart(url);
         const std::optional<HttpUrl> parts = CrackUrl(url);
         if (!parts || !parts->IsHttp() || name.empty()) {
             Fault("The url \"{}\" is no address of a file.", url);

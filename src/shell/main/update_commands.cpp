@@ -140,18 +140,22 @@ bool UpdateCommands::Alone() {
 
 void UpdateCommands::GoOn() {
     if (flow_.Ready().empty()) readyWaits_ = false;  // forgotten meanwhile
-    if (!offerWaits_ && !readyWaits_) closingOthers_ = false;
-    if (!offerWaits_ && !readyWaits_ && toTell_.empty()) return;
-    if (!calls_.mayInterrupt()) {
+    const bool waits = offerWaits_ || readyWaits_;
+    if (!waits) closingOthers_ = false;
+    if (!waits && toTell_.empty()) return;
+    const bool mayTell = !toTell_.empty() && QApplication::activeModalWidget() == nullptr;
+    if (!calls_.mayInterrupt() || (!waits && !mayTell)) {
         retryTimer_.start(kRetryTime);
-    } else if (!toTell_.empty() && QApplication::activeModalWidget() == nullptr) {
+    } else if (mayTell) {
         Error(std::exchange(toTell_, {}));
         GoOn();
-    } else if (!offerWaits_ && !readyWaits_) {
-        retryTimer_.start(kRetryTime);
-    } else if (!Alone()) {
-        return;
-    } else if (std::exchange(readyWaits_, false)) {
+    } else if (Alone()) {
+        ShowWhatWaits();
+    }
+}
+
+void UpdateCommands::ShowWhatWaits() {
+    if (std::exchange(readyWaits_, false)) {
         window_.Send(kMessageClose, kCloseForUpdate);
         GoOn();  // it may have stayed
     } else {

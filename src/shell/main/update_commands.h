@@ -72,6 +72,7 @@ class UpdateCommands final : public UpdateHost {
     bool DialogsOpen() const;
     // Goes on with what waits, now or as soon as it may.
     void GoOn();
+    void ShowWhatWaits();
     // False if other dialogs are still open; they close then.
     bool Alone();
     void ShowOffer();
