@@ -103,8 +103,11 @@ class Updates : public testing::Test {
     const TemporaryFolder served, keys, installed;
     const fs::path release = served / "raw/master/Release";
     const fs::path program = fs::canonical(installed.Path()) / "bankweaver";
-    // By an authority that nobody knows; and not so fast that no percentage would show.
-    const WebServer server{served.Path(), WebServer::Tls::kTestAuthority, "limit_rate 4m;"};
+    // By an authority that nobody knows; and so slow, over four connections, that the program takes
+    // two seconds: a percentage shows twice a second.
+    const WebServer server{
+        served.Path(), WebServer::Tls::kTestAuthority,
+        "limit_rate " + std::to_string(fs::file_size(BANKWEAVER_UPDATE_PROGRAM) / 8) + ";"};
     std::string key;
     UserHome home;
 };
