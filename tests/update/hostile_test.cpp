@@ -169,7 +169,11 @@ TEST(HostileHost, NothingIsInstalledAndNothingBreaks) {
     NetworkSource source(deployment);
     size_t texts = 0;
     std::map<UpdateOutcome::Kind, size_t> outcomes;
-    while (Clock::now() < end) {
+    // It was heard, and some of its programs came as far as their signature.
+    const auto tried = [&] {
+        return texts > 0 && outcomes[UpdateOutcome::Kind::kBadSignature] > 0;
+    };
+    while (Clock::now() < end || (!tried() && Clock::now() < end + 60s)) {
         std::atomic<bool> stop = false;
         const std::jthread watch([&](const std::stop_token& done) {
             for (const auto late = Clock::now() + kPatience;
@@ -192,9 +196,7 @@ TEST(HostileHost, NothingIsInstalledAndNothingBreaks) {
         EXPECT_EQ(folder.CountFiles(), 0u);
         ++outcomes[outcome.kind];
     }
-    // It was heard, and some of its programs came as far as their signature.
-    EXPECT_GT(texts, 0u);
-    EXPECT_GT(outcomes[UpdateOutcome::Kind::kBadSignature], 0u);
+    EXPECT_TRUE(tried());
     std::printf("%u connections, %zu texts, %ld KB at the most; ends:", connections.load(), texts,
                 PeakMemory());
     for (const auto& [kind, count] : outcomes)
