@@ -74,7 +74,11 @@ void UpdateFlow::Check(Caller caller) {
 void UpdateFlow::Answered(const std::optional<UpdateRecord>& answer) {
     checking_ = false;
     const std::vector<Caller> callers = std::exchange(waiting_, {});
-    if (!answer || callers.empty()) return;
+    if (callers.empty()) return;
+    if (!answer) {
+        if (std::ranges::find(callers, Caller::kMenu) != callers.end()) host_.TellNoAnswer();
+        return;
+    }
     if (on_ && !std::exchange(noticesOn_, true)) {
         notices_.Start();
         host_.SetTimer(UpdateTimer::kNotice, kNoticeInterval);

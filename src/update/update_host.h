@@ -40,6 +40,8 @@ class UpdateHost {
     virtual void PostReady() = 0;
     virtual void PostNotice() = 0;
 
+    // The user wanted to know, and the host gave no answer.
+    virtual void TellNoAnswer() = 0;
     // The window's title: the usual one, or how much of the new program is there.
     virtual void ShowTitle(std::optional<double> percent) = 0;
     // Something came of an attempt to install that the user should know of; `asked` if it was the

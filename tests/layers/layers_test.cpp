@@ -58,7 +58,7 @@ const std::map<std::string, std::string> kAllowed{
     {"tools/nesasm", "src/assembler"},
     {"tools/music", ""},
     {"tools/tiles", ""},
-    {"tools/release", kBelowDesigner + "src/update"},
+    {"tools/release", kBelowDesigner + "src/update src/cli/json.h"},
     {"tools/pictures", kBelowPrograms + "tests/common tests/console tests/session"},
 };
 

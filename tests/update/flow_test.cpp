@@ -61,6 +61,7 @@ class Script : public UpdateHost, public UpdateSource {
     void PostOffer() override { log_ += " offer"; }
     void PostReady() override { log_ += flow_->Ready().empty() ? " nothing" : " ready"; }
     void PostNotice() override { log_ += " notice"; }
+    void TellNoAnswer() override { log_ += " unanswered"; }
     void ShowTitle(std::optional<double> percent) override {
         log_ += percent ? fmt::format(" {:.0f}%", *percent) : " title";
     }
@@ -170,7 +171,7 @@ TEST(UpdateFlow, WhoAsksDecidesWhatComesOfAnAnswer) {
            {"version=0.9.9.9 start check", " update title notify update title offer"},
            {"version= force=true start check", " update title notify update title offer"},
            {"down=1 start check 30s 30s down= check",
-            " update update update update title offer notify"},
+            " update update unanswered update update title offer notify"},
            {"nowhere start check 30s 30s", ""},
            // Without looking by itself there are no notices.
            {"check 30s 30s late", " update title offer"},

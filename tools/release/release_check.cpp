@@ -9,6 +9,7 @@
 #include "support/files.h"
 #include "support/text.h"
 #include "update/http_url.h"
+#include "update/json_file.h"
 #include "update/minisign.h"
 #include "update/network_source.h"
 #include "update/notice_record.h"
@@ -119,7 +120,8 @@ class Check {
     }
 
     void Texts(const char* key, const LanguageTexts& texts) {
-        for (const char* language : {"en-us", "zh-cn"}) {
+        for (const Language each : {Language::kEnglish, Language::kChinese}) {
+            const std::string_view language = LanguageKey(each);
             const auto text = texts.find(language);
             if (text == texts.end()) {
                 Found("{}: no text for {}", key, language);

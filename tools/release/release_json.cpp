@@ -1,63 +1,44 @@
 #include "release/release_json.h"
 
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
+#include "cli/json.h"
+#include "update/json_file.h"
 
 namespace bw {
 namespace {
 
-// One object, closed by Finish().
-class JsonObject {
-  public:
-    JsonObject() : writer_(buffer_) { writer_.StartObject(); }
-
-    void Add(const char* key, const std::string& text) {
-        writer_.Key(key);
-        writer_.String(text.c_str(), static_cast<rapidjson::SizeType>(text.size()));
-    }
-    void Add(const char* key, bool value) {
-        writer_.Key(key);
-        writer_.Bool(value);
-    }
-    void Add(const char* key, uint32_t value) {
-        writer_.Key(key);
-        writer_.Uint(value);
-    }
-    void Add(const char* key, const ReleaseTexts& texts) {
-        writer_.Key(key);
-        writer_.StartObject();
-        if (!texts.english.empty()) Add("en-us", texts.english);
-        if (!texts.chinese.empty()) Add("zh-cn", texts.chinese);
-        writer_.EndObject();
-    }
-    std::string Finish() {
-        writer_.EndObject();
-        return std::string(buffer_.GetString(), buffer_.GetSize()) + "\n";
-    }
-
-  private:
-    rapidjson::StringBuffer buffer_;
-    rapidjson::PrettyWriter<rapidjson::StringBuffer> writer_;
-};
+void AddTexts(Json& json, const char* key, const ReleaseTexts& texts) {
+    json.Key(key);
+    json.BeginObject();
+    const auto add = [&](Language language, const std::string& text) {
+        if (!text.empty()) json.Utf8(std::string(LanguageKey(language)).c_str(), text);
+    };
+    add(Language::kEnglish, texts.english);
+    add(Language::kChinese, texts.chinese);
+    json.EndObject();
+}
 
 }  // namespace
 
 std::string UpdateJson(const ReleaseUpdate& update) {
-    JsonObject json;
-    json.Add("version", update.version);
-    json.Add("url", update.url);
-    json.Add("force_update", update.force);
-    json.Add("update_describe", update.texts);
-    return json.Finish();
+    Json json;
+    json.BeginObject();
+    json.Utf8("version", update.version);
+    json.Utf8("url", update.url);
+    json.Bool("force_update", update.force);
+    AddTexts(json, "update_describe", update.texts);
+    json.EndObject();
+    return json.Take();
 }
 
 std::string NoticeJson(const ReleaseNotice& notice) {
-    JsonObject json;
-    json.Add("notify_id", notice.id);
-    json.Add("restart_show", notice.atEachStart);
-    json.Add("for_users_type", notice.users);
-    json.Add("notify_message", notice.texts);
-    return json.Finish();
+    Json json;
+    json.BeginObject();
+    json.Number("notify_id", notice.id);
+    json.Bool("restart_show", notice.atEachStart);
+    json.Number("for_users_type", notice.users);
+    AddTexts(json, "notify_message", notice.texts);
+    json.EndObject();
+    return json.Take();
 }
 
 }  // namespace bw

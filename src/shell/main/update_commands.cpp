@@ -63,10 +63,7 @@ UpdateCommands::UpdateCommands(ListHost& host, CDialogBase& window, CommandMenu&
     for (const UpdateTimer timer : {UpdateTimer::kCheck, UpdateTimer::kNotice}) {
         QTimer& own = TimerOf(timer);
         own.setObjectName(QStringLiteral("timer_%1").arg(static_cast<int>(timer)));
-        QObject::connect(&own, &QTimer::timeout, &own, [this, timer] {
-            const QScopedValueRollback<bool> looking(looking_, timer == UpdateTimer::kCheck);
-            flow_.OnTimer(timer);
-        });
+        QObject::connect(&own, &QTimer::timeout, &own, [this, timer] { flow_.OnTimer(timer); });
     }
     retryTimer_.setSingleShot(true);
     QObject::connect(&retryTimer_, &QTimer::timeout, &retryTimer_, [this] { GoOn(); });
@@ -81,7 +78,6 @@ void UpdateCommands::Start(bool looks) {
 
 void UpdateCommands::LookByItself(bool on) {
     if (on) {
-        const QScopedValueRollback<bool> looking(looking_, true);
         flow_.Start();
     } else {
         flow_.Stop();
@@ -94,7 +90,6 @@ void UpdateCommands::Check() {
     if (offerOpen_ || !deployment_.NamesHost()) return;
     asked_ = true;
     host_.Tell(LoadText(TextId::kLookingForUpdate, host_.CurrentLanguage()));
-    const QScopedValueRollback<bool> looking(looking_, true);
     flow_.Check();
 }
 
@@ -244,13 +239,12 @@ void UpdateCommands::StartTask(std::function<void(UpdateTask&)> work,
         OwnThreadTask task(control);
         work(task);
     };
-    tasks_.StartFreeTask(run, [this, finish = std::move(finish), look = looking_] {
-        offered_ = false;
-        finish();
-        // Nothing came of the user's question.
-        if (!look || offered_ || !std::exchange(asked_, false)) return;
-        host_.Tell(LoadText(TextId::kNoUpdateAnswer, host_.CurrentLanguage()));
-    });
+    tasks_.StartFreeTask(run, std::move(finish));
+}
+
+void UpdateCommands::TellNoAnswer() {
+    asked_ = false;
+    host_.Tell(LoadText(TextId::kNoUpdateAnswer, host_.CurrentLanguage()));
 }
 
 QTimer& UpdateCommands::TimerOf(UpdateTimer timer) {
@@ -271,7 +265,6 @@ std::chrono::milliseconds UpdateCommands::Since1970() const {
 }
 
 void UpdateCommands::PostOffer() {
-    offered_ = true;
     window_.Post(kMessageUpdateOffer);
 }
 

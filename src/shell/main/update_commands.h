@@ -64,6 +64,7 @@ class UpdateCommands final : public UpdateHost {
     void PostOffer() override;
     void PostReady() override;
     void PostNotice() override;
+    void TellNoAnswer() override;
     void ShowTitle(std::optional<double> percent) override;
     void TellOutcome(const UpdateOutcome& outcome, bool asked) override;
 
@@ -106,10 +107,6 @@ class UpdateCommands final : public UpdateHost {
     bool asked_ = false;
     // The user has agreed to install something in this run.
     bool agreed_ = false;
-    // A task that is started now looks for a newer version.
-    bool looking_ = false;
-    // The task that ends now has brought an offer.
-    bool offered_ = false;
 
     UiQueue queue_;
     // Of its own: the window neither shows nor asks about what goes on here. Last, so that its
