@@ -9,7 +9,9 @@ window_packages="qt6-translations-l10n fonts-wqy-microhei qt6-wayland"
 window_test_packages="xvfb xauth openbox trayer xdotool"
 # A server to fetch updates from, and what makes its certificates and signatures.
 update_test_packages="nginx-light openssl minisign"
-test_packages="libgtest-dev libgmock-dev fceux $window_packages $window_test_packages $update_test_packages"
+# The console inside: what checks and plays carts.
+console_packages="fceux"
+test_packages="libgtest-dev libgmock-dev $console_packages $window_packages $window_test_packages $update_test_packages"
 # What finds out a Debian package's dependencies.
 deb_packages="file dpkg-dev gzip $window_packages"
 

@@ -61,7 +61,7 @@ set(text "Bankweaver gathers game images in one list and builds one multicart RO
 set(CPACK_DEBIAN_CLI_PACKAGE_NAME bankweaver-cli)
 set(CPACK_COMPONENT_CLI_DESCRIPTION
     "${purpose} (command line)\n${text}This package holds the command line program bankweaver-cli and the 6502\nassembler nesasm.")
-set(CPACK_DEBIAN_CLI_PACKAGE_RECOMMENDS bankweaver-common)
+set(CPACK_DEBIAN_CLI_PACKAGE_RECOMMENDS "bankweaver-common, fceux")
 
 set(CPACK_DEBIAN_COMMON_PACKAGE_NAME bankweaver-common)
 set(CPACK_COMPONENT_COMMON_DESCRIPTION
@@ -77,7 +77,7 @@ if(BANKWEAVER_WINDOW)
         "${purpose} (window)\n${text}This package holds the window program.")
     # A plug-in, the Chinese of Qt's own dialogs and a font that has it: nothing is linked with them.
     set(CPACK_DEBIAN_WINDOW_PACKAGE_RECOMMENDS
-        "bankweaver-cli, bankweaver-common, qt6-wayland, qt6-translations-l10n, fonts-wqy-microhei | fonts-noto-cjk")
+        "bankweaver-cli, bankweaver-common, fceux, qt6-wayland, qt6-translations-l10n, fonts-wqy-microhei | fonts-noto-cjk")
 endif()
 
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/DebianFiles.cmake)

@@ -4,10 +4,9 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <system_error>
-#include <utility>
-#include <variant>
+
+#include "support/result.h"
 
 namespace bw {
 
@@ -42,43 +41,8 @@ inline FileProblem ProblemOf(const std::filesystem::path& file, std::errc answer
     return ProblemOf(file, std::make_error_code(answer));
 }
 
-// The form of every operation on files: true with its result, or false with the problem.
+// The form of every operation on files.
 template <typename Value = void>
-class FileResult {
-  public:
-    FileResult(Value value) : result_(std::in_place_index<0>, std::move(value)) {}
-    FileResult(FileProblem problem) : result_(std::in_place_index<1>, std::move(problem)) {}
-
-    explicit operator bool() const { return result_.index() == 0; }
-    // For a true result.
-    Value& operator*() { return std::get<0>(result_); }
-    const Value& operator*() const { return std::get<0>(result_); }
-    Value* operator->() { return &std::get<0>(result_); }
-    const Value* operator->() const { return &std::get<0>(result_); }
-    Value ValueOr(Value other) const { return *this ? **this : std::move(other); }
-    // For a false result.
-    const FileProblem& Problem() const { return std::get<1>(result_); }
-
-  private:
-    std::variant<Value, FileProblem> result_;
-};
-
-// An operation that has nothing to give: true if it is done.
-template <>
-class FileResult<void> {
-  public:
-    FileResult() = default;
-    FileResult(FileProblem problem) : problem_(std::move(problem)) {}
-
-    explicit operator bool() const { return !problem_; }
-    const FileProblem& Problem() const { return *problem_; }
-    // The result of several operations that don't wait for each other: the first problem stays.
-    void Join(FileResult other) {
-        if (!problem_) problem_ = std::move(other.problem_);
-    }
-
-  private:
-    std::optional<FileProblem> problem_;
-};
+using FileResult = Result<Value, FileProblem>;
 
 }  // namespace bw

@@ -17,7 +17,8 @@ namespace {
 // docs/architecture.md draws the same picture.
 const std::string kBelowDesigner = "src/support src/language src/settings ";
 const std::string kBelowBuilder = kBelowDesigner + "src/rom src/list src/designer/model ";
-const std::string kBelowPrograms = kBelowBuilder + "src/designer src/builder ";
+const std::string kBelowConsole = kBelowBuilder + "src/designer src/builder ";
+const std::string kBelowPrograms = kBelowConsole + "src/console ";
 const std::map<std::string, std::string> kAllowed{
     {"src/support", ""},
     {"src/assembler", "src/support/diagnostic.h"},
@@ -46,6 +47,7 @@ const std::map<std::string, std::string> kAllowed{
                      "src/builder/input src/builder/layout src/builder/tables"},
     {"src/builder", kBelowBuilder + "src/builder/input src/builder/layout src/builder/tables "
                                     "src/builder/output"},
+    {"src/console", kBelowConsole},
     {"src/update", kBelowDesigner},
     {"src/cli", kBelowPrograms},
     {"src/shell/framework", kBelowPrograms},

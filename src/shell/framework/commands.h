@@ -79,7 +79,11 @@ enum Command : int {
     kCommandFitCoolgirl = 41011,
     kCommandDesignOpen = 41012,
     kCommandDesignSave = 41013,
-    kCommandUpdateChecks = 41014,  // whether the program looks for newer versions by itself
+    kCommandUpdateChecks = 41014,     // whether the program looks for newer versions by itself
+    kCommandCheckCart = 41015,        // in the emulator: the built cart, or the checked games
+    kCommandPlayGame = 41016,         // the highlighted row's game, alone
+    kCommandPlayCart = 41017,         // the built cart, from its menu on
+    kCommandCheckAfterBuild = 41018,  // whether every build is checked
     kCommandAskAtClosing = 41050,
 };
 

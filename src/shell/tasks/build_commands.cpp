@@ -61,6 +61,18 @@ void ShowUnfit(ListHost& host, const Job& job, BoardType board) {
                          ToWide(BoardName(board))));
 }
 
+BuiltCart CartOf(const BuildOutcome& outcome) {
+    BuiltCart cart{std::filesystem::absolute(outcome.output),
+                   outcome.format,
+                   outcome.board,
+                   {},
+                   outcome.names};
+    for (const MulticartItem& item : outcome.layout.items) {
+        if (item.isMenu == 0) cart.images.push_back(item.path);
+    }
+    return cart;
+}
+
 std::u16string ExportEndText(const Job& job) {
     return LoadText(job.outcome.done ? TextId::kInfoExported : TextId::kExportIncomplete,
                     job.language);
@@ -123,6 +135,9 @@ void BuildCommands::Build(BoardType board, std::u16string_view name) {
         [this, job, board] {
             host_.Tell(EndText(*job));
             if (!job->outcome.unfit.empty()) ShowUnfit(host_, *job, board);
+            if (!job->outcome.done) return;
+            built_ = CartOf(job->outcome);
+            if (told_) told_();
         });
 }
 

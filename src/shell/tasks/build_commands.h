@@ -1,9 +1,12 @@
 // Build and export from the window.
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string_view>
 
 #include "rom/board_tables.h"
+#include "shell/tasks/built_cart.h"
 #include "shell/tasks/list_host.h"
 
 namespace bw {
@@ -13,7 +16,12 @@ TextId FitEntry(BoardType board);
 
 class BuildCommands {
   public:
-    explicit BuildCommands(ListHost& host) : host_(host) {}
+    // `built` is called after each build that has written a ROM.
+    explicit BuildCommands(ListHost& host, std::function<void()> built = {})
+        : host_(host), told_(std::move(built)) {}
+
+    // What the last successful build of this run has written.
+    const std::optional<BuiltCart>& Built() const { return built_; }
 
     // Both refuse while a task runs or too many games are checked. They work on a snapshot of list
     // and settings, in the language of the moment. Where the board can't run a game, the build ends
@@ -31,6 +39,8 @@ class BuildCommands {
   private:
     void Build(BoardType board, std::u16string_view name);
     ListHost& host_;
+    std::function<void()> told_;
+    std::optional<BuiltCart> built_;
     bool sweptFolders_ = false;  // work folders of builds that were killed
 };
 

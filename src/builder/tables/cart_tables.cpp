@@ -1,0 +1,3 @@
+#include "builder/tables/cart_tables.h"
+
+namespace bw {}

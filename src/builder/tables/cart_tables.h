@@ -1,0 +1,55 @@
+// Reads a cart of ours back: its board, its menu and the games that the menu's tables tell of. The
+// one rule for what is a cart: the container names one of the boards, and at the menu's place lies
+// a menu whose tables hold together. Any bytes may be read; docs/menu.md has the tables.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "builder/input/rom_format.h"
+#include "builder/tables/board_registers.h"
+#include "rom/board_tables.h"
+#include "support/file_problem.h"
+
+namespace bw {
+
+// One game, as far as the tables tell.
+struct CartGame {
+    std::u16string name;     // as the table has it: the console's ASCII, capitals
+    uint32_t prgOffset = 0;  // bytes from the ROM's start
+    uint32_t prgBytes = 0;   // what the registers let the processor see of it
+    uint32_t chrOffset = 0;  // only where chrBytes isn't 0
+    uint32_t chrBytes = 0;   // 0: CHR RAM
+    // What the registers stand for; the lowest number where several mappers have the same row.
+    uint16_t mapper = 0;
+    bool vertical = false;  // mirroring
+    bool battery = false;
+    bool fourScreen = false;
+    // The lock that ends the menu's hold on the registers doesn't hold for this game (NROM on
+    // COOLBOY and MINDKIDS): its own writes to their addresses reach them.
+    bool registersOpen = false;
+    BoardRegisters registers;
+};
+
+struct CartTables {
+    BoardType board = BoardType::kCoolboy;
+    RomFormat format = RomFormat::kNes20;
+    uint64_t romStart = 0;    // offset of the ROM in the file
+    uint64_t romBytes = 0;    // that the file has of it
+    uint32_t menuOffset = 0;  // bytes from the ROM's start
+    uint32_t menuUnits = 0;   // 16 KB
+    // The program is this version's own: what menu_places.h knows of it holds.
+    bool ownProgram = false;
+    std::vector<CartGame> games;
+};
+
+// kWrongKind for a file that is no cart. The tables alone are held in memory.
+FileResult<CartTables> ReadCart(const std::filesystem::path& file);
+
+// The registers' addresses on the board: the first of them; they repeat up to the end of its 4 KB.
+uint16_t FirstRegister(BoardType board);
+
+}  // namespace bw

@@ -1,0 +1,3 @@
+#include "console/alone_image.h"
+
+namespace bw {}

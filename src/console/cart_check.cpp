@@ -1,0 +1,3 @@
+#include "console/cart_check.h"
+
+namespace bw {}

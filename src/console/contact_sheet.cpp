@@ -1,0 +1,3 @@
+#include "console/contact_sheet.h"
+
+namespace bw {}

@@ -1,0 +1,3 @@
+#include "console/fceux.h"
+
+namespace bw {}

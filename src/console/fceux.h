@@ -1,0 +1,24 @@
+// The emulator FCEUX, driven by a Lua script over two pipes. Facts about it: its manual's chapters
+// "Command line options" and "Lua functions list", and what version 2.6 was seen to do.
+#pragma once
+
+#include <filesystem>
+
+#include "console/emulator.h"
+
+namespace bw {
+
+class Fceux final : public Emulator {
+  public:
+    // The emulator's file.
+    explicit Fceux(std::filesystem::path program);
+
+    std::string Name() const override { return name_; }
+    ConsoleResult<std::unique_ptr<Console>> Start(const ConsoleStart& start) const override;
+
+  private:
+    std::filesystem::path program_;
+    std::string name_;
+};
+
+}  // namespace bw

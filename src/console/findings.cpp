@@ -1,0 +1,3 @@
+#include "console/findings.h"
+
+namespace bw {}

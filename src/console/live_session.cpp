@@ -1,0 +1,3 @@
+#include "console/live_session.h"
+
+namespace bw {}
