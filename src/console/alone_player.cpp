@@ -4,9 +4,10 @@
 
 namespace bw {
 
-ConsoleResult<> AlonePlayer::SwitchOn(const std::filesystem::path& image) {
-    if (console_) return console_->Load(image);
-    start_.rom = image;
+ConsoleResult<> AlonePlayer::SwitchOn(const AloneGame& game) {
+    if (game.battery) console_.reset();
+    if (console_) return console_->Load(game.image);
+    start_.rom = game.image;
     ConsoleResult<std::unique_ptr<Console>> started = emulator_.Start(start_);
     if (!started) return started.Problem();
     console_ = std::move(*started);
@@ -14,9 +15,9 @@ ConsoleResult<> AlonePlayer::SwitchOn(const std::filesystem::path& image) {
 }
 
 template <typename Work>
-auto AlonePlayer::Try(const std::filesystem::path& image, const Work& work) -> decltype(work()) {
+auto AlonePlayer::Try(const AloneGame& game, const Work& work) -> decltype(work()) {
     for (bool again = false;; again = true) {
-        const ConsoleResult<> on = SwitchOn(image);
+        const ConsoleResult<> on = SwitchOn(game);
         auto result = on ? work() : decltype(work())(on.Problem());
         if (result) return result;
         console_.reset();
@@ -24,14 +25,13 @@ auto AlonePlayer::Try(const std::filesystem::path& image, const Work& work) -> d
     }
 }
 
-ConsoleResult<GameView> AlonePlayer::Watch(const std::filesystem::path& image,
+ConsoleResult<GameView> AlonePlayer::Watch(const AloneGame& game,
                                            const std::vector<uint32_t>& lookFrames) {
-    return Try(image, [&] { return WatchGame(*console_, lookFrames); });
+    return Try(game, [&] { return WatchGame(*console_, lookFrames); });
 }
 
-ConsoleResult<std::vector<FrameCode>> AlonePlayer::Record(const std::filesystem::path& image,
-                                                          uint32_t frames) {
-    return Try(image, [&]() -> ConsoleResult<std::vector<FrameCode>> {
+ConsoleResult<std::vector<FrameCode>> AlonePlayer::Record(const AloneGame& game, uint32_t frames) {
+    return Try(game, [&]() -> ConsoleResult<std::vector<FrameCode>> {
         ConsoleResult<ConsoleRun> run = console_->Run({.frames = frames, .codes = true});
         if (!run) return run.Problem();
         return std::move(run->codes);

@@ -11,6 +11,12 @@
 
 namespace bw {
 
+struct AloneGame {
+    std::filesystem::path image;
+    // The emulator keeps such a game's save for its next start: it gets an emulator of its own.
+    bool battery = false;
+};
+
 class AlonePlayer {
   public:
     // `start` is what is said to the emulator but for the ROM. The emulator must live longer.
@@ -18,15 +24,13 @@ class AlonePlayer {
         : emulator_(emulator), start_(std::move(start)) {}
 
     // Each switches the image on anew. An emulator that ends meanwhile is tried once more.
-    ConsoleResult<GameView> Watch(const std::filesystem::path& image,
-                                  const std::vector<uint32_t>& lookFrames);
-    ConsoleResult<std::vector<FrameCode>> Record(const std::filesystem::path& image,
-                                                 uint32_t frames);
+    ConsoleResult<GameView> Watch(const AloneGame& game, const std::vector<uint32_t>& lookFrames);
+    ConsoleResult<std::vector<FrameCode>> Record(const AloneGame& game, uint32_t frames);
 
   private:
-    ConsoleResult<> SwitchOn(const std::filesystem::path& image);
+    ConsoleResult<> SwitchOn(const AloneGame& game);
     template <typename Work>
-    auto Try(const std::filesystem::path& image, const Work& work) -> decltype(work());
+    auto Try(const AloneGame& game, const Work& work) -> decltype(work());
 
     const Emulator& emulator_;
     ConsoleStart start_;

@@ -142,7 +142,7 @@ CheckFinding FindingWords::Saves(std::span<const std::u16string> others) const {
         names += VisibleText(name);
     }
     if (others.size() > kNamed) {
-        names += FormatText(Text(TextId::kAndMore), others.size() - kNamed);
+        Append(names, FormatText(Text(TextId::kAndMore), others.size() - kNamed), language_);
     }
     return {kSaves, kNote, FormatText(Text(TextId::kFoundSaves), BoardName(board_), names)};
 }

@@ -22,8 +22,8 @@ bool SameSprites(const FrameCode& cart, uint32_t cartFirst, const FrameCode& alo
 
 }  // namespace
 
-std::optional<int> AgreeingShift(std::span<const FrameCode> cart,
-                                 std::span<const FrameCode> alone, ComparedParts parts) {
+std::optional<int> AgreeingShift(std::span<const FrameCode> cart, std::span<const FrameCode> alone,
+                                 ComparedParts parts) {
     if (cart.empty() || alone.empty()) return std::nullopt;
     const auto same = [&](const FrameCode& a, const FrameCode& b) {
         return a.screen == b.screen &&
@@ -51,9 +51,10 @@ Likeness Compare(std::span<const FrameCode> cart, std::span<const FrameCode> alo
     for (const FrameCode& frame : alone)
         screens.emplace(frame.screen, frame.tiles);
     const auto settled = cart.subspan(SettledIn(cart));
-    const auto known = static_cast<size_t>(std::ranges::count_if(
-        settled,
-        [&](const FrameCode& frame) { return screens.contains({frame.screen, frame.tiles}); }));
+    const auto known =
+        static_cast<size_t>(std::ranges::count_if(settled, [&](const FrameCode& frame) {
+            return screens.contains({frame.screen, frame.tiles});
+        }));
     return 2 * known >= settled.size() ? Likeness::kAlike : Likeness::kDifferent;
 }
 
@@ -61,9 +62,8 @@ bool ShareTiles(std::span<const FrameCode> cart, std::span<const FrameCode> alon
     std::set<uint32_t> tiles;
     for (const FrameCode& frame : alone)
         tiles.insert(frame.tiles);
-    return std::ranges::any_of(cart.subspan(SettledIn(cart)), [&](const FrameCode& frame) {
-        return tiles.contains(frame.tiles);
-    });
+    return std::ranges::any_of(cart.subspan(SettledIn(cart)),
+                               [&](const FrameCode& frame) { return tiles.contains(frame.tiles); });
 }
 
 }  // namespace bw

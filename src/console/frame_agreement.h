@@ -14,8 +14,8 @@ namespace bw {
 inline constexpr uint32_t kLargestShift = 100;
 
 enum class Likeness : uint8_t {
-    kSame,       // every frame, once the start is over
-    kAlike,      // most of the screens show up in the other recording, too
+    kSame,   // every frame, once the start is over
+    kAlike,  // most of the screens show up in the other recording, too
     kDifferent,
 };
 
@@ -23,8 +23,8 @@ enum class ComparedParts : uint8_t { kAll, kNotTiles };
 
 // By how many frames `alone` is behind `cart` where they agree from the end of the start on;
 // nothing if they don't.
-std::optional<int> AgreeingShift(std::span<const FrameCode> cart,
-                                 std::span<const FrameCode> alone, ComparedParts parts);
+std::optional<int> AgreeingShift(std::span<const FrameCode> cart, std::span<const FrameCode> alone,
+                                 ComparedParts parts);
 
 Likeness Compare(std::span<const FrameCode> cart, std::span<const FrameCode> alone);
 

@@ -76,10 +76,8 @@ class GameCheck {
           index_(index),
           game_(subject_.tables.games[index]),
           facts_(FactsOf(subject_, index)),
-          lookFrames_(LookFrames(tools.options.frames)) {
-        checked_.index = index;
-        checked_.name = GameName(subject_, index);
-        if (index < subject_.images.size()) checked_.path = subject_.images[index];
+          lookFrames_(LookFrames(tools.options.frames)),
+          checked_(UncheckedGame(subject_, index)) {
         if (game_.registersOpen) {
             const uint16_t first = FirstRegister(subject_.tables.board);
             watched_.push_back({first, static_cast<uint16_t>(first + kRegisterBytes - 1)});
@@ -134,7 +132,8 @@ class GameCheck {
         return std::ranges::equal(*vectors, wanted);
     }
 
-    void Judge(const GameView& view, const std::vector<WatchedWrites>& first, Doubts& doubts) const {
+    void Judge(const GameView& view, const std::vector<WatchedWrites>& first,
+               Doubts& doubts) const {
         doubts.jam = view.jammedAt.has_value();
         doubts.black = view.IsBlack();
         doubts.still = view.IsStill();
@@ -157,13 +156,16 @@ class GameCheck {
         if (hasMmc3) doubts.mapper = writes(1);
     }
 
-    // Runs the game alone by every image that it may be, until one proves it well.
+    // Runs the game alone by every image that it may be, until one proves it well. An emulator that
+    // doesn't take the user's image gets one made of the cart's bytes.
     ConsoleResult<> Settle(const GameView& view, const Doubts& doubts) {
+        std::vector<std::optional<uint16_t>> mappers(facts_.mappers.begin(), facts_.mappers.end());
+        if (facts_.byImage) mappers.insert(mappers.begin(), std::nullopt);
         std::optional<std::vector<CheckFinding>> proved;
-        for (const uint16_t mapper : facts_.mappers) {
-            const std::filesystem::path image = ImageFor(mapper);
-            const ConsoleResult<GameView> alone =
-                tools_.alone.Watch(image, lookFrames_);
+        for (const std::optional<uint16_t> mapper : mappers) {
+            const std::filesystem::path image = mapper ? tools_.scratch : subject_.images[index_];
+            if (mapper && !MakeImage(*mapper)) continue;
+            const ConsoleResult<GameView> alone = tools_.alone.Watch(Alone(image), lookFrames_);
             if (!alone) {
                 if (alone.Problem().kind == ConsoleProblem::Kind::kStopped) return alone.Problem();
                 continue;
@@ -172,22 +174,21 @@ class GameCheck {
             if (!findings) return findings.Problem();
             if (findings->empty()) return {};
             if (!proved) proved = *findings;
+            if (!mapper) break;
         }
         for (CheckFinding& finding : proved.value_or(std::vector<CheckFinding>()))
             Add(std::move(finding));
         return {};
     }
 
-    // That of the subject, else one made of the cart's bytes; an emulator that doesn't take the first
-    // one gets the second.
-    std::filesystem::path ImageFor(uint16_t mapper) const {
-        if (facts_.byImage) return subject_.images[index_];
+    bool MakeImage(uint16_t mapper) const {
         CartGame game = game_;
         game.mapper = mapper;
-        const std::filesystem::path image = tools_.scratch;
-        WriteAloneImage(subject_.cart, subject_.tables, game, image);
-        return image;
+        const auto made = WriteAloneImage(subject_.cart, subject_.tables, game, tools_.scratch);
+        return static_cast<bool>(made);
     }
+
+    AloneGame Alone(const std::filesystem::path& image) const { return {image, game_.battery}; }
 
     ConsoleResult<std::vector<CheckFinding>> Compare(const GameView& view, const Doubts& doubts,
                                                      const GameView& alone,
@@ -211,7 +212,7 @@ class GameCheck {
                                                            const GameView& alone,
                                                            const std::filesystem::path& image) {
         std::vector<CheckFinding> findings;
-        const auto aloneCodes = tools_.alone.Record(image, view.frames + kLargestShift);
+        const auto aloneCodes = tools_.alone.Record(Alone(image), view.frames + kLargestShift);
         if (!aloneCodes) {
             if (aloneCodes.Problem().kind == ConsoleProblem::Kind::kStopped)
                 return aloneCodes.Problem();
@@ -224,7 +225,13 @@ class GameCheck {
         if (!run) return run.Problem();
         const std::vector<FrameCode>& codes = run->codes;
         const Likeness likeness = bw::Compare(codes, *aloneCodes);
-        if (likeness == Likeness::kSame && !view.jammedAt) return findings;
+        if (likeness == Likeness::kSame && !view.jammedAt) {
+            if (!PictureDoubted(doubts, alone)) return findings;
+            // The codes don't tell whether the picture is on.
+            const ConsoleResult<bool> other = ShowsOther(view, codes, *aloneCodes, image);
+            if (!other) return other.Problem();
+            if (!*other) return findings;
+        }
 
         const bool differs = likeness == Likeness::kDifferent;
         if (doubts.vectors) findings.push_back(tools_.words.OtherBytes(Mapper()));
@@ -240,11 +247,11 @@ class GameCheck {
             return findings;
         }
         if (doubts.tiles) {
-            const ConsoleResult<bool> seen = ShowsOtherTiles(view, codes, *aloneCodes, image);
+            const ConsoleResult<bool> seen = ShowsOther(view, codes, *aloneCodes, image);
             if (!seen) return seen.Problem();
             findings.push_back(tools_.words.Tiles(*seen));
         }
-        if ((doubts.black && !alone.IsBlack()) || doubts.still) {
+        if (doubts.black || doubts.still) {
             // The console stands where the recording has ended.
             const ConsoleResult<GameView> after =
                 WatchGame(tools_.console, LookFrames(kProofFrames));
@@ -263,8 +270,8 @@ class GameCheck {
                 findings.push_back(tools_.words.Black(view.frames, Mapper()));
             return;
         }
-        const bool stays = after.IsStillThroughout() &&
-                           after.LastPicture().pixels == view.LastPicture().pixels;
+        const bool stays =
+            after.IsStillThroughout() && after.LastPicture().pixels == view.LastPicture().pixels;
         if (!stays) return;
         if (!alone.IsStill()) {
             findings.push_back(tools_.words.Frozen(view.frames, Mapper()));
@@ -273,13 +280,15 @@ class GameCheck {
         }
     }
 
-    // Whether the pictures tell that tiles were overwritten: seen at frames that are the same in all
-    // else.
-    ConsoleResult<bool> ShowsOtherTiles(const GameView& view, const std::vector<FrameCode>& codes,
-                                        const std::vector<FrameCode>& aloneCodes,
-                                        const std::filesystem::path& image) {
-        const std::optional<int> shift =
-            AgreeingShift(codes, aloneCodes, ComparedParts::kNotTiles);
+    static bool PictureDoubted(const Doubts& doubts, const GameView& alone) {
+        return (doubts.black && !alone.IsBlack()) || (doubts.still && !alone.IsStill());
+    }
+
+    // Whether the pictures differ at frames whose codes, but for the tiles', are the same.
+    ConsoleResult<bool> ShowsOther(const GameView& view, const std::vector<FrameCode>& codes,
+                                   const std::vector<FrameCode>& aloneCodes,
+                                   const std::filesystem::path& image) {
+        const std::optional<int> shift = AgreeingShift(codes, aloneCodes, ComparedParts::kNotTiles);
         if (!shift) return true;
         std::vector<uint32_t> frames;
         std::vector<const GameLook*> looks;
@@ -290,7 +299,7 @@ class GameCheck {
             looks.push_back(&look);
         }
         if (frames.empty()) return true;
-        const ConsoleResult<GameView> alone = tools_.alone.Watch(image, frames);
+        const ConsoleResult<GameView> alone = tools_.alone.Watch(Alone(image), frames);
         if (!alone) {
             if (alone.Problem().kind == ConsoleProblem::Kind::kStopped) return alone.Problem();
             return false;
@@ -312,6 +321,14 @@ class GameCheck {
 };
 
 }  // namespace
+
+CheckedGame UncheckedGame(const CheckSubject& subject, uint32_t index) {
+    CheckedGame game;
+    game.index = index;
+    game.name = GameName(subject, index);
+    if (index < subject.images.size()) game.path = subject.images[index];
+    return game;
+}
 
 ConsoleResult<CheckedGame> CheckGame(const GameCheckTools& tools, uint32_t index) {
     return GameCheck(tools, index).Run();

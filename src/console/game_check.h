@@ -17,8 +17,11 @@ struct GameCheckTools {
     Console& console;
     MenuDriver& menu;
     AlonePlayer& alone;
-    std::filesystem::path scratch;  // for images that a game is run by alone; in a folder of its own
+    std::filesystem::path scratch;  // a file for the image that a game is run by alone
 };
+
+// The game with its name and path, before anything is known of it.
+CheckedGame UncheckedGame(const CheckSubject& subject, uint32_t index);
 
 // A problem is that of the cart's console; one of the emulator beside it leaves a doubt unproved,
 // and what can't be proved isn't said.

@@ -62,8 +62,8 @@ GameFacts FactsOfCart(const CheckSubject& subject, const CartGame& game) {
     return facts;
 }
 
-// An instruction that programs begin with none of: a break, or one that the processor's makers never
-// gave a meaning (NESdev wiki: CPU unofficial opcodes).
+// An instruction that programs begin with none of: a break, or one that the processor's makers
+// never gave a meaning (NESdev wiki: CPU unofficial opcodes).
 bool IsNoBeginning(uint8_t code) {
     constexpr std::array<uint8_t, 28> kUnofficial{
         0x02, 0x12, 0x22, 0x32, 0x42, 0x52, 0x62, 0x72, 0x92, 0xB2, 0xD2, 0xF2, 0x80, 0x82,
@@ -88,10 +88,11 @@ uint16_t GameFacts::ResetVector() const {
 }
 
 bool GameFacts::HasFixedBank() const {
-    constexpr std::array<uint16_t, 29> kFixed{0,  2,  3,  4,  9,  10, 18, 21, 22,  23,
-                                              25, 33, 48, 65, 67, 69, 70, 71, 73,  74,
+    constexpr std::array<uint16_t, 29> kFixed{0,  2,  3,  4,  9,  10,  18,  21,  22, 23,
+                                              25, 33, 48, 65, 67, 69,  70,  71,  73, 74,
                                               75, 78, 87, 89, 93, 118, 152, 184, 206};
-    return lastPrg.size() == kBankBytes && std::ranges::find(kFixed, mappers.front()) != kFixed.end();
+    return lastPrg.size() == kBankBytes &&
+           std::ranges::find(kFixed, mappers.front()) != kFixed.end();
 }
 
 bool GameFacts::HasFixedTiles() const {

@@ -31,8 +31,7 @@ ConsoleResult<> MenuDriver::Boot() {
 
 ConsoleResult<bool> MenuDriver::ComesUp() {
     for (uint32_t frame = 0; frame < kMenuFrames; frame += kStep) {
-        const ConsoleResult<ConsoleRun> run =
-            console_.Run({.frames = kStep, .picture = !own_});
+        const ConsoleResult<ConsoleRun> run = console_.Run({.frames = kStep, .picture = !own_});
         if (!run) return run.Problem();
         if (run->jammedAt) return false;
         const ConsoleResult<bool> quiet =
@@ -91,8 +90,8 @@ ConsoleResult<GameStart> MenuDriver::StartByVariable(uint32_t index,
     const ConsoleResult<ConsoleRun> pressed =
         console_.Run({.frames = kPressFrames, .pads = {kPadStart, 0}});
     if (!pressed) return pressed.Problem();
-    const ConsoleResult<ConsoleRun> run = console_.Run(
-        {.frames = kStartFrames, .untilExecuted = kMenuHandOver, .watched = watched});
+    const ConsoleResult<ConsoleRun> run =
+        console_.Run({.frames = kStartFrames, .untilExecuted = kMenuHandOver, .watched = watched});
     if (!run) return run.Problem();
     return GameStart{run->reached ? GameStart::End::kStarted : GameStart::End::kNoHandOver,
                      run->jammedAt, run->writes};
