@@ -913,6 +913,9 @@ enum class TextId {
     kHelpDither,
     kHelpImportReport,
     kHelpPicture,
+
+    // Carts that are read back.
+    kNoCart = 12580,
 };
 
 }  // namespace bw
