@@ -221,6 +221,9 @@ constexpr TextRow kRows[] = {
     {kCheckStopped,
      u"The check was stopped",
      u"检查已中止"},
+    {kNoBareRom,
+     u"%s is a bare ROM, which tells an emulator nothing of its board: check the cart as .nes or .unf",
+     u"%s 是纯 ROM，模拟器无法从中得知基板：请以 .nes 或 .unf 格式检查卡带"},
     {kGameFinding,
      u"%d %s: %s (%s): %s",
      u"%d %s：%s（%s）：%s"},
@@ -336,6 +339,10 @@ constexpr TextRow kRows[] = {
     {kCheckGivenUp,
      u"The check was given up: %s.",
      u"检查已放弃：%s。"},
+    // Carts that are read back.
+    {kNoCart,
+     u"%s isn't a cart of Bankweaver: it has no menu with a list of games that this program knows",
+     u"%s 不是 Bankweaver 制作的合卡：其中没有本程序认识的游戏菜单"},
 };
 // clang-format on
 

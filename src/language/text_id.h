@@ -929,6 +929,7 @@ enum class TextId {
     kTimeLeft,
     kGamesChecked,
     kCheckStopped,
+    kNoBareRom,
     kGameFinding,
     kFindingIsError,
     kFindingIsNote,
@@ -968,6 +969,8 @@ enum class TextId {
     kGameNotRun,
     kMenuNotDriven,
     kCheckGivenUp,
+    // Carts that are read back.
+    kNoCart = 12580,
 };
 
 }  // namespace bw
