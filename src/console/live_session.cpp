@@ -197,12 +197,7 @@ ConsoleResult<> LiveSession::Thread::SwitchOn(const LoadOrder& order) {
 void LiveSession::Thread::Load(LoadOrder order) {
     running_ = false;
     resting_ = false;
-    if (const auto on = SwitchOn(order); !on) {
-        // One that only doesn't take the ROM may take the next one.
-        if (on.Problem().kind != ConsoleProblem::Kind::kRefused) console_.reset();
-        Fail(on.Problem());
-        return;
-    }
+    if (const auto on = SwitchOn(order); !on) return Fail(on.Problem());
     running_ = true;
     {
         const std::lock_guard guard(lock_);
@@ -249,7 +244,7 @@ void LiveSession::Thread::Show(ConsoleResult<ConsoleRun> run, const Turn& turn) 
 
 void LiveSession::Thread::Fail(const ConsoleProblem& problem) {
     running_ = false;
-    if (problem.kind != ConsoleProblem::Kind::kRefused) console_.reset();
+    console_.reset();
     if (!Ending()) watcher_.Failed(problem);
 }
 
