@@ -217,8 +217,8 @@ int main(int count, char** words) {
     }
     const size_t frames = count > 2 ? std::strtoul(words[2], nullptr, 10) : 1800;
     WriteTone(home / "own.nes");
-    const bw::LiveOptions options{.rom = count > 1 ? std::filesystem::absolute(words[1])
-                                                   : home / "own.nes"};
+    const bw::LiveOptions options{
+        .rom = count > 1 && *words[1] ? std::filesystem::absolute(words[1]) : home / "own.nes"};
     Starts(emulator, options);
     Pace(emulator, options, frames, true);
     Sound(emulator, home.Path(), frames);
