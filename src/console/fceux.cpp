@@ -144,8 +144,7 @@ class FceuxConsole final : public Console {
                           start_.rom},
             .environment = {"HOME=" + home, "XDG_CONFIG_HOME=" + home, "XDG_DATA_HOME=" + home,
                             "XDG_CACHE_HOME=" + home, "DISPLAY", "WAYLAND_DISPLAY",
-                            "QT_QPA_PLATFORM=offscreen", "SDL_VIDEODRIVER=dummy",
-                            start_.sound ? "BANKWEAVER_SPEED=normal" : "BANKWEAVER_SPEED=turbo"},
+                            "QT_QPA_PLATFORM=offscreen", "SDL_VIDEODRIVER=dummy"},
             .folder = home_.Path(),
             .log = home_.Log()};
         if (!start_.sound) {
@@ -159,10 +158,10 @@ class FceuxConsole final : public Console {
     }
 
     ConsoleResult<ConsoleRun> Run(const ConsoleOrder& order) override {
-        std::string line =
-            fmt::format("run {} {} {} {} {:d} {:d}", order.frames, order.pads[0], order.pads[1],
-                        order.untilExecuted ? std::to_string(*order.untilExecuted) : "-",
-                        order.codes, order.picture);
+        std::string line = fmt::format(
+            "run {} {} {} {} {:d} {:d} {:d}", order.frames, order.pads[0], order.pads[1],
+            order.untilExecuted ? std::to_string(*order.untilExecuted) : "-", order.codes,
+            order.picture, order.silent || !start_.sound);
         for (const AddressRange& range : order.watched)
             line += fmt::format(" {}-{}", range.first, range.last);
         const ConsoleResult<std::string> answer = Order(line, kFrameTime * order.frames);
