@@ -27,12 +27,12 @@ class PlayRun::SavingEmulator : public Emulator {
     std::shared_future<void> previous_;
 };
 
-PlayRun::PlayRun(std::unique_ptr<Emulator> emulator, const std::filesystem::path& rom, bool sound,
+PlayRun::PlayRun(std::unique_ptr<Emulator> emulator, const std::filesystem::path& rom,
                  std::function<void()> news, std::shared_future<void> previous)
     : news_(std::move(news)),
       emulator_(std::make_unique<SavingEmulator>(std::move(emulator), std::move(previous))) {
     session_ =
-        std::make_unique<LiveSession>(*emulator_, *this, LiveOptions{.rom = rom, .sound = sound});
+        std::make_unique<LiveSession>(*emulator_, *this, LiveOptions{.rom = rom, .sound = true});
 }
 
 std::optional<ConsolePicture> PlayRun::TakePicture() {

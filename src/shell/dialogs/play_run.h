@@ -17,8 +17,8 @@ class PlayRun final : private LiveWatcher {
   public:
     // `news` is called on the session's thread when there is something to take that wasn't there
     // before. The game doesn't start before `previous` has ended: it may be about to write the
-    // save that this one reads.
-    PlayRun(std::unique_ptr<Emulator> emulator, const std::filesystem::path& rom, bool sound,
+    // save that this one reads. It sounds, unless it is muted.
+    PlayRun(std::unique_ptr<Emulator> emulator, const std::filesystem::path& rom,
             std::function<void()> news, std::shared_future<void> previous);
     PlayRun(const PlayRun&) = delete;
     PlayRun& operator=(const PlayRun&) = delete;
