@@ -187,6 +187,11 @@ constexpr TextRow kRows[] = {
      u"The window program \"bankweaver\" is neither beside this program nor on PATH; it comes with "
      u"the package \"bankweaver\"",
      u"在本程序所在文件夹和 PATH 中均未找到窗口程序“bankweaver”；它包含在软件包“bankweaver”中"},
+
+    // Carts that are read back.
+    {kNoCart,
+     u"%s isn't a cart of Bankweaver: it has no menu with a list of games that this program knows",
+     u"%s 不是 Bankweaver 制作的合卡：其中没有本程序认识的游戏菜单"},
 };
 // clang-format on
 

@@ -951,6 +951,9 @@ enum class TextId {
     kHelpPlayInput,
     kPlayNoImage,
     kPlayNoWindowProgram,
+
+    // Carts that are read back.
+    kNoCart = 12580,
 };
 
 }  // namespace bw
