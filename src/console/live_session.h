@@ -46,6 +46,7 @@ class LiveSession {
     // Ends the console and waits for the thread's end (a frame's time, seldom more).
     ~LiveSession();
 
+    // A button that is held only for a moment is held for a frame.
     void SetPads(PadStates pads);
     // No processor time passes while it pauses; a watcher that nobody sees should let it.
     void Pause(bool paused);
@@ -54,7 +55,8 @@ class LiveSession {
     void Reset();
     void Power();
     // Another ROM in the place of this one. The watcher keeps what it shows until the new one has
-    // been prepared. A Load that comes before the last one is done takes its place.
+    // been prepared; one frame of that is shown even while it pauses. A Load that comes before the
+    // last one is done takes its place.
     void Load(std::filesystem::path rom, Prepare prepare = {});
 
     struct Figures {
