@@ -116,8 +116,8 @@ struct ConsoleStart {
 };
 
 // A running console with a ROM in it. Memory is zeros at power-on, so that runs repeat each other.
-// For one thread: the one that started it, which must outlive it. After a problem other than
-// kRefused the emulator is gone, and every further order gives that problem again.
+// For one thread: the one that started it, which must outlive it. After a problem
+// the emulator is gone, and every further order gives that problem again.
 // No processor time passes between orders but for a watch of the emulator's own (some 2 %); none at
 // all after Rest.
 class Console {
@@ -152,7 +152,8 @@ class Console {
 class Emulator {
   public:
     virtual ~Emulator() = default;
-    // As people call it, with its version: "FCEUX 2.6.5"; without one where it doesn't tell.
+    // As people call it, with its version: "FCEUX 2.6.5"; without one where it doesn't tell. Runs
+    // it for a moment.
     virtual std::string Name() const = 0;
     virtual ConsoleResult<std::unique_ptr<Console>> Start(const ConsoleStart& start) const = 0;
 };
@@ -161,8 +162,5 @@ class Emulator {
 // Null if there is none; kEmulatorPackage is what to install. Looks at files, runs nothing.
 std::unique_ptr<Emulator> FindEmulator();
 inline constexpr std::string_view kEmulatorPackage = "fceux";
-
-// Removes what consoles of processes that were killed have left in the user's scratch folder.
-void RemoveAbandonedConsoles();
 
 }  // namespace bw

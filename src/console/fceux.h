@@ -13,12 +13,12 @@ class Fceux final : public Emulator {
     // The emulator's file.
     explicit Fceux(std::filesystem::path program);
 
-    std::string Name() const override { return name_; }
+    // Asks the program.
+    std::string Name() const override;
     ConsoleResult<std::unique_ptr<Console>> Start(const ConsoleStart& start) const override;
 
   private:
     std::filesystem::path program_;
-    std::string name_;
 };
 
 }  // namespace bw

@@ -47,6 +47,9 @@ class PipedProcess {
     PipeEnd Read(std::span<char> bytes, std::chrono::milliseconds patience,
                  const std::stop_token& stop);
 
+    // kDone as soon as there is something to read.
+    PipeEnd AwaitBytes(std::chrono::milliseconds patience, const std::stop_token& stop);
+
     // Takes the processor away from it until the next Write or Read.
     void Rest();
     // Closes its orders and gives it `patience` to end by itself, then kills it.

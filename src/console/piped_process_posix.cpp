@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <optional>
 #include <thread>
+#include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -226,6 +227,14 @@ PipeEnd PipedProcess::Read(std::span<char> bytes, milliseconds patience,
         }
     }
     return PipeEnd::kDone;
+}
+
+PipeEnd PipedProcess::AwaitBytes(milliseconds patience, const std::stop_token& stop) {
+    Wake();
+    const int state = Poll(answers_, POLLIN, Clock::now() + patience, stop);
+    if (state < 0) return PipeEnd::kStopped;
+    if (state == 0) return PipeEnd::kSilent;
+    return (state & POLLIN) != 0 ? PipeEnd::kDone : PipeEnd::kClosed;
 }
 
 void PipedProcess::Rest() {

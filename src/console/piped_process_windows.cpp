@@ -17,6 +17,10 @@ PipeEnd PipedProcess::Read(std::span<char>, std::chrono::milliseconds, const std
     return PipeEnd::kClosed;
 }
 
+PipeEnd PipedProcess::AwaitBytes(std::chrono::milliseconds, const std::stop_token&) {
+    return PipeEnd::kClosed;
+}
+
 void PipedProcess::Rest() {}
 
 void PipedProcess::Wake() {}

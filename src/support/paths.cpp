@@ -29,11 +29,13 @@ uint32_t OwnerOf(const fs::path& workFolder) {
 }
 
 bool IsAbandoned(const fs::path& workFolder) {
+    const FileResult<FileLock> lock = FileLock::TryTake(workFolder);
+    if (!lock && lock.Problem().system == std::errc::operation_would_block) return false;
     std::error_code error;
     const fs::file_time_type touched = fs::last_write_time(workFolder, error);
     if (!error && touched < fs::file_time_type::clock::now() - std::chrono::hours(24)) return true;
     const uint32_t owner = OwnerOf(workFolder);
-    return owner != 0 && !ProcessRuns(owner) && FileLock::TryTake(workFolder);
+    return owner != 0 && !ProcessRuns(owner) && lock;
 }
 
 bool IsSeparator(char16_t unit) {
