@@ -69,7 +69,9 @@ class FakeConsole : public Console {
         std::ranges::copy(bytes, &desk_.memory[address]);
         return {};
     }
-    ConsoleResult<std::vector<uint8_t>> ReadPpu(uint16_t, uint32_t) override { return {{}}; }
+    ConsoleResult<std::vector<uint8_t>> ReadPpu(uint16_t, uint32_t) override {
+        return std::vector<uint8_t>();
+    }
     ConsoleResult<> KeepState() override { return {}; }
     ConsoleResult<> RestoreState() override { return {}; }
     ConsoleResult<> Power() override { return {}; }
