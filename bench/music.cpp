@@ -73,7 +73,7 @@ size_t LoopEnd(uint32_t music) {
 
 int main() {
     const TemporaryFolder folder;
-    std::vector<ConsoleRun> runs;
+    std::vector<ScriptRun> runs;
     for (const SetEntries& set : kSets) {
         CartPlan plan{.names = CountedNames(5)};
         plan.settings.Music = set.music;
@@ -89,7 +89,7 @@ int main() {
                             .label = "set" + std::to_string(set.music)});
         }
     }
-    const std::vector<ConsoleResult> results = RunAllOnConsole(runs);
+    const std::vector<ScriptResult> results = RunAllOnConsole(runs);
     std::printf("cycles a frame          tune    + item    + page   + enter\n");
     for (size_t i = 0; i + 3 < results.size(); i += 4) {
         for (const char* what : {"average", "worst"}) {

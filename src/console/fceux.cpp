@@ -37,9 +37,6 @@ constexpr milliseconds kLogLook{100};
 constexpr const char* kNoImage = "the file can't be read or is no ROM";
 constexpr std::string_view kChatter = "Qt Warning";  // of its toolkit, at every start
 
-// The plain drawing of video driver 1 needs no OpenGL. Memory of zeros makes runs repeatable.
-constexpr std::string_view kConfiguration = "SDL.VideoDriver = 1\nSDL.RamInitMethod = 2\n";
-
 std::string_view Script() {
     return {reinterpret_cast<const char*>(embedded_fceux_script_begin),
             static_cast<size_t>(embedded_fceux_script_end - embedded_fceux_script_begin)};
@@ -90,23 +87,20 @@ class Home {
 
     // Empty where no folder could be made.
     const fs::path& Path() const { return path_; }
-    fs::path Configuration() const { return path_ / ".fceux" / "fceux.cfg"; }
     fs::path Script() const { return path_ / "console.lua"; }
-    fs::path Log() const { return path_ / "emulator.log"; }
     // Where the emulator has the battery's memory of this ROM.
     fs::path Battery(const fs::path& rom) const {
         return path_ / ".fceux" / "sav" / rom.stem().concat(".sav");
     }
 
     bool Fill() const {
-        return !path_.empty() && MakeFolders(Battery({}).parent_path()) &&
-               WriteScratchFile(Configuration(), kConfiguration) &&
-               WriteScratchFile(Script(), bw::Script());
+        return !path_.empty() && FillFceuxHome(path_, FceuxMemory::kZeros) &&
+               MakeFolders(Battery({}).parent_path()) && WriteScratchFile(Script(), bw::Script());
     }
 
     // The last of what the emulator printed.
     std::string LastWords() const {
-        const std::vector<uint8_t> log = ReadFile(Log(), kLargestAnswer).ValueOr({});
+        const std::vector<uint8_t> log = ReadFile(FceuxLog(path_), kLargestAnswer).ValueOr({});
         std::istringstream lines(std::string(log.begin(), log.end()));
         std::string words;
         for (std::string line; std::getline(lines, line);) {
@@ -137,22 +131,8 @@ class FceuxConsole final : public Console {
             std::error_code none;  // yet
             fs::copy_file(start_.save, home_.Battery(start_.rom), none);
         }
-        const std::string home = home_.Path().string();
-        PipedCommand command{
-            .program = program,
-            .arguments = {"--sound", start_.sound ? "1" : "0", "--loadlua", home_.Script(),
-                          start_.rom},
-            .environment = {"HOME=" + home, "XDG_CONFIG_HOME=" + home, "XDG_DATA_HOME=" + home,
-                            "XDG_CACHE_HOME=" + home, "DISPLAY", "WAYLAND_DISPLAY",
-                            "QT_QPA_PLATFORM=offscreen", "SDL_VIDEODRIVER=dummy",
-                            start_.sound ? "BANKWEAVER_SPEED=normal" : "BANKWEAVER_SPEED=turbo"},
-            .folder = home_.Path(),
-            .log = home_.Log()};
-        if (!start_.sound) {
-            command.environment.insert(command.environment.end(),
-                                       {"SDL_AUDIODRIVER=dummy", "XDG_RUNTIME_DIR=" + home});
-        }
-        if (!process_.Start(command)) {
+        const FceuxRun run{program, home_.Path(), home_.Script(), start_.rom, start_.sound};
+        if (!process_.Start(CommandOf(run))) {
             return Lose(ConsoleProblem::Kind::kNotStarted, "the program can't be run");
         }
         return BeReady();
@@ -209,11 +189,12 @@ class FceuxConsole final : public Console {
             if (end == PipeEnd::kSilent && home_.LastWords().find(kUnknownRom) != std::string::npos)
                 return Lose(ConsoleProblem::Kind::kRefused, std::string(kUnknownRom));
         } while (end == PipeEnd::kSilent && std::chrono::steady_clock::now() < deadline);
+        if (end == PipeEnd::kClosed)
+            return Lose(ConsoleProblem::Kind::kNotStarted, home_.LastWords());
         if (end != PipeEnd::kDone) return Lose(end);
         const ConsoleResult<std::string> ready = Answer(milliseconds{0});
-        if (ready) return {};
-        if (ready.Problem().kind != ConsoleProblem::Kind::kEnded) return ready.Problem();
-        return Lose(ConsoleProblem::Kind::kNotStarted, home_.LastWords());
+        if (!ready) return ready.Problem();
+        return {};
     }
 
     ConsoleProblem Lose(ConsoleProblem::Kind kind, std::string detail) {
@@ -370,6 +351,38 @@ std::vector<fs::path> Places() {
 
 }  // namespace
 
+PipedCommand CommandOf(const FceuxRun& run) {
+    const std::string home = run.home.string();
+    PipedCommand command{
+        .program = run.program,
+        .arguments = {"--sound", run.sound ? "1" : "0", "--loadlua", run.script, run.rom},
+        .environment = {"HOME=" + home, "XDG_CONFIG_HOME=" + home, "XDG_DATA_HOME=" + home,
+                        "XDG_CACHE_HOME=" + home, "DISPLAY", "WAYLAND_DISPLAY",
+                        "QT_QPA_PLATFORM=offscreen", "SDL_VIDEODRIVER=dummy",
+                        // Of its own pace; with sound it keeps the console's.
+                        run.sound ? "BANKWEAVER_SPEED=normal" : "BANKWEAVER_SPEED=turbo"},
+        .folder = run.home,
+        .log = FceuxLog(run.home)};
+    if (!run.sound) {
+        command.environment.insert(command.environment.end(),
+                                   {"SDL_AUDIODRIVER=dummy", "XDG_RUNTIME_DIR=" + home});
+    }
+    return command;
+}
+
+fs::path FceuxLog(const fs::path& home) {
+    return home / "emulator.log";
+}
+
+FileResult<> FillFceuxHome(const fs::path& home, FceuxMemory memory) {
+    const fs::path folder = home / ".fceux";
+    if (FileResult<> made = MakeFolders(folder); !made) return made;
+    // The plain drawing of video driver 1 needs no OpenGL.
+    return WriteScratchFile(
+        folder / "fceux.cfg",
+        fmt::format("SDL.VideoDriver = 1\nSDL.RamInitMethod = {}\n", static_cast<int>(memory)));
+}
+
 Fceux::Fceux(fs::path program) : program_(std::move(program)) {}
 
 std::string Fceux::Name() const {
@@ -389,14 +402,19 @@ ConsoleResult<std::unique_ptr<Console>> Fceux::Start(const ConsoleStart& start) 
     return std::unique_ptr<Console>(std::move(console));
 }
 
-std::unique_ptr<Emulator> FindEmulator() {
+std::optional<fs::path> FindFceux() {
     if (const char* given = std::getenv("BANKWEAVER_FCEUX")) {
-        return IsProgram(given) ? std::make_unique<Fceux>(given) : nullptr;
+        return IsProgram(given) ? std::optional<fs::path>(given) : std::nullopt;
     }
     for (const fs::path& folder : Places()) {
-        if (IsProgram(folder / kProgramName)) return std::make_unique<Fceux>(folder / kProgramName);
+        if (IsProgram(folder / kProgramName)) return folder / kProgramName;
     }
-    return nullptr;
+    return std::nullopt;
+}
+
+std::unique_ptr<Emulator> FindEmulator() {
+    const std::optional<fs::path> program = FindFceux();
+    return program ? std::make_unique<Fceux>(*program) : nullptr;
 }
 
 }  // namespace bw

@@ -166,11 +166,11 @@ function Orders.reset()
     return begin()
 end
 
--- Closes the game, which writes its battery's memory.
+-- The last one: the emulator closes the game, which writes its battery's memory.
+local closing = false
 function Orders.close()
-    answer("+", "")
-    emu.exit()
-    while true do emu.frameadvance() end
+    closing = true
+    return ""
 end
 
 local function serve()
@@ -181,6 +181,7 @@ local function serve()
         local words = {}
         for word in line:gmatch("%S+") do words[#words + 1] = word end
         answer("+", Orders[words[1]](unpack(words, 2)))
+        if closing then return end
     end
 end
 
@@ -195,4 +196,5 @@ repeat
     end
     if coroutine.status(script) ~= "dead" then coroutine.yield() end
 until coroutine.status(script) == "dead"
-os.exit(0)
+if not closing then os.exit(0) end
+emu.exit()

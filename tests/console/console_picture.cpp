@@ -14,7 +14,7 @@ constexpr int kHeight = 240;
 
 }  // namespace
 
-ConsoleRun PictureRun(const std::filesystem::path& rom, const std::string& label) {
+ScriptRun PictureRun(const std::filesystem::path& rom, const std::string& label) {
     return {.rom = rom,
             .script = MenuScript(R"lua(
                 boot() shot("first_page")
@@ -31,7 +31,7 @@ ConsoleRun PictureRun(const std::filesystem::path& rom, const std::string& label
             .wantedFiles = {"picture"}};
 }
 
-size_t ExpectPicture(const ConsoleResult& shown, const PixelColour& drawn) {
+size_t ExpectPicture(const ScriptResult& shown, const PixelColour& drawn) {
     const std::string& picture = shown.files.at("picture");
     size_t compared = 0;
     EXPECT_EQ(picture.size(), size_t{kWidth} * kHeight);

@@ -14,12 +14,12 @@
 namespace bw::console {
 
 // Boots the cart and takes the picture of the menu as it stands then.
-ConsoleRun PictureRun(const std::filesystem::path& rom, const std::string& label);
+ScriptRun PictureRun(const std::filesystem::path& rom, const std::string& label);
 
 // The colour at a pixel of a picture of 512 by 480 pixels; nothing for one that doesn't count.
 using PixelColour = std::function<std::optional<Colour>(Point)>;
 // Fails the test at the first pixel that isn't the console's. Gives how many were compared.
-size_t ExpectPicture(const ConsoleResult& shown, const PixelColour& drawn);
+size_t ExpectPicture(const ScriptResult& shown, const PixelColour& drawn);
 
 // The designer's own picture of the screen: as its window shows it, or without its marks and with
 // the cursor where the console has it, which for the small one is a line above where the designer

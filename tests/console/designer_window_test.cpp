@@ -163,7 +163,7 @@ TEST_P(DesignerWindow, ShowsWhatTheConsoleShows) {
     plan.settings.PageNumber = plan.settings.CustomEnable = true;
     plan.design = painter.Copy().Store();
     plan.store = {std::shared_ptr<void>(), painter.store.get()};
-    const ConsoleResult console =
+    const ScriptResult console =
         RunOnConsole(PictureRun(BuildCart(plan, folder.Path(), test.label).rom, test.label));
 
     const Surface screen = DrawnScreen(shown);

@@ -201,7 +201,7 @@ class Designs : public testing::TestWithParam<DesignCase> {
         SetItems(copy, plan.names, static_cast<int32_t>(test.pageSize), test.insertRow);
     }
 
-    ConsoleResult Run() const {
+    ScriptResult Run() const {
         return RunOnConsole({.rom = BuildCart(plan, folder.Path(), GetParam().label).rom,
                              .script = MenuScript("local MOVES = '" + kMoves + "'" + R"lua(
             local pictures = io.open("pictures", "wb")
@@ -279,7 +279,7 @@ class Designs : public testing::TestWithParam<DesignCase> {
 };
 
 TEST_P(Designs, ShowAsDrawn) {
-    const ConsoleResult result = Run();
+    const ScriptResult result = Run();
     const DesignStore& store = copy.Store();
     EXPECT_EQ(result.At("tiles"), std::to_string(Crc32(store.ChrData)));
     EXPECT_EQ(result.At("palette"), ToHex(store.BkgPalette) + ToHex(store.SpritePalette));

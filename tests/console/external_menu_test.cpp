@@ -43,7 +43,7 @@ class ExternalMenu : public testing::TestWithParam<BoardCase> {
     // First with the source, then with the ROM that this leaves, in a folder of its own, as a user
     // would copy it.
     void Play(CartPlan plan, const std::string& script,
-              const std::function<void(const ConsoleResult&)>& check) {
+              const std::function<void(const ScriptResult&)>& check) {
         const TemporaryFolder folder;
         std::filesystem::copy(BANKWEAVER_EXTERNAL_MENU, folder / "mine");
         plan.board = GetParam().board;
@@ -70,7 +70,7 @@ TEST_P(ExternalMenu, StartsTheSamples) {
             put(name, sample_result(id))
         end
     )lua" + PlaySamples(games),
-         [&](const ConsoleResult& result) {
+         [&](const ScriptResult& result) {
              for (const Sample& sample : Samples()) {
                  if (sample.onEveryBoard || GetParam().board == BoardType::kCoolgirl) {
                      EXPECT_EQ(result.At(sample.name), "PASS 0 00") << sample.name;
@@ -117,7 +117,7 @@ TEST_P(ExternalMenu, TurnsThePagesOfALongList) {
         put("kept", work_ram())
         put("leftovers without tiles", leftovers(false))
     )lua",
-         [&](const ConsoleResult& result) {
+         [&](const ScriptResult& result) {
              const std::map<std::string, std::string> expected{
                  {"title", "   995 IN 1"},
                  {"help", "   START: PLAY   < >: PAGE"},

@@ -28,7 +28,7 @@ struct ConsoleFailure : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-struct ConsoleRun {
+struct ScriptRun {
     std::filesystem::path rom;
     // Lua text, run after the prelude.
     std::string script;
@@ -39,11 +39,11 @@ struct ConsoleRun {
     // The emulator is killed when it takes longer; long enough for a busy machine.
     std::chrono::seconds patience{300};
     // More files that the script wrote with a relative name and that the test wants to read; their
-    // bytes come back in ConsoleResult::files.
+    // bytes come back in ScriptResult::files.
     std::vector<std::string> wantedFiles = {};
 };
 
-struct ConsoleResult {
+struct ScriptResult {
     std::map<std::string, std::string, std::less<>> values;
     std::map<std::string, std::string, std::less<>> files;
 
@@ -53,9 +53,9 @@ struct ConsoleResult {
     long Number(std::string_view key) const;
 };
 
-ConsoleResult RunOnConsole(const ConsoleRun& run);
+ScriptResult RunOnConsole(const ScriptRun& run);
 
 // Several runs, some at a time. Results in the order of the runs.
-std::vector<ConsoleResult> RunAllOnConsole(std::span<const ConsoleRun> runs);
+std::vector<ScriptResult> RunAllOnConsole(std::span<const ScriptRun> runs);
 
 }  // namespace bw::console

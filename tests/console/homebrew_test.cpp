@@ -25,7 +25,7 @@ constexpr int kLargestShift = 100;
 constexpr size_t kSettled = 120;
 
 // A recording: for each frame name tables and palette, sprites and tiles, each as a number.
-std::vector<std::string> Frames(const ConsoleResult& result) {
+std::vector<std::string> Frames(const ScriptResult& result) {
     std::vector<std::string> frames;
     std::istringstream in(result.files.at("frames.txt"));
     for (std::string frame; std::getline(in, frame);)
@@ -50,7 +50,7 @@ size_t AgreeFrom(const std::vector<std::string>& alone, const std::vector<std::s
 }
 
 // Empty if the game shows from the cart what it shows by itself.
-std::string Difference(const ConsoleResult& cart, const ConsoleResult& alone) {
+std::string Difference(const ScriptResult& cart, const ScriptResult& alone) {
     const auto cartFrames = Frames(cart);
     const auto aloneFrames = Frames(alone);
     if (cartFrames.size() != kFrames) return "the cart's recording is short";
@@ -87,7 +87,7 @@ TEST_P(Homebrew, ShowsWhatItShowsByItself) {
 
     const std::string helpers =
         MenuScript(ReadText(std::filesystem::path(BANKWEAVER_TEST_DATA) / "homebrew.lua"));
-    std::vector<ConsoleRun> runs;
+    std::vector<ScriptRun> runs;
     for (size_t i = 0; i < games.size(); ++i) {
         runs.push_back(
             {.rom = cart.rom,
@@ -96,14 +96,14 @@ TEST_P(Homebrew, ShowsWhatItShowsByItself) {
              .label = fmt::format("{}{}", BoardName(GetParam()), i),
              .wantedFiles = {"frames.txt"}});
     }
-    const std::vector<ConsoleResult> fromCart = RunAllOnConsole(runs);
+    const std::vector<ScriptResult> fromCart = RunAllOnConsole(runs);
     for (size_t i = 0; i < games.size(); ++i) {
         runs[i].rom = TextPath(games[i].path);
         runs[i].zeroRam = true;
         runs[i].script =
             helpers + fmt::format("darken() record({}) shot('alone')", kFrames + kLargestShift);
     }
-    const std::vector<ConsoleResult> alone = RunAllOnConsole(runs);
+    const std::vector<ScriptResult> alone = RunAllOnConsole(runs);
     for (size_t i = 0; i < games.size(); ++i) {
         SCOPED_TRACE(ToUtf8(games[i].name));
         // The board's lock doesn't hold for NROM: such a game can't run from it.

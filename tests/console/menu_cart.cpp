@@ -127,7 +127,7 @@ Cart BuildCart(CartPlan plan, const std::filesystem::path& folder, const std::st
     return {outcome.output, outcome};
 }
 
-ConsoleResult Play(const CartPlan& plan, const std::string& script, const std::string& label) {
+ScriptResult Play(const CartPlan& plan, const std::string& script, const std::string& label) {
     const TemporaryFolder folder;
     return RunOnConsole({.rom = BuildCart(plan, folder.Path(), label).rom,
                          .script = MenuScript(script),

@@ -59,8 +59,8 @@ struct Cart {
 Cart BuildCart(CartPlan plan, const std::filesystem::path& folder, const std::string& label);
 
 // Builds a cart and runs a script on it, which is given the helpers of menu.lua.
-ConsoleResult Play(const CartPlan& plan, const std::string& script,
-                   const std::string& label = "cart");
+ScriptResult Play(const CartPlan& plan, const std::string& script,
+                  const std::string& label = "cart");
 
 // Gives the plan the screen of a packed design, as `build --design` does; its names, which the
 // caption counts, must be there. Gives what the file holds.

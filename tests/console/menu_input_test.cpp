@@ -8,7 +8,7 @@
 namespace bw::console {
 namespace {
 
-ConsoleResult PlayMenu(uint32_t music, size_t games, const std::string& script) {
+ScriptResult PlayMenu(uint32_t music, size_t games, const std::string& script) {
     CartPlan plan{.names = CountedNames(games)};
     plan.settings.PageSize = 20;
     plan.settings.PageTurningSpeed = 4;
@@ -19,7 +19,7 @@ ConsoleResult PlayMenu(uint32_t music, size_t games, const std::string& script) 
 // A press moves at once; held, it repeats on the 30th frame and then on every fifth, for items as
 // for pages.
 TEST(MenuInput, HeldButtonsRepeat) {
-    const ConsoleResult result = PlayMenu(0, 200, R"lua(
+    const ScriptResult result = PlayMenu(0, 200, R"lua(
         -- Puts how often the selection moved, and the frames between.
         local function hold_for(key, button, count, pad)
             local gaps, before, last = {}, selected(), nil
@@ -54,7 +54,7 @@ TEST(MenuInput, HeldButtonsRepeat) {
 
 // Only Down and Select work in a chord.
 TEST(MenuInput, ChordsDoNothingButForDown) {
-    const ConsoleResult result = PlayMenu(0, 200, R"lua(
+    const ScriptResult result = PlayMenu(0, 200, R"lua(
         for _ = 1, 5 do move("right") end
         move("down") move("down")
         local registers = log_writes(0x6000, 4)
@@ -86,7 +86,7 @@ struct SoundCase {
 class MenuSound : public testing::TestWithParam<SoundCase> {};
 
 TEST_P(MenuSound, BeepsAndPauses) {
-    const ConsoleResult result = PlayMenu(GetParam().music, 60, R"lua(
+    const ScriptResult result = PlayMenu(GetParam().music, 60, R"lua(
         local sound = log_writes(0x4000, 0x14)
         log_writes(0x4015, 1, sound)
         local function put_sound(key) put(key, log_text(sound)) clear(sound) end

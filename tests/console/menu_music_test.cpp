@@ -58,8 +58,8 @@ MusicSet ReadSet(std::string_view text) {
     return std::move(reading.set);
 }
 
-ConsoleRun RunOf(const SetCase& set, const std::filesystem::path& rom, const std::string& body,
-                 const std::string& label) {
+ScriptRun RunOf(const SetCase& set, const std::filesystem::path& rom, const std::string& body,
+                const std::string& label) {
     return {.rom = rom,
             .script = fmt::format("SOUND_PLAY, SOUND_INIT = {}, {}\n", set.play, set.init) +
                       TestFile("music.lua") + MenuScript(body + "put_load() write_log()\n"),
@@ -67,7 +67,7 @@ ConsoleRun RunOf(const SetCase& set, const std::filesystem::path& rom, const std
             .wantedFiles = {"log.txt"}};
 }
 
-void ExpectLog(const ConsoleResult& result, const std::string& name) {
+void ExpectLog(const ScriptResult& result, const std::string& name) {
     const std::string& log = result.files.at("log.txt");
     const std::string file = "golden/" + name + ".txt";
     if (std::getenv("BANKWEAVER_WRITE_GOLDEN")) WriteText(BANKWEAVER_TEST_DATA "/" + file, log);
@@ -130,7 +130,7 @@ TEST(MenuMusic, PlaysAsWrittenOnEveryMenu) {
         {2, 8, kCoolboy},  {3, 16, kMindkids}, {4, 32, kCoolboy}, {5, 8, kCoolboy},
         {5, 8, kCoolgirl}, {5, 16, kMindkids}, {5, 32, kCoolboy}};
     const TemporaryFolder folder;
-    std::vector<ConsoleRun> runs;
+    std::vector<ScriptRun> runs;
     for (const auto& [music, size, board] : carts) {
         CartPlan plan{.board = board, .names = CountedNames(45)};
         plan.settings.MenuSize = size;
@@ -139,9 +139,9 @@ TEST(MenuMusic, PlaysAsWrittenOnEveryMenu) {
         runs.push_back(RunOf(Sets()[music - 2], BuildCart(plan, folder.Path(), label).rom,
                              LongScript(music), label));
     }
-    const std::vector<ConsoleResult> results = RunAllOnConsole(runs);
+    const std::vector<ScriptResult> results = RunAllOnConsole(runs);
     for (size_t i = 0; i < results.size(); ++i) {
-        const ConsoleResult& result = results[i];
+        const ScriptResult& result = results[i];
         const uint32_t music = std::get<0>(carts[i]);
         SCOPED_TRACE(runs[i].label);
         ExpectLog(result, fmt::format("set_{}", music));
@@ -178,7 +178,7 @@ TEST(MenuMusic, LeavesTheMenuItsTimeAndItsRam) {
         const std::string label = fmt::format("demanding{}", set.music);
         SCOPED_TRACE(label);
         const Cart cart = BuildCart(DemandingCart(set.music), folder.Path(), label);
-        const ConsoleResult result = RunOnConsole(RunOf(set, cart.rom, R"lua(
+        const ScriptResult result = RunOnConsole(RunOf(set, cart.rom, R"lua(
             boot()
             watch_load()
             local first = emu.framecount()
@@ -187,7 +187,7 @@ TEST(MenuMusic, LeavesTheMenuItsTimeAndItsRam) {
             end
             put("frames", emu.framecount() - first)
         )lua",
-                                                        label));
+                                                       label));
         EXPECT_EQ(result.At("nmis"), result.At("frames"));
         EXPECT_EQ(result.At("nested"), "0");
         EXPECT_LT(result.Number("nmi worst"), 27000) << "of 29,780 cycles";

@@ -38,7 +38,7 @@ void ExpectWritten(const std::vector<PackingCase>& cases, BoardType board,
         EditFile(menu / "menu.asm", from, to);
     };
     const char* const numbers = board == BoardType::kCoolgirl ? "0x5000, 14, " : "0x6000, 8, ";
-    const ConsoleResult result =
+    const ScriptResult result =
         Play(plan, fmt::format("FIRST, COUNT, GAMES = {} {}\n", numbers, cases.size()) + R"lua(
         local log = log_writes(FIRST, 8)
         boot()
@@ -126,7 +126,7 @@ TEST(MenuPacking, ReadsRecordsBeyondTheFirstBank) {
                   .lastImage = last,
                   .byHand = UsePlainRecords};
     plan.settings.MenuSize = 16;
-    const ConsoleResult result = Play(plan, R"lua(
+    const ScriptResult result = Play(plan, R"lua(
         boot()
         move("up")
         put("selected", selected())

@@ -92,7 +92,7 @@ std::string ScreenText(std::string_view tiles) {
 }
 
 // Compares the states that walk(moves) put with the model's, up to the first difference.
-void ExpectStates(const ConsoleResult& result, const std::string& moves, MenuModel model) {
+void ExpectStates(const ScriptResult& result, const std::string& moves, MenuModel model) {
     for (size_t step = 0; step <= moves.size(); ++step) {
         if (step > 0) model.Move(moves[step - 1]);
         SCOPED_TRACE("after the moves " + moves.substr(0, step));
@@ -108,7 +108,7 @@ void ExpectStates(const ConsoleResult& result, const std::string& moves, MenuMod
 TEST(MenuPages, ShowWhatTheRulesSay) {
     const TemporaryFolder folder;
     std::vector<CartPlan> plans;
-    std::vector<ConsoleRun> runs;
+    std::vector<ScriptRun> runs;
     for (const auto& [label, board, format, games, look, moves] : Cases()) {
         plans.push_back(PlanOf(look, CountedNames(games), board, format));
         runs.push_back({.rom = BuildCart(plans.back(), folder.Path(), label).rom,
@@ -121,7 +121,7 @@ TEST(MenuPages, ShowWhatTheRulesSay) {
         )lua"),
                         .label = label});
     }
-    const std::vector<ConsoleResult> results = RunAllOnConsole(runs);
+    const std::vector<ScriptResult> results = RunAllOnConsole(runs);
     for (size_t i = 0; i < results.size(); ++i) {
         SCOPED_TRACE(runs[i].label);
         const auto at = [&](const char* key) { return results[i].At(key); };
@@ -154,7 +154,7 @@ TEST(MenuLongNames, NeverOverrunTheCommandBuffer) {
     const std::string moves = "AARRRRAARRRLRDBUUD";
     for (const BoardType board : {BoardType::kCoolboy, BoardType::kCoolgirl}) {
         const CartPlan plan = PlanOf({8, 0, 20, 4}, names, board);
-        const ConsoleResult result = Play(plan, "local MOVES = '" + moves + "'" + R"lua(
+        const ScriptResult result = Play(plan, "local MOVES = '" + moves + "'" + R"lua(
             boot()
             local most, depth, deepest = 0, 0, 0
             memory.registerwrite(FC_PPU_CURSOR, 1, function(a, s, value)
@@ -187,7 +187,7 @@ TEST(MenuRows, BelowTheScreenLeaveTheColoursAlone) {
     CartPlan plan = PlanOf({8, 0, 20, 4, true, true}, CountedNames(50));
     plan.settings.ExternMenuEnable = true;
     plan.settings.ExternMenuPath = folder / "own" / "menu" / "menu.asm";
-    const ConsoleResult result = Play(plan, R"lua(
+    const ScriptResult result = Play(plan, R"lua(
         boot()
         for _ = 1, 5 do move("right") end
         put("colours", hex(ppu_bytes(0x23C0, 64)))
@@ -203,7 +203,7 @@ TEST(MenuRows, BelowTheScreenLeaveTheColoursAlone) {
 TEST(MenuNames, ShowQuotesPunctuationAndNothingForAnEmptyName) {
     const CartPlan plan = PlanOf({8, 0, 5, 4}, {u"SAY \"HI\"", u"", u"A;B, C'S % $ #1 (X)",
                                                 u"\\ ^ _ [@] <=> *+-./:?!&", u"", u"LAST"});
-    const ConsoleResult result = Play(plan, "boot() walk('RLDDUU') put('first', row(6))");
+    const ScriptResult result = Play(plan, "boot() walk('RLDDUU') put('first', row(6))");
     ExpectStates(result, "RLDDUU", {plan.settings, plan.names});
     EXPECT_EQ(result.At("first"), "      SAY \"HI\"");
 }

@@ -126,7 +126,7 @@ TEST_P(MenuStart, HandsTheConsoleToEachGame) {
     std::string script = fmt::format("FIRST = {}\n{}", firstRegister, kScript);
     for (size_t i = 0; i < Games().size(); ++i)
         script += fmt::format("start({}, {}, {})\n", i, Games()[i].chr, Games()[i].mapper != 0);
-    const ConsoleResult result =
+    const ScriptResult result =
         RunOnConsole({.rom = cart.rom, .script = MenuScript(script + "reset()"), .label = label});
     EXPECT_EQ(result.At("saved").substr(0, 8), "030A1118");
     EXPECT_EQ(result.At("kept"), result.At("saved"));

@@ -39,8 +39,8 @@ std::string CountingProgram() {
 class Runner : public testing::Test {
   protected:
     void SetUp() override { WriteText(rom, CountingProgram()); }
-    ConsoleRun Of(std::string script) const { return {.rom = rom, .script = std::move(script)}; }
-    static auto Fails(const ConsoleRun& run) {
+    ScriptRun Of(std::string script) const { return {.rom = rom, .script = std::move(script)}; }
+    static auto Fails(const ScriptRun& run) {
         return [run] { RunOnConsole(run); };
     }
 
@@ -49,7 +49,7 @@ class Runner : public testing::Test {
 };
 
 TEST_F(Runner, ReadsWhatTheConsoleHolds) {
-    const ConsoleResult result = RunOnConsole(Of(R"lua(
+    const ScriptResult result = RunOnConsole(Of(R"lua(
         put("ram", hex(bytes(0x0200, 8)))
         local log = log_writes(0x6000, 4)
         frames(20)
@@ -81,7 +81,7 @@ TEST_F(Runner, TellsWhatWentWrong) {
         {"frames(2) os.exit(0)", "ended before the script"}};
     for (const auto& [script, problem] : cases)
         EXPECT_THAT(Fails(Of(script)), ThrowsMessage<ConsoleFailure>(HasSubstr(problem)));
-    ConsoleRun run = Of("while true do end");
+    ScriptRun run = Of("while true do end");
     run.patience = std::chrono::seconds{2};
     EXPECT_THAT(Fails(run), ThrowsMessage<ConsoleFailure>(HasSubstr("killed after 2 s")));
     run.rom = folder / "none.nes";
@@ -91,7 +91,7 @@ TEST_F(Runner, TellsWhatWentWrong) {
 }
 
 TEST_F(Runner, RunsSideBySideDontMix) {
-    std::vector<ConsoleRun> runs;
+    std::vector<ScriptRun> runs;
     for (const char* number : {"0", "1", "2", "3", "4", "5"})
         runs.push_back(Of(std::string("frames(30) put('n', ") + number + ")"));
     runs[4].zeroRam = true;

@@ -77,8 +77,8 @@ TEST_P(SamplesOnCart, EachEndsInItsPass) {
     plan.settings.MenuSize = test.menuSize;
     if (test.plainRecords) plan.byHand = UsePlainRecords;
     const Cart cart = BuildCart(plan, folder.Path(), test.label);
-    const ConsoleResult result = RunOnConsole({.rom = cart.rom,
-                                               .script = MenuScript(kSampleScript + R"lua(
+    const ScriptResult result = RunOnConsole({.rom = cart.rom,
+                                              .script = MenuScript(kSampleScript + R"lua(
         function play(index, id, name)
             emu.poweron()
             boot()
@@ -90,7 +90,7 @@ TEST_P(SamplesOnCart, EachEndsInItsPass) {
             shot(name)
         end
     )lua" + PlaySamples(plan.games)),
-                                               .label = test.label});
+                                              .label = test.label});
     for (const Sample& sample : Samples()) {
         if (sample.onEveryBoard || test.board == BoardType::kCoolgirl) {
             EXPECT_EQ(result.At(sample.name), "PASS 0 00") << sample.name;

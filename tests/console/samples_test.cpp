@@ -42,8 +42,8 @@ class Damages {
             fmt::format("FAIL {} {:02X}", static_cast<int>(fault), bank));
     }
 
-    static ConsoleRun RunOf(const std::filesystem::path& rom, const Sample& sample,
-                            std::string label) {
+    static ScriptRun RunOf(const std::filesystem::path& rom, const Sample& sample,
+                           std::string label) {
         return {.rom = rom,
                 .script = kSampleScript + fmt::format(R"lua(
                     put("result", sample_result({0})) frames(60) put("again", sample_result({0}))
@@ -52,7 +52,7 @@ class Damages {
                 .label = std::move(label)};
     }
 
-    std::vector<ConsoleRun> runs;
+    std::vector<ScriptRun> runs;
     std::vector<std::string> expected;
 
   private:
@@ -60,10 +60,10 @@ class Damages {
 };
 
 TEST(Samples, PassByThemselves) {
-    std::vector<ConsoleRun> runs;
+    std::vector<ScriptRun> runs;
     for (const Sample& sample : Samples())
         runs.push_back(Damages::RunOf(sample.File(), sample, sample.name));
-    const std::vector<ConsoleResult> results = RunAllOnConsole(runs);
+    const std::vector<ScriptResult> results = RunAllOnConsole(runs);
     for (size_t i = 0; i < results.size(); ++i) {
         SCOPED_TRACE(runs[i].label);
         EXPECT_EQ(results[i].At("result"), "PASS 0 00");
@@ -107,7 +107,7 @@ TEST(Samples, NameEachDamage) {
             damages.Add(sample, "late", bytes, "FAIL 6");
         }
     }
-    const std::vector<ConsoleResult> results = RunAllOnConsole(damages.runs);
+    const std::vector<ScriptResult> results = RunAllOnConsole(damages.runs);
     for (size_t i = 0; i < results.size(); ++i) {
         SCOPED_TRACE(damages.runs[i].label);
         EXPECT_THAT(results[i].At("result"), testing::StartsWith(damages.expected[i]));

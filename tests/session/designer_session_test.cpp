@@ -91,7 +91,7 @@ struct DesignerSession {
             words.push_back(ToUtf8(LoadText(id, Language::kEnglish)));
         screen.Menu(words);
     }
-    console::ConsoleRun Build(const std::string& board, const std::string& keys) {
+    console::ScriptRun Build(const std::string& board, const std::string& keys) {
         const auto rom = home / (board + ".nes");
         hand.Key(keys);
         screen.EnterFileName(rom);
@@ -251,14 +251,14 @@ TEST(DesignerSession, FromTheListToTheBoards) {
 
     session.MainMenu(
         {TextId::kMulticartMenuEntry, TextId::kCustomMenuEntry, TextId::kEnableCustomMenuEntry});
-    std::vector<console::ConsoleRun> runs;
+    std::vector<console::ScriptRun> runs;
     runs.push_back(session.Build("coolboy", "ctrl+b"));
     runs.push_back(session.Build("coolgirl", "ctrl+g"));
     session.MainMenu({TextId::kMulticartMenuEntry, TextId::kCoolboyType, TextId::kMindkids});
     runs.push_back(session.Build("mindkids", "ctrl+b"));
     session.Photograph("built");
     const Surface drawn = console::DrawnScreen(artist.Copy());
-    for (const console::ConsoleResult& shown : console::RunAllOnConsole(runs))
+    for (const console::ScriptResult& shown : console::RunAllOnConsole(runs))
         console::ExpectPicture(shown, [&](Point at) { return std::optional(drawn.At(at)); });
 }
 

@@ -98,10 +98,10 @@ void Take(const Shot& shot, const std::filesystem::path& folder) {
     plan.settings.ShowStyle = shot.style;
     plan.settings.NameInsertRow = shot.insertRow;
     if (!shot.design.empty()) UseDesign(plan, SampleDesign(shot.design));
-    const ConsoleResult result = RunOnConsole({.rom = BuildCart(plan, work.Path(), shot.name).rom,
-                                               .script = Script(shot.selected),
-                                               .label = shot.name,
-                                               .wantedFiles = {"picture", "colours"}});
+    const ScriptResult result = RunOnConsole({.rom = BuildCart(plan, work.Path(), shot.name).rom,
+                                              .script = Script(shot.selected),
+                                              .label = shot.name,
+                                              .wantedFiles = {"picture", "colours"}});
     WriteText(folder / (shot.name + ".png"),
               Png(result.files.at("picture"), result.files.at("colours")));
     std::cout << (folder / (shot.name + ".png")).string() << '\n';
