@@ -19,6 +19,8 @@ constexpr Clock::duration kFrameTime = std::chrono::duration_cast<Clock::duratio
 // in time, and a key is never older than that.
 constexpr Clock::duration kLead = milliseconds(6);
 constexpr Clock::duration kLate = milliseconds(4);
+// What two clocks may differ by before they are set alike.
+constexpr Clock::duration kSlack = milliseconds(1);
 // A session that is further behind doesn't catch up any more.
 constexpr Clock::duration kLongestDebt = 4 * kFrameTime;
 // Few enough that orders are heard at once.
@@ -38,6 +40,7 @@ struct Orders {
     PadStates pressed{};  // since the last frame, even if only for a moment
     bool paused = false;
     bool fast = false;
+    bool silent = false;
     bool reset = false;
     bool power = false;
     bool end = false;
@@ -52,6 +55,7 @@ struct Turn {
     bool power = false;
     bool fast = false;
     bool step = false;
+    bool silent = false;
     std::optional<LoadOrder> load{};
 };
 
@@ -81,6 +85,7 @@ class LiveSession::Thread {
     void Live();
     std::optional<Turn> NextTurn();
     std::optional<Turn> TakeTurn(const std::unique_lock<std::mutex>& held);
+    Clock::time_point Beginning() const;
     bool Ending();
     void Load(LoadOrder order);
     ConsoleResult<> SwitchOn(const LoadOrder& order);
@@ -96,7 +101,7 @@ class LiveSession::Thread {
     std::condition_variable wake_;
     Orders orders_;         // under the lock
     bool starting_ = true;  // under the lock: nothing of the console's is worth keeping yet
-    bool ended_ = false;    // under the lock: the console is gone
+    bool ended_ = false;    // under the lock: no order runs any more
     std::stop_source giveUp_;
     std::atomic<uint64_t> frames_ = 0;
     std::atomic<uint64_t> late_ = 0;
@@ -135,10 +140,12 @@ void LiveSession::Thread::Live() {
             RunTurn(*turn);
         }
     }
-    const std::unique_ptr<Console> last = std::move(console_);
-    const std::lock_guard guard(lock_);
-    ended_ = true;
-    wake_.notify_one();
+    {
+        const std::lock_guard guard(lock_);
+        ended_ = true;
+        wake_.notify_one();
+    }
+    console_.reset();
 }
 
 std::optional<Turn> LiveSession::Thread::NextTurn() {
@@ -151,13 +158,18 @@ std::optional<Turn> LiveSession::Thread::NextTurn() {
             orders_.pressed = {};
             wake_.wait(held);
             due_ = Clock::now();
-        } else if (Clock::now() >= due_ - kLead) {
+        } else if (const auto begin = Beginning(); Clock::now() >= begin) {
             return TakeTurn(held);
         } else {
-            wake_.wait_until(held, due_ - kLead);
+            wake_.wait_until(held, begin);
         }
     }
     return std::nullopt;
+}
+
+// Under the lock. An emulator that plays its sound waits for its own moment.
+Clock::time_point LiveSession::Thread::Beginning() const {
+    return due_ - (options_.sound && !orders_.silent ? kFrameTime : kLead);
 }
 
 std::optional<Turn> LiveSession::Thread::TakeTurn(const std::unique_lock<std::mutex>&) {
@@ -172,6 +184,7 @@ std::optional<Turn> LiveSession::Thread::TakeTurn(const std::unique_lock<std::mu
     turn.power = std::exchange(orders_.power, false);
     turn.step = orders_.paused;
     turn.fast = orders_.fast && !turn.step;
+    turn.silent = orders_.silent || turn.fast || turn.step || !options_.sound;
     if (turn.step) --orders_.steps;
     return turn;
 }
@@ -200,12 +213,7 @@ ConsoleResult<> LiveSession::Thread::SwitchOn(const LoadOrder& order) {
 void LiveSession::Thread::Load(LoadOrder order) {
     running_ = false;
     resting_ = false;
-    if (const auto on = SwitchOn(order); !on) {
-        // One that only doesn't take the ROM may take the next one.
-        if (on.Problem().kind != ConsoleProblem::Kind::kRefused) console_.reset();
-        Fail(on.Problem());
-        return;
-    }
+    if (const auto on = SwitchOn(order); !on) return Fail(on.Problem());
     running_ = true;
     {
         const std::lock_guard guard(lock_);
@@ -215,7 +223,7 @@ void LiveSession::Thread::Load(LoadOrder order) {
         if (orders_.load) return;  // nobody waits for this one any more
     }
     // Also while it pauses: whoever watches is to see what was loaded.
-    Show(console_->Run({.picture = true}), {.step = true});
+    Show(console_->Run({.picture = true, .silent = true}), {.step = true});
     due_ = Clock::now() + kFrameTime;
 }
 
@@ -226,13 +234,14 @@ void LiveSession::Thread::RunTurn(const Turn& turn) {
     if (done && turn.reset) done = console_->Reset();
     if (done && turn.fast) done = RunFast(turn);
     if (!done) return Fail(done.Problem());
-    Show(console_->Run({.pads = turn.buttons, .picture = true}), turn);
+    Show(console_->Run({.pads = turn.buttons, .picture = true, .silent = turn.silent}), turn);
 }
 
 // Up to the time of the next picture.
 ConsoleResult<> LiveSession::Thread::RunFast(const Turn& turn) {
     while (Clock::now() < due_ && !Ending()) {
-        const auto run = console_->Run({.frames = kFastFrames, .pads = turn.buttons});
+        const auto run =
+            console_->Run({.frames = kFastFrames, .pads = turn.buttons, .silent = true});
         if (!run) return run.Problem();
     }
     return {};
@@ -244,7 +253,9 @@ void LiveSession::Thread::Show(ConsoleResult<ConsoleRun> run, const Turn& turn) 
         std::this_thread::sleep_until(due_);
         const Clock::duration behind = Clock::now() - due_;
         if (behind > kLate && !turn.fast) ++late_;
-        due_ = behind > kLongestDebt ? Clock::now() + kFrameTime : due_ + kFrameTime;
+        // With sound the emulator keeps the pace, and what comes next is due by its clock.
+        const bool forgiven = behind > kLongestDebt || (!turn.silent && behind > kSlack);
+        due_ = (forgiven ? Clock::now() : due_) + kFrameTime;
     }
     ++frames_;
     watcher_.Shows(run->picture, turn.buttons);
@@ -252,7 +263,7 @@ void LiveSession::Thread::Show(ConsoleResult<ConsoleRun> run, const Turn& turn) 
 
 void LiveSession::Thread::Fail(const ConsoleProblem& problem) {
     running_ = false;
-    if (problem.kind != ConsoleProblem::Kind::kRefused) console_.reset();
+    console_.reset();
     if (!Ending()) watcher_.Failed(problem);
 }
 
@@ -282,6 +293,10 @@ void LiveSession::Step() {
 
 void LiveSession::FastForward(bool fast) {
     thread_->Order([=](Orders& orders) { orders.fast = fast; });
+}
+
+void LiveSession::Mute(bool muted) {
+    thread_->Order([=](Orders& orders) { orders.silent = muted; });
 }
 
 void LiveSession::Reset() {

@@ -52,6 +52,7 @@ class LiveSession {
     void Pause(bool paused);
     void Step();                  // one frame while it pauses
     void FastForward(bool fast);  // as fast as it goes; pictures come at the usual pace
+    void Mute(bool muted);        // a session with sound; at first it is heard
     void Reset();
     void Power();
     // Another ROM in the place of this one. The watcher keeps what it shows until the new one has

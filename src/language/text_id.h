@@ -928,6 +928,47 @@ enum class TextId {
     kHelpDither,
     kHelpImportReport,
     kHelpPicture,
+
+    // A game or a cart that is played in the window.
+    kPlayGameEntry = 11270,
+    kPlayCartEntry,
+    kPlayTitle,
+    kPlayMenu,
+    kPlayPauseEntry,
+    kPlayStepEntry,
+    kPlayFastEntry,
+    kPlayResetEntry,
+    kPlayPowerEntry,
+    kPlayPictureEntry,
+    kPlayKeysEntry,
+    kPlaySoundEntry,
+    kPlaySizeMenu,
+    kPlayNoEmulator,
+    kPlayNotStarted,
+    kPlayRefused,
+    kPlayEnded,
+    kPlayAgain,
+    kPlayStarting,
+    kPlayPaused,
+    kPlayPausedBehind,
+    kPlayFast,
+    kPlayNoCart,
+    kPlayNoFile,
+    kPlayPictureFile,
+    kKeysTitle,
+    kKeysHint,
+    kKeysPressNow,
+    kKeysDefaults,
+    kPadTitle,
+
+    // The command that plays.
+    kHelpPlay = 12560,
+    kHelpPlayInput,
+    kPlayNoImage,
+    kPlayNoWindowProgram,
+
+    // Carts that are read back.
+    kNoCart = 12580,
 };
 
 }  // namespace bw

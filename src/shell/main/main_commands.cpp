@@ -169,6 +169,8 @@ struct CMainDialog::Commands {
         {kCommandBuildCoolgirl,
          [](Parts& parts) { parts.build.BuildCoolgirl(parts.files.Name()); }},
         {kCommandExportInfo, [](Parts& parts) { parts.build.Export(); }},
+        {kCommandPlayGame, [](Parts& parts) { parts.play.PlayGame(); }},
+        {kCommandPlayCart, [](Parts& parts) { parts.play.PlayCart(parts.build.Built()); }},
         {kCommandExportSettings, ExportSettings},
         {kCommandExternMenuConfig, ExternMenuConfig},
         {kCommandMenuDesign, [](Parts& parts) { parts.designs.Design(); }},

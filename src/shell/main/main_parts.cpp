@@ -40,6 +40,7 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
       find(*this),
       build(*this),
       designs(*this, design, owner),
+      play(*this, owner),
       drop(owner),
       updates(*this, owner, menu, given,
               {.mayInterrupt = [this] { return MayInterrupt(); },

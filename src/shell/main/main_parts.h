@@ -14,6 +14,7 @@
 #include "shell/main/design_commands.h"
 #include "shell/main/main_dialog.h"
 #include "shell/main/menu_settings.h"
+#include "shell/main/play_commands.h"
 #include "shell/main/qt_texts.h"
 #include "shell/main/row_menu.h"
 #include "shell/main/status_line.h"
@@ -90,6 +91,7 @@ class CMainDialog::Parts final : public ListHost {
     FindCommands find;
     BuildCommands build;
     DesignCommands designs;
+    PlayCommands play;
     FileDrop drop;
     UpdateCommands updates;
     QTimer spaceTimer;
