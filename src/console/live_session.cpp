@@ -31,6 +31,7 @@ constexpr milliseconds kLastPatience{500};
 struct LoadOrder {
     std::filesystem::path rom;
     LiveSession::Prepare prepare;
+    LiveSession::Prepare leave{};
 };
 
 // What the session is to do; the owner writes it, the thread takes it.
@@ -201,8 +202,10 @@ ConsoleResult<> LiveSession::Thread::SwitchOn(const LoadOrder& order) {
                                         .stop = giveUp_.get_token()});
         if (!started) return started.Problem();
         console_ = std::move(*started);
-    } else if (auto loaded = console_->Load(order.rom); !loaded) {
-        return loaded;
+    } else {
+        ConsoleResult<> done = order.leave ? order.leave(*console_) : ConsoleResult<>();
+        if (done) done = console_->Load(order.rom);
+        if (!done) return done;
     }
     return order.prepare ? order.prepare(*console_) : ConsoleResult<>();
 }
@@ -304,9 +307,9 @@ void LiveSession::Power() {
     thread_->Order([](Orders& orders) { orders.power = true; });
 }
 
-void LiveSession::Load(std::filesystem::path rom, Prepare prepare) {
+void LiveSession::Load(std::filesystem::path rom, Prepare prepare, Prepare leave) {
     thread_->Order([&](Orders& orders) {
-        orders.load = LoadOrder{std::move(rom), std::move(prepare)};
+        orders.load = LoadOrder{std::move(rom), std::move(prepare), std::move(leave)};
     });
 }
 

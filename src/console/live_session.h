@@ -57,8 +57,9 @@ class LiveSession {
     void Power();
     // Another ROM in the place of this one. The watcher keeps what it shows until the new one has
     // been prepared; one frame of that is shown even while it pauses. A Load that comes before the
-    // last one is done takes its place.
-    void Load(std::filesystem::path rom, Prepare prepare = {});
+    // last one is done takes its place. `leave` is called with the console as it was before, if
+    // there is one.
+    void Load(std::filesystem::path rom, Prepare prepare = {}, Prepare leave = {});
 
     struct Figures {
         uint64_t frames = 0;  // shown

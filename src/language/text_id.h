@@ -712,6 +712,21 @@ enum class TextId {
     kSampleLoom,
     kSampleLoomHint,
 
+    // The designer's preview of the menu.
+    kPreviewTitle = 11730,
+    kPreviewScreen,
+    kPreviewHint,
+    kPreviewFocusHint,
+    kPreviewStarts,
+    kPreviewOld,
+    kPreviewRefused,
+    kPreviewNoGames,
+    kPreviewNoConsole,
+    kPreviewConsoleGone,
+    kPreviewExternMenu,
+    kPreviewSwitchedOff,
+    kPreviewMadeUp,
+
     // The designer's window.
     kGlyphUp = 11800,
     kGlyphDown,

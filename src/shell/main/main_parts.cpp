@@ -121,6 +121,7 @@ void CMainDialog::Parts::ShowList() {
     menu.EnableMenuItem(kCommandUndo, editor.CanUndo());
     menu.EnableMenuItem(kCommandRedo, editor.CanRedo());
     SpaceChanged();
+    designs.ListChanged();
 }
 
 void CMainDialog::Parts::ShowBoard() {
