@@ -38,7 +38,8 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
           [this](std::u16string_view reason) { Tell(reason); }),
       files(*this),
       find(*this),
-      build(*this),
+      build(*this, [this] { check.FollowBuild(ChecksBuilds()); }),
+      check(*this, build, view, menu, owner, given.check),
       designs(*this, design, owner),
       drop(owner),
       updates(*this, owner, menu, given,
@@ -131,6 +132,11 @@ void CMainDialog::Parts::ShowBoard() {
         kCommandBuildCoolboy,
         QtText(mindkids ? TextId::kBuildMindkidsEntry : TextId::kBuildCoolboyEntry, language));
     buttons.SetLanguage(language, menu, board);
+    check.FollowBoard();
+}
+
+bool CMainDialog::Parts::ChecksBuilds() const {
+    return !closing && menu.GetMenuState(kCommandCheckAfterBuild);
 }
 
 void CMainDialog::Parts::ShowSpace() {
