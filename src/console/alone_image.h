@@ -8,8 +8,10 @@
 
 namespace bw {
 
-// Writes a plain iNES image (NES 2.0 where the sizes need it) with the bytes that the tables name.
-// Streams; a place beyond the file's end reads as 0xFF.
+// Writes a plain iNES image with the bytes that the tables name: any size that they can tell fits
+// its header. Streams; a place beyond the ROM's end reads as 0xFF. The PRG of a small game comes
+// several times over where the board can't show less (128 KB on COOLBOY and MINDKIDS), which the
+// game doesn't see.
 FileResult<> WriteAloneImage(const std::filesystem::path& cart, const CartTables& tables,
                              const CartGame& game, const std::filesystem::path& image);
 

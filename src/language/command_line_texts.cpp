@@ -178,6 +178,10 @@ constexpr TextRow kRows[] = {
      u"Write tiles, cells that lost colours and mean error as JSON; - is standard output",
      u"以 JSON 写出图块数、丢失颜色的格数和平均误差；- 为标准输出"},
     {kHelpPicture, u"The picture (.png)", u"图片 (.png)"},
+    // Carts that are read back.
+    {kNoCart,
+     u"%s isn't a cart of Bankweaver: it has no menu with a list of games that this program knows",
+     u"%s 不是 Bankweaver 制作的合卡：其中没有本程序认识的游戏菜单"},
 };
 // clang-format on
 

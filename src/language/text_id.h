@@ -945,6 +945,9 @@ enum class TextId {
     kNoCartTables,
     kNothingFoundYet,
     kCheckNoCart,
+
+    // Carts that are read back.
+    kNoCart = 12580,
 };
 
 }  // namespace bw

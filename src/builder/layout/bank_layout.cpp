@@ -165,12 +165,6 @@ class Allocator {
     std::unordered_map<uint32_t, std::vector<size_t>> byChrCrc_;
 };
 
-uint32_t MenuOffset(const MulticartItem& menu, BoardType board) {
-    uint32_t top = board == BoardType::kCoolgirl ? menu.prgUnits : kHoleEndUnits;
-    top = std::max(top, menu.prgUnits);
-    return (top - menu.prgUnits) * kPrgUnit;
-}
-
 uint32_t SumOfDistinct(const std::vector<MulticartItem>& items, uint32_t MulticartItem::*crc,
                        uint32_t MulticartItem::*span) {
     std::unordered_map<uint32_t, uint32_t> spans;
@@ -203,6 +197,11 @@ struct Extent {
 
 }  // namespace
 
+uint32_t MenuOffset(uint32_t prgUnits, BoardType board) {
+    const uint32_t top = board == BoardType::kCoolgirl ? prgUnits : kHoleEndUnits;
+    return (std::max(top, prgUnits) - prgUnits) * kPrgUnit;
+}
+
 void RoundChrUnits(std::span<MulticartItem> items) {
     for (MulticartItem& item : items) {
         for (const uint32_t size : {0u, 1u, 2u, 4u, 8u, 16u, 32u}) {
@@ -224,7 +223,7 @@ LayoutResult Allocate(MulticartItem menu, std::vector<MulticartItem> games, Boar
     LayoutResult result;
     if (menu.prgUnits == 0) return result;
     menu.isMenu = 1;
-    menu.prgOffset = MenuOffset(menu, board);
+    menu.prgOffset = MenuOffset(menu.prgUnits, board);
     menu.prgPlaced = true;
     const uint64_t menuEnd = uint64_t{menu.prgOffset} + menu.prgSpan;
     const uint32_t holeLength = menu.prgUnits < kHoleEndUnits ? menu.prgOffset : 0;

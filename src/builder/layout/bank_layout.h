@@ -37,6 +37,9 @@ void RoundChrUnits(std::span<MulticartItem> items);
 // units get 8.
 void ApplyPrgMinimum(std::span<MulticartItem> items);
 
+// Where the board starts a menu of this many 16 KB units; bytes.
+uint32_t MenuOffset(uint32_t prgUnits, BoardType board);
+
 // Lays out whatever it gets; the limits of the boards are the caller's to test. A menu without PRG
 // gives an empty result.
 LayoutResult Allocate(MulticartItem menu, std::vector<MulticartItem> games, BoardType board);

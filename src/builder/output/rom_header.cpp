@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "rom/board_mapper.h"
 #include "support/numbers.h"
 
 namespace bw {
@@ -11,22 +12,6 @@ constexpr uint32_t kPlainFormLimit = 62898176;  // bytes; 0xEFF units of 16 KB
 constexpr uint32_t kUnifVersion = 5;
 constexpr size_t kUnifHeaderSize = 32;
 constexpr uint8_t kMirroringByMapper = 5;
-
-struct BoardMapper {
-    uint32_t mapper;
-    uint8_t submapper;
-};
-
-BoardMapper MapperOf(BoardType board) {
-    switch (board) {
-        case BoardType::kMindkids:
-            return {268, 1};
-        case BoardType::kCoolgirl:
-            return {342, 0};
-        default:
-            return {268, 0};
-    }
-}
 
 void AppendLittleEndian(std::vector<uint8_t>& bytes, uint32_t value) {
     for (int shift = 0; shift < 32; shift += 8) {

@@ -1,5 +1,8 @@
 #include "builder/tables/board_registers.h"
 
+#include <span>
+
+#include "builder/layout/bank_layout.h"
 #include "rom/board_tables.h"
 
 namespace bw {
@@ -21,6 +24,36 @@ void SetAddressAndMask(std::array<uint8_t, 8>& registers, uint32_t offset, uint8
     registers[1] =
         Byte(Bits(mask, 1, 1) << 7 | (Bits(mask, 2, 2) ^ 1) << 6 | (Bits(mask, 3, 3) ^ 1) << 5 |
              Bits(offset, 20, 20) << 4 | Bits(offset, 22, 22) << 3 | Bits(offset, 21, 21) << 2);
+}
+
+// The same bits, moved up to bit `to`.
+constexpr uint32_t Field(uint32_t value, int high, int low, int to) {
+    return static_cast<uint32_t>(Bits(value, high, low)) << to;
+}
+
+uint32_t AddressOf(const std::array<uint8_t, 8>& registers) {
+    return Field(registers[0], 5, 4, 23) | Field(registers[1], 3, 3, 22) |
+           Field(registers[1], 2, 2, 21) | Field(registers[1], 4, 4, 20) |
+           Field(registers[0], 2, 0, 17);
+}
+
+uint32_t MaskOf(const std::array<uint8_t, 8>& registers) {
+    const uint32_t inverted = 0x0C;
+    return (Field(registers[1], 5, 5, 3) | Field(registers[1], 6, 6, 2) |
+            Field(registers[1], 7, 7, 1) | Field(registers[0], 6, 6, 0)) ^
+           inverted;
+}
+
+// The counts of the record as the builder has rounded them.
+void RoundUnits(MulticartItem& item) {
+    item.SetChrUnits(item.chrCount);
+    RoundChrUnits(std::span(&item, 1));
+}
+
+bool HasSizesOfItsMapper(const MulticartItem& item) {
+    const MapperCapability* row = FindMapperCapability(item.mapper);
+    return row != nullptr && row->prgSizes.contains(item.prgUnits) &&
+           row->chrSizes.contains(item.chrUnits);
 }
 
 // An NROM game sees 16 or 32 KB, switched by register 3 instead of the MMC3's banks.
@@ -78,6 +111,31 @@ BoardRegisters CoolgirlRegisters(const MulticartItem& item) {
              (item.mirroring == 0 ? 0x08 : 0) | (chrRam ? 0x02 : 0) | 0x01),
     };
     return registers;
+}
+
+std::optional<MulticartItem> ItemOfCoolboyRegisters(const BoardRegisters& registers,
+                                                    MulticartItem known) {
+    const auto& [chr, prg] = registers;
+    const bool nrom = (prg[3] & 0x10) != 0;
+    known.mapper = nrom ? 0 : 4;
+    known.prgOffset = AddressOf(prg) | Field(prg[3], 3, 1, 14);
+    known.SetPrgUnits(nrom ? 1u + Bits(prg[1], 1, 1) : (16 - MaskOf(prg)) * 8);
+    known.chrOffset = AddressOf(chr) | Field(chr[3], 3, 0, 13);
+    RoundUnits(known);
+    if (!HasSizesOfItsMapper(known) || CoolboyRegisters(known) != registers) return std::nullopt;
+    return known;
+}
+
+std::optional<MulticartItem> ItemOfCoolgirlRegisters(const BoardRegisters& registers,
+                                                     MulticartItem known) {
+    const auto& prg = registers.prg;
+    known.prgOffset = Field(prg[0], 7, 0, 22) | Field(prg[1], 7, 0, 14);
+    known.SetPrgUnits(128u - (prg[2] & 0x7F));
+    RoundUnits(known);
+    for (known.mapper = 0; known.mapper < 256; ++known.mapper) {
+        if (HasSizesOfItsMapper(known) && CoolgirlRegisters(known) == registers) return known;
+    }
+    return std::nullopt;
 }
 
 }  // namespace bw

@@ -11,6 +11,7 @@
 
 #include "builder/input/rom_format.h"
 #include "builder/tables/board_registers.h"
+#include "language/language.h"
 #include "rom/board_tables.h"
 #include "support/file_problem.h"
 
@@ -40,14 +41,22 @@ struct CartTables {
     uint64_t romStart = 0;    // offset of the ROM in the file
     uint64_t romBytes = 0;    // that the file has of it
     uint32_t menuOffset = 0;  // bytes from the ROM's start
-    uint32_t menuUnits = 0;   // 16 KB
+    // 16 KB; of a menu of somebody's own, the least that takes in its tables.
+    uint32_t menuUnits = 0;
     // The program is this version's own: what menu_places.h knows of it holds.
     bool ownProgram = false;
-    std::vector<CartGame> games;
+    std::vector<CartGame> games{};
 };
 
-// kWrongKind for a file that is no cart. The tables alone are held in memory.
+// kWrongKind for a file that is no cart. The tables alone are held in memory. The menu must be
+// there as a whole; a game may lie behind the end of a file that was cut short, in part or as a
+// whole: 0xFF stands for what is missing. What lies behind the ROM in the file isn't looked at. A
+// bare ROM is of the board whose registers its menu writes to; with a menu of somebody's own, which
+// doesn't tell COOLBOY from MINDKIDS, it counts as COOLBOY's.
 FileResult<CartTables> ReadCart(const std::filesystem::path& file);
+
+// The words for a file that ReadCart doesn't take, the file's path among them.
+std::u16string NoCartText(const FileProblem& problem, Language language);
 
 // The registers' addresses on the board: the first of them; they repeat up to the end of its 4 KB.
 uint16_t FirstRegister(BoardType board);

@@ -66,6 +66,20 @@ std::optional<std::string> ReadPixels(png_image& image, uint8_t leastAlpha, Pict
     return std::nullopt;
 }
 
+// `pixels` and `colours` as the picture's format has them. Empty if there is no memory.
+std::vector<uint8_t> Encode(png_image& image, const void* pixels, const void* colours) {
+    png_alloc_size_t size = 0;
+    std::vector<uint8_t> bytes;
+    for (int pass = 0; pass < 2; ++pass) {  // the first only asks for the size
+        bytes.resize(size);
+        if (png_image_write_to_memory(&image, pass == 0 ? nullptr : bytes.data(), &size, 0, pixels,
+                                      0, colours) == 0) {
+            return {};
+        }
+    }
+    return bytes;
+}
+
 }  // namespace
 
 std::optional<std::string> DecodePng(std::span<const uint8_t> bytes, uint32_t width,
@@ -135,16 +149,16 @@ std::vector<uint8_t> EncodePng(uint32_t width, uint32_t height, std::span<const 
         for (const int shift : {16, 8, 0})
             colours.push_back(static_cast<uint8_t>(colour >> shift));
     }
-    png_alloc_size_t size = 0;
-    std::vector<uint8_t> bytes;
-    for (int pass = 0; pass < 2; ++pass) {  // the first only asks for the size
-        bytes.resize(size);
-        if (png_image_write_to_memory(&image.value, pass == 0 ? nullptr : bytes.data(), &size, 0,
-                                      indices.data(), 0, colours.data()) == 0) {
-            return {};
-        }
-    }
-    return bytes;
+    return Encode(image.value, indices.data(), colours.data());
+}
+
+std::vector<uint8_t> EncodePng(uint32_t width, uint32_t height, std::span<const uint8_t> samples) {
+    Image image;
+    image.value.width = width;
+    image.value.height = height;
+    image.value.format = PNG_FORMAT_RGB;
+    image.value.flags = PNG_IMAGE_FLAG_FAST;
+    return Encode(image.value, samples.data(), nullptr);
 }
 
 }  // namespace bw

@@ -52,5 +52,7 @@ std::optional<PictureFault> DecodeAnyPng(std::span<const uint8_t> bytes, uint32_
 // same bytes. Empty if there is no memory.
 std::vector<uint8_t> EncodePng(uint32_t width, uint32_t height, std::span<const uint32_t> palette,
                                std::span<const uint8_t> indices);
+// A picture of any colours: `samples` has red, green and blue of each pixel.
+std::vector<uint8_t> EncodePng(uint32_t width, uint32_t height, std::span<const uint8_t> samples);
 
 }  // namespace bw
