@@ -227,8 +227,9 @@ void CheckCommands::Run(const std::shared_ptr<Job>& job, TaskControl& control) {
     job->subject.tables = *tables;
     control.Queue().Post([this, job] { Begin(*job); });
     Watch watch(*this, job, control);
-    job->outcome = services_.checkCart(*job->emulator, job->subject, {.language = job->language},
-                                       watch, job->stop.get_token());
+    job->outcome = services_.checkCart(*job->emulator, job->subject,
+                                       {.language = job->language, .keepPictures = false}, watch,
+                                       job->stop.get_token());
 }
 
 void CheckCommands::Begin(Job& job) {
