@@ -923,10 +923,10 @@ enum class TextId {
     kCheckTitle,
     kCheckStarts,
     kCheckingGame,
-    kTimeLeft,
+    kCheckTimeLeft,
     kCheckRunning,
     kCheckDone,
-    kCheckStopped,
+    kCheckEndedEarly,
     kCheckErrors,
     kCheckNotes,
     kCheckAgain,
@@ -935,7 +935,7 @@ enum class TextId {
     kSaveSheet,
     kPngPictures,
     kSheetSaved,
-    kGameUnchecked,
+    kGameNotCheckedYet,
     kGameWithoutFindings,
     kGameWithError,
     kGameWithNote,
@@ -945,7 +945,6 @@ enum class TextId {
     kNoCartTables,
     kNothingFoundYet,
     kCheckNoCart,
-
 
     // The check of a cart.
     kHelpCheckCart = 12500,

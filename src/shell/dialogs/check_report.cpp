@@ -51,7 +51,7 @@ QString FindingLines(const std::vector<CheckFinding>& findings, Language languag
 }
 
 QString GameText(const ReportGame& one, Language language) {
-    if (!one.done) return QtText(TextId::kGameUnchecked, language);
+    if (!one.done) return QtText(TextId::kGameNotCheckedYet, language);
     if (!one.game.notRun.empty()) return ToQt(one.game.notRun);
     if (one.game.findings.empty()) return QtText(TextId::kGameWithoutFindings, language);
     return FindingLines(one.game.findings, language);
@@ -77,9 +77,9 @@ std::u16string StateLine(const CheckReport& report, Language language) {
     if (report.state == kNone) return {};
     std::u16string line = part(report.state == kRunning ? TextId::kCheckRunning
                                : report.state == kDone  ? TextId::kCheckDone
-                                                        : TextId::kCheckStopped,
+                                                        : TextId::kCheckEndedEarly,
                                report.done, report.games.size());
-    if (report.left) line += part(TextId::kTimeLeft, TimeText(*report.left));
+    if (report.left) line += part(TextId::kCheckTimeLeft, TimeText(*report.left));
     line += part(TextId::kCheckErrors, report.Count(FindingSeverity::kError));
     line += part(TextId::kCheckNotes, report.Count(FindingSeverity::kNote));
     if (!report.problem.empty()) line += u". " + report.problem;

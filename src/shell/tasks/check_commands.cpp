@@ -86,7 +86,7 @@ class CheckCommands::Watch final : public CheckListener {
         const auto left = TimeLeft(Clock::now() - start_, done, total);
         std::u16string what =
             FormatText(LoadText(TextId::kCheckingGame, job_->language), game.name);
-        if (left) what += FormatText(LoadText(TextId::kTimeLeft, job_->language), TimeText(*left));
+        if (left) what += FormatText(LoadText(TextId::kCheckTimeLeft, job_->language), TimeText(*left));
         control_.Progress({std::move(what), done, total});
         // A picture is a quarter of a megabyte: it is packed here, on this thread.
         auto one =
