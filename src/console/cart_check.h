@@ -31,6 +31,8 @@ struct CheckOptions {
     uint32_t jobs = 0;             // emulators at a time; 0: one for each processor
     uint32_t frames = 300;         // that each game is watched for, from 1 on
     std::vector<uint32_t> only{};  // indices; empty: all
+    // Off: only the listener sees the pictures, which take 240 KB each, and the outcome has none.
+    bool keepPictures = true;
     Language language = Language::kEnglish;
 };
 

@@ -51,7 +51,7 @@ struct ConsoleOrder {
     PadStates pads{};     // held all the time
     // Ends with the frame in which the processor executes this address.
     std::optional<uint16_t> untilExecuted{};
-    // Writes to these are counted.
+    // Writes to these are counted, with untilExecuted those after it.
     std::vector<AddressRange> watched{};
     bool codes = false;    // wanted: ConsoleRun::codes
     bool picture = false;  // wanted: ConsoleRun::picture
@@ -117,7 +117,8 @@ struct ConsoleStart {
     std::stop_token stop{};
 };
 
-// A running console with a ROM in it. Memory is zeros at power-on, so that runs repeat each other.
+// A running console with a ROM in it. Memory is zeros at power-on and all colours are black, so that
+// runs repeat each other.
 // For one thread: the one that started it, which must outlive it. After a problem
 // the emulator is gone, and every further order gives that problem again.
 // No processor time passes between orders but for a watch of the emulator's own (some 2 %); none at

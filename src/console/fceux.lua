@@ -93,7 +93,10 @@ function Orders.run(frames, pad1, pad2, target, codes, picture, silent, ...)
     local reached, jammed = false, nil
     if target ~= "-" then
         target = tonumber(target)
-        memory.registerexec(target, 1, function() reached = true end)
+        memory.registerexec(target, 1, function()
+            reached = true
+            for _, seen in ipairs(watched) do seen.count = 0 end
+        end)
     end
     for i, range in ipairs(ranges) do
         local first, last = range:match("(%d+)-(%d+)")
@@ -151,7 +154,14 @@ function Orders.restore()
     return ""
 end
 
+-- Black colours from the first moment on, as the menu leaves them to a game.
 local function begin()
+    local function send(register, ...)
+        for _, value in ipairs({...}) do memory.writebyte(register, value) end
+    end
+    send(0x2006, 0x3F, 0x00)
+    for _ = 1, 32 do send(0x2007, 0x0F) end
+    send(0x2006, 0x00, 0x00)
     for _ = 1, STARTING_FRAMES do emu.frameadvance() end
     return ""
 end

@@ -168,6 +168,8 @@ struct CMainDialog::Commands {
         {kCommandBuildCoolboy, [](Parts& parts) { parts.build.BuildCoolboy(parts.files.Name()); }},
         {kCommandBuildCoolgirl,
          [](Parts& parts) { parts.build.BuildCoolgirl(parts.files.Name()); }},
+        {kCommandCheckCart, [](Parts& parts) { parts.check.Check(); }},
+        {kCommandShowCheck, [](Parts& parts) { parts.check.Show(); }},
         {kCommandExportInfo, [](Parts& parts) { parts.build.Export(); }},
         {kCommandPlayGame, [](Parts& parts) { parts.play.PlayGame(); }},
         {kCommandPlayCart, [](Parts& parts) { parts.play.PlayCart(parts.build.Built()); }},

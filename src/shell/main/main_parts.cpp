@@ -38,7 +38,8 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
           [this](std::u16string_view reason) { Tell(reason); }),
       files(*this),
       find(*this),
-      build(*this),
+      build(*this, [this] { check.FollowBuild(ChecksBuilds()); }),
+      check(*this, build, view, menu, owner, given.check),
       designs(*this, design, owner),
       play(*this, owner),
       drop(owner),
@@ -133,6 +134,11 @@ void CMainDialog::Parts::ShowBoard() {
         kCommandBuildCoolboy,
         QtText(mindkids ? TextId::kBuildMindkidsEntry : TextId::kBuildCoolboyEntry, language));
     buttons.SetLanguage(language, menu, board);
+    check.FollowBoard();
+}
+
+bool CMainDialog::Parts::ChecksBuilds() const {
+    return !closing && menu.GetMenuState(kCommandCheckAfterBuild);
 }
 
 void CMainDialog::Parts::ShowSpace() {

@@ -1,0 +1,28 @@
+// A folder of this process's own for files that nobody keeps.
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+#include "support/files.h"
+
+namespace bw {
+
+// Goes with all that it holds. What a killed process has left, RemoveAbandonedWorkFolders removes.
+class ScratchFolder {
+  public:
+    // `label` is part of its name; several of one label don't meet.
+    explicit ScratchFolder(std::string_view label);
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+    ~ScratchFolder();
+
+    // Empty where no folder could be made.
+    const std::filesystem::path& Path() const { return path_; }
+
+  private:
+    std::filesystem::path path_;
+    FileLock lock_;
+};
+
+}  // namespace bw
