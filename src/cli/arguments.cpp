@@ -6,6 +6,7 @@
 
 #include <fmt/printf.h>
 
+#include "cli/check_arguments.h"
 #include "cli/command_options.h"
 #include "cli/design_arguments.h"
 #include "cli/inputs.h"
@@ -81,18 +82,18 @@ RomFormat FormatOf(const std::string& name, const std::filesystem::path& output)
 
 // A command on games: what all of them have.
 CommandOptions AddGameCommand(const CommandOptions& program, const std::string& name, TextId help,
-                              Command command, Arguments& arguments) {
+                              TextId inputHelp, Command command, Arguments& arguments) {
     const CommandOptions added = program.Add(name, help);
     added.Command().callback([&arguments, command] { arguments.command = command; });
     added.Flag("-q,--quiet", arguments.quiet, TextId::kHelpQuiet);
     added.Flag("-v,--verbose", arguments.verbose, TextId::kHelpVerbose);
-    added.Inputs(arguments.inputs, TextId::kHelpInput)->required();
+    added.Inputs(arguments.inputs, inputHelp)->required();
     return added;
 }
 
 void AddGameCommands(const CommandOptions& program, MenuOptions& menu, Arguments& arguments) {
     const auto add = [&](const std::string& name, TextId help, Command command) {
-        return AddGameCommand(program, name, help, command, arguments);
+        return AddGameCommand(program, name, help, TextId::kHelpInput, command, arguments);
     };
     const CommandOptions info = add("info", TextId::kHelpInfo, Command::kInfo);
     info.Flag("--json", arguments.json, TextId::kHelpJson);
@@ -108,6 +109,15 @@ void AddGameCommands(const CommandOptions& program, MenuOptions& menu, Arguments
     const CommandOptions exporting = add("export", TextId::kHelpExport, Command::kExport);
     exporting.Path("-d,--directory", arguments.folder, TextId::kHelpFolder, "FOLDER")->required();
     AddMenuOptions(exporting, menu, arguments);
+
+    const CommandOptions check =
+        AddGameCommand(program, "check", TextId::kHelpCheckCart, TextId::kHelpCheckedInput,
+                       Command::kCheck, arguments);
+    AddCartCheckOptions(check, arguments);
+    AddBuildingOptions(check, arguments.checking.building, [&] {
+        check.Choice("--format", menu.format, {"nes", "unf"}, TextId::kHelpFormat);
+        AddMenuOptions(check, menu, arguments);
+    });
 
     const CommandOptions list = add("list", TextId::kHelpListCommand, Command::kList);
     list.Flag("--json", arguments.json, TextId::kHelpJson);

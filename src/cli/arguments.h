@@ -17,6 +17,7 @@ enum class Command {
     kBuild,
     kExport,
     kList,
+    kCheck,
     kDesignPack,
     kDesignUnpack,
     kDesignRender,
@@ -33,10 +34,19 @@ struct PartFile {
     std::filesystem::path file;
 };
 
+// Of the command "check".
+struct CheckArguments {
+    uint32_t jobs = 0;             // emulators at a time; 0: one for each processor
+    uint32_t frames = 300;         // that each game is watched for
+    std::vector<uint32_t> only{};  // games in the menu, from 0; empty: all
+    std::filesystem::path sheet{};
+    std::string building{};  // the first option that was given and says how to build; or empty
+};
+
 struct Arguments {
     Command command = Command::kInfo;
     std::vector<std::filesystem::path> inputs;  // images, list files, folders; in menu order
-    bool json = false;                          // info, list, design info, design check
+    bool json = false;                          // info, list, check, design info, design check
     bool quiet = false;                         // say nothing but errors and warnings
     bool verbose = false;                       // say what is done
     bool strict = false;                        // build, export: warnings end it
@@ -55,6 +65,7 @@ struct Arguments {
     std::filesystem::path report;                   // empty: none; "-": standard output
     std::vector<PartFile> loads;                    // design convert, in this order; then the saves
     std::vector<PartFile> saves;
+    CheckArguments checking;
     // design import-picture
     std::filesystem::path picture;
     ImportOptions importing;

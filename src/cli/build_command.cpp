@@ -1,93 +1,17 @@
 #include "cli/build_command.h"
 
-#include <memory>
-
 #include "builder/build_driver.h"
 #include "builder/build_words.h"
-#include "builder/layout/build_checks.h"
 #include "builder/resources.h"
-#include "builder/tables/design_compile.h"
-#include "cli/game_command.h"
+#include "cli/making_command.h"
 #include "cli/report.h"
-#include "cli/unsupported_games.h"
 #include "cli/written_files.h"
-#include "designer/files/design_file.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/text.h"
 
 namespace bw {
 namespace {
-
-// What a build and an export have in common.
-class MakingCommand : protected GameCommand {
-  protected:
-    MakingCommand(const Arguments& arguments, const std::filesystem::path& output)
-        : GameCommand(arguments, output) {
-        if (!arguments.skipUnsupported) return;
-        for (const std::u16string& line :
-             UncheckUnsupported(gathered_.games, arguments.board, language_)) {
-            user_.Note(line);
-        }
-    }
-
-    // What the designer's window does with a file: open with the defaults, load, close.
-    bool LoadScreen() {
-        if (arguments_.design.empty()) return true;
-        DesignDocument document;
-        LoadDesignData(document.store, *store_, DefaultTileSet());
-        document.store.CaptionText = MulticartTitle(CountChecked(Games()));
-        const std::filesystem::path file = FromCurrentFolder(arguments_.design);
-        if (const DesignProblem problem = OpenDesign(file, document, language_)) {
-            user_.Error(FullText(*problem));
-            return false;
-        }
-        StoreDesign(document, *store_);
-        design_ = document.store;
-        std::optional<Diagnostic> misplaced =
-            CheckScreenPlaces(arguments_.settings, design_, CountChecked(Games()), language_);
-        if (misplaced) {
-            misplaced->place.file = VisibleText(PathText(file));
-            user_.Error(FullText(*misplaced));
-            return false;
-        }
-        TellWhatLooksDifferent(document);
-        return !user_.Refused();
-    }
-
-    BuildContext Context() {
-        return {Games(),      arguments_.settings, *store_,          design_, user_,
-                WorkFolder(), arguments_.keepWork, arguments_.dryRun};
-    }
-
-    // What to do about games that the board can't run, if it is those that were refused.
-    void TellWayOut() {
-        const std::u16string text = WayOut(Games(), arguments_.board, language_);
-        if (!text.empty() && !user_.Cancelled()) user_.Note(text);
-    }
-
-  private:
-    // What the console shows otherwise than a designer may expect.
-    void TellWhatLooksDifferent(const DesignDocument& document) {
-        std::vector<Pos> places{document.CaptionPos, document.ItemPos};
-        if (arguments_.settings.PageNumber) places.push_back(document.PageNumberPos);
-        for (const Pos& place : places) {
-            const Pos shown = ConsoleCell(place);
-            if (shown != place) {
-                user_.Warn(FormatText(Text(TextId::kPlaceShownElsewhere), place.X, place.Y, shown.X,
-                                      shown.Y));
-            }
-        }
-        const size_t shown = SpritesShown(document.BigCursor != 0);
-        if (document.store.SpriteTileList.size() > shown) {
-            user_.Warn(FormatText(Text(TextId::kSpritesLeftOut),
-                                  document.store.SpriteTileList.size(), shown));
-        }
-    }
-
-    DesignStore design_;
-    std::unique_ptr<SettingsStore> store_ = MakeMemoryStore();
-};
 
 class RomCommand : MakingCommand {
   public:
@@ -113,14 +37,6 @@ class RomCommand : MakingCommand {
     }
 
   private:
-    bool UsesAllOptions() {
-        const BuildSettings& settings = arguments_.settings;
-        const bool unused = arguments_.board == BoardType::kCoolgirl &&
-                            settings.MenuSize != BuildSettings().MenuSize &&
-                            !settings.ExternMenuEnable;
-        return !unused || user_.Warn(Text(TextId::kMenuSizeUnused));
-    }
-
     // What was made, or would be.
     bool Tell(const BuildOutcome& outcome) {
         if (!arguments_.dryRun) {

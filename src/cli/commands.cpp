@@ -1,6 +1,7 @@
 #include "cli/commands.h"
 
 #include "cli/build_command.h"
+#include "cli/check_command.h"
 #include "cli/design_checking.h"
 #include "cli/design_commands.h"
 #include "cli/design_convert.h"
@@ -21,6 +22,8 @@ int Execute(const Arguments& arguments) {
             return Build(arguments);
         case Command::kExport:
             return ExportTables(arguments);
+        case Command::kCheck:
+            return Check(arguments);
         case Command::kDesignPack:
             return PackDesignFolder(arguments);
         case Command::kDesignUnpack:

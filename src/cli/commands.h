@@ -5,8 +5,8 @@
 
 namespace bw {
 
-// The program's exit code: 0 done, 1 refused or failed. Data goes to standard output, everything
-// else to standard error.
+// The program's exit code: 0 done, 1 refused or failed; 2 and 3 see check_command.h. Data goes to
+// standard output, everything else to standard error.
 int Execute(const Arguments& arguments);
 
 }  // namespace bw

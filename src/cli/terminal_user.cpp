@@ -84,13 +84,16 @@ void TerminalUser::ShowInFileManager(const std::filesystem::path&) {}
 
 void TerminalUser::Progress(BuildStage stage, size_t done, size_t total, std::u16string_view what) {
     if (std::exchange(stage_, stage) != stage) Detail(StageText(stage, language_));
+    constexpr size_t kNameLength = 40;  // keeps the line inside 80 columns
+    Progress(FormatText(u"%s %d/%d %s", StageText(stage, language_), done, total,
+                        VisibleText(what.substr(0, kNameLength))));
+}
+
+void TerminalUser::Progress(std::u16string_view line) {
     if (!terminal_ || Clock::now() < nextProgress_) return;
     nextProgress_ = Clock::now() + kProgressPause;
     progressShown_ = true;
-    constexpr size_t kNameLength = 40;  // keeps the line inside 80 columns
-    const std::string line = ToUtf8(FormatText(u"%s %d/%d %s", StageText(stage, language_), done,
-                                               total, VisibleText(what.substr(0, kNameLength))));
-    std::fprintf(stderr, "\r\x1B[K%s", line.c_str());
+    std::fprintf(stderr, "\r\x1B[K%s", ToUtf8(line).c_str());
     std::fflush(stderr);
 }
 

@@ -41,6 +41,8 @@ class TerminalUser : public BuildUser {
     void ShowInFileManager(const std::filesystem::path& path) override;
     // A line that is written over, on a terminal and for work that takes long enough to wonder.
     void Progress(BuildStage stage, size_t done, size_t total, std::u16string_view what) override;
+    // The same with words of the command's own.
+    void Progress(std::u16string_view line);
     bool Cancelled() const override;
     void Diagnostic(std::string_view line) override;
 

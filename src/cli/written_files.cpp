@@ -41,6 +41,12 @@ void AddExported(const fs::path& folder, std::vector<fs::path>& files) {
     }
 }
 
+fs::path PngFile(const fs::path& given) {
+    fs::path file = FromCurrentFolder(given).lexically_normal();
+    if (!HasExtension(file, "png")) file += ".png";
+    return file;
+}
+
 class Comparison {
   public:
     Comparison(const Arguments& arguments, const GatheredGames& gathered, Language language)
@@ -71,11 +77,14 @@ class Comparison {
         if (arguments_.command == Command::kDesignImportPicture) {
             outputs_.push_back(DesignFileOf(arguments_));
         }
+        if (!arguments_.checking.sheet.empty()) outputs_.push_back(SheetFile(arguments_));
         if (arguments_.command == Command::kExport) {
             AddExported(FromCurrentFolder(arguments_.folder), outputs_);
         }
         const fs::path& menu = arguments_.settings.ExternMenuPath;
-        if (builds && HasExtension(menu, "asm")) {  // leaves its ROM and its tables beside itself
+        const bool assembles = builds || arguments_.command == Command::kCheck;
+        if (assembles &&
+            HasExtension(menu, "asm")) {  // leaves its ROM and its tables beside itself
             outputs_.push_back(fs::path(menu).replace_extension(".nes").lexically_normal());
             AddExported(menu.parent_path() / "build", outputs_);
         }
@@ -92,8 +101,8 @@ class Comparison {
         // A design that a picture goes into may be named as the output too: it is read whole
         // before.
         const fs::path design = FromCurrentFolder(arguments_.design).lexically_normal();
-        const bool again =
-            arguments_.command == Command::kDesignImportPicture && design == DesignFileOf(arguments_);
+        const bool again = arguments_.command == Command::kDesignImportPicture &&
+                           design == DesignFileOf(arguments_);
         if (!design.empty() && !again) inputs_.push_back(design);
         if (!arguments_.picture.empty()) inputs_.push_back(FromCurrentFolder(arguments_.picture));
         if (arguments_.settings.ExternMenuEnable) {
@@ -185,9 +194,11 @@ fs::path DesignFileOf(const Arguments& arguments) {
 }
 
 fs::path PictureFile(const Arguments& arguments) {
-    fs::path file = FromCurrentFolder(arguments.output).lexically_normal();
-    if (!HasExtension(file, "png")) file += ".png";
-    return file;
+    return PngFile(arguments.output);
+}
+
+fs::path SheetFile(const Arguments& arguments) {
+    return PngFile(arguments.checking.sheet);
 }
 
 }  // namespace bw

@@ -11,10 +11,10 @@
 
 namespace bw {
 
-// The file of the user's that building, exporting, saving a list, drawing or importing would
-// replace or change: one that the same command reads, by whatever name or link it came, or another
-// of its outputs, or a file in the folder of --keep-work. Nothing if there is none. `gathered` are
-// the games of the inputs.
+// The file of the user's that building, exporting, saving a list, checking, drawing or importing
+// would replace or change: one that the same command reads, by whatever name or link it came, or
+// another of its outputs, or a file in the folder of --keep-work. Nothing if there is none.
+// `gathered` are the games of the inputs.
 std::optional<Diagnostic> FindOverwritten(const Arguments& arguments, const GatheredGames& gathered,
                                           Language language);
 
@@ -22,6 +22,7 @@ std::optional<Diagnostic> FindOverwritten(const Arguments& arguments, const Gath
 std::filesystem::path RomFile(const Arguments& arguments);
 std::filesystem::path ListFile(const Arguments& arguments);
 std::filesystem::path PictureFile(const Arguments& arguments);
+std::filesystem::path SheetFile(const Arguments& arguments);
 std::filesystem::path DesignFileOf(const Arguments& arguments);
 
 }  // namespace bw

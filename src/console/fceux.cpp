@@ -375,10 +375,12 @@ fs::path FceuxLog(const fs::path& home) {
 FileResult<> FillFceuxHome(const fs::path& home, FceuxMemory memory) {
     const fs::path folder = home / ".fceux";
     if (FileResult<> made = MakeFolders(folder); !made) return made;
-    // The plain drawing of video driver 1 needs no OpenGL.
+    // The plain drawing of video driver 1 needs no OpenGL. Its words, such as what it has loaded,
+    // would stand in the picture for some seconds.
     return WriteScratchFile(
         folder / "fceux.cfg",
-        fmt::format("SDL.VideoDriver = 1\nSDL.RamInitMethod = {}\n", static_cast<int>(memory)));
+        fmt::format("SDL.VideoDriver = 1\nSDL.ShowGuiMessages = 0\nSDL.RamInitMethod = {}\n",
+                    static_cast<int>(memory)));
 }
 
 Fceux::Fceux(fs::path program) : program_(std::move(program)) {}
