@@ -41,6 +41,9 @@ WindowArguments ParseWindowArguments(int count, const char* const* values) {
     CLI::App app("Gathers games in a list and builds one multicart ROM from them.", "bankweaver");
     app.set_version_flag("--version", "bankweaver " + std::string(ProgramVersion()));
     app.add_option("FILE", files, "Game images (.nes) and list files (.fcl) to add to the list");
+    std::filesystem::path played;
+    app.add_option("--play", played, "Show nothing but a window that plays this game or cart")
+        ->option_text("FILE");
     WindowArguments result;
     try {
         app.parse(OwnWords(count, values));
@@ -53,6 +56,7 @@ WindowArguments ParseWindowArguments(int count, const char* const* values) {
     for (std::filesystem::path& file : files)
         file = AbsolutePath(file, std::filesystem::current_path());
     result.files = std::move(files);
+    if (!played.empty()) result.play = AbsolutePath(played, std::filesystem::current_path());
     return result;
 }
 

@@ -11,8 +11,9 @@ namespace bw {
 struct WindowArguments {
     // Images and list files to add, absolute; nothing if a text is to be shown instead.
     std::optional<std::vector<std::filesystem::path>> files;
-    std::string text;  // help, version, or what is wrong with the usage
-    int exitCode = 0;  // with a text: 0 help and version, 2 wrong usage
+    std::optional<std::filesystem::path> play{};  // shown in the play window alone; absolute
+    std::string text;                             // help, version, or what is wrong with the usage
+    int exitCode = 0;                             // with a text: 0 help and version, 2 wrong usage
 };
 
 // Options of Qt's own, such as "-platform offscreen", are passed over: they are its to read.

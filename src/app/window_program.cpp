@@ -17,8 +17,12 @@
 #include "app/window_arguments.h"
 #include "designer/history/history_file.h"
 #include "settings/guarded_store.h"
+#include "shell/dialogs/play_dialog.h"
+#include "shell/dialogs/qt_user_dialogs.h"
 #include "shell/framework/texts.h"
 #include "shell/main/main_dialog.h"
+#include "shell/main/qt_texts.h"
+#include "shell/main/settings_start.h"
 #include "support/crash_file.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -28,7 +32,8 @@ namespace bw {
 namespace {
 
 constexpr int kEndedBySignal = 128;  // plus its number, as shells have it
-constexpr int kNoDisplay = 3;        // ./run goes on without a window then
+constexpr int kNoEmulator = 3;
+constexpr int kNoDisplay = 3;  // ./run goes on without a window then
 
 void SetUpApplication() {
     // Qt takes all of the user's locale; numbers in files have a point everywhere.
@@ -58,12 +63,24 @@ void EndIfFatal(QtMsgType type, const QMessageLogContext&, const QString& text) 
     std::_Exit(kNoDisplay);
 }
 
-int Run(int count, char** values, std::vector<std::filesystem::path> files,
-        const Deployment& deployment) {
-    qInstallMessageHandler(&EndIfFatal);
-    const QApplication application(count, values);
-    qInstallMessageHandler(nullptr);
-    SetUpApplication();
+// The play window alone.
+int Play(const std::filesystem::path& rom) {
+    const std::unique_ptr<GuardedStore> store = MakeGuardedUserStore();
+    const Language language = StartLanguage(*store);
+    QtTexts qtTexts;
+    qtTexts.SetLanguage(language);
+    QWidget front;
+    QtUserDialogs dialogs(front, ExecutableFolder(), [=] { return language; });
+    CPlayDialog window(*store, dialogs, &FindEmulator, language);
+    const EndSignals endSignals([](int signal) { QApplication::exit(kEndedBySignal + signal); });
+    window.Play(rom, PathText(rom.stem()));
+    const int code = QApplication::exec();
+    if (code != 0) return code;
+    if (!window.HasEmulator()) return kNoEmulator;
+    return window.Problem().empty() ? 0 : 1;
+}
+
+int Run(std::vector<std::filesystem::path> files, const Deployment& deployment) {
     const std::unique_ptr<GuardedStore> store = MakeGuardedUserStore();
     CMainDialog window(
         {.store = *store,
@@ -87,9 +104,9 @@ int Run(int count, char** values, std::vector<std::filesystem::path> files,
         QApplication::exit(kEndedBySignal + signal);
     });
     QObject::connect(
-        &application, &QGuiApplication::commitDataRequest, &window, [&] { window.StoreAll(); },
+        qApp, &QGuiApplication::commitDataRequest, &window, [&] { window.StoreAll(); },
         Qt::DirectConnection);
-    QObject::connect(&window, &CMainDialog::Exited, &application, &QApplication::quit);
+    QObject::connect(&window, &CMainDialog::Exited, qApp, &QApplication::quit);
     window.Start(std::move(files));
     return QApplication::exec();
 }
@@ -103,7 +120,12 @@ int RunWindowProgram(int count, char** values, const Deployment& deployment) {
         std::fputs(arguments.text.c_str(), arguments.exitCode == 0 ? stdout : stderr);
         return arguments.exitCode;
     }
-    return Run(count, values, std::move(*arguments.files), deployment);
+    qInstallMessageHandler(&EndIfFatal);
+    const QApplication application(count, values);
+    qInstallMessageHandler(nullptr);
+    SetUpApplication();
+    if (arguments.play) return Play(*arguments.play);
+    return Run(std::move(*arguments.files), deployment);
 }
 
 }  // namespace bw

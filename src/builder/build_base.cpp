@@ -56,6 +56,14 @@ bool BuildBase::ReadGames(NameRules rules) {
         rows.push_back(row + 1);
     }
     items_.reserve(paths.size());
+    if (context_.menuOnly) {
+        for (uint32_t index = 0; index < rows.size(); ++index) {
+            MulticartItem& item = items_.emplace_back();
+            item.index = index;
+            item.row = rows[index];
+        }
+        return true;
+    }
     for (size_t done = 0; done < paths.size(); done += kReadBatch) {
         if (user_.Cancelled()) return false;
         user_.Progress(BuildStage::kReadGames, done, paths.size(), names_[done]);
@@ -71,6 +79,7 @@ bool BuildBase::ReadGames(NameRules rules) {
 }
 
 bool BuildBase::PrepareGames(BoardType board) {
+    if (context_.menuOnly) return true;
     RoundChrUnits(items_);
     unfit_ = CheckGames(items_, board, language_);
     if (!Passes(unfit_)) return false;

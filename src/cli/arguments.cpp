@@ -124,6 +124,12 @@ void AddGameCommands(const CommandOptions& program, MenuOptions& menu, Arguments
     list.Output(arguments.output, TextId::kHelpOutputList);
 }
 
+void AddPlayCommand(const CommandOptions& program, Arguments& arguments) {
+    const CommandOptions play = program.Add("play", TextId::kHelpPlay);
+    play.Command().callback([&arguments] { arguments.command = Command::kPlay; });
+    play.Path("CART", arguments.played, TextId::kHelpPlayInput, "FILE")->required();
+}
+
 // What goes together or not; empty if all is well.
 std::u16string Contradiction(const Arguments& arguments, Language language) {
     if (arguments.command != Command::kBuild) return {};
@@ -177,6 +183,7 @@ ParseResult ParseArguments(int count, const char* const* values) {
     MenuOptions menu;
     AddGameCommands({*program, language}, menu, arguments);
     AddDesignCommands({*program, language}, arguments);
+    AddPlayCommand({*program, language}, arguments);
 
     const auto refuse = [&](std::string text) {
         return ParseResult{.text = std::move(text), .exitCode = kWrongUsage};

@@ -24,7 +24,8 @@ enum class Command {
     kDesignInfo,
     kDesignCheck,
     kDesignConvert,
-    kDesignImportPicture
+    kDesignImportPicture,
+    kPlay
 };
 
 // A part of a design and the file that it comes from or goes to.
@@ -60,6 +61,7 @@ struct Arguments {
     BuildSettings settings;
     RomFormat format = RomFormat::kNes20;
     std::optional<std::filesystem::path> keepWork;  // absolute
+    std::filesystem::path played;                   // play: the cart or game
     std::filesystem::path report;                   // empty: none; "-": standard output
     std::vector<PartFile> loads;                    // design convert, in this order; then the saves
     std::vector<PartFile> saves;

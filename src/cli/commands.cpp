@@ -8,6 +8,7 @@
 #include "cli/design_import.h"
 #include "cli/design_render.h"
 #include "cli/list_command.h"
+#include "cli/play_command.h"
 
 namespace bw {
 
@@ -37,6 +38,8 @@ int Execute(const Arguments& arguments) {
             return ConvertDesign(arguments);
         case Command::kDesignImportPicture:
             return ImportPictureFile(arguments);
+        case Command::kPlay:
+            return PlayFile(arguments);
     }
     return 1;
 }

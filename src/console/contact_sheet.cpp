@@ -150,8 +150,7 @@ class CellPainter {
             FillRect(target, place, layout_.width, layout_.height, kEmptyPlace);
         }
         Point line{place.x, place.y + layout_.height + kFrame + kGap / 2};
-        DrawName(target, line, game);
-        line.y += layout_.nameLines * kLine;
+        line.y = DrawName(target, line, game);
         std::u16string kinds = KindsOf(game);
         if (kinds.empty() && !game.notRun.empty()) kinds = u"not run";
         letters_.Draw(target, line, Fitting(kinds, layout_.Letters()), marked ? mark : kNumberInk);
@@ -164,15 +163,19 @@ class CellPainter {
                 target.At({place.x + x, place.y + y}) = MeanColour(picture, x, y, layout_.step);
         }
     }
-    void DrawName(Surface& target, Point line, const CheckedGame& game) const {
+    // Gives the place below the last line.
+    int DrawName(Surface& target, Point line, const CheckedGame& game) const {
         const std::u16string number = ToWide(std::to_string(game.index + 1));
         std::u16string text = number + u' ' + game.name;
-        const std::u16string_view shown = Fitting(text, layout_.Letters() * layout_.nameLines);
+        std::u16string_view rest = Fitting(text, layout_.Letters() * layout_.nameLines);
         const auto room = static_cast<size_t>(layout_.Letters());
-        for (size_t at = 0; at < shown.size(); at += room, line.y += kLine)
-            letters_.Draw(target, line, shown.substr(at, room), kNameInk);
-        line.y -= kLine * static_cast<int>((shown.size() + room - 1) / room);
+        letters_.Draw(target, line, rest.substr(0, room), kNameInk);
         letters_.Draw(target, line, number, kNumberInk);
+        for (line.y += kLine; rest.size() > room; line.y += kLine) {
+            rest.remove_prefix(room);
+            letters_.Draw(target, line, rest.substr(0, room), kNameInk);
+        }
+        return line.y;
     }
 
     const Layout& layout_;

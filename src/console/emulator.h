@@ -55,6 +55,8 @@ struct ConsoleOrder {
     std::vector<AddressRange> watched{};
     bool codes = false;    // wanted: ConsoleRun::codes
     bool picture = false;  // wanted: ConsoleRun::picture
+    // Where the console plays its sound: not these frames, which then go as fast as they can.
+    bool silent = false;
 };
 
 // A number for each part of what a frame shows; equal numbers, equal parts.

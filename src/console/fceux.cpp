@@ -139,10 +139,10 @@ class FceuxConsole final : public Console {
     }
 
     ConsoleResult<ConsoleRun> Run(const ConsoleOrder& order) override {
-        std::string line =
-            fmt::format("run {} {} {} {} {:d} {:d}", order.frames, order.pads[0], order.pads[1],
-                        order.untilExecuted ? std::to_string(*order.untilExecuted) : "-",
-                        order.codes, order.picture);
+        std::string line = fmt::format(
+            "run {} {} {} {} {:d} {:d} {:d}", order.frames, order.pads[0], order.pads[1],
+            order.untilExecuted ? std::to_string(*order.untilExecuted) : "-", order.codes,
+            order.picture, order.silent || !start_.sound);
         for (const AddressRange& range : order.watched)
             line += fmt::format(" {}-{}", range.first, range.last);
         const ConsoleResult<std::string> answer = Order(line, kFrameTime * order.frames);
@@ -358,9 +358,7 @@ PipedCommand CommandOf(const FceuxRun& run) {
         .arguments = {"--sound", run.sound ? "1" : "0", "--loadlua", run.script, run.rom},
         .environment = {"HOME=" + home, "XDG_CONFIG_HOME=" + home, "XDG_DATA_HOME=" + home,
                         "XDG_CACHE_HOME=" + home, "DISPLAY", "WAYLAND_DISPLAY",
-                        "QT_QPA_PLATFORM=offscreen", "SDL_VIDEODRIVER=dummy",
-                        // Of its own pace; with sound it keeps the console's.
-                        run.sound ? "BANKWEAVER_SPEED=normal" : "BANKWEAVER_SPEED=turbo"},
+                        "QT_QPA_PLATFORM=offscreen", "SDL_VIDEODRIVER=dummy"},
         .folder = run.home,
         .log = FceuxLog(run.home)};
     if (!run.sound) {

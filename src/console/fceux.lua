@@ -74,11 +74,21 @@ local function watch(first, last, seen)
     end)
 end
 
+-- At its "normal" speed the emulator keeps the console's pace and plays its sound, if it was started with
+-- it; at "turbo" it does neither.
+local speed
+local function go_at(wanted)
+    if speed ~= wanted then emu.speedmode(wanted) end
+    speed = wanted
+end
+
 local Orders = {}
 
--- frames, pads 1 and 2, address to reach or "-", codes 0 or 1, picture 0 or 1, ranges FIRST-LAST.
+-- frames, pads 1 and 2, address to reach or "-", codes 0 or 1, picture 0 or 1, silent 0 or 1, ranges
+-- FIRST-LAST.
 -- Gives a line "frames reached jam", a line for each range, the codes in a line, the picture's pixels.
-function Orders.run(frames, pad1, pad2, target, codes, picture, ...)
+function Orders.run(frames, pad1, pad2, target, codes, picture, silent, ...)
+    go_at(silent == "1" and "turbo" or "normal")
     local ranges, watched, list = {...}, {}, {}
     local reached, jammed = false, nil
     if target ~= "-" then
@@ -184,7 +194,7 @@ function Orders.close()
 end
 
 local function serve()
-    emu.speedmode(os.getenv("BANKWEAVER_SPEED"))
+    go_at("turbo")
     begin()
     answer("+", "")
     for line in orders:lines() do

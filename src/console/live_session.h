@@ -46,16 +46,20 @@ class LiveSession {
     // Ends the console and waits for the thread's end (a frame's time, seldom more).
     ~LiveSession();
 
+    // A button that is held only for a moment is held for a frame.
     void SetPads(PadStates pads);
     // No processor time passes while it pauses; a watcher that nobody sees should let it.
     void Pause(bool paused);
     void Step();                  // one frame while it pauses
     void FastForward(bool fast);  // as fast as it goes; pictures come at the usual pace
+    void Mute(bool muted);        // a session with sound; at first it is heard
     void Reset();
     void Power();
     // Another ROM in the place of this one. The watcher keeps what it shows until the new one has
-    // been prepared. A Load that comes before the last one is done takes its place.
-    void Load(std::filesystem::path rom, Prepare prepare = {});
+    // been prepared; one frame of that is shown even while it pauses. A Load that comes before the
+    // last one is done takes its place. `leave` is called with the console as it was before, if
+    // there is one.
+    void Load(std::filesystem::path rom, Prepare prepare = {}, Prepare leave = {});
 
     struct Figures {
         uint64_t frames = 0;  // shown

@@ -28,6 +28,8 @@ inline constexpr std::string_view kExportRomType = "ExportRomType";
 inline constexpr std::string_view kExportPrgSize = "ExportPrgSize";
 inline constexpr std::string_view kLastBuildDir = "LastBuildDir";
 inline constexpr std::string_view kLastExportDir = "LastExportDir";
+inline constexpr std::string_view kCheckAfterBuild = "CheckAfterBuild";
+inline constexpr std::string_view kLastSheetDir = "LastSheetDir";
 inline constexpr std::string_view kLastNotifyId = "LastNotifyId";
 
 // Under kBoardKey.

@@ -31,10 +31,11 @@ std::filesystem::path RelativePath(const std::filesystem::path& path,
 // True if the extension is `extension` (without its point), ignoring ASCII case.
 bool HasExtension(const std::filesystem::path& path, std::string_view extension);
 
-// The folders of the user's settings and of scratch data. The variable BANKWEAVER_HOME moves both
-// below the folder that it names; otherwise the XDG base directories (Linux) or the known folders
-// (Windows) apply.
+// The folders of the user's settings, of what the program keeps for the user, and of scratch data.
+// The variable BANKWEAVER_HOME moves all of them below the folder that it names; otherwise the XDG
+// base directories (Linux) or the known folders (Windows) apply.
 std::filesystem::path UserConfigFolder();
+std::filesystem::path UserDataFolder();
 std::filesystem::path UserScratchFolder();
 
 // The scratch folder of one build in this process: <scratch>/Temp/Bankweaver/<process id>.

@@ -47,6 +47,10 @@ fs::path UserConfigFolder() {
     return UserFolder("config", "XDG_CONFIG_HOME", ".config");
 }
 
+fs::path UserDataFolder() {
+    return UserFolder("data", "XDG_DATA_HOME", ".local/share");
+}
+
 fs::path UserScratchFolder() {
     return UserFolder("scratch", "XDG_CACHE_HOME", ".cache");
 }

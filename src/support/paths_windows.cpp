@@ -51,6 +51,10 @@ fs::path UserConfigFolder() {
     return UserFolder("config", LocalDataFolder() / "Bankweaver");
 }
 
+fs::path UserDataFolder() {
+    return UserFolder("data", LocalDataFolder() / "Bankweaver" / "Data");
+}
+
 fs::path UserScratchFolder() {
     return UserFolder("scratch", LocalDataFolder());
 }

@@ -3,14 +3,17 @@
 // designer, such as the frames around the current places.
 #include <QAbstractButton>
 #include <QAction>
+#include <QLabel>
 #include <QLineEdit>
+#include <QTest>
 #include <algorithm>
 #include <array>
 #include <cstdlib>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "builder/design_check/console_sprites.h"
+#include "console/menu_walk.h"
 #include "console_picture.h"
 #include "designer/pictures/name_table_picture.h"
 #include "designer/window/design_ids.h"
@@ -175,6 +178,60 @@ TEST_P(DesignerWindow, ShowsWhatTheConsoleShows) {
         return window.pixel(at.x, at.y) & 0xFFFFFF;
     };
     EXPECT_GT(ExpectPicture(console, inWindow), kEnough);
+}
+
+// What a console of its own shows of the real cart with an item selected.
+QImage RealMenu(const Painter& painter, const std::filesystem::path& folder, uint32_t item) {
+    CartPlan plan{.names = painter.names};
+    plan.settings = LoadBuildSettings(*painter.store);
+    plan.settings.CustomEnable = true;
+    DesignDocument handedOn = painter.Copy().document;
+    handedOn.store.CaptionText = painter.Copy().captionBox;
+    StoreDesign(handedOn, *plan.store);
+    plan.design = handedOn.store;
+    const auto emulator = FindEmulator();
+    auto console = emulator->Start({.rom = BuildCart(plan, folder, "real").rom});
+    if (!console || !RunToMenu(**console) || !GoToItem(**console, item, plan.settings.PageSize))
+        throw ConsoleFailure("the real menu doesn't start");
+    const auto run = (*console)->Run({.picture = true});
+    const auto* pixels = reinterpret_cast<const uchar*>(run->picture.pixels.data());
+    return QImage(pixels, 256, 240, QImage::Format_RGB32).copy();
+}
+
+TEST(DesignerPreview, ShowsTheMenuOfTheRealCartAtTheGameThatWasChosen) {
+    const auto emulator = FindEmulator();
+    if (!emulator) GTEST_SKIP() << "not run: there is no emulator";
+    const TemporaryFolder folder;
+    Painter painter;
+    auto& screen = ChildOf<QWidget>(*painter.dialog, "preview_screen");
+    const auto& words = ChildOf<QLabel>(*painter.dialog, "preview_words");
+    const auto shows = [&](uint32_t item) {
+        const QImage real = RealMenu(painter, folder.Path(), item);
+        return QTest::qWaitFor(
+            [&] {
+                const QImage shown = screen.grab().toImage().convertToFormat(QImage::Format_RGB32);
+                return shown.copy((shown.width() - 256) / 2, 2, 256, 240) == real;
+            },
+            10000);
+    };
+    EXPECT_TRUE(shows(0)) << words.text().toStdString();
+    QWidget& before = painter.frame->Of(kNameTable);
+    before.setFocus();
+    QTest::mouseClick(&screen, Qt::LeftButton);
+    QTest::keyClick(&screen, Qt::Key_Down, {}, 50);
+    QTest::keyClick(&screen, Qt::Key_Down, {}, 50);
+    EXPECT_TRUE(shows(2)) << words.text().toStdString();
+    EXPECT_EQ(painter.session.Steps().Count(), 0u) << "the arrows aren't the design's";
+    LayTiles(painter);
+    EXPECT_TRUE(shows(2)) << words.text().toStdString();
+    QTest::keyClick(&screen, Qt::Key_Return);
+    EXPECT_THAT(words.text().toStdString(), testing::HasSubstr("This preview holds no games"));
+    QTest::keyClick(&screen, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(painter.session.Steps().CanRedo()) << "undo is the design's";
+    EXPECT_TRUE(shows(2)) << words.text().toStdString();
+    QTest::keyClick(&screen, Qt::Key_Escape);
+    EXPECT_FALSE(screen.hasFocus());
+    EXPECT_TRUE(painter.dialog->isVisible());
 }
 
 INSTANTIATE_TEST_SUITE_P(Console, DesignerWindow,

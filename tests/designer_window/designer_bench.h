@@ -69,8 +69,15 @@ struct DesignerBench {
 
     void Open() {
         Begin(session, *store, names);
+        GameList games(names.size());
+        for (size_t i = 0; i < names.size(); ++i) {
+            games[i].name = names[i];
+            games[i].checked = true;
+        }
         dialog = std::make_unique<CDesignDialog>(
-            DesignDialogServices{*store, {}, session, dialogs, lastTypes}, Language::kEnglish);
+            DesignDialogServices{
+                *store, {}, session, dialogs, lastTypes, std::make_shared<const GameList>(games)},
+            Language::kEnglish);
         frame = &ChildOf<DesignFrame>(*dialog, "design_frame");
         dialog->ShowModeless();
         RunEvents();

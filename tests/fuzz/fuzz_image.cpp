@@ -1,35 +1,14 @@
 // Any bytes as a game image: the header's accessors, the board tests and the deep reading.
 #include <algorithm>
-#include <string>
 #include <vector>
-
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include "fuzz.h"
 #include "list/game_entry.h"
+#include "memory_file.h"
 #include "rom/board_tables.h"
 #include "rom/multicart_item.h"
 
 namespace {
-
-// A file in memory, by a path that any reader can open.
-class MemoryFile {
-  public:
-    explicit MemoryFile(std::span<const uint8_t> bytes)
-        : descriptor_(memfd_create("image", MFD_CLOEXEC)) {
-        Expect(descriptor_ >= 0);
-        Expect(bytes.empty() ||
-               write(descriptor_, bytes.data(), bytes.size()) == std::ssize(bytes));
-    }
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
-    ~MemoryFile() { close(descriptor_); }
-    std::filesystem::path Path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
-
-  private:
-    int descriptor_;
-};
 
 void CheckEntry(const bw::GameEntry& entry, size_t size) {
     Expect(entry.headerRead == (size >= bw::kInesHeaderSize));

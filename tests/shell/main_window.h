@@ -61,6 +61,7 @@ class MainWindow : public testing::Test {
                                .updates = &source,
                                .program = program,
                                .startProgram = startProgram,
+                               .check = check,
                                .openAddress = openAddress});
         exited = std::make_unique<QSignalSpy>(window.get(), &CMainDialog::Exited);
         const size_t added = files.size();
@@ -108,6 +109,7 @@ class MainWindow : public testing::Test {
     FakeUpdates source;
     std::optional<ProgramFile> program;
     std::function<bool(const ProgramFile&)> startProgram;
+    CheckServices check;
     std::function<void(const QUrl&)> openAddress;
     std::unique_ptr<CMainDialog> window;
     std::unique_ptr<QSignalSpy> exited;

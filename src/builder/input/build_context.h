@@ -29,6 +29,9 @@ struct BuildContext {
     // source of the user's own, which would leave files beside itself, counts as large as the
     // settings say.
     bool dryRun = false;
+    // For a look at the menu: the games are their names alone. No image is read or judged, and the
+    // ROM holds nothing but the menu, which must be the built-in one.
+    bool menuOnly = false;
 };
 
 }  // namespace bw

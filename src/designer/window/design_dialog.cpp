@@ -10,6 +10,7 @@
 #include "designer/window/design_parts.h"
 #include "designer/window/designer_commands.h"
 #include "designer/window/file_rows.h"
+#include "designer/window/preview_page.h"
 #include "shell/framework/texts.h"
 
 namespace bw {
@@ -108,6 +109,11 @@ MessageResult CDesignDialog::OnInitDialog(MessageParam, MessageParam) {
         if (shown) Post(kMessageCommand, id);
     }
     return 1;
+}
+
+void CDesignDialog::SetGames(std::shared_ptr<const GameList> games) {
+    parts_->services.games = std::move(games);
+    parts_->preview->SetGames(parts_->services.games);
 }
 
 void CDesignDialog::StoreAll() {

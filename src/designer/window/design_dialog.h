@@ -8,6 +8,7 @@
 
 #include "designer/history/edit_session.h"
 #include "designer/window/design_files.h"
+#include "list/game_list.h"
 #include "settings/settings_store.h"
 #include "shell/dialogs/user_dialogs.h"
 #include "shell/framework/dialog_base.h"
@@ -25,6 +26,8 @@ struct DesignDialogServices {
     UserDialogs& dialogs;
     // What the load dialogs offered last; as long as the process.
     DesignFiles::LastTypes& lastTypes;
+    // The list whose menu the preview shows.
+    std::shared_ptr<const GameList> games = std::make_shared<const GameList>();
 };
 
 class CDesignDialog : public CDialogBase {
@@ -34,6 +37,8 @@ class CDesignDialog : public CDialogBase {
                   QWidget* parent = nullptr);
     ~CDesignDialog() override;
 
+    // The list has changed beside the window.
+    void SetGames(std::shared_ptr<const GameList> games);
     // Writes design, switches and steps to the settings as closing does, for an end that the window
     // can't prevent.
     void StoreAll();

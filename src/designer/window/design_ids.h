@@ -146,6 +146,7 @@ enum DesignId : int {
     kDesignZoomReset = 41113,
     kDesignProblemsPage = 41114,
     kDesignHistoryPage = 41115,
+    kDesignPreviewPage = 41116,
 };
 
 }  // namespace bw

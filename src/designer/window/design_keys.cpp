@@ -64,6 +64,11 @@ bool DesignKeys::Swallowed(const QLineEdit& edit, const QKeyEvent& key) const {
 }
 
 bool DesignKeys::KeyDown(QObject* watched, const QKeyEvent& key) {
+    if (IsUndo(key) || IsRedo(key)) {
+        (IsUndo(key) ? actions_.undo : actions_.redo)();
+        return true;
+    }
+    if (watched == independent_) return false;
     switch (key.key()) {
         case Qt::Key_Escape:
             actions_.close();
@@ -77,10 +82,6 @@ bool DesignKeys::KeyDown(QObject* watched, const QKeyEvent& key) {
             return false;
         default:
             break;
-    }
-    if (IsUndo(key) || IsRedo(key)) {
-        (IsUndo(key) ? actions_.undo : actions_.redo)();
-        return true;
     }
     if (const auto* edit = qobject_cast<QLineEdit*>(watched)) return Swallowed(*edit, key);
     if (dynamic_cast<CWindowDraw*>(watched) == nullptr) return false;

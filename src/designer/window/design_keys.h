@@ -21,6 +21,8 @@ class DesignKeys : public QObject {
     DesignKeys(QWidget& window, Actions actions);
     ~DesignKeys() override;
 
+    // A widget that takes all keys but undo and redo itself while it has the focus.
+    void LeaveKeysTo(QWidget& widget) { independent_ = &widget; }
     // An edit box that takes no more than 32 characters by keys.
     void LimitText(QLineEdit& edit);
 
@@ -35,6 +37,7 @@ class DesignKeys : public QObject {
     QWidget& window_;
     Actions actions_;
     std::vector<QLineEdit*> limited_;
+    QWidget* independent_ = nullptr;
 };
 
 }  // namespace bw

@@ -87,6 +87,7 @@ constexpr MenuRow kRows[] = {
             {kEntry, kDesignZoomReset, kZoomResetEntry, "Ctrl+0"},
         kPopupEnd,
         kSpace,
+        {kToggle, kDesignPreviewPage, kPreviewTitle},
         {kToggle, kDesignProblemsPage, kProblemsTitle},
         {kToggle, kDesignHistoryPage, kHistoryTitle},
     kPopupEnd,

@@ -18,6 +18,7 @@
 #include "designer/window/history_page.h"
 #include "designer/window/import_dialog.h"
 #include "designer/window/last_design_file.h"
+#include "designer/window/preview_page.h"
 #include "designer/window/problems_page.h"
 #include "settings/setting_names.h"
 #include "shell/framework/texts.h"
@@ -97,6 +98,9 @@ CDesignDialog::Parts::Parts(CDesignDialog& owner, const DesignDialogServices& gi
     news.setObjectName(QStringLiteral("design_news"));
     for (QLabel* label : {static_cast<QLabel*>(&underPointer), static_cast<QLabel*>(&news)})
         label->setTextFormat(Qt::PlainText);
+    preview = new PreviewPage(*this, services.games);
+    AddPage(preview, "preview", kDesignPreviewPage);
+    keys.LeaveKeysTo(preview->Screen());
     AddPage(new ProblemsPage(*this), "problems", kDesignProblemsPage);
     AddPage(new HistoryPage(*this), "history", kDesignHistoryPage);
     Connect();

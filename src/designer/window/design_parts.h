@@ -24,6 +24,8 @@ class QDockWidget;
 
 namespace bw {
 
+class PreviewPage;
+
 class CDesignDialog::Parts final : public DesignHost {
   public:
     Parts(CDesignDialog& window, const DesignDialogServices& services);
@@ -93,8 +95,9 @@ class CDesignDialog::Parts final : public DesignHost {
     DesignFiles files;
     BackgroundTasks tasks;  // gone before what they work for
     DesignKeys keys;
-    QTimer keeper;  // after a change
-    int zoom = 0;   // 1 to 3; 0 until it is known
+    QTimer keeper;                   // after a change
+    PreviewPage* preview = nullptr;  // in its dock
+    int zoom = 0;                    // 1 to 3; 0 until it is known
 
   private:
     friend class Event;

@@ -205,6 +205,7 @@ std::span<const DesignerCommands::Row> DesignerCommands::Rows() {
         {kDesignOpenSample, [](Parts& parts) { parts.files.OpenSample(); }},
         {kDesignImportPicture, [](Parts& parts) { parts.AskPicture(); }},
         // The window.
+        {kDesignPreviewPage, [](Parts& parts) { parts.TogglePage(kDesignPreviewPage); }},
         {kDesignProblemsPage, [](Parts& parts) { parts.TogglePage(kDesignProblemsPage); }},
         {kDesignHistoryPage, [](Parts& parts) { parts.TogglePage(kDesignHistoryPage); }},
         {kDesignZoomIn, [](Parts& parts) { parts.SetZoom(parts.zoom + 1); }},

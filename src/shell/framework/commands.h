@@ -84,6 +84,7 @@ enum Command : int {
     kCommandPlayGame = 41016,         // the highlighted row's game, alone
     kCommandPlayCart = 41017,         // the built cart, from its menu on
     kCommandCheckAfterBuild = 41018,  // whether every build is checked
+    kCommandShowCheck = 41019,        // the window with the pictures of the last check
     kCommandAskAtClosing = 41050,
 };
 

@@ -1,7 +1,9 @@
 #include "shell/list/cell_tips.h"
 
 #include "builder/layout/board_space.h"
+#include "shell/dialogs/check_report.h"
 #include "shell/framework/texts.h"
+#include "support/text.h"
 
 namespace bw {
 namespace {
@@ -34,6 +36,20 @@ QString FileTip(const GameEntry& entry, Language language) {
     return QtText(TextId::kFileMissing, language).arg(ToQt(entry.path));
 }
 
+QString MarkTip(const CheckMark& mark, Language language) {
+    return QtText(TextId::kFoundByCheck, language).arg(ToQt(ToWide(BoardName(mark.board)))) +
+           QLatin1Char('\n') + FindingLines(mark.findings, language);
+}
+
+QString NameTip(const GameListModel& model, int viewRow) {
+    const Language language = model.UiLanguage();
+    QStringList tips;
+    if (const QString file = FileTip(*model.EntryAt(viewRow), language); !file.isEmpty())
+        tips << file;
+    if (const CheckMark* mark = model.MarkAt(viewRow)) tips << MarkTip(*mark, language);
+    return tips.join(QLatin1Char('\n'));
+}
+
 }  // namespace
 
 QString CellTip(const GameListModel& model, int viewRow, ListColumn column) {
@@ -53,6 +69,7 @@ QString CellTip(const GameListModel& model, int viewRow, ListColumn column) {
         case ListColumn::kConsole:
             return ConsoleTip(model, viewRow);
         case ListColumn::kName:
+            return NameTip(model, viewRow);
         case ListColumn::kPath:
             return FileTip(entry, language);
         default:

@@ -1,5 +1,5 @@
 // What a cell tells beside its text: why a board can't run the game, how much space it takes, how
-// its name stands on the console, where its file should be.
+// its name stands on the console, where its file should be, what a check has found of it.
 #pragma once
 
 #include <QString>

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "shell/dialogs/check_report.h"
 #include "shell/framework/texts.h"
 
 namespace bw {
@@ -34,6 +35,29 @@ void GameListModel::SetConsoleMenu(const ConsoleMenu& menu) {
     if (menu == menu_) return;
     menu_ = menu;
     TellChanged();
+}
+
+void GameListModel::SetMark(const std::u16string& path, std::optional<CheckMark> mark) {
+    if (mark) {
+        marks_.insert_or_assign(path, *std::move(mark));
+    } else if (marks_.erase(path) == 0) {
+        return;
+    }
+    TellChanged();
+}
+
+void GameListModel::ClearMarks() {
+    if (marks_.empty()) return;
+    marks_.clear();
+    TellChanged();
+}
+
+const CheckMark* GameListModel::MarkAt(int viewRow) const {
+    if (marks_.empty()) return nullptr;
+    const GameEntry* entry = EntryAt(viewRow);
+    if (entry == nullptr) return nullptr;
+    const auto found = marks_.find(entry->path);
+    return found != marks_.end() ? &found->second : nullptr;
 }
 
 void GameListModel::SetFilter(std::u16string text) {
@@ -130,6 +154,9 @@ QString GameListModel::SpokenState(int viewRow) const {
                 QtText(TextId::kCommaNumberInMenu, language_).arg(*number);
     }
     if (!EntryAt(viewRow)->headerRead) words += QtText(TextId::kCommaFileMissing, language_);
+    if (const CheckMark* mark = MarkAt(viewRow)) {
+        words += QStringLiteral(", ") + FindingLines(mark->findings, language_);
+    }
     return words;
 }
 

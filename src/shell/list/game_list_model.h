@@ -6,16 +6,25 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
+#include "console/findings.h"
 #include "language/language.h"
 #include "list/console_name.h"
 #include "list/list_editor.h"
+#include "rom/board_tables.h"
 
 namespace bw {
 
 // Of a column's title or cells.
 Qt::Alignment QtAlignment(ColumnAlignment alignment);
+
+// What a check has found of a game.
+struct CheckMark {
+    BoardType board = BoardType::kCoolboy;
+    std::vector<CheckFinding> findings;  // at least one
+};
 
 // A view's row is a place among the shown rows; a list's row is a place in the whole list, which is
 // what the first column says and what the editor's operations take.
@@ -29,6 +38,13 @@ class GameListModel : public QAbstractTableModel {
     void SetLanguage(Language language);
     // How the menu is to look, for the column of its names.
     void SetConsoleMenu(const ConsoleMenu& menu);
+
+    // Marks belong to what the list calls a game's file, so they go wherever its entry goes, and
+    // come back with it. Nothing takes a mark away.
+    void SetMark(const std::u16string& path, std::optional<CheckMark> mark);
+    void ClearMarks();
+    // Null for a row without one.
+    const CheckMark* MarkAt(int viewRow) const;
 
     // An empty text shows all rows.
     void SetFilter(std::u16string text);
@@ -68,7 +84,7 @@ class GameListModel : public QAbstractTableModel {
   private:
     void FitCount();
     void CountChecks();
-    // The check, the number in the menu and the missing file, for assistive programs.
+    // The check, the number in the menu, the missing file and the mark, for assistive programs.
     QString SpokenState(int viewRow) const;
     void TellChanged();
 
@@ -78,6 +94,7 @@ class GameListModel : public QAbstractTableModel {
     std::optional<std::vector<uint32_t>> shown_;
     int count_ = 0;  // rows that the views know of
     ConsoleMenu menu_;
+    std::unordered_map<std::u16string, CheckMark> marks_;  // by path
     std::vector<uint32_t> ordinals_;  // of all rows of the list, also of the hidden ones
     size_t checkedCount_ = 0;
 };

@@ -262,6 +262,14 @@ void GameListView::SetConsoleMenu(const ConsoleMenu& menu) {
     parts_->model_.SetConsoleMenu(menu);
 }
 
+void GameListView::SetMark(const std::u16string& path, std::optional<CheckMark> mark) {
+    parts_->model_.SetMark(path, std::move(mark));
+}
+
+void GameListView::ClearMarks() {
+    parts_->model_.ClearMarks();
+}
+
 ColumnWidths GameListView::Widths() const {
     ColumnWidths widths{};
     for (size_t column = 0; column < widths.size(); ++column) {

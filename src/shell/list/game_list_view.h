@@ -6,6 +6,8 @@
 #include <QWidget>
 #include <filesystem>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "language/language.h"
@@ -14,6 +16,8 @@
 #include "list/remembered_list.h"
 
 namespace bw {
+
+struct CheckMark;
 
 class GameListView : public QWidget {
     Q_OBJECT
@@ -26,6 +30,10 @@ class GameListView : public QWidget {
     void SetLanguage(Language language);
     // How the menu is to look, for the column of its names.
     void SetConsoleMenu(const ConsoleMenu& menu);
+
+    // See GameListModel.
+    void SetMark(const std::u16string& path, std::optional<CheckMark> mark);
+    void ClearMarks();
 
     // Brings the view up to date after an operation of the editor, whoever called it.
     void Apply(const ListResult& result);

@@ -5,7 +5,9 @@
 #include <QStyle>
 #include <algorithm>
 
+#include "shell/dialogs/check_report.h"
 #include "shell/framework/colors.h"
+#include "shell/framework/finding_mark.h"
 
 namespace bw {
 namespace {
@@ -143,6 +145,8 @@ QRect RowPainter::TextPlace(const QRect& cell, const QModelIndex& index,
     }
     const GameEntry* entry = model_.EntryAt(index.row());
     if (entry != nullptr && ShowsMissing(*entry, column)) place.adjust(cell.height(), 0, 0, 0);
+    if (column == ListColumn::kName && model_.MarkAt(index.row()) != nullptr)
+        place.adjust(cell.height(), 0, 0, 0);
     return place;
 }
 
@@ -227,6 +231,14 @@ void RowPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
         PaintMarks(*painter, option, index.row());
     }
     if (ShowsMissing(*entry, column)) PaintMissing(*painter, option.rect);
+
+    if (const CheckMark* mark = model_.MarkAt(index.row());
+        mark != nullptr && column == ListColumn::kName) {
+        QRect place = option.rect.adjusted(kRowMargin, kRowMargin, 0, -kRowMargin);
+        if (ShowsMissing(*entry, column)) place.translate(option.rect.height(), 0);
+        place.setWidth(place.height());
+        PaintFindingMark(*painter, place, *WorstOf(mark->findings));
+    }
 
     painter->setPen(ink);
     PaintText(*painter, option, TextPlace(option.rect, index, option.fontMetrics), column,

@@ -12,6 +12,7 @@ namespace bw {
 namespace {
 
 constexpr size_t kListButtons = 8;
+constexpr size_t kBuildButtons = 2;
 constexpr int kLeastWidth = 88;
 constexpr int kGap = 3;
 // Above a group, and above the one button that takes all: a slip of the mouse ends between.
@@ -36,6 +37,7 @@ constexpr std::array<ButtonTraits, ButtonColumn::kButtons> kTraits{{
     {kCommandClear, TextId::kClear, kClearGap},
     {kCommandBuildCoolboy, TextId::kCoolboy},
     {kCommandBuildCoolgirl, TextId::kCoolgirl},
+    {kCommandCheckCart, TextId::kCheckCart},
 }};
 
 }  // namespace
@@ -81,7 +83,7 @@ void ButtonColumn::ShowBuildsStrong() {
     colours.setColor(QPalette::ButtonText, TextOnAccent());
     QFont bold;
     bold.setBold(true);
-    for (size_t i = kListButtons; i < kButtons; ++i) {
+    for (size_t i = kListButtons; i < kListButtons + kBuildButtons; ++i) {
         QPushButton& button = buttons_[i];
         button.setPalette(colours);
         button.setFont(bold);

@@ -1,4 +1,4 @@
-// The ten buttons at the right of the list.
+// The buttons at the right of the list.
 #pragma once
 
 #include <QGroupBox>
@@ -13,10 +13,10 @@
 namespace bw {
 
 // In groups: what moves, what checks, what removes, and Clear for itself; at the bottom one for
-// each kind of ROM. On a small window the column scrolls.
+// each kind of ROM, and what can be done with it. On a small window the column scrolls.
 class ButtonColumn : public QScrollArea {
   public:
-    static constexpr size_t kButtons = 10;
+    static constexpr size_t kButtons = 11;
 
     ButtonColumn();
 

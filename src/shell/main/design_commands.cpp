@@ -1,7 +1,9 @@
 #include "shell/main/design_commands.h"
 
 #include <QScopedValueRollback>
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "builder/input/build_settings.h"
 #include "designer/files/design_file.h"
@@ -13,6 +15,15 @@
 #include "support/text.h"
 
 namespace bw {
+namespace {
+
+std::shared_ptr<const GameList> CheckedGames(const GameList& games) {
+    GameList checked;
+    std::ranges::copy_if(games, std::back_inserter(checked), &GameEntry::checked);
+    return std::make_shared<const GameList>(std::move(checked));
+}
+
+}  // namespace
 
 void DesignCommands::Prepare() {
     const BuildSettings settings = LoadBuildSettings(host_.Store());
@@ -34,7 +45,8 @@ void DesignCommands::TakeOver() {
 void DesignCommands::Design() {
     if (open_ != nullptr) return;
     Prepare();
-    CDesignDialog dialog({host_.Store(), host_.DesignHistory(), session_, host_.Dialogs(), lastTypes_},
+    CDesignDialog dialog({host_.Store(), host_.DesignHistory(), session_, host_.Dialogs(),
+                          lastTypes_, CheckedGames(host_.Editor().Games())},
                          host_.CurrentLanguage(), &window_);
     const QScopedValueRollback<CDesignDialog*> open(open_, &dialog);
     dialog.DoModal();
@@ -46,6 +58,10 @@ void DesignCommands::Design() {
 
 void DesignCommands::StoreAll() {
     if (open_ != nullptr) open_->StoreAll();
+}
+
+void DesignCommands::ListChanged() {
+    if (open_ != nullptr) open_->SetGames(CheckedGames(host_.Editor().Games()));
 }
 
 bool DesignCommands::IsEnabled() const {

@@ -24,6 +24,8 @@ class DesignCommands {
     // The design as it is in an open designer's window to the settings, for an end that no window
     // can prevent.
     void StoreAll();
+    // To be told of each change of the list: an open designer shows its menu.
+    void ListChanged();
 
     // Asks for a design file and brings its design in, for this window and for the settings. False
     // if the user gave up or the file can't be read, which is told.

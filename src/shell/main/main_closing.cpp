@@ -129,6 +129,7 @@ bool CMainDialog::Parts::KeepList() {
 void CMainDialog::StoreAll() {
     if (parts_->view.EditActive()) Send(kMessageEndEdit);
     parts_->designs.StoreAll();
+    parts_->check.StoreAll();
     parts_->files.SaveRemembered(parts_->view.Widths());
     StorePlacement(parts_->services.store, kMainKey, *this);
     parts_->updates.ForgetReady();

@@ -11,6 +11,7 @@
 #include "settings/settings_store.h"
 #include "shell/dialogs/user_dialogs.h"
 #include "shell/framework/dialog_base.h"
+#include "shell/tasks/check_commands.h"
 #include "update/deployment.h"
 #include "update/program_file.h"
 
@@ -45,6 +46,8 @@ struct MainDialogServices {
     std::optional<ProgramFile> program = std::nullopt;
     // Starts what has come into its place, without waiting; null starts it as a process.
     std::function<bool(const ProgramFile&)> startProgram = nullptr;
+    // What runs carts.
+    CheckServices check = {};
     // Shows a page of the web, http or https; null asks the desktop.
     std::function<void(const QUrl&)> openAddress = nullptr;
 };

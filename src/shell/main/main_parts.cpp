@@ -38,8 +38,10 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
           [this](std::u16string_view reason) { Tell(reason); }),
       files(*this),
       find(*this),
-      build(*this),
+      build(*this, [this] { check.FollowBuild(ChecksBuilds()); }),
+      check(*this, build, view, menu, owner, given.check),
       designs(*this, design, owner),
+      play(*this, owner),
       drop(owner),
       updates(*this, owner, menu, given,
               {.mayInterrupt = [this] { return MayInterrupt(); },
@@ -120,6 +122,7 @@ void CMainDialog::Parts::ShowList() {
     menu.EnableMenuItem(kCommandUndo, editor.CanUndo());
     menu.EnableMenuItem(kCommandRedo, editor.CanRedo());
     SpaceChanged();
+    designs.ListChanged();
 }
 
 void CMainDialog::Parts::ShowBoard() {
@@ -131,6 +134,11 @@ void CMainDialog::Parts::ShowBoard() {
         kCommandBuildCoolboy,
         QtText(mindkids ? TextId::kBuildMindkidsEntry : TextId::kBuildCoolboyEntry, language));
     buttons.SetLanguage(language, menu, board);
+    check.FollowBoard();
+}
+
+bool CMainDialog::Parts::ChecksBuilds() const {
+    return !closing && menu.GetMenuState(kCommandCheckAfterBuild);
 }
 
 void CMainDialog::Parts::ShowSpace() {

@@ -11,9 +11,11 @@
 #include "shell/framework/file_drop.h"
 #include "shell/list/game_list_view.h"
 #include "shell/main/button_column.h"
+#include "shell/main/check_part.h"
 #include "shell/main/design_commands.h"
 #include "shell/main/main_dialog.h"
 #include "shell/main/menu_settings.h"
+#include "shell/main/play_commands.h"
 #include "shell/main/qt_texts.h"
 #include "shell/main/row_menu.h"
 #include "shell/main/status_line.h"
@@ -52,6 +54,8 @@ class CMainDialog::Parts final : public ListHost {
     void ShowList();
     // Everything that names the board of the first build button.
     void ShowBoard();
+    // Whether a build's end starts a check.
+    bool ChecksBuilds() const;
     // The boards' space, a moment after the last call.
     void SpaceChanged() { spaceTimer.start(); }
 
@@ -89,7 +93,9 @@ class CMainDialog::Parts final : public ListHost {
     ListFiles files;
     FindCommands find;
     BuildCommands build;
+    CheckPart check;
     DesignCommands designs;
+    PlayCommands play;
     FileDrop drop;
     UpdateCommands updates;
     QTimer spaceTimer;

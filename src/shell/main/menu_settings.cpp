@@ -21,6 +21,7 @@ constexpr MenuToggle kToggles[] = {
     {kCommandCustomEnable, setting::kCustomEnable},
     {kCommandExternMenuEnable, setting::kExternMenuEnable},
     {kCommandUpdateChecks, "CheckUpdates", kMarked},
+    {kCommandCheckAfterBuild, setting::kCheckAfterBuild},
 };
 
 constexpr MenuRadio kPageSizes[] = {

@@ -35,6 +35,7 @@ void RowMenu::AddRowEntries(ListHost& host, const CommandMenu& menu, GameListVie
     const std::filesystem::path file = AbsolutePath(TextPath(entry.path), host.Base());
     addAction(QtText(TextId::kShowInFolderEntry, language), this,
               [&host, file] { host.Dialogs().ShowInFileManager(file); });
+    addAction(&menu.Entry(kCommandPlayGame));
     addSeparator();
     for (const int id : {kCommandRowsUp, kCommandRowsDown, kCommandRowsTop, kCommandRowsBottom,
                          kCommandRowsRemove})

@@ -71,6 +71,7 @@ void ApplyStoredSettings(const SettingsStore& store, CommandMenu& menu,
     pass.Send(kCommandExternMenuEnable);
     // Greyed, it has nothing to switch on, and what is stored may be meant for another copy.
     if (menu.Entry(kCommandUpdateChecks).isEnabled()) pass.Post(kCommandUpdateChecks);
+    pass.Post(kCommandCheckAfterBuild);
 }
 
 }  // namespace bw

@@ -6,7 +6,7 @@
 #include "builder/build_driver.h"
 #include "builder/build_words.h"
 #include "builder/layout/board_space.h"
-#include "list/added_games.h"
+#include "shell/tasks/build_job.h"
 #include "shell/tasks/window_build_user.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -16,64 +16,13 @@ namespace {
 
 constexpr std::u16string_view kUnnamed = u"multicart";
 
-// What a build or an export reads and makes. The task's thread alone uses it until it ends.
-struct Job {
-    explicit Job(ListHost& host)
-        : games(WithAbsolutePaths(host.Editor().Games(), host.Base())),
-          settings(LoadBuildSettings(host.Store())),
-          language(host.CurrentLanguage()),
-          store(host.Store()),
-          dialogs(host.Dialogs()),
-          design(host.Design()) {
-        std::filesystem::path& menu = settings.ExternMenuPath;
-        if (!menu.empty()) menu = AbsolutePath(menu, host.Base());
-    }
-
-    BuildContext Context(BuildUser& user, std::filesystem::path workFolder) {
-        return {games, settings, store, design, user, std::move(workFolder), {}};
-    }
-
-    GameList games;
-    BuildSettings settings;
-    Language language;
-    SettingsStore& store;
-    UserDialogs& dialogs;
-    // A copy, of which nothing goes back: the build sets the caption alone, and every other reader
-    // of the caption sets it before.
-    DesignStore design;
-    BuildOutcome outcome;
-    bool stopped = false;
-};
-
-std::u16string EndText(const Job& job) {
+std::u16string EndText(const BuildJob& job) {
     if (job.outcome.done) return BuildSummary(job.outcome, job.language);
     if (job.stopped) return BuildStoppedText(job.language);
     return LoadText(TextId::kNoRomWritten, job.language);
 }
 
-// Shows the first game that the board can't run, and what to do about all of them.
-void ShowUnfit(ListHost& host, const Job& job, BoardType board) {
-    const Diagnostic& first = job.outcome.unfit.front();
-    if (first.place.row == 0 || first.place.row > host.Editor().Games().size()) return;
-    host.Editor().SetFindRow(first.place.row - 1);
-    host.ShowFound(true);
-    host.Tell(FormatText(LoadText(TextId::kRefusedAtRow, job.language), first.place.row,
-                         ToWide(BoardName(board))));
-}
-
-BuiltCart CartOf(const BuildOutcome& outcome) {
-    BuiltCart cart{std::filesystem::absolute(outcome.output),
-                   outcome.format,
-                   outcome.board,
-                   {},
-                   outcome.names};
-    for (const MulticartItem& item : outcome.layout.items) {
-        if (item.isMenu == 0) cart.images.push_back(item.path);
-    }
-    return cart;
-}
-
-std::u16string ExportEndText(const Job& job) {
+std::u16string ExportEndText(const BuildJob& job) {
     return LoadText(job.outcome.done ? TextId::kInfoExported : TextId::kExportIncomplete,
                     job.language);
 }
@@ -119,7 +68,7 @@ void BuildCommands::Build(BoardType board, std::u16string_view name) {
     if (!turn) return;
     host_.Tell({});
     const bool sweep = !std::exchange(sweptFolders_, true);
-    const auto job = std::make_shared<Job>(host_);
+    const auto job = std::make_shared<BuildJob>(host_);
     tasks.StartListTask(
         std::move(turn),
         [job, board, sweep,
@@ -132,9 +81,9 @@ void BuildCommands::Build(BoardType board, std::u16string_view name) {
             job->outcome = BuildRom(job->Context(user, WorkFolder()), board, buildBusy);
             job->stopped = user.Cancelled();
         },
-        [this, job, board] {
+        [this, job] {
             host_.Tell(EndText(*job));
-            if (!job->outcome.unfit.empty()) ShowUnfit(host_, *job, board);
+            ShowUnfit(host_, *job);
             if (!job->outcome.done) return;
             built_ = CartOf(job->outcome);
             if (told_) told_();
@@ -143,7 +92,7 @@ void BuildCommands::Build(BoardType board, std::u16string_view name) {
 
 void BuildCommands::Export() {
     host_.Tell({});
-    const auto job = std::make_shared<Job>(host_);
+    const auto job = std::make_shared<BuildJob>(host_);
     host_.Tasks().StartFreeTask(
         [job](TaskControl& control) {
             WindowBuildUser user(control, job->dialogs, job->language);
