@@ -26,6 +26,7 @@ TEST(Docs, PageManualAndCompletionHaveTheOptionsOfTheHelp) {
                                                          {"build"},
                                                          {"export"},
                                                          {"list"},
+                                                         {"check"},
                                                          {"design", "pack"},
                                                          {"design", "unpack"},
                                                          {"design", "info"},
