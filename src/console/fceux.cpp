@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "console/piped_process.h"
+#include "console/scratch_folder.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/process.h"
@@ -58,49 +59,25 @@ std::string Digits(std::string_view bytes) {
     return digits;
 }
 
-// A folder that is an emulator's home, held for as long as it lives; see
-// RemoveAbandonedWorkFolders.
+// A folder that is an emulator's home.
 class Home {
   public:
-    Home() {
-        RemoveAbandonedWorkFolders();
-        const fs::path first = WorkFolder();
-        std::error_code error;
-        fs::create_directories(first.parent_path(), error);
-        for (int number = 1; !error; ++number) {
-            path_ = first;
-            path_ += fmt::format("-console-{}", number);
-            if (fs::create_directory(path_, error)) break;
-        }
-        fs::permissions(path_, fs::perms::owner_all, error);
-        if (error) {
-            path_.clear();
-        } else if (FileResult<FileLock> lock = FileLock::TryTake(path_)) {
-            lock_ = std::move(*lock);
-        }
-    }
-    Home(const Home&) = delete;
-    Home& operator=(const Home&) = delete;
-    ~Home() {
-        if (!path_.empty()) RemoveFolder(path_);
-    }
-
     // Empty where no folder could be made.
-    const fs::path& Path() const { return path_; }
-    fs::path Script() const { return path_ / "console.lua"; }
+    const fs::path& Path() const { return folder_.Path(); }
+    fs::path Script() const { return Path() / "console.lua"; }
     // Where the emulator has the battery's memory of this ROM.
     fs::path Battery(const fs::path& rom) const {
-        return path_ / ".fceux" / "sav" / rom.stem().concat(".sav");
+        return Path() / ".fceux" / "sav" / rom.stem().concat(".sav");
     }
 
     bool Fill() const {
-        return !path_.empty() && FillFceuxHome(path_, FceuxMemory::kZeros) &&
+        return !Path().empty() && FillFceuxHome(Path(), FceuxMemory::kZeros) &&
                MakeFolders(Battery({}).parent_path()) && WriteScratchFile(Script(), bw::Script());
     }
 
     // The last of what the emulator printed.
     std::string LastWords() const {
-        const std::vector<uint8_t> log = ReadFile(FceuxLog(path_), kLargestAnswer).ValueOr({});
+        const std::vector<uint8_t> log = ReadFile(FceuxLog(Path()), kLargestAnswer).ValueOr({});
         std::istringstream lines(std::string(log.begin(), log.end()));
         std::string words;
         for (std::string line; std::getline(lines, line);) {
@@ -111,8 +88,7 @@ class Home {
     }
 
   private:
-    fs::path path_;
-    FileLock lock_;
+    ScratchFolder folder_{"console"};
 };
 
 class FceuxConsole final : public Console {
