@@ -78,7 +78,9 @@ end
 -- it; at "turbo" it does neither.
 local speed
 local function go_at(wanted)
-    if speed ~= wanted then emu.speedmode(wanted) end
+    if speed == wanted then return end
+    emu.speedmode(wanted)
+    emu.message("") -- it has written its new speed into the picture
     speed = wanted
 end
 

@@ -452,7 +452,7 @@ constexpr TextRow kRows[] = {
     {kPlayStepEntry, u"&One picture further", u"前进一帧(&O)"},
     {kPlayFastEntry, u"&Fast forward (hold Tab)", u"快进(按住 Tab)(&F)"},
     {kPlayResetEntry, u"Press &reset", u"按复位键(&R)"},
-    {kPlayPowerEntry, u"Switch &off and on", u"重新开机(&O)"},
+    {kPlayPowerEntry, u"Switch off and o&n", u"重新开机(&N)"},
     {kPlayPictureEntry, u"&Save the picture...", u"保存画面(&S)..."},
     {kPlayKeysEntry, u"&Keys...", u"按键(&K)..."},
     {kPlaySoundEntry, u"Soun&d", u"声音(&D)"},

@@ -26,6 +26,7 @@ TEST(Docs, PageManualAndCompletionHaveTheOptionsOfTheHelp) {
                                                          {"build"},
                                                          {"export"},
                                                          {"list"},
+                                                         {"play"},
                                                          {"design", "pack"},
                                                          {"design", "unpack"},
                                                          {"design", "info"},
