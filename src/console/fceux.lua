@@ -153,6 +153,7 @@ end
 
 local function begin()
     for _ = 1, STARTING_FRAMES do emu.frameadvance() end
+    emu.message("") -- takes the place of the emulator's own words, which stand in its pictures
     return ""
 end
 
