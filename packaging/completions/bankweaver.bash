@@ -61,7 +61,7 @@ _bankweaver_cli() {
     local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]}
     local command=${COMP_WORDS[1]} names menu
     if [[ $COMP_CWORD == 1 ]]; then
-        _bankweaver_words "info build export list play design help --help --version"
+        _bankweaver_words "info build export list check play design help --help --version"
         return
     fi
     if [[ $command == design ]]; then
@@ -84,13 +84,14 @@ _bankweaver_cli() {
         fi
     fi
     case "$command $prev" in
-        "help "*) _bankweaver_words "info build export list play design" ;;
+        "help "*) _bankweaver_words "info build export list check play design" ;;
         *" --board") _bankweaver_words "coolboy mindkids coolgirl" ;;
         *" --menu-size") _bankweaver_words "128 256 512" ;;
         *" --page-size") _bankweaver_words "5 10 15 20" ;;
         *" --style") _bankweaver_words "default white" ;;
         *" --music") _bankweaver_words "0 1 2 3 4 5" ;;
         *" --turning-speed") _bankweaver_words "1 2 3 4" ;;
+        "check --format") _bankweaver_words "nes unf" ;;
         *" --format") _bankweaver_words "nes unf bin" ;;
         *" --view") _bankweaver_words "screen tiles" ;;
         *" --dither") _bankweaver_words "none ordered" ;;
@@ -102,7 +103,7 @@ _bankweaver_cli() {
         *" --load" | *" --save") _bankweaver_cli_part "$prev" ;;
         *" --design") _bankweaver_files '*.fcm' ;;
         *" --extern-menu") _bankweaver_files '*.@(asm|nes)' ;;
-        *" --report" | *" --output" | *" -o") _bankweaver_files '*' ;;
+        *" --report" | *" --sheet" | *" --output" | *" -o") _bankweaver_files '*' ;;
         *" --keep-work" | *" --directory" | *" -d" | "design pack "*) _bankweaver_files '' ;;
         *)
             if [[ $cur != -* ]]; then
@@ -110,6 +111,7 @@ _bankweaver_cli() {
                     "design render" | "design check") _bankweaver_files '*.@(fcm|fcl|nes)' ;;
                     "design import-picture") _bankweaver_files '*.@(png|fcm)' ;;
                     design*) _bankweaver_files '*.fcm' ;;
+                    check) _bankweaver_files '*.@(nes|unf|fcl)' ;;
                     play) _bankweaver_files '*.@(nes|unf)' ;;
                     *) _bankweaver_files '*.@(nes|fcl)' ;;
                 esac
@@ -124,6 +126,7 @@ _bankweaver_cli() {
                 play) names="" ;;
                 build) names="$menu --format --keep-work --report --dry-run --output" ;;
                 export) names="$menu --directory" ;;
+                check) names="$menu --format --jobs --frames --only --json --sheet" ;;
                 "design pack") names="--output" ;;
                 "design unpack") names="--directory" ;;
                 "design check") names="$names --json" ;;

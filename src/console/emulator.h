@@ -117,11 +117,10 @@ struct ConsoleStart {
     std::stop_token stop{};
 };
 
-// A running console with a ROM in it. Memory is zeros at power-on and all colours are black, so that
-// runs repeat each other.
-// For one thread: the one that started it, which must outlive it. After a problem
-// the emulator is gone, and every further order gives that problem again.
-// No processor time passes between orders but for a watch of the emulator's own (some 2 %); none at
+// A running console with a ROM in it. Memory is zeros at power-on and all colours are black, so
+// that runs repeat each other. For one thread: the one that started it, which must outlive it.
+// After a problem the emulator is gone, and every further order gives that problem again. No
+// processor time passes between orders but for a watch of the emulator's own (some 2 %); none at
 // all after Rest.
 class Console {
   public:

@@ -50,12 +50,11 @@ Likeness Compare(std::span<const FrameCode> cart, std::span<const FrameCode> alo
     std::set<std::pair<uint32_t, uint32_t>> screens;
     for (const FrameCode& frame : alone)
         screens.emplace(frame.screen, frame.tiles);
-    const auto settled = cart.subspan(SettledIn(cart));
-    const auto known =
-        static_cast<size_t>(std::ranges::count_if(settled, [&](const FrameCode& frame) {
-            return screens.contains({frame.screen, frame.tiles});
-        }));
-    return 2 * known >= settled.size() ? Likeness::kAlike : Likeness::kDifferent;
+    const auto end = cart.last(cart.size() - cart.size() * 3 / 4);
+    const auto known = static_cast<size_t>(std::ranges::count_if(end, [&](const FrameCode& frame) {
+        return screens.contains({frame.screen, frame.tiles});
+    }));
+    return 2 * known >= end.size() ? Likeness::kAlike : Likeness::kDifferent;
 }
 
 bool ShareTiles(std::span<const FrameCode> cart, std::span<const FrameCode> alone) {

@@ -15,7 +15,7 @@ inline constexpr uint32_t kLargestShift = 100;
 
 enum class Likeness : uint8_t {
     kSame,   // every frame, once the start is over
-    kAlike,  // most of the screens show up in the other recording, too
+    kAlike,  // most screens of its end show up in the other recording, too
     kDifferent,
 };
 

@@ -68,6 +68,19 @@ struct Doubts {
     bool Any() const { return !OfPictureAlone() || black || still; }
 };
 
+// A run from the cart beside one of an image alone.
+struct Comparison {
+    const GameView& cart;
+    const Doubts& doubts;
+    const GameView& alone;
+    const std::filesystem::path& image;
+};
+
+struct Recordings {
+    std::vector<FrameCode> cart;
+    std::vector<FrameCode> alone;
+};
+
 class GameCheck {
   public:
     GameCheck(const GameCheckTools& tools, uint32_t index)
@@ -166,11 +179,9 @@ class GameCheck {
             const std::filesystem::path image = mapper ? tools_.scratch : subject_.images[index_];
             if (mapper && !MakeImage(*mapper)) continue;
             const ConsoleResult<GameView> alone = tools_.alone.Watch(Alone(image), lookFrames_);
-            if (!alone) {
-                if (alone.Problem().kind == ConsoleProblem::Kind::kStopped) return alone.Problem();
-                continue;
-            }
-            const auto findings = Compare(view, doubts, *alone, image);
+            if (!alone && alone.Problem().kind == ConsoleProblem::Kind::kRefused) continue;
+            if (!alone) return alone.Problem();
+            const auto findings = Compare({view, doubts, *alone, image});
             if (!findings) return findings.Problem();
             if (findings->empty()) return {};
             if (!proved) proved = *findings;
@@ -190,120 +201,119 @@ class GameCheck {
 
     AloneGame Alone(const std::filesystem::path& image) const { return {image, game_.battery}; }
 
-    ConsoleResult<std::vector<CheckFinding>> Compare(const GameView& view, const Doubts& doubts,
-                                                     const GameView& alone,
-                                                     const std::filesystem::path& image) {
+    ConsoleResult<std::vector<CheckFinding>> Compare(const Comparison& by) {
         std::vector<CheckFinding> findings;
-        if (alone.jammedAt && view.jammedAt) {
+        if (by.alone.jammedAt && by.cart.jammedAt) {
             // By the cart's bytes alone that may be the cart's own fault.
-            if (!facts_.byImage && view.IsBlackThroughout() && alone.IsBlackThroughout())
-                findings.push_back(tools_.words.JamByItself(*view.jammedAt));
+            if (!facts_.byImage && by.cart.IsBlackThroughout() && by.alone.IsBlackThroughout())
+                findings.push_back(tools_.words.JamByItself(*by.cart.jammedAt));
             return findings;
         }
-        const bool plausible = (!doubts.black || alone.IsBlack()) &&
-                               (!doubts.still || alone.IsStill()) &&
-                               view.LastPicture().pixels == alone.LastPicture().pixels;
-        if (doubts.OfPictureAlone() && plausible) return findings;
-        return CompareFrames(view, doubts, alone, image);
+        const bool plausible = (!by.doubts.black || by.alone.IsBlack()) &&
+                               (!by.doubts.still || by.alone.IsStill()) &&
+                               by.cart.LastPicture().pixels == by.alone.LastPicture().pixels;
+        if (by.doubts.OfPictureAlone() && plausible) return findings;
+        return CompareFrames(by);
     }
 
-    ConsoleResult<std::vector<CheckFinding>> CompareFrames(const GameView& view,
-                                                           const Doubts& doubts,
-                                                           const GameView& alone,
-                                                           const std::filesystem::path& image) {
-        std::vector<CheckFinding> findings;
-        const auto aloneCodes = tools_.alone.Record(Alone(image), view.frames + kLargestShift);
-        if (!aloneCodes) {
-            if (aloneCodes.Problem().kind == ConsoleProblem::Kind::kStopped)
-                return aloneCodes.Problem();
-            return findings;
-        }
-        const ConsoleResult<GameStart> start = tools_.menu.Start(index_, facts_, {});
-        if (!start) return start.Problem();
-        const ConsoleResult<ConsoleRun> run =
-            tools_.console.Run({.frames = view.frames, .codes = true});
-        if (!run) return run.Problem();
-        const std::vector<FrameCode>& codes = run->codes;
-        const Likeness likeness = bw::Compare(codes, *aloneCodes);
-        if (likeness == Likeness::kSame && !view.jammedAt) {
-            if (!PictureDoubted(doubts, alone)) return findings;
+    ConsoleResult<std::vector<CheckFinding>> CompareFrames(const Comparison& by) {
+        const ConsoleResult<Recordings> recorded = Record(by);
+        if (!recorded) return recorded.Problem();
+        const Likeness likeness = bw::Compare(recorded->cart, recorded->alone);
+        const bool pictureDoubted = PictureDoubted(by);
+        if (likeness == Likeness::kSame && !by.cart.jammedAt) {
+            if (!pictureDoubted) return std::vector<CheckFinding>();
             // The codes don't tell whether the picture is on.
-            const ConsoleResult<bool> other = ShowsOther(view, codes, *aloneCodes, image);
+            const ConsoleResult<bool> other = ShowsOther(by, *recorded);
             if (!other) return other.Problem();
-            if (!*other) return findings;
+            if (!*other) return std::vector<CheckFinding>();
         }
-
-        const bool differs = likeness == Likeness::kDifferent;
-        if (doubts.vectors) findings.push_back(tools_.words.OtherBytes(Mapper()));
-        if (doubts.registers.count != 0)
-            findings.push_back(tools_.words.Registers(doubts.registers, differs));
-        if (doubts.mapper.count != 0)
-            findings.push_back(tools_.words.MapperRegisters(doubts.mapper, differs));
-        if (doubts.mirroring && doubts.mapper.count == 0)
-            findings.push_back(tools_.words.Mirroring(differs));
-        if (doubts.fourScreen && differs) findings.push_back(tools_.words.FourScreen());
-        if (view.jammedAt) {
-            findings.push_back(tools_.words.Jam(*view.jammedAt, Mapper()));
-            return findings;
+        std::optional<CheckFinding> effect;
+        if (by.cart.jammedAt) {
+            effect = tools_.words.Jam(*by.cart.jammedAt, Mapper());
+        } else if (pictureDoubted) {
+            ConsoleResult<std::optional<CheckFinding>> fault = PictureFault(by);
+            if (!fault) return fault.Problem();
+            effect = std::move(*fault);
         }
-        if (doubts.tiles) {
-            const ConsoleResult<bool> seen = ShowsOther(view, codes, *aloneCodes, image);
+        const bool differs = likeness == Likeness::kDifferent || effect;
+        std::vector<CheckFinding> findings = Causes(by.doubts, differs);
+        // Written registers bring other tiles into view.
+        if (by.doubts.tiles && findings.empty()) {
+            const ConsoleResult<bool> seen = ShowsOther(by, *recorded);
             if (!seen) return seen.Problem();
             findings.push_back(tools_.words.Tiles(*seen));
         }
-        if (doubts.black || doubts.still) {
-            // The console stands where the recording has ended.
-            const ConsoleResult<GameView> after =
-                WatchGame(tools_.console, LookFrames(kProofFrames));
-            if (!after) return after.Problem();
-            AddIfItStays(view, *after, alone, doubts, differs && !ShareTiles(codes, *aloneCodes),
-                         findings);
+        if (!effect && findings.empty() && by.doubts.still && by.alone.IsStill() && differs &&
+            !ShareTiles(recorded->cart, recorded->alone)) {
+            effect = tools_.words.OtherStill(Mapper());
         }
+        if (effect) findings.push_back(std::move(*effect));
         return findings;
     }
 
-    void AddIfItStays(const GameView& view, const GameView& after, const GameView& alone,
-                      const Doubts& doubts, bool allDiffers,
-                      std::vector<CheckFinding>& findings) const {
-        if (doubts.black) {
-            if (!alone.IsBlack() && after.IsBlackThroughout())
-                findings.push_back(tools_.words.Black(view.frames, Mapper()));
-            return;
-        }
-        const bool stays =
-            after.IsStillThroughout() && after.LastPicture().pixels == view.LastPicture().pixels;
-        if (!stays) return;
-        if (!alone.IsStill()) {
-            findings.push_back(tools_.words.Frozen(view.frames, Mapper()));
-        } else if (allDiffers && findings.empty()) {
-            findings.push_back(tools_.words.OtherStill(Mapper()));
-        }
+    std::vector<CheckFinding> Causes(const Doubts& doubts, bool differs) const {
+        std::vector<CheckFinding> causes;
+        if (doubts.vectors) causes.push_back(tools_.words.OtherBytes(Mapper()));
+        // A program that has moved its own memory away writes anywhere.
+        if (doubts.registers.count != 0)
+            causes.push_back(tools_.words.Registers(doubts.registers, differs));
+        else if (doubts.mapper.count != 0)
+            causes.push_back(tools_.words.MapperRegisters(doubts.mapper, differs));
+        else if (doubts.mirroring)
+            causes.push_back(tools_.words.Mirroring(differs));
+        if (doubts.fourScreen && differs) causes.push_back(tools_.words.FourScreen());
+        return causes;
     }
 
-    static bool PictureDoubted(const Doubts& doubts, const GameView& alone) {
-        return (doubts.black && !alone.IsBlack()) || (doubts.still && !alone.IsStill());
+    // The console of the cart stands at the recording's end then.
+    ConsoleResult<Recordings> Record(const Comparison& by) {
+        const uint32_t frames = by.cart.frames;
+        ConsoleResult<std::vector<FrameCode>> alone =
+            tools_.alone.Record(Alone(by.image), frames + kLargestShift);
+        if (!alone) return alone.Problem();
+        const ConsoleResult<GameStart> start = tools_.menu.Start(index_, facts_, {});
+        if (!start) return start.Problem();
+        ConsoleResult<ConsoleRun> run = tools_.console.Run({.frames = frames, .codes = true});
+        if (!run) return run.Problem();
+        return Recordings{std::move(run->codes), std::move(*alone)};
+    }
+
+    // By itself the game shows more than one colour, or moves.
+    static bool PictureDoubted(const Comparison& by) {
+        return by.doubts.black ? !by.alone.IsBlack() : by.doubts.still && !by.alone.IsStill();
+    }
+
+    // What is wrong with a picture that has come to rest, if it rests on.
+    ConsoleResult<std::optional<CheckFinding>> PictureFault(const Comparison& by) {
+        std::optional<CheckFinding> fault;
+        const ConsoleResult<GameView> after = WatchGame(tools_.console, LookFrames(kProofFrames));
+        if (!after) return after.Problem();
+        if (by.doubts.black) {
+            if (after->IsBlackThroughout()) fault = tools_.words.Black(by.cart.frames, Mapper());
+        } else if (after->IsStillThroughout() &&
+                   after->LastPicture().pixels == by.cart.LastPicture().pixels) {
+            fault = tools_.words.Frozen(by.cart.frames, Mapper());
+        }
+        return fault;
     }
 
     // Whether the pictures differ at frames whose codes, but for the tiles', are the same.
-    ConsoleResult<bool> ShowsOther(const GameView& view, const std::vector<FrameCode>& codes,
-                                   const std::vector<FrameCode>& aloneCodes,
-                                   const std::filesystem::path& image) {
-        const std::optional<int> shift = AgreeingShift(codes, aloneCodes, ComparedParts::kNotTiles);
+    ConsoleResult<bool> ShowsOther(const Comparison& by, const Recordings& recorded) {
+        const std::optional<int> shift =
+            AgreeingShift(recorded.cart, recorded.alone, ComparedParts::kNotTiles);
         if (!shift) return true;
         std::vector<uint32_t> frames;
         std::vector<const GameLook*> looks;
-        for (const GameLook& look : view.looks) {
+        for (const GameLook& look : by.cart.looks) {
             const int64_t frame = int64_t{look.frame} + *shift;
-            if (2 * look.frame < view.frames || frame < 1) continue;
+            if (2 * look.frame < by.cart.frames || frame < 1) continue;
             frames.push_back(static_cast<uint32_t>(frame));
             looks.push_back(&look);
         }
         if (frames.empty()) return true;
-        const ConsoleResult<GameView> alone = tools_.alone.Watch(Alone(image), frames);
-        if (!alone) {
-            if (alone.Problem().kind == ConsoleProblem::Kind::kStopped) return alone.Problem();
-            return false;
-        }
+        const ConsoleResult<GameView> alone = tools_.alone.Watch(Alone(by.image), frames);
+        if (!alone) return alone.Problem();
         for (size_t i = 0; i < alone->looks.size(); ++i) {
             if (alone->looks[i].picture.pixels != looks[i]->picture.pixels) return true;
         }

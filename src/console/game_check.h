@@ -23,8 +23,8 @@ struct GameCheckTools {
 // The game with its name and path, before anything is known of it.
 CheckedGame UncheckedGame(const CheckSubject& subject, uint32_t index);
 
-// A problem is that of the cart's console; one of the emulator beside it leaves a doubt unproved,
-// and what can't be proved isn't said.
+// A problem of either emulator. An image that none takes leaves a doubt unproved, and what can't be
+// proved isn't said.
 ConsoleResult<CheckedGame> CheckGame(const GameCheckTools& tools, uint32_t index);
 
 }  // namespace bw

@@ -27,6 +27,7 @@ TEST(Docs, PageManualAndCompletionHaveTheOptionsOfTheHelp) {
                                                          {"export"},
                                                          {"list"},
                                                          {"play"},
+                                                         {"check"},
                                                          {"design", "pack"},
                                                          {"design", "unpack"},
                                                          {"design", "info"},
