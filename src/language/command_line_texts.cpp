@@ -178,16 +178,6 @@ constexpr TextRow kRows[] = {
      u"Write tiles, cells that lost colours and mean error as JSON; - is standard output",
      u"以 JSON 写出图块数、丢失颜色的格数和平均误差；- 为标准输出"},
     {kHelpPicture, u"The picture (.png)", u"图片 (.png)"},
-
-    // The command that plays.
-    {kHelpPlay, u"Play a cart or a game in a window", u"在窗口中试玩合卡或游戏"},
-    {kHelpPlayInput, u"The cart or game (.nes, .unf)", u"合卡或游戏 (.nes, .unf)"},
-    {kPlayNoImage, u"%s is neither a game nor a cart", u"%s 既不是游戏也不是合卡"},
-    {kPlayNoWindowProgram,
-     u"The window program \"bankweaver\" is neither beside this program nor on PATH; it comes with "
-     u"the package \"bankweaver\"",
-     u"在本程序所在文件夹和 PATH 中均未找到窗口程序“bankweaver”；它包含在软件包“bankweaver”中"},
-
     // The check of a cart.
     {kHelpCheckCart,
      u"Try every game of a cart in an emulator, and tell what doesn't run from it",
@@ -349,6 +339,14 @@ constexpr TextRow kRows[] = {
     {kCheckGivenUp,
      u"The check was given up: %s.",
      u"检查已放弃：%s。"},
+    // The command that plays.
+    {kHelpPlay, u"Play a cart or a game in a window", u"在窗口中试玩合卡或游戏"},
+    {kHelpPlayInput, u"The cart or game (.nes, .unf)", u"合卡或游戏 (.nes, .unf)"},
+    {kPlayNoImage, u"%s is neither a game nor a cart", u"%s 既不是游戏也不是合卡"},
+    {kPlayNoWindowProgram,
+     u"The window program \"bankweaver\" is neither beside this program nor on PATH; it comes with "
+     u"the package \"bankweaver\"",
+     u"在本程序所在文件夹和 PATH 中均未找到窗口程序“bankweaver”；它包含在软件包“bankweaver”中"},
     // Carts that are read back.
     {kNoCart,
      u"%s isn't a cart of Bankweaver: it has no menu with a list of games that this program knows",
