@@ -21,8 +21,12 @@ _bankweaver_words() {
 }
 
 _bankweaver() {
+    if [[ ${COMP_WORDS[COMP_CWORD - 1]} == --play ]]; then
+        _bankweaver_files '*.@(nes|unf)'
+        return
+    fi
     case ${COMP_WORDS[COMP_CWORD]} in
-        -*) _bankweaver_words "--help --version" ;;
+        -*) _bankweaver_words "--play --help --version" ;;
         *) _bankweaver_files '*.@(nes|fcl)' ;;
     esac
 }
@@ -57,7 +61,7 @@ _bankweaver_cli() {
     local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]}
     local command=${COMP_WORDS[1]} names menu
     if [[ $COMP_CWORD == 1 ]]; then
-        _bankweaver_words "info build export list check design help --help --version"
+        _bankweaver_words "info build export list check play design help --help --version"
         return
     fi
     if [[ $command == design ]]; then
@@ -80,7 +84,7 @@ _bankweaver_cli() {
         fi
     fi
     case "$command $prev" in
-        "help "*) _bankweaver_words "info build export list check design" ;;
+        "help "*) _bankweaver_words "info build export list check play design" ;;
         *" --board") _bankweaver_words "coolboy mindkids coolgirl" ;;
         *" --menu-size") _bankweaver_words "128 256 512" ;;
         *" --page-size") _bankweaver_words "5 10 15 20" ;;
@@ -108,6 +112,7 @@ _bankweaver_cli() {
                     "design import-picture") _bankweaver_files '*.@(png|fcm)' ;;
                     design*) _bankweaver_files '*.fcm' ;;
                     check) _bankweaver_files '*.@(nes|unf|fcl)' ;;
+                    play) _bankweaver_files '*.@(nes|unf)' ;;
                     *) _bankweaver_files '*.@(nes|fcl)' ;;
                 esac
                 return
@@ -118,6 +123,7 @@ _bankweaver_cli() {
             case $command in
                 info | "design info") names="--json" ;;
                 list) names="--json --output" ;;
+                play) names="" ;;
                 build) names="$menu --format --keep-work --report --dry-run --output" ;;
                 export) names="$menu --directory" ;;
                 check) names="$menu --format --jobs --frames --only --json --sheet" ;;

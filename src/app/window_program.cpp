@@ -73,6 +73,7 @@ int Play(const std::filesystem::path& rom) {
     QtUserDialogs dialogs(front, ExecutableFolder(), [=] { return language; });
     CPlayDialog window(*store, dialogs, &FindEmulator, language);
     const EndSignals endSignals([](int signal) { QApplication::exit(kEndedBySignal + signal); });
+    QObject::connect(&window, &QDialog::finished, qApp, &QApplication::quit);
     window.Play(rom, PathText(rom.stem()));
     const int code = QApplication::exec();
     if (code != 0) return code;

@@ -78,7 +78,9 @@ end
 -- it; at "turbo" it does neither.
 local speed
 local function go_at(wanted)
-    if speed ~= wanted then emu.speedmode(wanted) end
+    if speed == wanted then return end
+    emu.speedmode(wanted)
+    emu.message("") -- it has written its new speed into the picture
     speed = wanted
 end
 
@@ -163,6 +165,7 @@ local function begin()
     for _ = 1, 32 do send(0x2007, 0x0F) end
     send(0x2006, 0x00, 0x00)
     for _ = 1, STARTING_FRAMES do emu.frameadvance() end
+    emu.message("") -- takes the place of the emulator's own words, which stand in its pictures
     return ""
 end
 

@@ -17,7 +17,7 @@ constexpr Clock::duration kFrameTime = std::chrono::duration_cast<Clock::duratio
     std::chrono::duration<double>(1 / kFramesPerSecond));
 // A frame is begun so long before its picture is due: an emulator that is held up for less is still
 // in time, and a key is never older than that.
-constexpr Clock::duration kLead = milliseconds(6);
+constexpr Clock::duration kLead = milliseconds(8);
 constexpr Clock::duration kLate = milliseconds(4);
 // What two clocks may differ by before they are set alike.
 constexpr Clock::duration kSlack = milliseconds(1);

@@ -362,8 +362,9 @@ constexpr TextRow kRows[] = {
     {kPreviewHint, u"Click the picture to use the menu with the keyboard.",
      u"单击画面后可用键盘操作菜单。"},
     {kPreviewFocusHint,
-     u"Arrow keys, %s = A, %s = B, Backspace = Select. Esc leaves the preview.",
-     u"方向键，%s = A，%s = B，退格键 = Select。按 Esc 离开预览。"},
+     u"The keys of the play window: A %s, B %s, Select %s or Backspace, START %s. Esc leaves the "
+     u"preview.",
+     u"使用游戏窗口的按键：A %s，B %s，Select %s 或退格键，START %s。按 Esc 离开预览。"},
     {kPreviewStarts, u"The menu is being built...", u"正在生成菜单..."},
     {kPreviewOld, u"The picture shows an older state.", u"画面显示的是较早的状态。"},
     {kPreviewRefused, u"The menu can't be built as it is now: %s", u"目前无法生成菜单：%s"},

@@ -19,6 +19,7 @@ TEST(WindowArguments, AreFilesFromTheCurrentFolderOrWordsInsteadOfTheWindow) {
     EXPECT_THAT(Parse({"--version"}).text, testing::StartsWith("bankweaver "));
     EXPECT_THAT(Parse({"--help"}).text, testing::HasSubstr(".fcl"));
     EXPECT_EQ(Parse({"--help"}).exitCode, 0);
+    EXPECT_EQ(Parse({"--play", "a.nes"}).play, here / "a.nes");
     const WindowArguments wrong = Parse({"--sing", "a.nes"});
     EXPECT_FALSE(wrong.files);
     EXPECT_EQ(wrong.exitCode, 2);

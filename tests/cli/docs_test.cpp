@@ -26,6 +26,7 @@ TEST(Docs, PageManualAndCompletionHaveTheOptionsOfTheHelp) {
                                                          {"build"},
                                                          {"export"},
                                                          {"list"},
+                                                         {"play"},
                                                          {"check"},
                                                          {"design", "pack"},
                                                          {"design", "unpack"},

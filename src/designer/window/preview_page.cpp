@@ -2,8 +2,8 @@
 
 #include <QDockWidget>
 #include <QEvent>
-#include <QKeySequence>
 
+#include "shell/dialogs/keys_dialog.h"
 #include "shell/framework/texts.h"
 #include "support/text.h"
 
@@ -11,31 +11,6 @@ namespace bw {
 namespace {
 
 constexpr int kLines = 3;  // of words that always have room
-
-std::optional<PadButton> ButtonOf(int key) {
-    switch (key) {
-        case Qt::Key_Up:
-            return kPadUp;
-        case Qt::Key_Down:
-            return kPadDown;
-        case Qt::Key_Left:
-            return kPadLeft;
-        case Qt::Key_Right:
-            return kPadRight;
-        case Qt::Key_X:
-            return kPadA;
-        case Qt::Key_Z:
-            return kPadB;
-        case Qt::Key_Shift:
-        case Qt::Key_Backspace:
-            return kPadSelect;
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-            return kPadStart;
-        default:
-            return std::nullopt;
-    }
-}
 
 }  // namespace
 
@@ -45,8 +20,9 @@ PreviewPage::PreviewPage(DesignHost& host, std::shared_ptr<const GameList> games
       games_(std::move(games)),
       language_(host.CurrentLanguage()),
       layout_(this),
-      screen_(ButtonOf),
+      screen_(keys_),
       preview_(host.Store(), std::move(find), [this] { ShowNews(); }) {
+    keys_.Load(host.Store());
     setFocusProxy(&screen_);
     for (QLabel* label : {&words_, &hint_}) {
         label->setTextFormat(Qt::PlainText);
@@ -134,6 +110,12 @@ void PreviewPage::Hold(uint8_t buttons) {
     ShowNews();
 }
 
+QString PreviewPage::KeysHint() const {
+    const auto key = [&](PadButton button) { return FromQt(KeyText(keys_.KeyOf({0, button}))); };
+    return ToQt(FormatText(LoadText(TextId::kPreviewFocusHint, language_), key(kPadA), key(kPadB),
+                           key(kPadSelect), key(kPadStart)));
+}
+
 QString PreviewPage::Line(TextId id) const {
     return QtText(id, language_);
 }
@@ -163,10 +145,7 @@ void PreviewPage::ShowNews() {
         words_.setText(words);
         words_.setToolTip(words);
     }
-    const QString hint = screen_.hasFocus()
-                             ? ToQt(FormatText(LoadText(TextId::kPreviewFocusHint, language_),
-                                               std::u16string(u"X"), std::u16string(u"Z")))
-                             : Line(TextId::kPreviewHint);
+    const QString hint = screen_.hasFocus() ? KeysHint() : Line(TextId::kPreviewHint);
     if (hint_.text() != hint) hint_.setText(hint);
     screen_.setAccessibleDescription(hint);
 }

@@ -49,6 +49,7 @@ class PreviewPage : public PanelPage {
     void Hold(uint8_t buttons);
     void ShowNews();
     QString Line(TextId id) const;
+    QString KeysHint() const;
 
     DesignHost& host_;
     std::shared_ptr<const GameList> games_;
@@ -57,6 +58,7 @@ class PreviewPage : public PanelPage {
     bool inFront_ = true;  // of the pages that share a place
     bool startPressed_ = false;
     QDockWidget* dock_ = nullptr;
+    PlayKeys keys_;
     QVBoxLayout layout_;
     PreviewView screen_;
     QLabel words_;

@@ -22,7 +22,7 @@ uint32_t PlaceOf(const QKeyEvent& key) {
 
 }  // namespace
 
-PreviewView::PreviewView(ButtonOf buttonOf) : buttonOf_(std::move(buttonOf)) {
+PreviewView::PreviewView(const PlayKeys& keys) : keys_(keys) {
     setObjectName(QStringLiteral("preview_screen"));
     setFocusPolicy(Qt::StrongFocus);
     // An input method would keep letters to itself.
@@ -78,20 +78,24 @@ void PreviewView::paintEvent(QPaintEvent*) {
     }
     if (!hasFocus()) return;
     const double half = kFrame / 2.0;
-    painter.setPen(QPen(palette().color(QPalette::Highlight), kFrame));
+    painter.setPen(QPen(palette().color(QPalette::Highlight), kFrame, Qt::SolidLine, Qt::FlatCap,
+                        Qt::MiterJoin));
     painter.drawRect(place.adjusted(-half, -half, half, half));
 }
 
-std::optional<PadButton> PreviewView::ButtonFor(const QKeyEvent& key) const {
+// The menu takes both pads for one. Select has a second key for keyboards whose Shift is another's.
+std::optional<PadPlace> PreviewView::PlaceFor(const QKeyEvent& key) const {
     if (key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return {};
-    return buttonOf_(key.key());
+    if (key.key() == Qt::Key_Backspace) return PadPlace{0, kPadSelect};
+    const auto place = keys_.PlaceOf(key.key());
+    return place ? std::optional(PadPlace{0, place->button}) : std::nullopt;
 }
 
 bool PreviewView::event(QEvent* event) {
     // Keys that are shortcuts elsewhere are the console's here.
     if (event->type() == QEvent::ShortcutOverride) {
         const auto& key = static_cast<QKeyEvent&>(*event);
-        if (key.key() == Qt::Key_Escape || ButtonFor(key)) event->accept();
+        if (key.key() == Qt::Key_Escape || PlaceFor(key)) event->accept();
     }
     return QWidget::event(event);
 }
@@ -103,17 +107,15 @@ void PreviewView::keyPressEvent(QKeyEvent* event) {
         } else {
             clearFocus();
         }
-    } else if (const auto button = ButtonFor(*event)) {
-        if (event->isAutoRepeat()) return;
-        held_[PlaceOf(*event)] = *button;
-        TellHeld();
+    } else if (const auto button = PlaceFor(*event)) {
+        if (!event->isAutoRepeat() && held_.Press(PlaceOf(*event), *button)) TellHeld();
     } else {
         QWidget::keyPressEvent(event);
     }
 }
 
 void PreviewView::keyReleaseEvent(QKeyEvent* event) {
-    if (!event->isAutoRepeat() && held_.erase(PlaceOf(*event)) != 0) TellHeld();
+    if (!event->isAutoRepeat() && held_.Release(PlaceOf(*event))) TellHeld();
 }
 
 void PreviewView::focusInEvent(QFocusEvent* event) {
@@ -123,16 +125,12 @@ void PreviewView::focusInEvent(QFocusEvent* event) {
 
 void PreviewView::focusOutEvent(QFocusEvent* event) {
     QWidget::focusOutEvent(event);
-    held_.clear();
-    TellHeld();
+    if (held_.ReleaseAll()) TellHeld();
     emit FocusChanged();
 }
 
 void PreviewView::TellHeld() {
-    uint8_t buttons = 0;
-    for (const auto& [place, button] : held_)
-        buttons |= button;
-    emit Held(buttons);
+    emit Held(held_.Pads()[0]);
 }
 
 }  // namespace bw

@@ -4,10 +4,10 @@
 #include <QImage>
 #include <QPointer>
 #include <QWidget>
-#include <map>
 #include <optional>
 
 #include "console/emulator.h"
+#include "shell/dialogs/play_keys.h"
 
 namespace bw {
 
@@ -16,9 +16,8 @@ namespace bw {
 class PreviewView : public QWidget {
     Q_OBJECT
   public:
-    // The button of pad 1 behind a key (Qt::Key), if there is one.
-    using ButtonOf = std::function<std::optional<PadButton>(int key)>;
-    explicit PreviewView(ButtonOf buttonOf);
+    // `keys` must live longer.
+    explicit PreviewView(const PlayKeys& keys);
 
     void Show(const ConsolePicture& picture);
 
@@ -42,13 +41,13 @@ class PreviewView : public QWidget {
 
   private:
     QSize PictureSize(int width) const;
-    std::optional<PadButton> ButtonFor(const QKeyEvent& key) const;
+    std::optional<PadPlace> PlaceFor(const QKeyEvent& key) const;
     void TellHeld();
 
-    ButtonOf buttonOf_;
+    const PlayKeys& keys_;
     QImage picture_;
-    QPointer<QWidget> before_;            // what had the focus
-    std::map<uint32_t, PadButton> held_;  // by the key's place on the keyboard
+    QPointer<QWidget> before_;  // what had the focus
+    HeldKeys held_;
 };
 
 }  // namespace bw

@@ -4,6 +4,7 @@
 #include <QKeySequence>
 
 #include "shell/framework/colors.h"
+#include "support/text.h"
 
 namespace bw {
 namespace {
@@ -19,11 +20,22 @@ constexpr std::array<const char16_t*, PlayKeys::kButtons.size()> kNames{
 
 QString KeyText(int key) {
     if (key == 0) return QStringLiteral("-");
-    const QKeySequence sequence(key == Qt::Key_Shift     ? Qt::SHIFT
-                                : key == Qt::Key_Control ? Qt::CTRL
-                                : key == Qt::Key_Alt     ? Qt::ALT
-                                : key == Qt::Key_Meta    ? Qt::META
-                                                         : key);
+    // A modifier alone has no name as a key.
+    const auto whole = [key]() -> int {
+        switch (key) {
+            case Qt::Key_Shift:
+                return Qt::SHIFT;
+            case Qt::Key_Control:
+                return Qt::CTRL;
+            case Qt::Key_Alt:
+                return Qt::ALT;
+            case Qt::Key_Meta:
+                return Qt::META;
+            default:
+                return key;
+        }
+    };
+    const QKeySequence sequence(whole());
     const QString text = sequence.toString(QKeySequence::NativeText);
     return text.size() > 1 && text.endsWith(u'+') ? text.chopped(1) : text;
 }

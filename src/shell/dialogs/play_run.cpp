@@ -31,8 +31,8 @@ PlayRun::PlayRun(std::unique_ptr<Emulator> emulator, const std::filesystem::path
                  std::function<void()> news, std::shared_future<void> previous)
     : news_(std::move(news)),
       emulator_(std::make_unique<SavingEmulator>(std::move(emulator), std::move(previous))) {
-    session_ =
-        std::make_unique<LiveSession>(*emulator_, *this, LiveOptions{.rom = rom, .sound = true});
+    session_ = std::make_unique<LiveSession>(*emulator_, static_cast<LiveWatcher&>(*this),
+                                             LiveOptions{.rom = rom, .sound = true});
 }
 
 std::optional<ConsolePicture> PlayRun::TakePicture() {

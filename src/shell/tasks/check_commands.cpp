@@ -228,7 +228,7 @@ void CheckCommands::Run(const std::shared_ptr<Job>& job, TaskControl& control) {
     control.Queue().Post([this, job] { Begin(*job); });
     Watch watch(*this, job, control);
     job->outcome = services_.checkCart(*job->emulator, job->subject,
-                                       {.language = job->language, .keepPictures = false}, watch,
+                                       {.keepPictures = false, .language = job->language}, watch,
                                        job->stop.get_token());
 }
 
