@@ -482,48 +482,6 @@ constexpr TextRow kRows[] = {
      u"The signature belongs to another version or file, so nothing was installed.",
      u"该签名属于其他版本或文件，因此未安装任何内容。"},
 
-<<<<<<< HEAD
-    // What the window tells of a check.
-    {kCheckCart, u"Check", u"检查"},
-    {kCheckCartEntry, u"Check the cartridge in the emulator(&T)", u"在模拟器中检查卡带(&T)"},
-    {kShowCheckEntry, u"Pictures of the last check(&P)", u"上次检查的画面(&P)"},
-    {kCheckAfterBuildEntry, u"Check after every build(&K)", u"每次生成后自动检查(&K)"},
-    {kCheckNoEmulator,
-     u"A check runs every game of the cartridge in an emulator, and none was found on this computer. "
-     u"Install the package \"%s\" (on Debian and Ubuntu: sudo apt install %s), then try again.",
-     u"检查会在模拟器中运行卡带里的每个游戏，但本机未找到模拟器。请安装软件包“%s”"
-     u"（Debian 和 Ubuntu：sudo apt install %s），然后重试。"},
-    {kCheckTitle, u"Check on %1", u"在 %1 上检查"},
-    {kCheckStarts, u"Starting the check", u"正在开始检查"},
-    {kCheckingGame, u"Checking: %s", u"正在检查：%s"},
-    {kCheckTimeLeft, u", %s left", u"，剩余 %s"},
-    {kCheckRunning, u"Checking: %d of %d games", u"正在检查：已完成 %d / %d 个游戏"},
-    {kCheckDone, u"Check done: %d of %d games", u"检查完成：%d / %d 个游戏"},
-    {kCheckEndedEarly, u"Check stopped: %d of %d games", u"检查已停止：%d / %d 个游戏"},
-    {kCheckErrors, u", errors: %d", u"，错误：%d"},
-    {kCheckNotes, u", notes: %d", u"，提示：%d"},
-    {kCheckAgain, u"Check again(&A)", u"重新检查(&A)"},
-    {kOnlyFindings, u"Only games with findings(&F)", u"仅显示有问题的游戏(&F)"},
-    {kSaveSheetButton, u"Save the pictures(&S)...", u"保存画面(&S)..."},
-    {kSaveSheet, u"Save the pictures", u"保存画面"},
-    {kPngPictures, u"PNG pictures", u"PNG 图片"},
-    {kSheetSaved, u"Pictures saved: %s", u"画面已保存：%s"},
-    {kGameNotCheckedYet, u"Not checked yet.", u"尚未检查。"},
-    {kGameWithoutFindings,
-     u"Nothing was found: as far as the emulator shows, the game runs from the cartridge.",
-     u"未发现问题：就模拟器所见，该游戏可以在卡带上运行。"},
-    {kGameWithError, u"Error: %1", u"错误：%1"},
-    {kGameWithNote, u"Note: %1", u"提示：%1"},
-    {kFoundByCheck, u"Found by the check on %1:", u"在 %1 上检查时发现："},
-    {kGameNotInList, u"This game isn't in the list any more.", u"此游戏已不在列表中。"},
-    {kCheckPictures, u"Pictures of the games", u"游戏画面"},
-    {kNoCartTables,
-     u"This cartridge can't be checked: its menu isn't one whose game tables are known here.",
-     u"无法检查此卡带：不认识其菜单的游戏表格式。"},
-    {kNothingFoundYet, u"Nothing was found so far.", u"目前未发现问题。"},
-    {kCheckNoCart, u"Nothing was checked: no cartridge could be built.", u"未进行检查：无法生成卡带。"},
-=======
->>>>>>> main
     // A game or a cart that is played in the window.
     {kPlayGameEntry, u"&Play the game", u"试玩此游戏(&P)"},
     {kPlayCartEntry, u"Play the built &cart", u"试玩生成的合卡(&C)"},
@@ -533,11 +491,7 @@ constexpr TextRow kRows[] = {
     {kPlayStepEntry, u"&One picture further", u"前进一帧(&O)"},
     {kPlayFastEntry, u"&Fast forward (hold Tab)", u"快进(按住 Tab)(&F)"},
     {kPlayResetEntry, u"Press &reset", u"按复位键(&R)"},
-<<<<<<< HEAD
-    {kPlayPowerEntry, u"Switch &off and on", u"重新开机(&O)"},
-=======
     {kPlayPowerEntry, u"Switch off and o&n", u"重新开机(&N)"},
->>>>>>> main
     {kPlayPictureEntry, u"&Save the picture...", u"保存画面(&S)..."},
     {kPlayKeysEntry, u"&Keys...", u"按键(&K)..."},
     {kPlaySoundEntry, u"Soun&d", u"声音(&D)"},
