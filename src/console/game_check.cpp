@@ -65,6 +65,10 @@ struct Doubts {
         return !vectors && !jam && !tiles && !mirroring && !fourScreen && registers.count == 0 &&
                mapper.count == 0;
     }
+    bool OnlyFourScreen() const {
+        return fourScreen && !vectors && !jam && !tiles && registers.count == 0 &&
+               mapper.count == 0;
+    }
     bool Any() const { return !OfPictureAlone() || black || still; }
 };
 
@@ -213,7 +217,32 @@ class GameCheck {
                                (!by.doubts.still || by.alone.IsStill()) &&
                                by.cart.LastPicture().pixels == by.alone.LastPicture().pixels;
         if (by.doubts.OfPictureAlone() && plausible) return findings;
+        if (by.doubts.OnlyFourScreen()) {
+            const ConsoleResult<bool> same = HasSamePictures(by);
+            if (!same) return same.Problem();
+            if (*same) return findings;
+        }
         return CompareFrames(by);
+    }
+
+    // The name tables of a game with four of them differ on the board even where nothing of it
+    // shows: the pictures tell, at any of the small distances that the two runs usually have.
+    ConsoleResult<bool> HasSamePictures(const Comparison& by) {
+        constexpr uint32_t kUsualShift = 8;
+        for (uint32_t shift = 0; shift <= kUsualShift; ++shift) {
+            std::vector<uint32_t> frames;
+            for (const GameLook& look : by.cart.looks)
+                frames.push_back(look.frame + shift);
+            const ConsoleResult<GameView> alone = tools_.alone.Watch(Alone(by.image), frames);
+            if (!alone) return alone.Problem();
+            if (std::ranges::equal(
+                    alone->looks, by.cart.looks, {},
+                    [](const GameLook& look) { return look.picture.pixels; },
+                    [](const GameLook& look) { return look.picture.pixels; })) {
+                return true;
+            }
+        }
+        return false;
     }
 
     ConsoleResult<std::vector<CheckFinding>> CompareFrames(const Comparison& by) {
