@@ -18,6 +18,7 @@
 #include "cli/written_files.h"
 #include "console/cart_check.h"
 #include "console/contact_sheet.h"
+#include "console/emulator_words.h"
 #include "console/scratch_folder.h"
 #include "language/problem_text.h"
 #include "support/paths.h"
@@ -138,7 +139,7 @@ class CartChecking {
 
     bool HasEmulator() {
         if (emulator_) return true;
-        user_.Error(FormatText(Text(TextId::kNoEmulator), kEmulatorPackage));
+        user_.Error(NoEmulatorText(language_));
         return false;
     }
 

@@ -9,6 +9,7 @@
 #include "cli/inputs.h"
 #include "cli/terminal_user.h"
 #include "console/emulator.h"
+#include "console/emulator_words.h"
 #include "language/problem_text.h"
 #include "support/files.h"
 #include "support/paths.h"
@@ -77,8 +78,7 @@ int PlayFile(const Arguments& arguments) {
         return kFailed;
     }
     if (!FindEmulator()) {
-        user.Error(
-            FormatText(LoadText(TextId::kPlayNoEmulator, language), ToWide(kEmulatorPackage)));
+        user.Error(NoEmulatorText(language));
         return kMissing;
     }
     const std::optional<fs::path> program = FindWindowProgram();

@@ -207,8 +207,10 @@ constexpr TextRow kRows[] = {
      u"there is no game %d: the cart has %d",
      u"没有第 %d 个游戏：卡带上共有 %d 个"},
     {kNoEmulator,
-     u"no emulator was found. Install the package %s, or name its program in the variable BANKWEAVER_FCEUX",
-     u"找不到模拟器。请安装软件包 %s，或用环境变量 BANKWEAVER_FCEUX 指定其程序"},
+     u"No emulator was found on this computer. Install the package \"%s\" (on Debian and Ubuntu: sudo apt "
+     u"install %s), or name the emulator's program in the variable BANKWEAVER_FCEUX.",
+     u"本机未找到模拟器。请安装软件包“%s”（Debian 和 Ubuntu：sudo apt install %s），或用环境变量 "
+     u"BANKWEAVER_FCEUX 指定模拟器程序。"},
     {kCheckingGames,
      u"Checking %d/%d",
      u"正在检查 %d/%d"},

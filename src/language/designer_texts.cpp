@@ -370,10 +370,6 @@ constexpr TextRow kRows[] = {
     {kPreviewRefused, u"The menu can't be built as it is now: %s", u"目前无法生成菜单：%s"},
     {kPreviewNoGames, u"START would begin the game here. This preview holds no games.",
      u"在此按 START 会启动游戏。预览中不包含游戏。"},
-    {kPreviewNoConsole,
-     u"The preview needs the emulator FCEUX. Install the package \"%s\" and open this page again. "
-     u"All else works without it.",
-     u"预览需要模拟器 FCEUX。请安装软件包“%s”，然后重新打开此页。其他功能不受影响。"},
     {kPreviewConsoleGone,
      u"The emulator has ended. The next change, or opening this page again, starts it anew. %s",
      u"模拟器已结束。下次修改设计或重新打开此页时会再次启动。%s"},

@@ -404,11 +404,6 @@ constexpr TextRow kRows[] = {
     {kCheckCartEntry, u"Check the cartridge in the emulator(&T)", u"在模拟器中检查卡带(&T)"},
     {kShowCheckEntry, u"Pictures of the last check(&P)", u"上次检查的画面(&P)"},
     {kCheckAfterBuildEntry, u"Check after every build(&K)", u"每次生成后自动检查(&K)"},
-    {kCheckNoEmulator,
-     u"A check runs every game of the cartridge in an emulator, and none was found on this computer. "
-     u"Install the package \"%s\" (on Debian and Ubuntu: sudo apt install %s), then try again.",
-     u"检查会在模拟器中运行卡带里的每个游戏，但本机未找到模拟器。请安装软件包“%s”"
-     u"（Debian 和 Ubuntu：sudo apt install %s），然后重试。"},
     {kCheckTitle, u"Check on %1", u"在 %1 上检查"},
     {kCheckStarts, u"Starting the check", u"正在开始检查"},
     {kCheckingGame, u"Checking: %s", u"正在检查：%s"},
@@ -496,9 +491,6 @@ constexpr TextRow kRows[] = {
     {kPlayKeysEntry, u"&Keys...", u"按键(&K)..."},
     {kPlaySoundEntry, u"Soun&d", u"声音(&D)"},
     {kPlaySizeMenu, u"&Size", u"大小(&S)"},
-    {kPlayNoEmulator,
-     u"The emulator that plays the games isn't installed: it is the package \"%s\".",
-     u"尚未安装运行游戏的模拟器：请安装软件包“%s”。"},
     {kPlayNotStarted, u"The emulator can't be started.", u"无法启动模拟器。"},
     {kPlayRefused, u"The emulator doesn't take this file.", u"模拟器不接受此文件。"},
     {kPlayEnded, u"The emulator stopped working.", u"模拟器已停止工作。"},

@@ -3,6 +3,7 @@
 #include <QDockWidget>
 #include <QEvent>
 
+#include "console/emulator_words.h"
 #include "shell/dialogs/keys_dialog.h"
 #include "shell/framework/texts.h"
 #include "support/text.h"
@@ -129,7 +130,7 @@ void PreviewPage::ShowNews() {
         lines += ToQt(FormatText(LoadText(id, language_), values...));
     };
     if (state.noEmulator) {
-        say(TextId::kPreviewNoConsole, ToWide(kEmulatorPackage));
+        lines += ToQt(NoEmulatorText(language_));
     } else {
         if (startPressed_) say(TextId::kPreviewNoGames);
         if (!state.refusal.empty()) say(TextId::kPreviewRefused, state.refusal);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "console/contact_sheet.h"
+#include "console/emulator_words.h"
 #include "language/problem_text.h"
 #include "shell/dialogs/keys_dialog.h"
 #include "shell/framework/placement.h"
@@ -140,8 +141,7 @@ void CPlayDialog::Start() {
     std::unique_ptr<Emulator> emulator = find_();
     found_ = emulator != nullptr;
     if (!found_) {
-        return Fail(
-            FormatText(LoadText(TextId::kPlayNoEmulator, UiLanguage()), ToWide(kEmulatorPackage)));
+        return Fail(NoEmulatorText(UiLanguage()));
     }
     run_ = std::make_unique<PlayRun>(
         std::move(emulator), rom_, [this] { Queue().Post([this] { TakeNews(); }); }, ending_);

@@ -10,6 +10,7 @@
 
 #include "builder/build_words.h"
 #include "builder/layout/board_space.h"
+#include "console/emulator_words.h"
 #include "language/problem_text.h"
 #include "shell/tasks/scratch_cart.h"
 #include "support/paths.h"
@@ -54,11 +55,6 @@ std::filesystem::path FileOf(const GameEntry& entry, const std::filesystem::path
     return AbsolutePath(TextPath(entry.path), base);
 }
 
-std::u16string NoEmulatorText(Language language) {
-    return FormatText(LoadText(TextId::kCheckNoEmulator, language), ToWide(kEmulatorPackage),
-                      ToWide(kEmulatorPackage));
-}
-
 }  // namespace
 
 // The task's thread has it until the task ends, but for what the window's thread sets before.
@@ -86,7 +82,8 @@ class CheckCommands::Watch final : public CheckListener {
         const auto left = TimeLeft(Clock::now() - start_, done, total);
         std::u16string what =
             FormatText(LoadText(TextId::kCheckingGame, job_->language), game.name);
-        if (left) what += FormatText(LoadText(TextId::kCheckTimeLeft, job_->language), TimeText(*left));
+        if (left)
+            what += FormatText(LoadText(TextId::kCheckTimeLeft, job_->language), TimeText(*left));
         control_.Progress({std::move(what), done, total});
         // A picture is a quarter of a megabyte: it is packed here, on this thread.
         auto one =
