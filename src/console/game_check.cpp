@@ -127,6 +127,10 @@ class GameCheck {
             Add(tools_.words.NoHandOver(MenuDriver::kStartFrames));
         } else if (!facts_.byImage && facts_.HasNoProgram()) {
             Add(tools_.words.NoProgram(facts_.ResetVector()));
+        } else if (facts_.misplaced ||
+                   (facts_.overlaps && (view->jammedAt || view->IsBlackThroughout()))) {
+            // By the cart's own bytes it would run like this alone, too.
+            Add(tools_.words.OtherBytes(Mapper()));
         } else {
             Judge(*view, start->writes, doubts);
             if (doubts.Any()) {

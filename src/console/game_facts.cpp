@@ -1,6 +1,7 @@
 #include "console/game_facts.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "rom/multicart_item.h"
 #include "support/files.h"
@@ -48,8 +49,30 @@ GameFacts FactsOfImage(const MulticartItem& item) {
     return facts;
 }
 
+struct Span {
+    uint64_t start;
+    uint64_t bytes;
+    // Shared data begins at the same place, whatever part of it each game sees.
+    bool Crosses(const Span& other) const {
+        return start != other.start && start < other.start + other.bytes &&
+               other.start < start + bytes;
+    }
+};
+
+bool Overlaps(const CartTables& tables, const CartGame& game) {
+    constexpr uint64_t kMenuUnit = 0x4000;
+    const Span own{game.prgOffset, game.prgBytes};
+    return own.Crosses({tables.menuOffset, tables.menuUnits * kMenuUnit}) ||
+           std::ranges::any_of(tables.games, [&](const CartGame& other) {
+               return own.Crosses({other.prgOffset, other.prgBytes}) ||
+                      own.Crosses({other.chrOffset, other.chrBytes});
+           });
+}
+
 GameFacts FactsOfCart(const CheckSubject& subject, const CartGame& game) {
     GameFacts facts;
+    facts.misplaced = std::has_single_bit(game.prgBytes) && game.prgOffset % game.prgBytes != 0;
+    facts.overlaps = Overlaps(subject.tables, game);
     facts.mappers = MappersLike(subject.tables.board, game.mapper);
     facts.vertical = game.vertical;
     facts.fourScreen = game.fourScreen;

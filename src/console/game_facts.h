@@ -16,6 +16,10 @@ struct GameFacts {
     std::vector<uint16_t> mappers{};
     bool vertical = false;
     bool fourScreen = false;
+    // By the cart: no build puts a game there. It begins at no multiple of its length, or lies
+    // partly over the menu or another game. Of two that overlap either may be the wrong one.
+    bool misplaced = false;
+    bool overlaps = false;
     std::vector<uint8_t> lastPrg{};  // the last 8 KB
     std::vector<uint8_t> chr{};      // CHR ROM; empty: the game has CHR RAM
 

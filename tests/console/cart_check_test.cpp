@@ -235,6 +235,9 @@ TEST_F(CartCheckTest, SeesThatAPlaceHoldsNoGame) {
     const CheckOutcome outcome = Check(subject, {.jobs = 1, .frames = 30, .only = {1, 2, 7}});
     EXPECT_EQ(outcome.games.size(), 2u);
     EXPECT_EQ(Errors(outcome), std::vector<std::string>{"lost: no-start"});
+    // A wrong bank: the middle of a game, which stays healthy itself.
+    subject.tables.games[1].prgOffset = subject.tables.games[2].prgOffset - 0x2000;
+    EXPECT_EQ(Errors(Check(subject)), std::vector<std::string>{"lost: no-start"});
 }
 
 TEST_F(CartCheckTest, DrivesAMenuOfOnesOwnByItsKeys) {
