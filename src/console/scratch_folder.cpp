@@ -9,6 +9,7 @@ namespace bw {
 namespace fs = std::filesystem;
 
 ScratchFolder::ScratchFolder(std::string_view label) {
+    RemoveAbandonedWorkFolders();
     const fs::path first = WorkFolder();
     std::error_code error;
     fs::create_directories(first.parent_path(), error);

@@ -8,7 +8,7 @@
 
 namespace bw {
 
-// Goes with all that it holds. What a killed process has left, RemoveAbandonedWorkFolders removes.
+// Goes with all that it holds. What killed processes have left goes when the next one is made.
 class ScratchFolder {
   public:
     // `label` is part of its name; several of one label don't meet.

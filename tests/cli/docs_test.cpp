@@ -83,7 +83,7 @@ TEST(Docs, TheTableOfMappersIsThatOfTheBoard) {
 
 // The examples of a page, one command each, ready for a shell in the test's folder.
 std::vector<std::string> Examples(const fs::path& page) {
-    static const std::regex synopsis(" INPUT|FILE\\.fcm|\\./run +[^biel]");
+    static const std::regex synopsis(" INPUT| CART$| FILE$|FILE\\.fcm|\\./run +[^biel]");
     static const std::regex example("^    (.*(bankweaver-cli|nesasm|\\./run) [a-z].*|sed -i .*)");
     std::vector<std::string> commands;
     std::ifstream text(page);
@@ -127,6 +127,7 @@ TEST_F(Commands, ExamplesOfThePagesWork) {
     fs::create_directories(folder_ / "build/release");
     fs::create_directories(folder_ / "out");
     fs::create_directory_symlink(BANKWEAVER_SAMPLES, folder_ / "build/release/samples");
+    Done("build --board coolgirl -o out/samples.nes build/release/samples/samples.fcl");
     WriteText(folder_ / "home/jq", "#!/bin/sh\ncat\n");
     fs::permissions(folder_ / "home/jq", fs::perms::owner_all);
     const std::string shell = "cd '" + folder_.Path().string() + "' && export LC_ALL=C HOME=$PWD " +
@@ -135,8 +136,8 @@ TEST_F(Commands, ExamplesOfThePagesWork) {
                               "':$PWD/home:$PATH; ";
     size_t run = 0;
     for (const char* page :
-         {"README.md", "docs/cli.md", "docs/designs.md", "docs/external_menus.md", "docs/menu.md",
-          "docs/music.md", "samples/README.md"}) {
+         {"README.md", "docs/cli.md", "docs/console.md", "docs/designs.md",
+          "docs/external_menus.md", "docs/menu.md", "docs/music.md", "samples/README.md"}) {
         for (const std::string& command : Examples(kSource / page)) {
             const std::string line = shell + "(" + command + ") > stdout.txt 2>&1 < /dev/null";
             EXPECT_EQ(std::system(line.c_str()), 0)
