@@ -22,8 +22,7 @@ std::vector<uint32_t> Selection(const CheckSubject& subject, const CheckOptions&
     for (uint32_t i = 0; options.only.empty() && i < count; ++i)
         indices.push_back(i);
     std::ranges::sort(indices);
-    const auto same = std::ranges::unique(indices);
-    indices.erase(same.begin(), same.end());
+    indices.erase(std::unique(indices.begin(), indices.end()), indices.end());
     std::erase_if(indices, [&](uint32_t index) { return index >= count; });
     return indices;
 }
@@ -172,7 +171,8 @@ bool CheckOutcome::HasErrors() const {
 }
 
 CheckOutcome CheckCart(const Emulator& emulator, const CheckSubject& subject,
-                       const CheckOptions& options, CheckListener& listener, std::stop_token stop) {
+                       const CheckOptions& options, CheckListener& listener,
+                       const std::stop_token& stop) {
     return CartCheck(emulator, subject, options, listener, stop).Run(stop);
 }
 

@@ -58,6 +58,6 @@ struct CheckOutcome {
 // Blocks; the emulators run beside each other. Leaves no process and no file, however it ends.
 CheckOutcome CheckCart(const Emulator& emulator, const CheckSubject& subject,
                        const CheckOptions& options, CheckListener& listener,
-                       std::stop_token stop = {});
+                       const std::stop_token& stop = {});
 
 }  // namespace bw

@@ -191,6 +191,7 @@ void AppendSamples(std::vector<uint8_t>& samples, const Surface& surface) {
 
 FileResult<> WritePng(const std::filesystem::path& file, uint32_t width,
                       const std::vector<uint8_t>& samples) {
+    if (width == 0) return ProblemOf(file, std::errc::invalid_argument);
     const auto height = static_cast<uint32_t>(samples.size() / 3 / width);
     const std::vector<uint8_t> png = EncodePng(width, height, samples);
     if (png.empty()) return ProblemOf(file, std::errc::not_enough_memory);

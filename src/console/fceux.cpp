@@ -145,7 +145,7 @@ class FceuxConsole final : public Console {
     ConsoleResult<> Reset() override { return Done("reset"); }
     ConsoleResult<> Load(const fs::path& rom) override {
         if (!IsImage(rom)) return Lose(ConsoleProblem::Kind::kRefused, kNoImage);
-        const ConsoleResult<> loaded = Done("load " + Digits(rom.string()));
+        ConsoleResult<> loaded = Done("load " + Digits(rom.string()));
         // It ends its script over a file that it doesn't know.
         if (!loaded && loaded.Problem().kind == ConsoleProblem::Kind::kEnded)
             return Lose(ConsoleProblem::Kind::kRefused, loaded.Problem().detail);

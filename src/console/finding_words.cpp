@@ -26,7 +26,7 @@ void Append(std::u16string& text, const std::u16string& sentence, Language langu
 }  // namespace
 
 CheckFinding FindingWords::Make(FindingKind kind, FindingSeverity severity, std::u16string text,
-                                std::u16string help) const {
+                                const std::u16string& help) const {
     Append(text, FormatText(Text(TextId::kSeenInEmulator), emulator_, BoardName(board_)),
            language_);
     Append(text, help, language_);

@@ -46,7 +46,7 @@ class FindingWords {
     std::u16string Text(TextId id) const { return LoadText(id, language_); }
     // Joins the sentences, and ends with those on how sure it is and what may help.
     CheckFinding Make(FindingKind kind, FindingSeverity severity, std::u16string text,
-                      std::u16string help) const;
+                      const std::u16string& help) const;
     std::u16string HelpOf(uint16_t mapper) const;
     std::u16string TryBoards(std::string_view boards) const;
     std::u16string Seen(const WatchedWrites& writes, TextId meaning, bool differs) const;

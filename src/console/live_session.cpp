@@ -87,7 +87,7 @@ class LiveSession::Thread {
     std::optional<Turn> TakeTurn(const std::unique_lock<std::mutex>& held);
     Clock::time_point Beginning() const;
     bool Ending();
-    void Load(LoadOrder order);
+    void Load(const LoadOrder& order);
     ConsoleResult<> SwitchOn(const LoadOrder& order);
     void RunTurn(const Turn& turn);
     ConsoleResult<> RunFast(const Turn& turn);
@@ -135,7 +135,7 @@ void LiveSession::Thread::SetPads(PadStates pads) {
 void LiveSession::Thread::Live() {
     while (auto turn = NextTurn()) {
         if (turn->load) {
-            Load(std::move(*turn->load));
+            Load(*turn->load);
         } else {
             RunTurn(*turn);
         }
@@ -210,7 +210,7 @@ ConsoleResult<> LiveSession::Thread::SwitchOn(const LoadOrder& order) {
     return order.prepare ? order.prepare(*console_) : ConsoleResult<>();
 }
 
-void LiveSession::Thread::Load(LoadOrder order) {
+void LiveSession::Thread::Load(const LoadOrder& order) {
     running_ = false;
     resting_ = false;
     if (const auto on = SwitchOn(order); !on) return Fail(on.Problem());

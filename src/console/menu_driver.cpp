@@ -34,7 +34,7 @@ ConsoleResult<bool> MenuDriver::ComesUp() {
         const ConsoleResult<ConsoleRun> run = console_.Run({.frames = kStep, .picture = !own_});
         if (!run) return run.Problem();
         if (run->jammedAt) return false;
-        const ConsoleResult<bool> quiet =
+        ConsoleResult<bool> quiet =
             own_ ? IsQuiet() : ConsoleResult<bool>(!HasOneColour(run->picture));
         if (!quiet || *quiet) return quiet;
     }
@@ -69,7 +69,7 @@ ConsoleResult<GameStart> MenuDriver::Start(uint32_t index, const GameFacts& fact
                                            const std::vector<AddressRange>& watched) {
     if (!up_) return Ended(own_ ? GameStart::End::kNoMenu : GameStart::End::kNotDriven);
     if (keys_) return StartByKeys(index, facts, watched);
-    const ConsoleResult<GameStart> started = StartByVariable(index, watched);
+    ConsoleResult<GameStart> started = StartByVariable(index, watched);
     if (own_ || !started) return started;
     if (started->end == GameStart::End::kStarted) {
         const ConsoleResult<bool> right = HasVectors(facts);

@@ -52,7 +52,7 @@ ConsoleResult<> GoToItem(Console& console, uint32_t item, uint32_t pageSize) {
     const std::vector<uint8_t> turned{
         low(page), high(page), oldLow, oldHigh, low(item), high(item), low(item), high(item), 0,
         0,         1,          0,      0,       low(page), high(page), oldLow,    oldHigh};
-    if (const auto written = console.WriteCpu(kMenuPage, turned); !written) return written;
+    if (auto written = console.WriteCpu(kMenuPage, turned); !written) return written;
     return RunUntilQuiet(console);
 }
 

@@ -200,7 +200,7 @@ QImage RealMenu(const Painter& painter, const std::filesystem::path& folder, uin
 
 TEST(DesignerPreview, ShowsTheMenuOfTheRealCartAtTheGameThatWasChosen) {
     const auto emulator = FindEmulator();
-    if (!emulator) GTEST_SKIP() << "not run: there is no emulator";
+    ASSERT_TRUE(emulator) << "the tests need the package " << kEmulatorPackage;
     const TemporaryFolder folder;
     Painter painter;
     auto& screen = ChildOf<QWidget>(*painter.dialog, "preview_screen");
