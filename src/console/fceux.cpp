@@ -62,7 +62,6 @@ std::string Digits(std::string_view bytes) {
 // A folder that is an emulator's home.
 class Home {
   public:
-    // Empty where no folder could be made.
     const fs::path& Path() const { return folder_.Path(); }
     fs::path Script() const { return Path() / "console.lua"; }
     // Where the emulator has the battery's memory of this ROM.
@@ -71,7 +70,7 @@ class Home {
     }
 
     bool Fill() const {
-        return !Path().empty() && FillFceuxHome(Path(), FceuxMemory::kZeros) &&
+        return FillFceuxHome(Path(), FceuxMemory::kZeros) &&
                MakeFolders(Battery({}).parent_path()) && WriteScratchFile(Script(), bw::Script());
     }
 

@@ -10,24 +10,20 @@ namespace fs = std::filesystem;
 
 ScratchFolder::ScratchFolder(std::string_view label) {
     RemoveAbandonedWorkFolders();
-    const fs::path first = WorkFolder();
     std::error_code error;
-    fs::create_directories(first.parent_path(), error);
-    for (int number = 1; !error; ++number) {
-        path_ = first;
+    fs::create_directories(WorkFolder().parent_path(), error);
+    for (int number = 1; !made_; ++number) {
+        path_ = WorkFolder();
         path_ += fmt::format("-{}-{}", label, number);
-        if (fs::create_directory(path_, error)) break;
+        made_ = !error && fs::create_directory(path_, error);
+        if (error) return;
     }
-    if (!error) fs::permissions(path_, fs::perms::owner_all, error);
-    if (error) {
-        path_.clear();
-    } else if (FileResult<FileLock> lock = FileLock::TryTake(path_)) {
-        lock_ = std::move(*lock);
-    }
+    fs::permissions(path_, fs::perms::owner_all, error);
+    if (FileResult<FileLock> lock = FileLock::TryTake(path_)) lock_ = std::move(*lock);
 }
 
 ScratchFolder::~ScratchFolder() {
-    if (!path_.empty()) RemoveFolder(path_);
+    if (made_) RemoveFolder(path_);
 }
 
 }  // namespace bw

@@ -17,11 +17,12 @@ class ScratchFolder {
     ScratchFolder& operator=(const ScratchFolder&) = delete;
     ~ScratchFolder();
 
-    // Empty where no folder could be made.
+    // Absolute. Where no folder could be made there is none, and what is to be written there fails.
     const std::filesystem::path& Path() const { return path_; }
 
   private:
     std::filesystem::path path_;
+    bool made_ = false;
     FileLock lock_;
 };
 
