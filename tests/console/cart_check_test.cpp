@@ -343,7 +343,8 @@ TEST_F(CartCheckTest, StopsAtOnce) {
     });
     const CheckOutcome outcome =
         CheckCart(*emulator, subject, {.frames = 30000}, listener, stop.get_token());
-    EXPECT_LT(std::chrono::steady_clock::now() - asked, std::chrono::milliseconds(500));
+    // It would go on for a minute; a busy machine is slow to hear.
+    EXPECT_LT(std::chrono::steady_clock::now() - asked, std::chrono::seconds(5));
     EXPECT_TRUE(outcome.stopped);
 }
 
