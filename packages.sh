@@ -2,7 +2,7 @@
 # and builds. Sourced, not run.
 
 build_packages="g++ cmake ninja-build libfmt-dev libutf8proc-dev libsqlite3-dev libdeflate-dev libcli11-dev
-    libpng-dev rapidjson-dev libcurl4-openssl-dev libsodium-dev qt6-base-dev librsvg2-bin"
+    libpng-dev rapidjson-dev libarchive-dev libexpat1-dev libcurl4-openssl-dev libsodium-dev qt6-base-dev librsvg2-bin"
 # Qt's own texts in Chinese, a font that has Chinese, and the plug-in for Wayland sessions.
 window_packages="qt6-translations-l10n fonts-wqy-microhei qt6-wayland"
 # A display, a window manager, a tray and a person's hands.

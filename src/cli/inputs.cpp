@@ -87,7 +87,7 @@ class Gatherer {
 
     // A file without a valid header: one that can't be read isn't to be taken for no image.
     void TellNoImage(const std::filesystem::path& file, Severity severity) {
-        const FileResult<File> image = OpenImage(file);
+        const FileResult<ImageFile> image = OpenImage(file);
         Tell(image ? Diagnostic{severity,
                                 FormatText(Text(TextId::kNotANesFile), VisibleText(PathText(file)))}
                    : FileDiagnostic(image.Problem(), language_, severity));

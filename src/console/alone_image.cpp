@@ -25,7 +25,7 @@ InesHeader HeaderOf(const CartGame& game) {
 // Copies pieces of a cart's ROM one behind the other.
 class ImageWriter {
   public:
-    ImageWriter(const File& cart, const CartTables& tables, File& image)
+    ImageWriter(const ImageFile& cart, const CartTables& tables, File& image)
         : cart_(cart), tables_(tables), image_(image), buffer_(kBufferSize) {}
 
     FileResult<> Append(uint64_t offset, uint64_t bytes) {
@@ -51,7 +51,7 @@ class ImageWriter {
     }
 
   private:
-    const File& cart_;
+    const ImageFile& cart_;
     const CartTables& tables_;
     File& image_;
     std::vector<uint8_t> buffer_;
@@ -62,7 +62,7 @@ class ImageWriter {
 
 FileResult<> WriteAloneImage(const std::filesystem::path& cart, const CartTables& tables,
                              const CartGame& game, const std::filesystem::path& image) {
-    const FileResult<File> from = OpenImage(cart);
+    const FileResult<ImageFile> from = OpenImage(cart);
     if (!from) return from.Problem();
     FileResult<File> to = File::Create(image);
     if (!to) return to.Problem();

@@ -24,7 +24,7 @@ void SetHeaderState(GameEntry& entry, size_t arrived) {
 }
 
 void ReadHeader(GameEntry& entry, const std::filesystem::path& file) {
-    const FileResult<File> image = OpenImage(file);
+    const FileResult<ImageFile> image = OpenImage(file);
     SetHeaderState(entry, image ? image->ReadAt(0, entry.header.bytes).ValueOr(0) : 0);
 }
 

@@ -3,10 +3,12 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "rom/image_crcs.h"
 #include "rom/ines_header.h"
 #include "support/file_problem.h"
 
@@ -17,8 +19,12 @@ struct GameEntry {
     std::u16string name;    // what the list shows and the console prints
     std::u16string remark;  // the user's own words
     InesHeader header;
-    bool headerRead = false;  // 16 bytes could be read from the file
-    bool checked = false;     // takes part in a build
+    // Of the file, bytes, when it was read last or as a list remembers it; 0 where nobody knows.
+    uint64_t size = 0;
+    std::optional<DataCrcs> crcs = {};  // once somebody has read the data
+    bool missing = false;               // no file was there when it was looked for last
+    bool headerRead = false;            // 16 bytes could be read from the file
+    bool checked = false;               // takes part in a build
     bool coolboySupported = false;
     bool coolgirlSupported = false;
 

@@ -1,22 +1,84 @@
-// Game images on disk: opening one, finding those of a folder, and reading the starts of many.
+// Game images on disk and in archives: the one door to their bytes. An image in an archive has the
+// path of the archive followed by its place inside ("games.zip/USA/Game.nes"); a file that really
+// has that path wins. Archives (.zip .7z .rar .gz .tar and .tar.* ) are read only, through memory,
+// and nothing of them is written to disk.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <variant>
 #include <vector>
 
 #include "support/files.h"
 
 namespace bw {
 
+// An image for reading: a file, or the bytes of a member of an archive. Moves, doesn't copy.
+class ImageFile {
+  public:
+    explicit ImageFile(File file) : source_(std::move(file)) {}
+    // `size`: of the member as the archive has it; `bytes` may be fewer, see OpenImage.
+    ImageFile(std::vector<uint8_t> bytes, uint64_t size)
+        : source_(Member{std::move(bytes), size}) {}
+
+    FileResult<uint64_t> Size() const;
+    // As File's.
+    FileResult<size_t> ReadAt(uint64_t offset, std::span<uint8_t> buffer) const;
+
+  private:
+    struct Member {
+        std::vector<uint8_t> bytes;
+        uint64_t size;
+    };
+    std::variant<File, Member> source_;
+};
+
 // An image for reading. Only regular files open: a folder, a pipe or a device counts as a file
-// that can't be opened, and nothing waits for its other end.
-FileResult<File> OpenImage(const std::filesystem::path& path);
+// that can't be opened, and nothing waits for its other end. Of a member of an archive as much is
+// in memory as its header announces (at most 6.3 MB); a foreign file in an archive has its first 16
+// bytes. Reads an archive up to the member: for many images use VisitImages.
+FileResult<ImageFile> OpenImage(const std::filesystem::path& path);
+
+// The file on disk that an image lies in: the archive, or the path itself.
+std::filesystem::path ContainerOf(const std::filesystem::path& path);
+// By the name alone, letter case aside.
+bool HasArchiveExtension(const std::filesystem::path& path);
+
+// Opens many images, each archive once and in its own order, whatever order the paths have, by at
+// most `threads` threads. `visit` is called once for each path, from several threads at once; the
+// image lives until it returns. After `goOn` has given false (asked before each image) no more are
+// visited.
+enum class ImageDepth : uint8_t {
+    kHeader,  // 16 bytes are enough
+    kWhole,   // the data too
+};
+using ImageVisit = std::function<void(size_t index, const FileResult<ImageFile>& image)>;
+void VisitImages(std::span<const std::filesystem::path> paths, ImageDepth depth, size_t threads,
+                 const ImageVisit& visit, const std::function<bool()>& goOn = {});
+
+// What an archive holds, or is, that isn't taken in, and why. list/left_out.h has the words.
+struct LeftOut {
+    enum class Reason : uint8_t {
+        kEncrypted,
+        kNested,      // an archive in an archive
+        kUnsafePath,  // absolute, or with ".."
+        kLink,
+        kTooLarge,  // unpacks to more than games take
+        kDamaged,   // the archive, from here on
+        kTooMany,   // members; the rest isn't looked at
+        kNoImages,  // an archive without a single one
+        kNoGame,    // named like an image, and is none
+    };
+    std::filesystem::path place;  // of the archive, or of the member
+    Reason reason = Reason::kDamaged;
+};
 
 // The images of a folder tree, in order of path, component by component.
 struct FolderImages {

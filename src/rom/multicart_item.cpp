@@ -18,7 +18,7 @@ namespace {
 using ReadBuffer = std::array<uint8_t, 65536>;
 
 // The CRC of `size` bytes at `offset`; what the file doesn't have counts as 0xFF.
-uint32_t CrcOfFile(const File& file, uint64_t offset, uint32_t size, ReadBuffer& buffer) {
+uint32_t CrcOfFile(const ImageFile& file, uint64_t offset, uint32_t size, ReadBuffer& buffer) {
     uint32_t crc = 0;
     size_t filled = buffer.size();  // 0xFF from here on
     while (size > 0) {
@@ -37,7 +37,7 @@ uint32_t CrcOfFile(const File& file, uint64_t offset, uint32_t size, ReadBuffer&
 
 bool MulticartItem::Load(const std::filesystem::path& file) {
     path = file;
-    const FileResult<File> image = OpenImage(path);
+    const FileResult<ImageFile> image = OpenImage(path);
     InesHeader header;
     if (!image || !image->ReadAt(0, header.bytes) || !header.HasMagic()) return false;
 
@@ -85,7 +85,7 @@ void MulticartItem::SetChrUnits(uint32_t units) {
 }
 
 std::optional<FileProblem> WhyUnread(const std::filesystem::path& file) {
-    const FileResult<File> image = OpenImage(file);
+    const FileResult<ImageFile> image = OpenImage(file);
     if (!image) return image.Problem();
     InesHeader header;
     const FileResult<size_t> arrived = image->ReadAt(0, header.bytes);

@@ -26,6 +26,7 @@ const std::map<std::string, std::string> kAllowed{
     {"src/language", "src/support"},
     {"src/settings", "src/support src/language"},
     {"src/list", "src/support src/language src/rom"},
+    {"src/list/collection", "src/support src/language src/rom src/list"},
     {"src/list/search", "src/support src/language src/rom src/list"},
     {"src/designer/model", kBelowDesigner},
     {"src/designer/pictures", kBelowDesigner + "src/designer/model"},
@@ -42,11 +43,13 @@ const std::map<std::string, std::string> kAllowed{
     {"src/builder/layout", kBelowBuilder + "src/builder/input"},
     {"src/builder/tables", kBelowBuilder + "src/builder/input src/builder/layout"},
     {"src/builder/output", kBelowBuilder + "src/builder/input src/builder/layout"},
+    {"src/builder/carts",
+     kBelowBuilder + "src/builder/input src/builder/layout src/builder/tables"},
     {"src/builder/design_check",
      kBelowBuilder + "src/designer/gestures src/designer/pictures src/designer/tools "
                      "src/builder/input src/builder/layout src/builder/tables"},
     {"src/builder", kBelowBuilder + "src/builder/input src/builder/layout src/builder/tables "
-                                    "src/builder/output"},
+                                    "src/builder/output src/builder/carts"},
     {"src/console", kBelowConsole},
     {"src/update", kBelowDesigner},
     {"src/cli", kBelowPrograms},

@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "rom/board_mapper.h"
-#include "rom/image_files.h"
 #include "rom/ines_header.h"
 
 namespace bw {
@@ -45,7 +44,7 @@ std::optional<BoardType> BoardOf(std::string_view name) {
 }  // namespace
 
 FileResult<CartFile> CartFile::Open(const std::filesystem::path& path) {
-    FileResult<File> file = OpenImage(path);
+    FileResult<ImageFile> file = OpenImage(path);
     if (!file) return file.Problem();
     CartFile cart(std::move(*file));
     const FileResult<uint64_t> size = cart.file_.Size();

@@ -9,6 +9,7 @@
 
 #include "builder/input/rom_format.h"
 #include "rom/board_tables.h"
+#include "rom/image_files.h"
 #include "support/files.h"
 
 namespace bw {
@@ -32,7 +33,7 @@ class CartFile {
     std::optional<CartBank> Bank(uint64_t offset) const;
 
   private:
-    explicit CartFile(File file) : file_(std::move(file)) {}
+    explicit CartFile(ImageFile file) : file_(std::move(file)) {}
     bool ReadContainer();
     bool ReadNes20(const std::array<uint8_t, 16>& header);
     bool ReadUnif();
@@ -40,7 +41,7 @@ class CartFile {
     bool Read(uint64_t offset, std::span<uint8_t> bytes) const;
     void SetRom(uint64_t start, uint64_t bytes);
 
-    File file_;
+    ImageFile file_;
     uint64_t fileBytes_ = 0;
     std::optional<BoardType> board_;
     RomFormat format_ = RomFormat::kBinary;

@@ -1,0 +1,14 @@
+// The words for what a reading of files has left out.
+#pragma once
+
+#include <string>
+
+#include "language/language.h"
+#include "rom/image_files.h"
+
+namespace bw {
+
+// One line for people, the place among it.
+std::u16string LeftOutText(const LeftOut& item, Language language);
+
+}  // namespace bw
