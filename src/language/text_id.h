@@ -1054,6 +1054,25 @@ enum class TextId {
 
     // Carts that are read back.
     kNoCart = 12580,
+
+    // Names, versions and missing files of a collection.
+    kNoNameDatabase = 12630,
+    kNameDatabaseDamaged,
+    kHelpTidyNames,
+    kHelpNames,
+    kHelpShortenNames,
+    kHelpKeepBest,
+    kHelpLookIn,
+    kReadingSums,
+    kReadingDatabase,
+    kNamesTidied,
+    kNamesFromDatabase,
+    kNotInDatabase,
+    kBestKept,
+    kMissingFound,
+    kStillMissing,
+    kSumsNotRead,
+    kStoppedBeforeEnd,
 };
 
 }  // namespace bw
