@@ -390,7 +390,8 @@ constexpr TextRow kRows[] = {
      u"在 %s 中找到缺失的文件：%d / %d"},
     {kStillMissing, u"Still missing: %s", u"仍然缺失：%s"},
     {kSumsNotRead, u"%s can't be read to know it by its data", u"无法读取 %s，不能按数据识别"},
-    {kStoppedBeforeEnd, u"Stopped", u"已停止"},
+    {kAndMoreOfThem, u"... and %d more (-v tells which)", u"……另有 %d 个（用 -v 查看）"},
+    {kVersionLeftOut, u"Left out, another version is better: %s", u"已有更好的版本，略过：%s"},
 };
 // clang-format on
 

@@ -1072,7 +1072,8 @@ enum class TextId {
     kMissingFound,
     kStillMissing,
     kSumsNotRead,
-    kStoppedBeforeEnd,
+    kAndMoreOfThem,
+    kVersionLeftOut,
 };
 
 }  // namespace bw
