@@ -1054,6 +1054,39 @@ enum class TextId {
 
     // Carts that are read back.
     kNoCart = 12580,
+
+    // Carts that are opened again, by words below the command line and of its own.
+    kMapperIsLikely = 12720,
+    kPrgIsLikely,
+    kNoSumsNoted,
+    kSplitWrong,
+    kSplitCutShort,
+    kSplitExists,
+    kHelpSplit,
+    kHelpCompare,
+    kHelpCart,
+    kHelpSplitFolder,
+    kHelpDump,
+    kHelpSector,
+    kCartIsNoList,
+    kCartSummary,
+    kCartWithoutNotes,
+    kNotKnownColumn,
+    kFourScreenCell,
+    kSplitting,
+    kSplitDone,
+    kSplitStopped,
+    kSplitUnproved,
+    kComparing,
+    kCompareStopped,
+    kCartsAreSame,
+    kCartsDiffer,
+    kDumpTooShort,
+    kErasedBehind,
+    kOtherBehind,
+    kBytesThatDiffer,
+    kSectorsThatDiffer,
+    kLiesInNoGame,
 };
 
 }  // namespace bw
