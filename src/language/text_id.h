@@ -1087,6 +1087,24 @@ enum class TextId {
     kBytesThatDiffer,
     kSectorsThatDiffer,
     kLiesInNoGame,
+    // Names, versions and missing files of a collection.
+    kNoNameDatabase = 12630,
+    kNameDatabaseDamaged,
+    kHelpTidyNames,
+    kHelpNames,
+    kHelpShortenNames,
+    kHelpKeepBest,
+    kHelpLookIn,
+    kReadingSums,
+    kReadingDatabase,
+    kNamesTidied,
+    kNamesFromDatabase,
+    kNotInDatabase,
+    kBestKept,
+    kMissingFound,
+    kStillMissing,
+    kSumsNotRead,
+    kStoppedBeforeEnd,
 };
 
 }  // namespace bw
