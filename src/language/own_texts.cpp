@@ -33,8 +33,12 @@ constexpr TextRow kRows[] = {
     {kCommaChecked, u", checked", u"，已选中"},
     {kFilterList, u"Filter the list", u"筛选列表"},
     {kFilterTip,
-     u"Shows only the games whose name, remark or path holds this text",
-     u"只显示名称、备注或路径中包含这些文字的游戏"},
+     u"Shows only the games whose name, remark or path holds this text. Words that ask for more:\n"
+     u"board:coolboy (mindkids, coolgirl)\nmapper:4\nsize:>256k\nbattery:yes\n"
+     u"checked:   checked:no\nsame: (versions of a game)   same:data\nmissing: (the file is gone)",
+     u"只显示名称、备注或路径中包含这些文字的游戏。还可使用以下条件：\n"
+     u"board:coolboy（mindkids、coolgirl）\nmapper:4\nsize:>256k\nbattery:yes\n"
+     u"checked:（已勾选）　checked:no\nsame:（同一游戏的各个版本）　same:data\nmissing:（文件缺失）"},
     {kShownOfAll,
      u"%1 of %2 shown; a build takes hidden games too",
      u"显示 %1 项，共 %2 项；生成时也包含隐藏的游戏"},
@@ -551,8 +555,8 @@ constexpr TextRow kRows[] = {
     {kReadingDat, u"Reading the database %s", u"正在读取数据库 %s"},
     {kDatFiles, u"Databases of names", u"名称数据库"},
     {kSameFound,
-     u"%d games share their data with another one, in %d groups. The filter \"same:\" shows them.",
-     u"%d 个游戏与其他游戏数据相同，共 %d 组。在筛选框输入“same:”即可只显示它们。"},
+     u"%d games share their data with another one, in %d groups. The filter \"same:data\" shows them.",
+     u"%d 个游戏与其他游戏数据相同，共 %d 组。在筛选框输入“same:data”即可只显示它们。"},
     {kNoneSame, u"No two games are the same.", u"没有相同的游戏。"},
     {kSomeUnread, u" %d file(s) couldn't be read.", u"有 %d 个文件无法读取。"},
     {kSameDataAs, u"The same data is in:\n%1", u"以下游戏的数据与此相同：\n%1"},

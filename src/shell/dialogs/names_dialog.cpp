@@ -1,5 +1,6 @@
 #include "shell/dialogs/names_dialog.h"
 
+#include <QScreen>
 #include <algorithm>
 #include <utility>
 
@@ -235,10 +236,8 @@ void CNamesDialog::ShowCounts() {
     all_.setEnabled(counts.all > 0);
     inverse_.setEnabled(counts.all > 0);
     if (work_.isActive()) return;
-    unfound_.setText(QtText(TextId::kDatCounts, language)
-                         .arg(made_.unknown)
-                         .arg(made_.unread)
-                         .arg(made_.same));
+    unfound_.setText(
+        QtText(TextId::kDatCounts, language).arg(made_.unknown).arg(made_.unread).arg(made_.same));
 }
 
 void CNamesDialog::StoreRules() {

@@ -12,7 +12,7 @@
 namespace bw {
 namespace {
 
-constexpr int kMargin = 12;         // at both ends of a cell's text together, in pixels
+constexpr int kMargin = 12;          // at both ends of a cell's text together, in pixels
 constexpr int kConsoleColumns = 32;  // characters in a line of the console's screen
 
 TextId TitleOf(int column) {
@@ -248,7 +248,8 @@ void NamesTable::keyPressEvent(QKeyEvent* event) {
     for (const QModelIndex& index : selectionModel()->selectedRows())
         places.push_back(index.row());
     if (places.empty()) return;
-    const QModelIndex first = currentIndex().isValid() ? currentIndex() : model_.index(places[0], 0);
+    const QModelIndex first =
+        currentIndex().isValid() ? currentIndex() : model_.index(places[0], 0);
     const QVariant mark = first.siblingAtColumn(0).data(Qt::CheckStateRole);
     model_.SetTaken(places, mark.toInt() == Qt::Unchecked);
 }
