@@ -576,7 +576,6 @@ constexpr TextRow kRows[] = {
     {kBestCounts,
      u"%1 games are here in more than one version; %2 of %3 checked ones stay.",
      u"%1 个游戏有多个版本；已勾选的 %3 个中保留 %2 个。"},
-    {kLookOutcome, u"Found %d of %d missing files.", u"已找到 %d 个，缺失文件共 %d 个。"},
 };
 // clang-format on
 

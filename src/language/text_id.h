@@ -1105,7 +1105,25 @@ enum class TextId {
     kVersionStays,
     kVersionGoes,
     kBestCounts,
-    kLookOutcome,
+
+    // Names, versions and missing files of a collection.
+    kNoNameDatabase = 12630,
+    kNameDatabaseDamaged,
+    kHelpTidyNames,
+    kHelpNames,
+    kHelpShortenNames,
+    kHelpKeepBest,
+    kHelpLookIn,
+    kReadingSums,
+    kReadingDatabase,
+    kNamesTidied,
+    kNamesFromDatabase,
+    kNotInDatabase,
+    kBestKept,
+    kMissingFound,
+    kStillMissing,
+    kSumsNotRead,
+    kStoppedBeforeEnd,
 };
 
 }  // namespace bw

@@ -164,11 +164,11 @@ void CollectionTasks::LookForMissing() {
             reading.found =
                 bw::LookForMissing(reading.games, reading.rows, folder, reading.base, follow);
         },
-        [this](Reading& reading) {
+        [this, folder = *folder](Reading& reading) {
             const size_t found = reading.found.size();
             host_.Editor().ReplaceEntries(std::move(reading.found));
-            host_.Tell(FormatText(LoadText(TextId::kLookOutcome, host_.CurrentLanguage()), found,
-                                  reading.rows.size()));
+            host_.Tell(FormatText(LoadText(TextId::kMissingFound, host_.CurrentLanguage()),
+                                  PathText(folder), found, reading.rows.size()));
         });
 }
 
