@@ -66,7 +66,7 @@ void BareParse(const std::filesystem::path& path) {
 }
 
 void Database() {
-    const bw::test::TemporaryFolder folder;
+    const TemporaryFolder folder;
     const std::filesystem::path file = folder.Path() / "games.dat";
     const uint32_t games = WriteDat(file);
     std::unordered_set<uint32_t> wanted;

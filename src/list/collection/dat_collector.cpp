@@ -11,6 +11,7 @@ namespace bw {
 namespace {
 
 constexpr size_t kCrcDigits = 8;
+constexpr unsigned kBeginBits = 18;  // 32 KB
 
 bool IsUtf8(std::string_view bytes) {
     return ToUtf8(ToWide(bytes)) == bytes;
@@ -47,10 +48,16 @@ std::optional<uint32_t> CrcOf(std::string_view digits) {
 
 }  // namespace
 
+DatCollector::DatCollector(const std::unordered_set<uint32_t>& wanted)
+    : wanted_(wanted), begins_(size_t{1} << kBeginBits) {
+    for (const uint32_t crc : wanted)
+        begins_[crc >> (32 - kBeginBits)] = true;
+}
+
 void DatCollector::AddRom(std::string_view digits) {
     ++names_.roms;
     const std::optional<uint32_t> crc = CrcOf(digits);
-    if (!crc || !wanted_.contains(*crc)) return;
+    if (!crc || !begins_[*crc >> (32 - kBeginBits)] || !wanted_.contains(*crc)) return;
     std::u16string name = NameOf(game_);
     if (!name.empty()) names_.byCrc.try_emplace(*crc, std::move(name));
 }

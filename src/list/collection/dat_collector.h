@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "list/collection/dat_file.h"
 
@@ -18,7 +19,7 @@ inline constexpr size_t kDatDepth = 64;
 
 class DatCollector {
   public:
-    explicit DatCollector(const std::unordered_set<uint32_t>& wanted) : wanted_(wanted) {}
+    explicit DatCollector(const std::unordered_set<uint32_t>& wanted);
 
     // Of the game that the next files belong to; again where a title follows a name that is but a
     // code. In UTF-8, or ISO 8859-1 where it is none.
@@ -33,6 +34,9 @@ class DatCollector {
 
   private:
     const std::unordered_set<uint32_t>& wanted_;
+    // Whether any that is wanted begins with these bits: most of a large database is not, and this
+    // stays in the processor's cache.
+    std::vector<bool> begins_;
     std::string game_;
     std::u16string name_;
     DatNames names_;
@@ -42,8 +46,11 @@ class DatCollector {
 class DatReader {
   public:
     virtual ~DatReader() = default;
-    // `last`: nothing follows. Once it has given a problem it isn't fed any more.
-    virtual std::optional<DatProblem> Feed(std::span<const char> bytes, bool last) = 0;
+    // Where the next bytes go; empty if there is no memory.
+    virtual std::span<char> Room(size_t size) = 0;
+    // Of those, so many have come. `last`: nothing follows. Once it has given a problem it isn't
+    // fed any more.
+    virtual std::optional<DatProblem> Feed(size_t count, bool last) = 0;
     // Where it is, from 1.
     virtual uint64_t Line() const = 0;
 };

@@ -45,20 +45,23 @@ Result<DatNames, DatProblem> ReadDat(const std::filesystem::path& file,
 
     DatCollector collector(wanted);
     std::unique_ptr<DatReader> reader;
-    std::vector<char> buffer(kPiece);
+    std::vector<char> first(kPiece);
     for (uint64_t done = 0;;) {
-        const std::span bytes(reinterpret_cast<uint8_t*>(buffer.data()), buffer.size());
+        const std::span<char> room = reader ? reader->Room(kPiece) : std::span(first);
+        const std::span bytes(reinterpret_cast<uint8_t*>(room.data()), room.size());
         const FileResult<size_t> arrived = opened->ReadAt(done, bytes);
         if (!arrived && !reader) return problem(arrived.Problem());
         if (!arrived) return DatProblem{DatProblem::Kind::kDamaged, {}, reader->Line()};
-        std::string_view piece(buffer.data(), *arrived);
+        size_t count = *arrived;
         if (!reader) {
-            if (piece.starts_with(kByteOrderMark)) piece.remove_prefix(kByteOrderMark.size());
-            reader = ReaderFor(piece, collector);
+            std::string_view start(first.data(), count);
+            if (start.starts_with(kByteOrderMark)) start.remove_prefix(kByteOrderMark.size());
+            reader = ReaderFor(start, collector);
             if (!reader) return DatProblem{.kind = DatProblem::Kind::kNoDatabase};
+            count = start.copy(reader->Room(kPiece).data(), start.size());
         }
-        const bool last = *arrived < buffer.size();
-        if (const auto fault = reader->Feed(piece, last)) return *fault;
+        const bool last = *arrived < kPiece;
+        if (const auto fault = reader->Feed(count, last)) return *fault;
         done += *arrived;
         if (last || (progress && !progress(done, total))) return collector.Take();
     }

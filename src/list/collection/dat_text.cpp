@@ -28,8 +28,13 @@ class TextReader : public DatReader {
   public:
     explicit TextReader(DatCollector& collector) : collector_(collector) {}
 
-    std::optional<DatProblem> Feed(std::span<const char> bytes, bool last) override {
-        for (const char letter : bytes) {
+    std::span<char> Room(size_t size) override {
+        buffer_.resize(size);
+        return buffer_;
+    }
+
+    std::optional<DatProblem> Feed(size_t count, bool last) override {
+        for (const char letter : std::span(buffer_).first(count)) {
             if (!Step(letter)) return Problem();
             if (letter == '\n') ++line_;
         }
@@ -133,6 +138,7 @@ class TextReader : public DatReader {
     }
 
     DatCollector& collector_;
+    std::vector<char> buffer_;
     uint64_t line_ = 1;
     State state_ = State::kBetween;
     bool begun_ = false;

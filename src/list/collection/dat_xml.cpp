@@ -20,9 +20,9 @@ constexpr size_t kMostDefaults = 256;
 
 constexpr std::string_view kRoots[] = {"datafile", "softwarelist", "softwarelists", "mame"};
 
-std::string_view Attribute(const char** attributes, std::string_view name) {
+std::string_view Attribute(const char** attributes, const char* name) {
     for (; *attributes != nullptr; attributes += 2) {
-        if (name == *attributes) return attributes[1];
+        if (std::strcmp(name, *attributes) == 0) return attributes[1];
     }
     return {};
 }
@@ -40,10 +40,15 @@ class XmlReader : public DatReader {
         XML_SetAttlistDeclHandler(parser_.get(), &XmlReader::OnDefault);
     }
 
-    std::optional<DatProblem> Feed(std::span<const char> bytes, bool last) override {
-        fed_ += bytes.size();
+    std::span<char> Room(size_t size) override {
+        auto* const buffer = XML_GetBuffer(parser_.get(), static_cast<int>(size));
+        return buffer != nullptr ? std::span(static_cast<char*>(buffer), size) : std::span<char>();
+    }
+
+    std::optional<DatProblem> Feed(size_t count, bool last) override {
+        fed_ += count;
         const XML_Status status =
-            XML_Parse(parser_.get(), bytes.data(), static_cast<int>(bytes.size()), last ? 1 : 0);
+            XML_ParseBuffer(parser_.get(), static_cast<int>(count), last ? 1 : 0);
         if (status != XML_STATUS_OK) return problem_.value_or(Damaged());
         // Nothing is told of a piece that only lengthens a token.
         const XML_Index done = XML_GetCurrentByteIndex(parser_.get());
@@ -98,7 +103,7 @@ class XmlReader : public DatReader {
             Stop(Damaged());
         } else if (std::strcmp(name, "rom") == 0) {
             if (inGame_) collector_.AddRom(Attribute(attributes, "crc"));
-        } else if (depth_ <= kNamesDepth) {
+        } else if (depth_ <= kNamesDepth && (!inGame_ || titled_)) {
             BeginOther(name, attributes);
         }
     }

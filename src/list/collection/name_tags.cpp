@@ -9,8 +9,15 @@ namespace {
 
 using View = std::u16string_view;
 
-constexpr View kOpening = u"([（［【";
-constexpr View kClosing = u")]）］】";
+// Asked of every letter of a long list.
+bool IsOpening(char16_t unit) {
+    if (unit > u'[' && unit < u'【') return false;
+    return unit == u'(' || unit == u'[' || unit == u'（' || unit == u'［' || unit == u'【';
+}
+bool IsClosing(char16_t unit) {
+    if (unit > u']' && unit < u'】') return false;
+    return unit == u')' || unit == u']' || unit == u'）' || unit == u'］' || unit == u'】';
+}
 
 bool IsBlank(char16_t unit) {
     return unit == u' ' || unit == u'\t' || unit == 0xA0 || unit == 0x3000;
@@ -28,8 +35,8 @@ View Trimmed(View text) {
 std::optional<size_t> TagLength(View text) {
     size_t depth = 0;
     for (size_t i = 0; i < text.size(); ++i) {
-        if (kOpening.find(text[i]) != View::npos) ++depth;
-        if (kClosing.find(text[i]) != View::npos && --depth == 0) return i + 1;
+        if (IsOpening(text[i])) ++depth;
+        if (IsClosing(text[i]) && --depth == 0) return i + 1;
     }
     return std::nullopt;
 }
@@ -230,12 +237,13 @@ TagKind KindOf(const std::string& text, bool square) {
 std::optional<NamePiece> NamePieces::Next() {
     if (rest_.empty()) return std::nullopt;
     NamePiece piece{rest_};
-    const bool opens = kOpening.find(rest_[0]) != View::npos;
+    const bool opens = IsOpening(rest_[0]);
     const std::optional<size_t> length = opens ? TagLength(rest_) : std::nullopt;
     if (opens && (length || titleBegun_)) {
         piece = {rest_.substr(0, length.value_or(rest_.size())), true};
     } else {
-        piece.text = rest_.substr(0, rest_.find_first_of(kOpening, 1));
+        const auto next = std::find_if(rest_.begin() + 1, rest_.end(), IsOpening);
+        piece.text = rest_.substr(0, static_cast<size_t>(next - rest_.begin()));
         titleBegun_ = titleBegun_ || !Trimmed(piece.text).empty();
     }
     rest_.remove_prefix(piece.text.size());
@@ -246,7 +254,7 @@ NameTag ReadTag(View written) {
     NameTag tag;
     tag.square = written[0] != u'(' && written[0] != u'（';
     written.remove_prefix(1);
-    if (!written.empty() && kClosing.find(written.back()) != View::npos) written.remove_suffix(1);
+    if (!written.empty() && IsClosing(written.back())) written.remove_suffix(1);
     tag.text = written;
     tag.kind = KindOf(Plain(written), tag.square);
     return tag;

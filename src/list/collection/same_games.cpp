@@ -2,12 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <compare>
+#include <functional>
 #include <iterator>
-#include <map>
 #include <numeric>
 #include <string_view>
-#include <tuple>
-#include <unordered_map>
 #include <utility>
 
 #include "list/collection/name_tags.h"
@@ -21,7 +20,10 @@ using View = std::u16string_view;
 // The last component of a path of any platform, without its extension.
 View FileTitle(const GameEntry& entry) {
     View name = entry.path.empty() ? View(entry.name) : View(entry.path);
-    name.remove_prefix(name.find_last_of(u"/\\") + 1);
+    size_t start = name.size();
+    while (start > 0 && name[start - 1] != u'/' && name[start - 1] != u'\\')
+        --start;
+    name.remove_prefix(start);
     return entry.path.empty() ? name : name.substr(0, name.rfind(u'.'));
 }
 
@@ -66,26 +68,28 @@ class Unions {
     std::vector<uint32_t> parents_;
 };
 
+// Sorted rather than hashed: a full list comes by with every letter typed into the filter.
 void JoinData(const GameList& games, Unions& unions) {
-    using Data = std::tuple<uint32_t, uint32_t, uint32_t, uint32_t>;
-    std::map<Data, uint32_t> firsts;
-    const auto sumsOf = [](const DataCrcs& crcs) { return uint64_t{crcs.prg} << 32 | crcs.chr; };
-    std::unordered_map<uint64_t, uint32_t> bySums;
+    constexpr uint32_t kUnknown = ~0u;  // the sizes of games whose files are gone
+    struct Data {
+        uint64_t sums;
+        uint32_t sizes;
+        uint32_t row;
+        auto operator<=>(const Data&) const = default;
+    };
+    std::vector<Data> all;
+    all.reserve(games.size());
     for (uint32_t row = 0; row < games.size(); ++row) {
         const GameEntry& entry = games[row];
-        if (!entry.crcs || !entry.HasValidHeader()) continue;
-        const Data data{entry.crcs->prg, entry.crcs->chr, entry.header.PrgLow(),
-                        entry.header.ChrLow()};
-        const auto [first, isFirst] = firsts.try_emplace(data, row);
-        if (!isFirst) unions.Join(first->second, row);
-        bySums.try_emplace(sumsOf(*entry.crcs), row);
+        if (!entry.crcs) continue;
+        const uint32_t sizes = entry.header.PrgLow() << 8 | entry.header.ChrLow();
+        all.push_back({uint64_t{entry.crcs->prg} << 32 | entry.crcs->chr,
+                       entry.HasValidHeader() ? sizes : kUnknown, row});
     }
-    // The sizes of games whose files are gone aren't known.
-    for (uint32_t row = 0; row < games.size(); ++row) {
-        const GameEntry& entry = games[row];
-        if (!entry.crcs || entry.HasValidHeader()) continue;
-        const auto [first, isFirst] = bySums.try_emplace(sumsOf(*entry.crcs), row);
-        if (!isFirst) unions.Join(first->second, row);
+    std::ranges::sort(all);
+    for (size_t i = 1; i < all.size(); ++i) {
+        const bool fits = all[i].sizes == all[i - 1].sizes || all[i].sizes == kUnknown;
+        if (fits && all[i].sums == all[i - 1].sums) unions.Join(all[i].row, all[i - 1].row);
     }
 }
 
@@ -113,7 +117,11 @@ size_t EndOfNumber(View name) {
 // Writes the letters of titles behind each other; "the" counts as little as signs do.
 class TitleKeys {
   public:
-    explicit TitleKeys(size_t count) { spans_.reserve(count); }
+    explicit TitleKeys(size_t count) {
+        constexpr size_t kUsual = 32;  // letters of a title
+        letters_.reserve(count * kUsual);
+        spans_.reserve(count);
+    }
 
     void Add(View name) {
         const size_t start = letters_.size();
@@ -151,12 +159,24 @@ void JoinTitles(const GameList& games, Unions& unions) {
     TitleKeys keys(games.size());
     for (const GameEntry& entry : games)
         keys.Add(FileTitle(entry));
-    std::unordered_map<View, uint32_t> firsts;
-    firsts.reserve(games.size());
+    struct Title {
+        size_t hash;
+        View key;
+        uint32_t row;
+    };
+    std::vector<Title> titles;
+    titles.reserve(games.size());
     for (uint32_t row = 0; row < games.size(); ++row) {
-        if (keys.Key(row).empty()) continue;
-        const auto [first, isFirst] = firsts.try_emplace(keys.Key(row), row);
-        if (!isFirst) unions.Join(first->second, row);
+        const View key = keys.Key(row);
+        if (!key.empty()) titles.push_back({std::hash<View>()(key), key, row});
+    }
+    std::ranges::sort(titles, [](const Title& a, const Title& b) {
+        if (a.hash != b.hash) return a.hash < b.hash;
+        const int order = a.key.compare(b.key);
+        return order != 0 ? order < 0 : a.row < b.row;
+    });
+    for (size_t i = 1; i < titles.size(); ++i) {
+        if (titles[i].key == titles[i - 1].key) unions.Join(titles[i].row, titles[i - 1].row);
     }
 }
 
