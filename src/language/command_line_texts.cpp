@@ -353,6 +353,24 @@ constexpr TextRow kRows[] = {
     {kNoCart,
      u"%s isn't a cart of Bankweaver: it has no menu with a list of games that this program knows",
      u"%s 不是 Bankweaver 制作的合卡：其中没有本程序认识的游戏菜单"},
+    // Archives.
+    {kArchiveDamaged, u"Can't be unpacked: damaged, or packed in a way that this program doesn't know",
+     u"无法解压：已损坏，或压缩方式不受支持"},
+    {kArchiveEncrypted, u"Needs a password: unpack it with another program first",
+     u"需要密码：请先用其他程序解压"},
+    {kArchiveNested, u"An archive inside an archive: unpack it with another program first",
+     u"压缩包中的压缩包：请先用其他程序解压"},
+    {kArchiveUnsafePath, u"Its place in the archive leads outside of it", u"其在压缩包中的路径指向压缩包之外"},
+    {kArchiveLink, u"A link in an archive: what it names can't be read through it",
+     u"压缩包中的链接：无法通过它读取所指的文件"},
+    {kArchiveTooLarge, u"Too large to unpack on the way to games: what follows in the archive isn't looked at",
+     u"过大，为寻找游戏而解压代价太高：压缩包中其后的内容未查看"},
+    {kArchiveTooMany, u"Too many files in the archive: the rest isn't looked at",
+     u"压缩包中文件过多：其余的未查看"},
+    {kArchiveNoImages, u"No game (.nes) in the archive", u"压缩包中没有游戏 (.nes)"},
+    {kArchiveNoGame, u"Not a valid NES file", u"不是有效的 NES 文件"},
+    {kArchiveMore, u" (and %zu more like this)", u"（另有 %zu 个同类项目）"},
+    {kArchives, u"NES games and archives", u"NES 游戏和压缩包"},
 };
 // clang-format on
 

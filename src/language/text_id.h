@@ -1054,6 +1054,19 @@ enum class TextId {
 
     // Carts that are read back.
     kNoCart = 12580,
+
+    // Archives.
+    kArchiveDamaged = 12600,
+    kArchiveEncrypted,
+    kArchiveNested,
+    kArchiveUnsafePath,
+    kArchiveLink,
+    kArchiveTooLarge,
+    kArchiveTooMany,
+    kArchiveNoImages,
+    kArchiveNoGame,
+    kArchiveMore,
+    kArchives,
 };
 
 }  // namespace bw
