@@ -11,6 +11,7 @@
 #include "builder/tables/cart_manifest.h"
 #include "builder/tables/menu_tables.h"
 #include "language/problem_text.h"
+#include "rom/image_files.h"
 #include "settings/setting_names.h"
 #include "support/files.h"
 #include "support/paths.h"
@@ -234,7 +235,7 @@ class RomBuild : BuildBase {
         };
         return same(menu_.path) || (ExternMenu() && same(context_.settings.ExternMenuPath)) ||
                std::any_of(items_.begin(), items_.end(),
-                           [&](const MulticartItem& item) { return same(item.path); });
+                           [&](const MulticartItem& item) { return same(ContainerOf(item.path)); });
     }
 
     // True if it is done or not wanted.

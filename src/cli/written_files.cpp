@@ -8,6 +8,7 @@
 #include "builder/output/rom_writer.h"
 #include "language/problem_text.h"
 #include "list/list_file.h"
+#include "rom/image_files.h"
 #include "support/paths.h"
 #include "support/text.h"
 
@@ -94,10 +95,10 @@ class Comparison {
         // A list may be saved over itself: it is read whole before.
         if (arguments_.command != Command::kList) {
             for (const fs::path& input : arguments_.inputs)
-                inputs_.push_back(FromCurrentFolder(input));
+                inputs_.push_back(ContainerOf(FromCurrentFolder(input)));
         }
         for (const GameEntry& game : gathered_.games)
-            inputs_.push_back(TextPath(game.path));
+            AddGame(ContainerOf(TextPath(game.path)));
         // A design that a picture goes into may be named as the output too: it is read whole
         // before.
         const fs::path design = FromCurrentFolder(arguments_.design).lexically_normal();
@@ -108,6 +109,11 @@ class Comparison {
         if (arguments_.settings.ExternMenuEnable) {
             inputs_.push_back(arguments_.settings.ExternMenuPath);
         }
+    }
+
+    // Of the games of an archive the archive, once for those that stand together.
+    void AddGame(fs::path file) {
+        if (inputs_.empty() || inputs_.back() != file) inputs_.push_back(std::move(file));
     }
 
     std::optional<Diagnostic> FindTwice() const {

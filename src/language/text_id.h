@@ -1156,6 +1156,18 @@ enum class TextId {
     kStillMissing,
     kSumsNotRead,
     kStoppedBeforeEnd,
+    // Archives.
+    kArchiveDamaged = 12600,
+    kArchiveEncrypted,
+    kArchiveNested,
+    kArchiveUnsafePath,
+    kArchiveLink,
+    kArchiveTooLarge,
+    kArchiveTooMany,
+    kArchiveNoImages,
+    kArchiveNoGame,
+    kArchiveMore,
+    kArchives,
 };
 
 }  // namespace bw

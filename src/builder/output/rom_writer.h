@@ -20,7 +20,8 @@ enum class RomEnd : uint8_t { kWritten, kStopped };
 
 // Reads every item's data a second time and writes the ROM in one of its forms. The target is
 // replaced in one step at the end; a problem leaves it as it was. Gaps of the layout and the tail
-// of a lengthened file are 0xFF. The ROM is never held in memory: data passes through one buffer.
+// of a lengthened file are 0xFF. The ROM is never held in memory: data passes through one buffer,
+// and of an archive's games a few at a time are unpacked, each archive once.
 FileResult<RomEnd> WriteRom(const LayoutResult& layout, BoardType board, RomFormat format,
                             const std::filesystem::path& target, const RomProgress& progress = {});
 

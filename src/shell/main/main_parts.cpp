@@ -6,6 +6,7 @@
 
 #include "builder/resources.h"
 #include "builder/tables/menu_tables.h"
+#include "rom/image_files.h"
 #include "shell/framework/commands.h"
 #include "shell/framework/texts.h"
 #include "shell/main/menu_rows.h"
@@ -55,7 +56,7 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
     connect(&watchTimer, &QTimer::timeout, &window, [this] { Watch(); });
     connect(&view, &GameListView::EditEnded, &window, sends(kMessageEndEdit));
     connect(&view, &GameListView::FolderWanted, &window, [this](const QString& file, bool select) {
-        const std::filesystem::path path = PathFromQt(file);
+        const std::filesystem::path path = ContainerOf(PathFromQt(file));
         Dialogs().ShowInFileManager(select ? path : path.parent_path());
     });
     connect(&view, &GameListView::RemoveWanted, &window,

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "language/problem_text.h"
+#include "list/left_out.h"
 #include "list/list_file.h"
 #include "shell/tasks/game_intake.h"
 #include "support/paths.h"
@@ -28,14 +29,24 @@ void WarnOfLimit(TaskControl& control, ListHost& host) {
     });
 }
 
-// The files' names, line by line.
-std::u16string NamesOf(std::span<const std::filesystem::path> files, Language language) {
+// The name of a file; of a place in an archive the archive's too.
+std::filesystem::path ShortPath(const std::filesystem::path& path) {
+    const std::filesystem::path container = ContainerOf(path);
+    return container == path ? path.filename() : path.lexically_relative(container.parent_path());
+}
+
+// What was left out, and where it isn't simply no game, why; line by line.
+std::u16string NamesOf(std::span<const LeftOut> items, Language language) {
     std::u16string names;
-    for (const auto& file : files.first(std::min(files.size(), kNamedFiles)))
-        names += (names.empty() ? u"" : u"\n") + PathText(file.filename());
-    if (files.size() > kNamedFiles) {
+    for (const LeftOut& item : items.first(std::min(items.size(), kNamedFiles))) {
+        const LeftOut named{ShortPath(item.place), item.reason};
+        const bool plain = item.reason == LeftOut::Reason::kNoGame;
+        names += (names.empty() ? u"" : u"\n") +
+                 (plain ? PathText(named.place) : LeftOutText(named, language));
+    }
+    if (items.size() > kNamedFiles) {
         names +=
-            u"\n" + FormatText(LoadText(TextId::kAndMore, language), files.size() - kNamedFiles);
+            u"\n" + FormatText(LoadText(TextId::kAndMore, language), items.size() - kNamedFiles);
     }
     return names;
 }
@@ -90,7 +101,7 @@ void ListFiles::Publish(Reading& reading, ListEditor::Appending how,
     const Language language = host_.CurrentLanguage();
     const size_t added = editor.Games().size() - before;
     std::u16string line = FormatText(LoadText(TextId::kGamesAdded, language), added);
-    std::vector<std::filesystem::path>& leftOut = reading.intake.leftOut;
+    std::vector<LeftOut>& leftOut = reading.intake.leftOut;
     const std::vector<std::filesystem::path>& folders = reading.intake.folders;
     if (!leftOut.empty()) {
         line += FormatText(LoadText(TextId::kFilesLeftOut, language), leftOut.size());
@@ -98,7 +109,8 @@ void ListFiles::Publish(Reading& reading, ListEditor::Appending how,
     if (!folders.empty()) {
         line += FormatText(LoadText(TextId::kFoldersLeftOut, language), folders.size());
     }
-    leftOut.insert(leftOut.end(), folders.begin(), folders.end());
+    for (const std::filesystem::path& folder : folders)
+        leftOut.push_back({folder, LeftOut::Reason::kNoGame});
     host_.Tell(line, NamesOf(leftOut, language));
     // Games that come into a list don't change what it is.
     if (added > 0 && (before == 0 || Name().empty())) StoreName(list);
