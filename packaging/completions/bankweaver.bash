@@ -103,9 +103,10 @@ _bankweaver_cli() {
             ;;
         *" --load" | *" --save") _bankweaver_cli_part "$prev" ;;
         *" --design") _bankweaver_files '*.fcm' ;;
+        *" --names") _bankweaver_files '*.@(dat|xml)' ;;
         *" --extern-menu") _bankweaver_files '*.@(asm|nes)' ;;
         *" --report" | *" --sheet" | *" --output" | *" -o") _bankweaver_files '*' ;;
-        *" --keep-work" | *" --directory" | *" -d" | "design pack "*) _bankweaver_files '' ;;
+        *" --keep-work" | *" --look-in" | *" --directory" | *" -d" | "design pack "*) _bankweaver_files '' ;;
         *)
             if [[ $cur != -* ]]; then
                 case $command in
@@ -122,11 +123,12 @@ _bankweaver_cli() {
                 return
             fi
             names="--page-size --page-number --insert-row --number --dot --fill"
+            local collection="--look-in --keep-best --names --tidy-names --shorten-names"
             menu="--board --menu-size --style --music --turning-speed --design --extern-menu $names
-                --strict --skip-unsupported"
+                --strict --skip-unsupported $collection"
             case $command in
                 info | "design info") names="--json" ;;
-                list) names="--json --output" ;;
+                list) names="--json --output $collection" ;;
                 split) names="--directory" ;;
                 compare) names="--json --sector" ;;
                 play) names="" ;;

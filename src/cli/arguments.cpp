@@ -38,6 +38,19 @@ std::string MusicHelp(const CommandOptions& options) {
                         options.Words(TextId::kMusicSet5));
 }
 
+// What is done to the games before they are used.
+void AddCollectionOptions(const CommandOptions& options, Arguments& arguments) {
+    options.Path("--look-in", arguments.lookIn, TextId::kHelpLookIn, "FOLDER");
+    options.Flag("--keep-best", arguments.keepBest, TextId::kHelpKeepBest);
+    options.Command()
+        .add_option("--names", arguments.names, options.Words(TextId::kHelpNames))
+        ->type_name("FILE")
+        ->check(options.NotEmpty())
+        ->allow_extra_args(false);
+    options.Flag("--tidy-names", arguments.tidyNames, TextId::kHelpTidyNames);
+    options.Flag("--shorten-names", arguments.shortenNames, TextId::kHelpShortenNames);
+}
+
 void AddMenuOptions(const CommandOptions& options, MenuOptions& menu, Arguments& arguments) {
     BuildSettings& settings = arguments.settings;
     options.Choice("--board", menu.board, {"coolboy", "mindkids", "coolgirl"}, TextId::kHelpBoard);
@@ -52,6 +65,7 @@ void AddMenuOptions(const CommandOptions& options, MenuOptions& menu, Arguments&
     options.Path("--extern-menu", menu.externMenu, TextId::kHelpExternMenu, "FILE");
     options.Flag("--strict", arguments.strict, TextId::kHelpStrict);
     options.Flag("--skip-unsupported", arguments.skipUnsupported, TextId::kHelpSkipUnsupported);
+    AddCollectionOptions(options, arguments);
 }
 
 void ApplyMenuOptions(const MenuOptions& options, Arguments& arguments) {
@@ -123,6 +137,7 @@ void AddGameCommands(const CommandOptions& program, MenuOptions& menu, Arguments
     const CommandOptions list = add("list", TextId::kHelpListCommand, Command::kList);
     list.Flag("--json", arguments.json, TextId::kHelpJson);
     list.Output(arguments.output, TextId::kHelpOutputList);
+    AddCollectionOptions(list, arguments);
 }
 
 void AddPlayCommand(const CommandOptions& program, Arguments& arguments) {

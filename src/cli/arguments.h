@@ -53,7 +53,12 @@ struct Arguments {
     bool verbose = false;                       // say what is done
     bool strict = false;                        // build, export: warnings end it
     bool skipUnsupported = false;               // build, export: leave out what the board can't run
-    bool dryRun = false;                        // build: write nothing, tell what would be made
+    bool tidyNames = false;                     // build, export, list, check: also the next four
+    bool shortenNames = false;                  // by whole words, to the room on the console
+    bool keepBest = false;                      // of the versions of a game
+    std::vector<std::filesystem::path> names{};  // databases of names, the first counts most
+    std::filesystem::path lookIn{};              // for missing files; empty: nowhere
+    bool dryRun = false;                         // build: write nothing, tell what would be made
     // build: the ROM; list: the list file, or empty; design pack and import-picture:
     // the design; design render: the picture
     std::filesystem::path output;

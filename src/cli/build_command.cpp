@@ -21,7 +21,7 @@ class RomCommand : MakingCommand {
 
     int Run() {
         std::atomic<bool> taskBusy = false;
-        if (!Gathered() || !LoadScreen() || !SparesFiles() || !UsesAllOptions() ||
+        if (!Gathered() || !Collected() || !LoadScreen() || !NamesGames() || !UsesAllOptions() ||
             !MayStartBuild(Games(), taskBusy, user_)) {
             return kFailed;
         }
@@ -63,7 +63,9 @@ class TableExport : MakingCommand {
 
     int Run() {
         std::filesystem::path folder = FromCurrentFolder(arguments_.folder);
-        if (!Gathered() || !LoadScreen() || !SparesFiles()) return kFailed;
+        if (!Gathered() || !Collected() || !LoadScreen() || !NamesGames()) {
+            return kFailed;
+        }
         if (CountChecked(Games()) == 0) {
             user_.Message(Text(TextId::kNoFilesSelected), Text(TextId::kTipsTitle),
                           MessageKind::kTips);

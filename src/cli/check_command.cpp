@@ -205,7 +205,7 @@ class BuiltCheck : MakingCommand {
     int Run() {
         std::atomic<bool> taskBusy = false;
         CartChecking checking(arguments_, user_, language_);
-        if (!Gathered() || !LoadScreen() || !SparesFiles() || !UsesAllOptions() ||
+        if (!Gathered() || !Collected() || !LoadScreen() || !NamesGames() || !UsesAllOptions() ||
             !MayStartBuild(Games(), taskBusy, user_)) {
             return kFailed;
         }

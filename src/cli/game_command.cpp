@@ -1,5 +1,6 @@
 #include "cli/game_command.h"
 
+#include "cli/unsupported_games.h"
 #include "cli/written_files.h"
 #include "language/problem_text.h"
 #include "support/text.h"
@@ -23,6 +24,18 @@ GameCommand::GameCommand(const Arguments& arguments, const std::filesystem::path
 bool GameCommand::SparesFiles() {
     const std::optional<Diagnostic> overwritten = FindOverwritten(arguments_, gathered_, language_);
     return TellProblem(user_, overwritten) == kDone;
+}
+
+bool GameCommand::Collected() {
+    // Games that were found mustn't be written over, nor those that leave the list.
+    if (!collection_.FindMissing() || !SparesFiles()) return false;
+    if (arguments_.skipUnsupported) {
+        for (const std::u16string& line :
+             UncheckUnsupported(gathered_.games, arguments_.board, language_)) {
+            user_.Note(line);
+        }
+    }
+    return collection_.KeepBest();
 }
 
 bool GameCommand::Done(const FileResult<>& result) {

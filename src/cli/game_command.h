@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "cli/arguments.h"
+#include "cli/collection_work.h"
 #include "cli/inputs.h"
 #include "cli/terminal_user.h"
 #include "support/diagnostic.h"
@@ -24,15 +25,24 @@ class GameCommand {
     std::u16string Text(TextId id) const { return LoadText(id, language_); }
     // True if all inputs could be read, and no warning ended the command.
     bool Gathered() const { return gathered_.FirstError() == nullptr && !user_.Refused(); }
-    // True if nothing of the user's would be written over; else the user has read what.
-    bool SparesFiles();
+    // What the options ask of the games before they are used, but for their names, and SparesFiles.
+    // False if that has ended the command.
+    bool Collected();
+    // The names that the options ask for, as `menu` has room for them.
+    bool Renamed(const ConsoleMenu& menu) { return collection_.Rename(menu); }
     // True if it is done; else the user has read why not.
     bool Done(const FileResult<>& result);
 
+  private:
+    // True if nothing of the user's would be written over; else the user has read what.
+    bool SparesFiles();
+
+  protected:
     const Arguments& arguments_;
     Language language_;
     TerminalUser user_;
     GatheredGames gathered_;
+    CollectionWork collection_{gathered_.games, arguments_, user_};
 };
 
 }  // namespace bw

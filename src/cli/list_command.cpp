@@ -29,8 +29,8 @@ class GameListing : GameCommand {
     explicit GameListing(const Arguments& arguments) : GameCommand(arguments) {}
 
     int Run() {
-        if (!Gathered()) return kFailed;
-        if (!arguments_.output.empty()) return SparesFiles() && CanBeKept() ? Save() : kFailed;
+        if (!Gathered() || !Collected() || !Renamed(ConsoleMenu())) return kFailed;
+        if (!arguments_.output.empty()) return CanBeKept() ? Save() : kFailed;
         return Print() ? kDone : kFailed;
     }
 

@@ -5,21 +5,13 @@
 #include "builder/layout/build_checks.h"
 #include "builder/resources.h"
 #include "builder/tables/design_compile.h"
+#include "builder/tables/menu_tables.h"
 #include "cli/unsupported_games.h"
 #include "designer/files/design_file.h"
 #include "support/paths.h"
 #include "support/text.h"
 
 namespace bw {
-
-MakingCommand::MakingCommand(const Arguments& arguments, const std::filesystem::path& output)
-    : GameCommand(arguments, output) {
-    if (!arguments.skipUnsupported) return;
-    for (const std::u16string& line :
-         UncheckUnsupported(gathered_.games, arguments.board, language_)) {
-        user_.Note(line);
-    }
-}
 
 bool MakingCommand::LoadScreen() {
     if (arguments_.design.empty()) return true;
@@ -42,6 +34,10 @@ bool MakingCommand::LoadScreen() {
     }
     TellWhatLooksDifferent(document);
     return !user_.Refused();
+}
+
+bool MakingCommand::NamesGames() {
+    return Renamed({arguments_.settings.Numbers(), NameColumn(arguments_.settings, design_)});
 }
 
 bool MakingCommand::UsesAllOptions() {

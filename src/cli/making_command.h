@@ -15,10 +15,13 @@ namespace bw {
 class MakingCommand : protected GameCommand {
   protected:
     // `output`: see GameCommand.
-    MakingCommand(const Arguments& arguments, const std::filesystem::path& output);
+    MakingCommand(const Arguments& arguments, const std::filesystem::path& output)
+        : GameCommand(arguments, output) {}
 
     // What the designer's window does with a file: open with the defaults, load, close.
     bool LoadScreen();
+    // Behind LoadScreen, which tells where names stand.
+    bool NamesGames();
     // False if a warning has ended the command.
     bool UsesAllOptions();
     BuildContext Context();

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <unordered_map>
 
 #include "builder/layout/board_space.h"
 #include "builder/layout/build_checks.h"
 #include "builder/output/rom_header.h"
 #include "cli/json.h"
 #include "cli/text_table.h"
+#include "list/collection/same_games.h"
 #include "support/text.h"
 
 namespace bw {
@@ -128,6 +130,12 @@ std::string ListTable(const GameList& games) {
 }
 
 std::string ListJson(const GameList& games) {
+    std::unordered_map<uint32_t, uint32_t> firsts;  // of the versions of a game
+    for (const std::vector<uint32_t>& group : SameGames(games)) {
+        for (const uint32_t row : group)
+            firsts.emplace(row, group.front());
+    }
+    uint32_t row = 0;
     Json json;
     json.BeginObject();
     json.BeginArray("games");
@@ -136,6 +144,15 @@ std::string ListJson(const GameList& games) {
         json.Bool("checked", game.checked);
         json.String("remark", game.remark);
         WriteHeaderFields(json, game);
+        json.Bool("missing", game.missing);
+        if (game.size != 0) json.Number("size", game.size);
+        if (game.crcs) {
+            json.Crc("prgCrc", game.crcs->prg);
+            json.Crc("chrCrc", game.crcs->chr);
+        }
+        if (const auto group = firsts.find(row++); group != firsts.end()) {
+            json.Number("same", group->second);
+        }
         json.EndObject();
     }
     json.EndArray();

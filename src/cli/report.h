@@ -17,6 +17,7 @@ std::string InfoJson(const GameList& games, Language language);
 
 // One row for each entry: ordinal among the checked ones, name, remark, path.
 std::string ListTable(const GameList& games);
+// With "same", the index from 0 of the first entry that is a version of the same game.
 std::string ListJson(const GameList& games);
 
 // The report of a finished build: ROM size, board, and for each game its place, span, CRC and

@@ -105,6 +105,8 @@ class Comparison {
         const bool again = arguments_.command == Command::kDesignImportPicture &&
                            design == DesignFileOf(arguments_);
         if (!design.empty() && !again) inputs_.push_back(design);
+        for (const fs::path& names : arguments_.names)
+            inputs_.push_back(FromCurrentFolder(names));
         if (!arguments_.picture.empty()) inputs_.push_back(FromCurrentFolder(arguments_.picture));
         if (arguments_.settings.ExternMenuEnable) {
             inputs_.push_back(arguments_.settings.ExternMenuPath);

@@ -371,6 +371,8 @@ constexpr TextRow kRows[] = {
     {kArchiveNoGame, u"Not a valid NES file", u"不是有效的 NES 文件"},
     {kArchiveMore, u" (and %zu more like this)", u"（另有 %zu 个同类项目）"},
     {kArchives, u"NES games and archives", u"NES 游戏和压缩包"},
+    {kAndMoreOfThem, u"... and %d more (-v tells which)", u"……另有 %d 个（用 -v 查看）"},
+    {kVersionLeftOut, u"Left out, another version is better: %s", u"已有更好的版本，略过：%s"},
     // Names, versions and missing files of a collection.
     {kNoNameDatabase,
      u"%s holds no database of game names that this program knows",
@@ -408,7 +410,6 @@ constexpr TextRow kRows[] = {
      u"在 %s 中找到缺失的文件：%d / %d"},
     {kStillMissing, u"Still missing: %s", u"仍然缺失：%s"},
     {kSumsNotRead, u"%s can't be read to know it by its data", u"无法读取 %s，不能按数据识别"},
-    {kStoppedBeforeEnd, u"Stopped", u"已停止"},
     // Carts that are opened again, by words below the command line and of its own.
     {kMapperIsLikely,
      u"mapper %d is likely (the board runs others just the same)",

@@ -1168,6 +1168,8 @@ enum class TextId {
     kArchiveNoGame,
     kArchiveMore,
     kArchives,
+    kAndMoreOfThem,
+    kVersionLeftOut,
 };
 
 }  // namespace bw

@@ -77,6 +77,7 @@ TEST_F(DatFile, NamesComeInEveryWayTheyAreWritten) {
         {"game ( name \"\xC9 \\\"q\\\" \\x\" rom ( crc 2 ) )", "2=É \"q\" \\x|"},
         {"game ( name \"游戏\" rom ( crc 2 ) )", "2=游戏|"},
         {"game ( rom ( crc 2 ) name \"late\" rom ( crc 3 ) )", "3=late|"},
+        {"game ( name \"  \" rom ( crc 2 ) ) game ( name \" b \" rom ( crc 2 ) )", "2=b|"},
         {"game ( name \"long crc\" rom ( crc 000000002 ) rom ( crc -2 ) rom ( crc 2z ) )", ""},
         {"<datafile><game name=\"a&#10;b&#x9;c\"><rom crc=\"2\"/></game></datafile>", "2=a b c|"},
     };

@@ -26,6 +26,8 @@ std::u16string NameOf(std::string_view bytes) {
     }
     std::ranges::replace_if(
         name, [](char16_t unit) { return unit < 0x20 || (unit >= 0x7F && unit < 0xA0); }, u' ');
+    name.erase(0, name.find_first_not_of(u' '));
+    name.resize(name.find_last_not_of(u' ') + 1);
     if (name.size() <= kCellTextLimit) return name;
     name.resize(kCellTextLimit);
     if ((name.back() & 0xFC00) == 0xD800) name.pop_back();  // half of a pair
@@ -48,8 +50,9 @@ std::optional<uint32_t> CrcOf(std::string_view digits) {
 void DatCollector::AddRom(std::string_view digits) {
     ++names_.roms;
     const std::optional<uint32_t> crc = CrcOf(digits);
-    if (!crc || game_.empty() || !wanted_.contains(*crc)) return;
-    names_.byCrc.try_emplace(*crc, NameOf(game_));
+    if (!crc || !wanted_.contains(*crc)) return;
+    std::u16string name = NameOf(game_);
+    if (!name.empty()) names_.byCrc.try_emplace(*crc, std::move(name));
 }
 
 void DatCollector::SetName(std::string_view name) {
