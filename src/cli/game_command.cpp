@@ -1,5 +1,7 @@
 #include "cli/game_command.h"
 
+#include "builder/build_words.h"
+#include "cli/fitting.h"
 #include "cli/written_files.h"
 #include "language/problem_text.h"
 #include "support/text.h"
@@ -23,6 +25,12 @@ GameCommand::GameCommand(const Arguments& arguments, const std::filesystem::path
 bool GameCommand::SparesFiles() {
     const std::optional<Diagnostic> overwritten = FindOverwritten(arguments_, gathered_, language_);
     return TellProblem(user_, overwritten) == kDone;
+}
+
+bool GameCommand::FitsBoard() {
+    if (FitToBoard(gathered_.games, arguments_, user_)) return true;
+    user_.Note(BuildStoppedText(language_));
+    return false;
 }
 
 bool GameCommand::Done(const FileResult<>& result) {

@@ -24,6 +24,8 @@ class GameCommand {
     std::u16string Text(TextId id) const { return LoadText(id, language_); }
     // True if all inputs could be read, and no warning ended the command.
     bool Gathered() const { return gathered_.FirstError() == nullptr && !user_.Refused(); }
+    // Leaves games out and takes games in as the options have it; false if the user has stopped it.
+    bool FitsBoard();
     // True if nothing of the user's would be written over; else the user has read what.
     bool SparesFiles();
     // True if it is done; else the user has read why not.

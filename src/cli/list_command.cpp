@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cli/fitting.h"
 #include "cli/game_command.h"
 #include "cli/report.h"
 #include "cli/written_files.h"
@@ -17,9 +18,21 @@ class ImageInfo : GameCommand {
     explicit ImageInfo(const Arguments& arguments) : GameCommand(arguments) {}
 
     int Run() {
-        const bool printed = Done(PrintOut(arguments_.json ? InfoJson(Games(), language_)
-                                                           : InfoTable(Games(), language_)));
-        return printed && Gathered() ? kDone : kFailed;
+        if (arguments_.fit && !ReadSharedSums(gathered_.games, arguments_, false, user_)) {
+            return kFailed;
+        }
+        return Done(PrintOut(Told())) && Gathered() ? kDone : kFailed;
+    }
+
+  private:
+    std::string Told() const {
+        const bool json = arguments_.json;
+        if (arguments_.fit) {
+            return json ? FitJson(Games(), arguments_) : FitTable(Games(), arguments_, language_);
+        }
+        if (arguments_.why)
+            return json ? WhyJson(Games(), language_) : WhyTable(Games(), language_);
+        return json ? InfoJson(Games(), language_) : InfoTable(Games(), language_);
     }
 };
 
@@ -28,7 +41,7 @@ class GameListing : GameCommand {
     explicit GameListing(const Arguments& arguments) : GameCommand(arguments) {}
 
     int Run() {
-        if (!Gathered()) return kFailed;
+        if (!Gathered() || !FitsBoard()) return kFailed;
         if (!arguments_.output.empty()) return SparesFiles() && CanBeKept() ? Save() : kFailed;
         return Print() ? kDone : kFailed;
     }

@@ -14,10 +14,11 @@ namespace bw {
 
 MakingCommand::MakingCommand(const Arguments& arguments, const std::filesystem::path& output)
     : GameCommand(arguments, output) {
-    if (!arguments.skipUnsupported) return;
-    for (const std::u16string& line :
-         UncheckUnsupported(gathered_.games, arguments.board, language_)) {
-        user_.Note(line);
+    if (arguments.skipUnsupported) {
+        for (const std::u16string& line :
+             UncheckUnsupported(gathered_.games, arguments.board, language_)) {
+            user_.Note(line);
+        }
     }
 }
 
@@ -52,8 +53,15 @@ bool MakingCommand::UsesAllOptions() {
 }
 
 BuildContext MakingCommand::Context() {
-    return {Games(),      arguments_.settings, *store_,          design_, user_,
-            WorkFolder(), arguments_.keepWork, arguments_.dryRun};
+    return {.games = Games(),
+            .settings = arguments_.settings,
+            .store = *store_,
+            .design = design_,
+            .user = user_,
+            .workFolder = WorkFolder(),
+            .keepWork = arguments_.keepWork,
+            .dryRun = arguments_.dryRun,
+            .keepPlaces = arguments_.keepPlaces};
 }
 
 void MakingCommand::TellWayOut() {

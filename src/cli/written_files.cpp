@@ -47,6 +47,12 @@ fs::path PngFile(const fs::path& given) {
     return file;
 }
 
+// Behind all links, as far as there is something.
+fs::path Resolved(const fs::path& path) {
+    std::error_code error;
+    return fs::weakly_canonical(path, error);
+}
+
 class Comparison {
   public:
     Comparison(const Arguments& arguments, const GatheredGames& gathered, Language language)
@@ -104,6 +110,9 @@ class Comparison {
         const bool again = arguments_.command == Command::kDesignImportPicture &&
                            design == DesignFileOf(arguments_);
         if (!design.empty() && !again) inputs_.push_back(design);
+        // Only the ROM itself may take the place of the cart whose places it keeps.
+        const auto& kept = arguments_.keepPlaces;
+        if (kept && Resolved(*kept) != Resolved(RomFile(arguments_))) inputs_.push_back(*kept);
         if (!arguments_.picture.empty()) inputs_.push_back(FromCurrentFolder(arguments_.picture));
         if (arguments_.settings.ExternMenuEnable) {
             inputs_.push_back(arguments_.settings.ExternMenuPath);

@@ -1054,6 +1054,34 @@ enum class TextId {
 
     // Carts that are read back.
     kNoCart = 12580,
+
+    // What fits a board, and carts that keep what an earlier one has.
+    kSavesInOnePlace = 12680,
+    kAndMoreGames,
+    kOverByBytes,
+    kOverByGames,
+    kTryLeavingOut,
+    kHelpWhy,
+    kHelpFit,
+    kHelpFitBoard,
+    kHelpLeaveOut,
+    kHelpFillUp,
+    kHelpKeepPlaces,
+    kLeftOutForRoom,
+    kTakenToFill,
+    kGamesLeftOut,
+    kGamesTakenToFill,
+    kReadingSums,
+    kGameAdds,
+    kFitOfBoard,
+    kFitGaps,
+    kFitLeft,
+    kGameRuns,
+    kGameRunsNot,
+    kOldCartOfOtherBoard,
+    kPlacesNotKept,
+    kSectorsChanged,
+    kNoSectorChanged,
 };
 
 }  // namespace bw

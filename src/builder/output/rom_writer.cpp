@@ -113,7 +113,8 @@ class RomComposer {
 }  // namespace
 
 FileResult<RomEnd> WriteRom(const LayoutResult& layout, BoardType board, RomFormat format,
-                            const std::filesystem::path& target, const RomProgress& progress) {
+                            const std::filesystem::path& target, const RomProgress& progress,
+                            const RomFinish& finish) {
     const Container container = MakeContainer(format, layout.romSize, board);
     RemoveAbandonedReplacements(target);
     FileResult<ReplacementFile> out = ReplacementFile::Begin(target);
@@ -126,7 +127,9 @@ FileResult<RomEnd> WriteRom(const LayoutResult& layout, BoardType board, RomForm
         written = composer.FillTo(blocks[i].target);
         if (written) written = composer.Copy(blocks[i]);
     }
-    if (written) written = composer.FillTo(container.fileSize - container.head.size());
+    const uint64_t romBytes = container.fileSize - container.head.size();
+    if (written) written = composer.FillTo(romBytes);
+    if (written && finish) written = finish(out->Contents(), container.head.size(), romBytes);
     if (written) written = out->Commit();
     if (!written) return written.Problem();
     return RomEnd::kWritten;
