@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "builder/layout/image_warnings.h"
+#include "builder/layout/shared_saves.h"
 #include "builder/resources.h"
 #include "builder/tables/menu_tables.h"
 #include "language/problem_text.h"
@@ -93,6 +94,12 @@ bool BuildBase::AcceptsIncomplete(std::span<const MulticartItem> items) const {
     for (const Diagnostic& warning : FindIncompleteImages(items, language_))
         accepted = user_.Warn(warning.text) && accepted;
     return accepted;
+}
+
+void BuildBase::TellOfSaves(BoardType board) const {
+    if (context_.menuOnly) return;
+    const std::vector<uint32_t> rows = RowsSharingSaves(context_.games, board);
+    if (!rows.empty()) user_.Note(SharedSavesText(context_.games, rows, language_));
 }
 
 bool BuildBase::CountBanks(BoardType board, uint32_t menuPrgUnits,

@@ -48,6 +48,12 @@ fs::path PngFile(const fs::path& given) {
     return file;
 }
 
+// Behind all links, as far as there is something.
+fs::path Resolved(const fs::path& path) {
+    std::error_code error;
+    return fs::weakly_canonical(path, error);
+}
+
 class Comparison {
   public:
     Comparison(const Arguments& arguments, const GatheredGames& gathered, Language language)
@@ -107,6 +113,9 @@ class Comparison {
         if (!design.empty() && !again) inputs_.push_back(design);
         for (const fs::path& names : arguments_.names)
             inputs_.push_back(FromCurrentFolder(names));
+        // Only the ROM itself may take the place of the cart whose places it keeps.
+        const auto& kept = arguments_.keepPlaces;
+        if (kept && Resolved(*kept) != Resolved(RomFile(arguments_))) inputs_.push_back(*kept);
         if (!arguments_.picture.empty()) inputs_.push_back(FromCurrentFolder(arguments_.picture));
         if (arguments_.settings.ExternMenuEnable) {
             inputs_.push_back(arguments_.settings.ExternMenuPath);

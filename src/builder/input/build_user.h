@@ -51,6 +51,8 @@ class BuildUser {
     // Something that the user should know and that doesn't end the build by itself. False to end it
     // all the same.
     virtual bool Warn(std::u16string_view) { return true; }
+    // Something that the user should know of a build that is right as it is.
+    virtual void Note(std::u16string_view) {}
     // A line for whoever looks for the cause of a failure, such as a generated file that couldn't
     // be written.
     virtual void Diagnostic(std::string_view line) = 0;

@@ -190,7 +190,8 @@ class RomFiller {
 }  // namespace
 
 FileResult<RomEnd> WriteRom(const LayoutResult& layout, BoardType board, RomFormat format,
-                            const std::filesystem::path& target, const RomProgress& progress) {
+                            const std::filesystem::path& target, const RomProgress& progress,
+                            const RomFinish& finish) {
     const Container container = MakeContainer(format, layout.romSize, board);
     RemoveAbandonedReplacements(target);
     FileResult<ReplacementFile> out = ReplacementFile::Begin(target);
@@ -198,10 +199,12 @@ FileResult<RomEnd> WriteRom(const LayoutResult& layout, BoardType board, RomForm
     FileResult<> written = out->Contents().WriteAt(0, container.head);
     RomComposer composer(out->Contents(), container.head.size());
     const std::vector<Block> blocks = InOrderOfPlace(CollectBlocks(layout));
+    const uint64_t romBytes = container.fileSize - container.head.size();
     RomFiller filler(composer, blocks, progress);
     if (written) written = filler.Fill();
     if (written && filler.Stopped()) return RomEnd::kStopped;
-    if (written) written = composer.FillTo(container.fileSize - container.head.size());
+    if (written) written = composer.FillTo(romBytes);
+    if (written && finish) written = finish(out->Contents(), container.head.size(), romBytes);
     if (written) written = out->Commit();
     if (!written) return written.Problem();
     return RomEnd::kWritten;

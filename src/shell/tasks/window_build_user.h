@@ -25,6 +25,8 @@ class WindowBuildUser : public BuildUser {
     // The warnings so far stand before the question.
     bool AskYesNo(std::u16string_view text, std::u16string_view title) override;
     bool Warn(std::u16string_view text) override;
+    // Stands with the warnings.
+    void Note(std::u16string_view text) override { Warn(text); }
     std::optional<OutputChoice> AskOutput(const std::filesystem::path& startFolder) override;
     std::optional<std::filesystem::path> AskFolder(
         const std::filesystem::path& startFolder) override;
