@@ -89,6 +89,8 @@ class GameListModel : public QAbstractTableModel {
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
   private:
+    // True if other rows are left now.
+    bool ApplyFilter();
     void FitCount();
     void CountChecks();
     void GroupSame();
