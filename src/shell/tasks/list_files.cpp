@@ -7,6 +7,7 @@
 
 #include "language/problem_text.h"
 #include "list/list_file.h"
+#include "settings/recent_files.h"
 #include "shell/tasks/game_intake.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -100,6 +101,7 @@ void ListFiles::Publish(Reading& reading, ListEditor::Appending how,
     }
     leftOut.insert(leftOut.end(), folders.begin(), folders.end());
     host_.Tell(line, NamesOf(leftOut, language));
+    if (added > 0 && !list.empty()) AddRecentFile(host_.Store(), RecentKind::kLists, list);
     // Games that come into a list don't change what it is.
     if (added > 0 && (before == 0 || Name().empty())) StoreName(list);
 }
@@ -132,10 +134,18 @@ void ListFiles::Load() {
     const auto file = host_.Dialogs().AskListToLoad(StoredFolder(kListFolder));
     if (!file) return;
     StoreFolderOf(kListFolder, *file);
+    Load(std::move(turn), *file);
+}
+
+void ListFiles::Load(const std::filesystem::path& file) {
+    BackgroundTasks::Turn turn = BeginListTask(host_);
+    if (turn && !RefusesFullList()) Load(std::move(turn), file);
+}
+
+void ListFiles::Load(BackgroundTasks::Turn turn, const std::filesystem::path& file) {
     Read(
-        std::move(turn),
-        [file = *file](Reading& reading) { reading.list = reading.intake.AddList(file); },
-        [this, file = *file](Reading& reading) {
+        std::move(turn), [file](Reading& reading) { reading.list = reading.intake.AddList(file); },
+        [this, file](Reading& reading) {
             if (!reading.list) {
                 host_.Tell(
                     FullText(ListDiagnostic(reading.list.Problem(), host_.CurrentLanguage())));
@@ -191,7 +201,10 @@ void ListFiles::Save() {
         },
         [this, saving] {
             const Language language = host_.CurrentLanguage();
-            if (saving->saved) StoreName(saving->file);
+            if (saving->saved) {
+                StoreName(saving->file);
+                AddRecentFile(host_.Store(), RecentKind::kLists, saving->file);
+            }
             host_.Tell(saving->saved ? FormatText(LoadText(TextId::kListSaved, language),
                                                   PathText(saving->file))
                                      : ProblemText(saving->saved.Problem(), language));
@@ -202,29 +215,37 @@ void ListFiles::LoadRemembered() {
     BackgroundTasks::Turn turn = host_.Tasks().TryBegin();
     if (!turn) return;
     rememberedMissing_ = true;
-    const auto remembered = std::make_shared<std::optional<RememberedList>>();
+    struct Start {
+        std::vector<uint8_t> stored;
+        std::optional<RememberedList> remembered;
+        ListKeeper::Found found;
+    };
+    const auto start = std::make_shared<Start>();
     host_.Tasks().StartListTask(
         std::move(turn),
-        [remembered, &host = host_, &store = host_.Store(),
-         base = host_.Base()](TaskControl& control) {
-            const auto stored = ReadWholeBinary(store, kHistoryKey, kHistoryValue);
-            RememberedList list = LoadRememberedList(stored, base);
+        [start, &host = host_, &keeper = keeper_, base = host_.Base()](TaskControl& control) {
+            start->stored = ReadWholeBinary(host.Store(), kHistoryKey, kHistoryValue);
+            RememberedList list = LoadRememberedList(start->stored, base);
             if (list.load.overLimit) WarnOfLimit(control, host);
-            *remembered = std::move(list);
+            start->found = keeper.Find(start->stored);
+            start->remembered = std::move(list);
         },
-        [this, remembered] {
-            if (!*remembered) return;
+        [this, start] {
+            if (!start->remembered) return;
             rememberedMissing_ = false;
-            host_.SetColumnWidths((*remembered)->widths);
-            host_.Editor().Restore(std::move((*remembered)->games));
+            host_.SetColumnWidths(start->remembered->widths);
+            keeper_.Begin(start->stored, std::move(start->found),
+                          std::move(start->remembered->games));
         });
 }
 
 bool ListFiles::SaveRemembered(const ColumnWidths& widths) {
     if (rememberedMissing_) return host_.Editor().Games().empty();
     const std::string text = StoreRememberedList(host_.Editor().Games(), widths, host_.Base());
-    return host_.Store().RegWriteBinary(
-        kHistoryKey, kHistoryValue, {reinterpret_cast<const uint8_t*>(text.data()), text.size()});
+    const std::span bytes(reinterpret_cast<const uint8_t*>(text.data()), text.size());
+    if (!host_.Store().RegWriteBinary(kHistoryKey, kHistoryValue, bytes)) return false;
+    keeper_.Stored(bytes);
+    return true;
 }
 
 std::u16string ListFiles::Name() const {
