@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "list/search/list_filter.h"
 #include "shell/dialogs/check_report.h"
 #include "shell/framework/texts.h"
 
@@ -74,7 +75,8 @@ ListEditor::ShownRows GameListModel::ShownRows() const {
 void GameListModel::Refresh(ListChange change) {
     if (change == ListChange::kNothing) return;
     if (change >= ListChange::kChecks) CountChecks();
-    if (change >= ListChange::kTexts && !filter_.empty()) shown_ = editor_.RowsWith(filter_);
+    if (change >= ListChange::kTexts && !filter_.empty())
+        shown_ = FilteredRows(editor_.Games(), filter_);
     FitCount();
     TellChanged();
 }
