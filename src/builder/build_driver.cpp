@@ -77,10 +77,11 @@ class RomBuild : BuildBase {
         }
         if (AssemblesExternMenu() && !AssembleExternMenu(context_.settings.MenuSize)) return false;
         outcome.layout = Allocate(menu_, items_, board_);
-        if (!Passes(CheckRomLimits(outcome.layout, board_, language_)) ||
-            !WriteGeneratedFiles(outcome) || !GetMenu()) {
+        if (const auto fault = CheckRomLimits(outcome.layout, board_, language_)) {
+            user_.TooMuch(fault->text, Text(TextId::kErrorTitle));
             return false;
         }
+        if (!WriteGeneratedFiles(outcome) || !GetMenu()) return false;
         // The tables in the menu come from the first layout; this one has the real menu, and the
         // same places as long as the menu's size is what it was.
         outcome.layout = Allocate(menu_, items_, board_);

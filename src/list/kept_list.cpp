@@ -85,7 +85,7 @@ FileResult<KeptList> KeptList::Begin(const fs::path& folder) {
         if (!lock) return lock.Problem();
         std::error_code error;
         if (fs::exists(kept.file_, error)) continue;  // of a program that was killed
-        kept.lock_ = *std::move(lock);
+        kept.lock_ = std::move(*lock);
         RemoveAbandonedReplacements(kept.file_);
         return kept;
     }
@@ -118,8 +118,8 @@ KeptLists FindKeptLists(const fs::path& folder, const fs::path& base) {
         std::error_code gone;
         if (!fs::exists(file, gone)) continue;
         if (std::optional<BroughtBack> list = ReadKept(file, base)) {
-            list->lock = *std::move(lock);
-            found.lists.push_back(*std::move(list));
+            list->lock = std::move(*lock);
+            found.lists.push_back(std::move(*list));
         } else {
             found.damaged.push_back(file);
         }

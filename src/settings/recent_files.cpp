@@ -36,7 +36,7 @@ std::vector<std::filesystem::path> RecentFiles(const SettingsStore& store, Recen
     store.RegReadString(kMainKey, NameOf(kind), text);
     std::vector<std::filesystem::path> files;
     std::u16string_view rest = text;
-    while (!rest.empty() && files.size() < kRecentFiles) {
+    while (!rest.empty() && files.size() < size_t{kRecentFiles}) {
         const size_t end = rest.find(kEnd);
         if (end != 0) files.push_back(TextPath(rest.substr(0, end)));
         rest = end == rest.npos ? std::u16string_view() : rest.substr(end + 1);
@@ -51,7 +51,7 @@ void AddRecentFile(SettingsStore& store, RecentKind kind, const std::filesystem:
     if (!files.empty() && files.front() == file) return;
     std::erase(files, file);
     files.insert(files.begin(), file);
-    if (files.size() > kRecentFiles) files.resize(kRecentFiles);
+    if (files.size() > size_t{kRecentFiles}) files.resize(kRecentFiles);
     Store(store, kind, files);
 }
 

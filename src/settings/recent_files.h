@@ -1,7 +1,6 @@
 // The files that the user had to do with last, the newest first.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <vector>
@@ -11,7 +10,7 @@
 namespace bw {
 
 enum class RecentKind : uint8_t { kLists, kDesigns, kCarts };
-inline constexpr size_t kRecentFiles = 8;  // of each kind
+inline constexpr int kRecentFiles = 8;  // of each kind
 
 // Absolute paths; whether the files are still there nobody has looked.
 std::vector<std::filesystem::path> RecentFiles(const SettingsStore& store, RecentKind kind);

@@ -36,8 +36,11 @@ QString Extension(const FileType& type) {
 
 // Collections have names in capital letters too, and some desktops' dialogs tell them apart.
 QString Filter(const FileType& type) {
-    const QString extension = Extension(type);
-    return QStringLiteral("%1 (*.%2 *.%3)").arg(ToQt(type.name), extension, extension.toUpper());
+    QStringList patterns;
+    for (const QString& extension : Extension(type).split(QLatin1Char(' '))) {
+        patterns << QStringLiteral("*.") + extension << QStringLiteral("*.") + extension.toUpper();
+    }
+    return QStringLiteral("%1 (%2)").arg(ToQt(type.name), patterns.join(QLatin1Char(' ')));
 }
 
 size_t ChosenType(const QFileDialog& dialog, const FileQuestion& question) {

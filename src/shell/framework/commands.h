@@ -85,7 +85,14 @@ enum Command : int {
     kCommandPlayCart = 41017,         // the built cart, from its menu on
     kCommandCheckAfterBuild = 41018,  // whether every build is checked
     kCommandShowCheck = 41019,        // the window with the pictures of the last check
+    kCommandOpenCart = 41035,
+    kCommandFit = 41036,  // what the checked games take on the board of the first build button
+    kCommandFitOther = 41037,  // of the other one
     kCommandAskAtClosing = 41050,
+    // The files that the user had to do with last, one after the other, then the entry that clears.
+    kCommandRecentLists = 41100,
+    kCommandRecentDesigns = 41110,
+    kCommandRecentCarts = 41120,
 };
 
 }  // namespace bw

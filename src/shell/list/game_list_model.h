@@ -70,8 +70,8 @@ class GameListModel : public QAbstractTableModel {
     // The row's number in the menu, from 1; nothing for a row that isn't checked.
     std::optional<size_t> NumberInMenu(int viewRow) const;
     size_t CheckedCount() const { return checkedCount_; }
-    // Of the whole list.
-    size_t ListSize() const { return editor_.Games().size(); }
+    // The whole list.
+    const GameList& Games() const { return editor_.Games(); }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "builder/tables/cart_tables.h"
 #include "language/problem_text.h"
 #include "list/list_file.h"
 #include "settings/recent_files.h"
@@ -54,7 +55,23 @@ struct ListFiles::Reading {
                  [&control, &host] { WarnOfLimit(control, host); }) {}
 
     GameIntake intake;
+    // Images. One that is given alone and is a cart of ours is no game.
+    void AddImages(const std::vector<std::filesystem::path>& files) {
+        if (!IsCart(files)) intake.AddImages(files);
+    }
+    // Images and list files.
+    void AddFiles(const std::vector<std::filesystem::path>& files) {
+        if (!IsCart(files)) intake.AddFiles(files);
+    }
+
     FileResult<> list;  // of reading a list file
+    std::filesystem::path cart;
+
+  private:
+    bool IsCart(const std::vector<std::filesystem::path>& files) {
+        if (files.size() == 1 && ReadCart(files.front())) cart = files.front();
+        return !cart.empty();
+    }
 };
 
 void ListFiles::Read(BackgroundTasks::Turn turn, std::function<void(Reading&)> read,
@@ -77,6 +94,8 @@ void ListFiles::Read(BackgroundTasks::Turn turn, std::function<void(Reading&)> r
         [this, shared, finish = std::move(finish)] {
             if (shared->stopped) {
                 TellStopped(host_);
+            } else if (shared->reading && !shared->reading->cart.empty()) {
+                host_.ShowCart(shared->reading->cart);
             } else if (shared->reading) {
                 finish(*shared->reading);
             }
@@ -121,7 +140,7 @@ void ListFiles::Open() {
     StoreFolderOf(kOpenFolder, files.front());
     Read(
         std::move(turn),
-        [files = std::move(files)](Reading& reading) { reading.intake.AddImages(files); },
+        [files = std::move(files)](Reading& reading) { reading.AddImages(files); },
         [this](Reading& reading) {
             // More than the limit may come in by one choice of files; that is meant.
             Publish(reading, {.limited = false});
@@ -174,7 +193,7 @@ void ListFiles::AddWaiting() {
     const std::filesystem::path list = found != files.end() ? *found : std::filesystem::path();
     Read(
         std::move(turn),
-        [files = std::move(files)](Reading& reading) { reading.intake.AddFiles(files); },
+        [files = std::move(files)](Reading& reading) { reading.AddFiles(files); },
         [this, list](Reading& reading) { Publish(reading, {}, list); });
 }
 

@@ -19,12 +19,13 @@ class ListFiles {
     explicit ListFiles(ListHost& host, std::filesystem::path kept = {})
         : host_(host), keeper_(host, std::move(kept)) {}
 
-    // The three commands; each refuses while a task runs. How they ended is told in the status
+    // Each refuses while a task runs. How they ended is told in the status
     // bar, and so is a list that can't be written. One that is stopped leaves the list as it was.
     void Open();
     void Load();
     void Load(const std::filesystem::path& file);
     void Save();
+    // A single file that is a cart of ours goes to the host's ShowCart, here and in Open().
     // Files dropped on the window or named at the program's start (absolute paths): images and list
     // files in any order. The flag isn't looked at; if a task is running, the files wait for its
     // end.

@@ -106,7 +106,7 @@ ListKeeper::Found ListKeeper::Find(std::span<const uint8_t> stored) const {
 void ListKeeper::Begin(std::span<const uint8_t> stored, Found found, GameList remembered) {
     origin_ = Crc32(stored);
     const News news = NewsOf(found, host_.CurrentLanguage());
-    host_.Editor().Restore(found.games ? *std::move(found.games) : std::move(remembered));
+    host_.Editor().Restore(found.games ? std::move(*found.games) : std::move(remembered));
     // What has come in lies in its place already.
     timer_.stop();
     changed_ = false;
@@ -142,7 +142,7 @@ void ListKeeper::Write() {
             if (!kept_) {
                 FileResult<KeptList> begun = KeptList::Begin(folder_);
                 if (!begun) return begun.Problem();
-                kept_ = *std::move(begun);
+                kept_ = std::move(*begun);
             }
             FileResult<> written = kept_->Keep(copy_, base, origin_);
             if (!written) return written;
