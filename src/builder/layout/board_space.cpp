@@ -1,45 +1,15 @@
 #include "builder/layout/board_space.h"
 
 #include <set>
-#include <span>
 #include <string>
-#include <utility>
-#include <vector>
 
-#include "builder/layout/bank_layout.h"
+#include "builder/layout/board_fit.h"
 #include "builder/layout/build_checks.h"
+#include "builder/layout/fit_games.h"
 #include "support/text.h"
 
 namespace bw {
 namespace {
-
-// As a build would read it, but for the data: its sizes are those of bytes 4 and 5 alone, also in
-// a NES 2.0 header. A file that can't be read has PRG size 0 here, which no board takes.
-MulticartItem ItemOf(const InesHeader& header) {
-    MulticartItem item;
-    item.valid = header.HasMagic() ? 1 : 0;
-    item.mapper = header.Mapper();
-    item.trainer = header.Trainer() ? 1 : 0;
-    item.SetPrgCount(header.PrgLow());
-    item.SetPrgUnits(header.PrgLow());
-    item.SetChrCount(header.ChrLow());
-    item.SetChrUnits(header.ChrLow());
-    return item;
-}
-
-// The item after the rounding of a build; nothing if the board can't run the game.
-std::optional<MulticartItem> FitItem(const InesHeader& header, BoardType board) {
-    MulticartItem item = ItemOf(header);
-    const std::span one(&item, 1);
-    RoundChrUnits(one);
-    if (FindGameFault(item, board) != GameFault::kNone) return std::nullopt;
-    if (board != BoardType::kCoolgirl) ApplyPrgMinimum(one);
-    return item;
-}
-
-uint64_t SpanOf(const MulticartItem& item) {
-    return uint64_t{item.prgSpan} + item.chrSpan;
-}
 
 // "16, 32, 64"; sizes in KB.
 std::string SizeList(const std::set<uint32_t>& units, uint32_t kilobytes) {
@@ -72,8 +42,7 @@ std::u16string MapperWords(uint32_t mapper, BoardType board, Language language) 
 
 // Why the board can't run the game; empty if it can.
 std::u16string FaultWords(const InesHeader& header, BoardType board, Language language) {
-    MulticartItem item = ItemOf(header);
-    RoundChrUnits({&item, 1});
+    const MulticartItem item = ItemOfHeader(header);
     switch (FindGameFault(item, board)) {
         case GameFault::kMapper:
             return MapperWords(item.mapper, board, language);
@@ -95,37 +64,18 @@ std::u16string FaultWords(const InesHeader& header, BoardType board, Language la
 }  // namespace
 
 BoardSpace EstimateSpace(const GameList& games, const BuildSettings& settings, BoardType board) {
-    const BoardLimit limit = LimitOf(board);
-    BoardSpace space{.limitBytes = limit.romBytes, .gameLimit = limit.games};
-    std::vector<MulticartItem> items;
-    for (const GameEntry& entry : games) {
-        if (!entry.checked) continue;
-        ++space.games;
-        std::optional<MulticartItem> item = FitItem(entry.header, board);
-        if (!item) {
-            ++space.unfit;
-            continue;
-        }
-        item->index = static_cast<uint32_t>(space.games);
-        // Numbers that are unlike each other: no game shares its data with another one.
-        item->prgCrc = 2 * item->index;
-        item->chrCrc = item->chrSpan == 0 ? 0 : 2 * item->index + 1;
-        space.usedBytes += SpanOf(*item);
-        if (space.games <= kCheckedLimit) items.push_back(*std::move(item));
-    }
-    MulticartItem menu;
-    menu.SetPrgUnits(settings.MenuUnits(board));
-    if (space.games > kCheckedLimit) {
-        space.usedBytes += menu.prgSpan;
-    } else {
-        space.usedBytes = Allocate(std::move(menu), std::move(items), board).romSize;
-    }
-    return space;
+    const BoardFit fit = MeasureFit(games, settings, board);
+    return {.usedBytes = fit.usedBytes,
+            .limitBytes = fit.limitBytes,
+            .games = fit.shares.size(),
+            .gameLimit = fit.gameLimit,
+            .unfit = fit.shares.size() - fit.games};
 }
 
 std::optional<uint64_t> GameSpan(const GameEntry& entry, BoardType board) {
     const std::optional<MulticartItem> item = FitItem(entry.header, board);
-    return item ? std::optional(SpanOf(*item)) : std::nullopt;
+    if (!item) return std::nullopt;
+    return uint64_t{item->prgSpan} + item->chrSpan;
 }
 
 std::u16string WhyUnfit(const GameEntry& entry, Language language) {

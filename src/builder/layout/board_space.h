@@ -1,5 +1,5 @@
-// How full a board gets with the checked games of a list, estimated from their headers alone: fast
-// enough to follow every click. Games that share data make the real ROM smaller.
+// How full a board gets with the checked games of a list (board_fit has the whole answer), and why
+// a game doesn't run on it. From headers and known sums alone: fast enough to follow every click.
 #pragma once
 
 #include <cstdint>
@@ -13,9 +13,7 @@
 namespace bw {
 
 struct BoardSpace {
-    // ROM size with the menu. If more than kCheckedLimit games are checked, which no build takes,
-    // just the sum of what they and the menu take.
-    uint64_t usedBytes = 0;
+    uint64_t usedBytes = 0;   // ROM size with the menu
     uint64_t limitBytes = 0;  // of the board
     size_t games = 0;         // checked
     size_t gameLimit = 0;
