@@ -61,7 +61,7 @@ _bankweaver_cli() {
     local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]}
     local command=${COMP_WORDS[1]} names menu
     if [[ $COMP_CWORD == 1 ]]; then
-        _bankweaver_words "info build export list check play design help --help --version"
+        _bankweaver_words "info build export list split compare check play design help --help --version"
         return
     fi
     if [[ $command == design ]]; then
@@ -84,7 +84,7 @@ _bankweaver_cli() {
         fi
     fi
     case "$command $prev" in
-        "help "*) _bankweaver_words "info build export list check play design" ;;
+        "help "*) _bankweaver_words "info build export list split compare check play design" ;;
         *" --board") _bankweaver_words "coolboy mindkids coolgirl" ;;
         *" --menu-size") _bankweaver_words "128 256 512" ;;
         *" --page-size") _bankweaver_words "5 10 15 20" ;;
@@ -93,6 +93,7 @@ _bankweaver_cli() {
         *" --turning-speed") _bankweaver_words "1 2 3 4" ;;
         "check --format") _bankweaver_words "nes unf" ;;
         *" --format") _bankweaver_words "nes unf bin" ;;
+        *" --sector") _bankweaver_words "4 64 128 256" ;;
         *" --view") _bankweaver_words "screen tiles" ;;
         *" --dither") _bankweaver_words "none ordered" ;;
         *" --scale") _bankweaver_words "1 2 3 4 5 6 7 8" ;;
@@ -113,6 +114,9 @@ _bankweaver_cli() {
                     design*) _bankweaver_files '*.fcm' ;;
                     check) _bankweaver_files '*.@(nes|unf|fcl)' ;;
                     play) _bankweaver_files '*.@(nes|unf)' ;;
+                    list) _bankweaver_files '*.@(nes|fcl|unf|bin)' ;;
+                    split) _bankweaver_files '*.@(nes|unf|bin)' ;;
+                    compare) _bankweaver_files '*' ;;
                     *) _bankweaver_files '*.@(nes|fcl)' ;;
                 esac
                 return
@@ -123,6 +127,8 @@ _bankweaver_cli() {
             case $command in
                 info | "design info") names="--json" ;;
                 list) names="--json --output" ;;
+                split) names="--directory" ;;
+                compare) names="--json --sector" ;;
                 play) names="" ;;
                 build) names="$menu --format --keep-work --report --dry-run --output" ;;
                 export) names="$menu --directory" ;;

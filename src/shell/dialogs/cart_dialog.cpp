@@ -116,7 +116,7 @@ QVariant CartTable::headerData(int section, Qt::Orientation orientation, int rol
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
     constexpr std::array kTitles{TextId::kNumber,      TextId::kFileName,   TextId::kMapperNumber,
                                  TextId::kPrgRom,      TextId::kChrRom,     TextId::kCartPlaces,
-                                 TextId::kCartDiffers, TextId::kCartNotKnown};
+                                 TextId::kBytesThatDiffer, TextId::kNotKnownColumn};
     return QtText(kTitles[static_cast<size_t>(section)], language_);
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "builder/output/rom_header.h"
-#include "language/problem_text.h"
 #include "support/text.h"
 
 namespace bw {
@@ -11,7 +10,7 @@ namespace {
 
 constexpr uint32_t kMenuUnit = 16;  // KB
 
-std::u16string Bytes(uint64_t count) {
+std::u16string Number(uint64_t count) {
     return ToWide(std::to_string(count));
 }
 
@@ -20,33 +19,16 @@ void AddLine(std::u16string& lines, std::u16string_view line) {
     lines += line;
 }
 
-// What is to be said of a game that isn't out and right; nothing else.
-std::u16string EndText(const SplitGame& game, Language language) {
-    const auto text = [&](TextId id) {
-        return FormatText(LoadText(id, language), PathText(game.file.filename()));
-    };
-    switch (game.end) {
-        case SplitEnd::kWrong:
-            return text(TextId::kCartWrongSum);
-        case SplitEnd::kCutShort:
-            return text(TextId::kCartCutShort);
-        case SplitEnd::kExists:
-            return text(TextId::kCartNameTaken);
-        case SplitEnd::kNotWritten:
-            return game.problem ? ProblemText(*game.problem, language) : std::u16string();
-        default:
-            return {};
-    }
-}
-
 }  // namespace
 
 std::u16string CartFactsText(const CartContents& cart, Language language) {
     const CartTables& tables = cart.tables;
-    return FormatText(LoadText(TextId::kCartFacts, language), ToWide(BoardName(tables.board)),
+    std::u16string facts = FormatText(LoadText(TextId::kCartFacts, language), ToWide(BoardName(tables.board)),
                       ToWide(FormatExtension(tables.format)),
                       static_cast<double>(tables.romBytes) / (1024.0 * 1024.0), cart.games.size(),
                       tables.menuUnits * kMenuUnit);
+    if (!cart.hasManifest) AddLine(facts, LoadText(TextId::kCartWithoutNotes, language));
+    return facts;
 }
 
 std::u16string NumberRuns(std::span<const uint32_t> numbers) {
@@ -56,8 +38,8 @@ std::u16string NumberRuns(std::span<const uint32_t> numbers) {
         while (last + 1 < numbers.size() && numbers[last + 1] == numbers[last] + 1)
             ++last;
         if (!text.empty()) text += u", ";
-        text += Bytes(numbers[i]);
-        if (last > i) text += (last == i + 1 ? u", " : u"-") + Bytes(numbers[last]);
+        text += Number(numbers[i]);
+        if (last > i) text += (last == i + 1 ? u", " : u"-") + Number(numbers[last]);
         i = last + 1;
     }
     return text;
@@ -69,27 +51,28 @@ std::u16string ComparisonText(const CartContents& cart, const CartComparison& co
         return FormatText(LoadText(id, language), arguments...);
     };
     const std::u16string name = PathText(dump.filename());
-    std::u16string lines;
+    std::u16string lines = name + u": ";
     if (comparison.Same()) {
-        lines = text(TextId::kCartSame, name);
+        lines += text(TextId::kCartsAreSame);
     } else {
-        lines = text(TextId::kCartCompared, name, Bytes(comparison.differing),
-                     comparison.sectors.size(), comparison.sectorsInAll,
-                     comparison.sectorBytes / 1024, comparison.games.size());
+        lines += text(TextId::kCartsDiffer, comparison.differing, comparison.sectors.size(),
+                      comparison.sectorsInAll, comparison.sectorBytes / 1024);
     }
     if (comparison.missingBytes > 0)
-        AddLine(lines, text(TextId::kCartDumpShort, Bytes(comparison.missingBytes)));
-    if (comparison.behindBytes > 0 && !comparison.behindErased)
-        AddLine(lines, text(TextId::kCartBehind, Bytes(comparison.behindBytes)));
+        AddLine(lines, text(TextId::kDumpTooShort, name, comparison.missingBytes));
+    if (comparison.behindBytes > 0) {
+        AddLine(lines, text(comparison.behindErased ? TextId::kErasedBehind : TextId::kOtherBehind,
+                            name, comparison.behindBytes));
+    }
     if (comparison.menuBytes > 0)
-        AddLine(lines, text(TextId::kCartMenuDiffers, Bytes(comparison.menuBytes)));
+        AddLine(lines, text(TextId::kMenuProgram) + u": " + Number(comparison.menuBytes));
     for (const GameDifference& game : comparison.games) {
         if (game.game >= cart.games.size()) continue;
-        AddLine(lines, Bytes(game.game + uint64_t{1}) + u" " + cart.games[game.game].name + u": " +
-                           Bytes(game.bytes));
+        AddLine(lines, Number(game.game + uint64_t{1}) + u" " + cart.games[game.game].name +
+                           u": " + Number(game.bytes));
     }
     if (!comparison.sectors.empty())
-        AddLine(lines, text(TextId::kCartSectors, NumberRuns(comparison.sectors)));
+        AddLine(lines, text(TextId::kSectorsThatDiffer) + u": " + NumberRuns(comparison.sectors));
     return lines;
 }
 
@@ -98,13 +81,13 @@ bool IsTakenOut(const SplitGame& game) {
            game.end == SplitEnd::kNotKnown;
 }
 
-std::u16string SplitText(const std::vector<SplitGame>& split, const std::filesystem::path& folder,
-                         Language language) {
+std::u16string SplitText(const std::vector<SplitGame>& split, size_t games,
+                         const std::filesystem::path& folder, Language language) {
     std::u16string lines =
-        FormatText(LoadText(TextId::kCartTakenOut, language),
-                   std::ranges::count_if(split, IsTakenOut), split.size(), PathText(folder));
+        FormatText(LoadText(TextId::kSplitDone, language), PathText(folder),
+                   std::ranges::count_if(split, IsTakenOut), games);
     for (const SplitGame& game : split) {
-        if (const std::u16string line = EndText(game, language); !line.empty())
+        if (const std::u16string line = SplitProblemText(game, language); !line.empty())
             AddLine(lines, line);
     }
     return lines;

@@ -9,20 +9,21 @@
 
 #include "builder/carts/cart_compare.h"
 #include "builder/carts/cart_contents.h"
+#include "builder/carts/cart_split.h"
 #include "language/language.h"
 
 namespace bw {
 
-// Board, format, size, games and menu in one line.
+// Board, format, size, games and menu, and whether the cart tells all of its games.
 std::u16string CartFactsText(const CartContents& cart, Language language);
 
 // Line by line, the sum first: what differs by game and by sector, and what is missing or over.
 std::u16string ComparisonText(const CartContents& cart, const CartComparison& comparison,
                               const std::filesystem::path& dump, Language language);
 
-// Line by line, the sum first: how many games came out, and what is wrong with which.
-std::u16string SplitText(const std::vector<SplitGame>& split, const std::filesystem::path& folder,
-                         Language language);
+// Line by line, the sum first: how many of the cart's games came out, and what is wrong with which.
+std::u16string SplitText(const std::vector<SplitGame>& split, size_t games,
+                         const std::filesystem::path& folder, Language language);
 // There is an image of the game now.
 bool IsTakenOut(const SplitGame& game);
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "builder/carts/cart_split.h"
 #include "language/problem_text.h"
 #include "list/added_games.h"
 #include "settings/recent_files.h"
@@ -142,7 +143,7 @@ void CartPart::TakeOut() {
         [this, cart, folder = *folder](FileResult<std::vector<SplitGame>>& split) {
             const Language language = host_.CurrentLanguage();
             if (!split) return SayProblem(split.Problem());
-            Say(SplitText(*split, folder, language));
+            Say(SplitText(*split, cart->games.size(), folder, language));
             TakenOut taken = ImagesOf(*cart, *split);
             // A split that was stopped is none to go on with.
             if (split->size() == cart->games.size() && !taken.images.empty())
