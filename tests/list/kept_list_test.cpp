@@ -1,13 +1,12 @@
 // The list that is kept while a program runs, when the program ends by a kill.
 #include "list/kept_list.h"
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <csignal>
 #include <fstream>
 
 #include <gmock/gmock.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "common/temporary_folder.h"
 

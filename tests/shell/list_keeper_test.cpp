@@ -2,6 +2,9 @@
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
 #include <QRadioButton>
 
 #include "list/kept_list.h"
@@ -92,9 +95,8 @@ TEST_F(Keeping, AChangeIsOnTheDiskInSecondsAndTheWindowDoesNotNotice) {
     RecordProperty("longest_pause_ms", static_cast<int>(longest));
     host_.editor.RemoveRows(std::vector<uint32_t>{0});
     files.ListChanged();
-    ASSERT_TRUE(Until([&] {
-        return ReadText(lists_ / "list_1.kept").find("count=19999") != std::string::npos;
-    }));
+    ASSERT_TRUE(Until(
+        [&] { return ReadText(lists_ / "list_1.kept").find("count=19999") != std::string::npos; }));
     files.ForgetKept();
     EXPECT_THAT(FilesLike(".kept"), IsEmpty());
 }
@@ -108,7 +110,7 @@ TEST_F(Recent, FilesShowNewestFirstOpenAndLeaveWhenTheyAreGone) {
         Send(kCommandSave);
         ASSERT_TRUE(QTest::qWaitFor([&] { return !Busy(); }));
     }
-    auto* menu = ChildOf<QMenuBar>(*window, "").actions().front()->menu();
+    auto* menu = window->findChild<QMenuBar*>()->actions().front()->menu();
     emit menu->aboutToShow();
     EXPECT_TRUE(Entry(kCommandRecentLists).text().endsWith(QStringLiteral("one.fcl")));
     EXPECT_TRUE(Entry(kCommandRecentLists + 1).text().endsWith(QStringLiteral("two && three.fcl")));

@@ -114,9 +114,9 @@ QVariant CartTable::data(const QModelIndex& index, int role) const {
 
 QVariant CartTable::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-    constexpr std::array kTitles{TextId::kNumber,      TextId::kFileName,   TextId::kMapperNumber,
-                                 TextId::kPrgRom,      TextId::kChrRom,     TextId::kCartPlaces,
-                                 TextId::kBytesThatDiffer, TextId::kNotKnownColumn};
+    constexpr std::array kTitles{
+        TextId::kNumber, TextId::kFileName,   TextId::kMapperNumber,    TextId::kPrgRom,
+        TextId::kChrRom, TextId::kCartPlaces, TextId::kBytesThatDiffer, TextId::kNotKnownColumn};
     return QtText(kTitles[static_cast<size_t>(section)], language_);
 }
 
@@ -259,8 +259,7 @@ void CCartDialog::SetBusy(bool busy) {
 
 void CCartDialog::ShowProgress(size_t done, size_t total) {
     progress_.setRange(0, total == 0 ? 0 : kBarSteps);
-    if (total > 0)
-        progress_.setValue(static_cast<int>(std::min(done, total) * kBarSteps / total));
+    if (total > 0) progress_.setValue(static_cast<int>(std::min(done, total) * kBarSteps / total));
 }
 
 void CCartDialog::ShowResult(const std::u16string& lines) {

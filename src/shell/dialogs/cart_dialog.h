@@ -28,7 +28,17 @@ namespace bw {
 class CartTable : public QAbstractTableModel {
     Q_OBJECT
   public:
-    enum Column : int { kNumber, kName, kMapper, kPrg, kChr, kPlaces, kDiffers, kNotKnown, kColumns };
+    enum Column : int {
+        kNumber,
+        kName,
+        kMapper,
+        kPrg,
+        kChr,
+        kPlaces,
+        kDiffers,
+        kNotKnown,
+        kColumns
+    };
 
     void SetLanguage(Language language);
     void Show(std::vector<CartEntry> games);

@@ -23,10 +23,11 @@ void AddLine(std::u16string& lines, std::u16string_view line) {
 
 std::u16string CartFactsText(const CartContents& cart, Language language) {
     const CartTables& tables = cart.tables;
-    std::u16string facts = FormatText(LoadText(TextId::kCartFacts, language), ToWide(BoardName(tables.board)),
-                      ToWide(FormatExtension(tables.format)),
-                      static_cast<double>(tables.romBytes) / (1024.0 * 1024.0), cart.games.size(),
-                      tables.menuUnits * kMenuUnit);
+    std::u16string facts =
+        FormatText(LoadText(TextId::kCartFacts, language), ToWide(BoardName(tables.board)),
+                   ToWide(FormatExtension(tables.format)),
+                   static_cast<double>(tables.romBytes) / (1024.0 * 1024.0), cart.games.size(),
+                   tables.menuUnits * kMenuUnit);
     if (!cart.hasManifest) AddLine(facts, LoadText(TextId::kCartWithoutNotes, language));
     return facts;
 }
@@ -68,8 +69,8 @@ std::u16string ComparisonText(const CartContents& cart, const CartComparison& co
         AddLine(lines, text(TextId::kMenuProgram) + u": " + Number(comparison.menuBytes));
     for (const GameDifference& game : comparison.games) {
         if (game.game >= cart.games.size()) continue;
-        AddLine(lines, Number(game.game + uint64_t{1}) + u" " + cart.games[game.game].name +
-                           u": " + Number(game.bytes));
+        AddLine(lines, Number(game.game + uint64_t{1}) + u" " + cart.games[game.game].name + u": " +
+                           Number(game.bytes));
     }
     if (!comparison.sectors.empty())
         AddLine(lines, text(TextId::kSectorsThatDiffer) + u": " + NumberRuns(comparison.sectors));
@@ -83,9 +84,8 @@ bool IsTakenOut(const SplitGame& game) {
 
 std::u16string SplitText(const std::vector<SplitGame>& split, size_t games,
                          const std::filesystem::path& folder, Language language) {
-    std::u16string lines =
-        FormatText(LoadText(TextId::kSplitDone, language), PathText(folder),
-                   std::ranges::count_if(split, IsTakenOut), games);
+    std::u16string lines = FormatText(LoadText(TextId::kSplitDone, language), PathText(folder),
+                                      std::ranges::count_if(split, IsTakenOut), games);
     for (const SplitGame& game : split) {
         if (const std::u16string line = SplitProblemText(game, language); !line.empty())
             AddLine(lines, line);

@@ -275,8 +275,7 @@ void CFitDialog::ShowTotals() {
 void CFitDialog::TickProposed() {
     std::vector<uint32_t> rows;
     if (!ways_[0].isChecked()) {
-        const LeavingOut way =
-            ways_[1].isChecked() ? LeavingOut::kFewest : LeavingOut::kLeastLoved;
+        const LeavingOut way = ways_[1].isChecked() ? LeavingOut::kFewest : LeavingOut::kLeastLoved;
         rows = RowsToLeaveOut(editor_.Games(), settings_, Board(), way);
         // They stand in a build's way just as well.
         std::ranges::copy(model_.CantRun(), std::back_inserter(rows));
@@ -293,8 +292,7 @@ MessageResult CFitDialog::OnChoice(MessageParam, MessageParam) {
 MessageResult CFitDialog::OnFillUp(MessageParam, MessageParam) {
     std::optional<std::span<const uint32_t>> from;
     if (shown_) from = *shown_;
-    const std::vector<uint32_t> rows =
-        RowsToFillUp(editor_.Games(), settings_, Board(), from);
+    const std::vector<uint32_t> rows = RowsToFillUp(editor_.Games(), settings_, Board(), from);
     editor_.SetChecks(rows, true);
     told_ = FormatText(LoadText(TextId::kFitFilledUp, UiLanguage()), rows.size());
     Measure();

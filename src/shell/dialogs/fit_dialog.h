@@ -62,8 +62,8 @@ class CFitDialog : public CDialogBase {
   public:
     using Rows = std::optional<std::vector<uint32_t>>;
 
-    // Opens for `board`, which the user may change. `shown`: the rows that filling up may take from,
-    // without it all. Editor and store must live longer.
+    // Opens for `board`, which the user may change. `shown`: the rows that filling up may take
+    // from, without it all. Editor and store must live longer.
     CFitDialog(ListEditor& editor, SettingsStore& store, BoardType board, Rows shown,
                Language language, QWidget* parent = nullptr);
 

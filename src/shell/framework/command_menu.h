@@ -49,8 +49,8 @@ class CommandMenu {
     void EnableMenuItem(int id, bool enabled) { Entry(id).setEnabled(enabled); }
 
     void SetLanguage(Language language);
-    // In place of the text that its row has, until the next SetLanguage. A named entry keeps it, and
-    // goes with an empty one.
+    // In place of the text that its row has, until the next SetLanguage. A named entry keeps it,
+    // and goes with an empty one.
     void SetEntryText(int id, const QString& text);
     // The menu that has the entry.
     QMenu& PopupOf(int id) const { return *entries_.at(id).popup; }

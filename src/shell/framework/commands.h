@@ -86,7 +86,7 @@ enum Command : int {
     kCommandCheckAfterBuild = 41018,  // whether every build is checked
     kCommandShowCheck = 41019,        // the window with the pictures of the last check
     kCommandOpenCart = 41035,
-    kCommandFit = 41036,  // what the checked games take on the board of the first build button
+    kCommandFit = 41036,       // what the checked games take on the board of the first build button
     kCommandFitOther = 41037,  // of the other one
     kCommandAskAtClosing = 41050,
     // The files that the user had to do with last, one after the other, then the entry that clears.

@@ -87,7 +87,8 @@ auto CartPart::ProgressOf(TaskControl& control, std::u16string what) {
 
 void CartPart::Say(const std::u16string& lines) {
     const size_t end = std::min(lines.find(u'\n'), lines.size());
-    host_.Tell(lines.substr(0, end), std::u16string_view(lines).substr(std::min(end + 1, lines.size())));
+    host_.Tell(lines.substr(0, end),
+               std::u16string_view(lines).substr(std::min(end + 1, lines.size())));
     if (IsShown()) dialog_->ShowResult(lines);
 }
 
@@ -122,9 +123,8 @@ void CartPart::Show(const fs::path& file, CartContents cart) {
                          [this] { TakeOut(); });
         QObject::connect(dialog_.get(), &CCartDialog::CompareWanted, dialog_.get(),
                          [this](uint32_t sectorBytes) { Compare(sectorBytes); });
-        QObject::connect(dialog_.get(), &CCartDialog::PlayWanted, dialog_.get(), [this] {
-            play_.Play(dialog_->File(), PathText(dialog_->File().stem()));
-        });
+        QObject::connect(dialog_.get(), &CCartDialog::PlayWanted, dialog_.get(),
+                         [this] { play_.Play(dialog_->File(), PathText(dialog_->File().stem())); });
     }
     dialog_->ShowCart(file, std::move(cart));
     dialog_->ShowModeless();
@@ -191,8 +191,7 @@ void CartPart::Compare(uint32_t sectorBytes) {
             return CompareCart(file, *cart, dump, sectorBytes,
                                ProgressOf(control, PathText(dump.filename())));
         },
-        [this, cart, file = dialog_->File(),
-         dump = *dump](FileResult<CartComparison>& comparison) {
+        [this, cart, file = dialog_->File(), dump = *dump](FileResult<CartComparison>& comparison) {
             const Language language = host_.CurrentLanguage();
             if (!comparison) return SayProblem(comparison.Problem());
             Say(ComparisonText(*cart, *comparison, dump, language));

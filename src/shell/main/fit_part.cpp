@@ -9,7 +9,8 @@ void FitPart::Show(BoardType board) {
     const BackgroundTasks::Turn turn = BeginListTask(host_);
     if (!turn) return;
     CFitDialog::Rows shown;
-    if (const ListEditor::ShownRows rows = view_.ShownRows()) shown.emplace(rows->begin(), rows->end());
+    if (const ListEditor::ShownRows rows = view_.ShownRows())
+        shown.emplace(rows->begin(), rows->end());
     CFitDialog dialog(host_.Editor(), host_.Store(), board, std::move(shown),
                       host_.CurrentLanguage(), &window_);
     dialog.DoModal();

@@ -158,9 +158,7 @@ struct CMainDialog::Commands {
              parts.build.CheckFitting(BoardType::kCoolgirl, parts.view.ShownRows());
          }},
         {kCommandFit,
-         [](Parts& parts) {
-             parts.fit.Show(LoadBuildSettings(parts.Store()).CoolboyBoard());
-         }},
+         [](Parts& parts) { parts.fit.Show(LoadBuildSettings(parts.Store()).CoolboyBoard()); }},
         {kCommandFitOther, [](Parts& parts) { parts.fit.Show(BoardType::kCoolgirl); }},
         {kCommandUndo, [](Parts& parts) { parts.editor.Undo(); }},
         {kCommandRedo, [](Parts& parts) { parts.editor.Redo(); }},

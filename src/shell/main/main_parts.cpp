@@ -54,10 +54,9 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
       play(*this, owner),
       carts(*this, play, view, owner),
       fit(*this, view, owner),
-      recent(*this, menu,
-             [this](RecentKind kind, const std::filesystem::path& file) {
-                 OpenRecent(kind, file);
-             }),
+      recent(
+          *this, menu,
+          [this](RecentKind kind, const std::filesystem::path& file) { OpenRecent(kind, file); }),
       drop(owner),
       updates(*this, owner, menu, given,
               {.mayInterrupt = [this] { return MayInterrupt(); },

@@ -24,7 +24,6 @@ class PlayCommands {
     void Play(const std::filesystem::path& rom, std::u16string_view name);
 
   private:
-
     ListHost& host_;
     QWidget& window_;
     std::unique_ptr<CPlayDialog> dialog_;

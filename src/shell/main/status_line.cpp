@@ -18,8 +18,7 @@ constexpr int kBarWidth = 120;
 
 }  // namespace
 
-StatusLine::StatusLine(Wishes wishes)
-    : wishes_(std::move(wishes)), rows_(QBoxLayout::LeftToRight) {
+StatusLine::StatusLine(Wishes wishes) : wishes_(std::move(wishes)), rows_(QBoxLayout::LeftToRight) {
     counts_.setObjectName(QStringLiteral("status_counts"));
     told_.setObjectName(QStringLiteral("status_told"));
     progress_.setObjectName(QStringLiteral("status_progress"));

@@ -20,7 +20,7 @@ namespace bw {
 class StatusLine : public QFrame {
   public:
     struct Wishes {
-        std::function<void()> stop;                // the running task is to end
+        std::function<void()> stop;                         // the running task is to end
         std::function<void(size_t board)> space = nullptr;  // the space on a board was clicked
     };
     explicit StatusLine(Wishes wishes);

@@ -139,8 +139,7 @@ void ListFiles::Open() {
     if (files.empty()) return;
     StoreFolderOf(kOpenFolder, files.front());
     Read(
-        std::move(turn),
-        [files = std::move(files)](Reading& reading) { reading.AddImages(files); },
+        std::move(turn), [files = std::move(files)](Reading& reading) { reading.AddImages(files); },
         [this](Reading& reading) {
             // More than the limit may come in by one choice of files; that is meant.
             Publish(reading, {.limited = false});
@@ -192,8 +191,7 @@ void ListFiles::AddWaiting() {
         std::ranges::find_if(files, [](const auto& file) { return HasExtension(file, "fcl"); });
     const std::filesystem::path list = found != files.end() ? *found : std::filesystem::path();
     Read(
-        std::move(turn),
-        [files = std::move(files)](Reading& reading) { reading.AddFiles(files); },
+        std::move(turn), [files = std::move(files)](Reading& reading) { reading.AddFiles(files); },
         [this, list](Reading& reading) { Publish(reading, {}, list); });
 }
 

@@ -131,25 +131,27 @@ void ListKeeper::Keep() {
 
 void ListKeeper::TellOf(const FileProblem& problem) {
     const Language language = host_.CurrentLanguage();
-    host_.Tell(FormatText(LoadText(TextId::kListNotKept, language),
-                          ProblemText(problem, language)));
+    host_.Tell(
+        FormatText(LoadText(TextId::kListNotKept, language), ProblemText(problem, language)));
 }
 
 void ListKeeper::Write() {
+    if (writing_.valid()) writing_.wait();
     copy_ = host_.Editor().Games();  // anew in the same memory
     try {
-        writing_ = std::async(std::launch::async, [this, base = host_.Base()]() -> FileResult<> {
-            if (!kept_) {
-                FileResult<KeptList> begun = KeptList::Begin(folder_);
-                if (!begun) return begun.Problem();
-                kept_ = std::move(*begun);
-            }
-            FileResult<> written = kept_->Keep(copy_, base, origin_);
-            if (!written) return written;
-            for (const BroughtBack& old : std::exchange(found_, {}))
-                DeleteFile(old.file);
-            return {};
-        });
+        writing_ = std::async(std::launch::async,
+                              [this, base = host_.Base(), origin = origin_]() -> FileResult<> {
+                                  if (!kept_) {
+                                      FileResult<KeptList> begun = KeptList::Begin(folder_);
+                                      if (!begun) return begun.Problem();
+                                      kept_ = std::move(*begun);
+                                  }
+                                  FileResult<> written = kept_->Keep(copy_, base, origin);
+                                  if (!written) return written;
+                                  for (const BroughtBack& old : std::exchange(found_, {}))
+                                      DeleteFile(old.file);
+                                  return {};
+                              });
         changed_ = false;
     } catch (const std::system_error&) {
         // No more threads to be had now; the timer asks again.

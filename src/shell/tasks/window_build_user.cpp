@@ -39,10 +39,10 @@ void WindowBuildUser::Message(std::u16string_view text, std::u16string_view titl
 void WindowBuildUser::TooMuch(std::u16string_view text, std::u16string_view title) {
     const std::array answers{LoadText(TextId::kBuildShowsFit, language_),
                              LoadText(TextId::kCancel, language_)};
-    const auto answer = OnWindow(
-        [&dialogs = dialogs_, text = std::u16string(text), title = std::u16string(title),
-         answers] { return dialogs.Choose(text, title, answers); },
-        std::nullopt);
+    const auto answer =
+        OnWindow([&dialogs = dialogs_, text = std::u16string(text), title = std::u16string(title),
+                  answers] { return dialogs.Choose(text, title, answers); },
+                 std::nullopt);
     wantsFit_ = answer == 0;
 }
 
