@@ -50,6 +50,7 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
                                                              : kCommandFit);
                         }}),
       check(*this, build, view, menu, owner, given.check),
+      collection(*this, view, owner, [this] { return MenuOnConsole(); }),
       designs(*this, design, owner),
       play(*this, owner),
       carts(*this, play, view, owner),
@@ -175,7 +176,12 @@ void CMainDialog::Parts::ShowSpace() {
         return StatusLine::Board{board, EstimateSpace(editor.Games(), stored, board)};
     };
     status.ShowSpace({estimate(stored.CoolboyBoard()), estimate(BoardType::kCoolgirl)});
-    view.SetConsoleMenu({stored.Numbers(), NameColumn(stored, design)});
+    view.SetConsoleMenu(MenuOnConsole());
+}
+
+ConsoleMenu CMainDialog::Parts::MenuOnConsole() const {
+    const BuildSettings stored = LoadBuildSettings(services.store);
+    return {stored.Numbers(), NameColumn(stored, design)};
 }
 
 void CMainDialog::Parts::TasksChanged() {

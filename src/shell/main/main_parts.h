@@ -13,6 +13,7 @@
 #include "shell/main/button_column.h"
 #include "shell/main/cart_part.h"
 #include "shell/main/check_part.h"
+#include "shell/main/collection_part.h"
 #include "shell/main/design_commands.h"
 #include "shell/main/fit_part.h"
 #include "shell/main/main_dialog.h"
@@ -99,6 +100,7 @@ class CMainDialog::Parts final : public ListHost {
     FindCommands find;
     BuildCommands build;
     CheckPart check;
+    CollectionPart collection;
     DesignCommands designs;
     PlayCommands play;
     CartPart carts;
@@ -123,6 +125,7 @@ class CMainDialog::Parts final : public ListHost {
     void FollowBuild();
     void TasksChanged();
     void ShowSpace();
+    ConsoleMenu MenuOnConsole() const;
     // What can change without anybody telling: the tray, the store.
     void Watch();
 };
