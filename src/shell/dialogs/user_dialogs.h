@@ -19,7 +19,7 @@ enum class MessageButtons : int { kConfirm = 0, kYesNo = 4 };
 // One entry of a file dialog's list of types.
 struct FileType {
     std::u16string name;
-    std::string extension;  // without its point; of files to open several, parted by blanks
+    std::string extension;  // without its point; several, with blanks between, for reading only
 
     bool operator==(const FileType&) const = default;
 };
