@@ -80,8 +80,12 @@ class RomBuild : BuildBase {
         }
         if (AssemblesExternMenu() && !AssembleExternMenu(context_.settings.MenuSize)) return false;
         outcome.layout = LayOut();
-        outcome.overLimits = !Passes(CheckRomLimits(outcome.layout, board_, language_));
-        if (outcome.overLimits || !WriteGeneratedFiles(outcome) || !GetMenu()) return false;
+        if (const auto fault = CheckRomLimits(outcome.layout, board_, language_)) {
+            outcome.overLimits = true;
+            user_.TooMuch(fault->text, Text(TextId::kErrorTitle));
+            return false;
+        }
+        if (!WriteGeneratedFiles(outcome) || !GetMenu()) return false;
         // The tables in the menu come from the first layout; this one has the real menu, and the
         // same places as long as the menu's size is what it was.
         outcome.layout = LayOut();

@@ -34,6 +34,10 @@ class BuildUser {
     virtual Language UiLanguage() const = 0;
     // One message with its title; returns when the user has seen it.
     virtual void Message(std::u16string_view text, std::u16string_view title, MessageKind kind) = 0;
+    // The checked games are more than the board takes. A message, unless there is more to offer.
+    virtual void TooMuch(std::u16string_view text, std::u16string_view title) {
+        Message(text, title, MessageKind::kError);
+    }
     // A question; true for Yes.
     virtual bool AskYesNo(std::u16string_view text, std::u16string_view title) = 0;
     // Where the ROM goes; nothing to leave it.

@@ -78,7 +78,6 @@ class GameListModel : public QAbstractTableModel {
     size_t CheckedCount() const { return checkedCount_; }
     // The whole list.
     const GameList& Games() const { return editor_.Games(); }
-    size_t ListSize() const { return editor_.Games().size(); }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
