@@ -76,7 +76,7 @@ std::u16string Verdict(const BoardFit& fit, Language language) {
         add(FormatText(LoadText(TextId::kOverByGames, language), fit.OverGames()));
     }
     if (fit.Fits()) {
-        add(FormatText(LoadText(TextId::kFitLeft, language), fit.LeftBytes() / kMegabyte));
+        add(FormatText(LoadText(TextId::kRoomIsLeft, language), fit.LeftBytes() / kMegabyte));
     }
     return text;
 }

@@ -446,7 +446,7 @@ constexpr TextRow kRows[] = {
     {kFitGaps,
      u"Games and menu %0.3lfMB, gaps for the alignment %0.3lfMB",
      u"游戏和菜单 %0.3lfMB，对齐空隙 %0.3lfMB"},
-    {kFitLeft, u"%0.3lfMB left.", u"剩余 %0.3lfMB。"},
+    {kRoomIsLeft, u"%0.3lfMB left.", u"剩余 %0.3lfMB。"},
     {kGameRuns, u"runs", u"支持"},
     {kGameRunsNot, u"doesn't run", u"不支持"},
     {kOldCartOfOtherBoard,

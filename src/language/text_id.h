@@ -1229,7 +1229,7 @@ enum class TextId {
     kGameAdds,
     kFitOfBoard,
     kFitGaps,
-    kFitLeft,
+    kRoomIsLeft,
     kGameRuns,
     kGameRunsNot,
     kOldCartOfOtherBoard,
