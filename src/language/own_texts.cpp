@@ -599,6 +599,7 @@ constexpr TextRow kRows[] = {
     {kFitParts,
      u"Menu and games %.2f MB, gaps between them %.2f MB",
      u"菜单和游戏 %.2f MB，间隙 %.2f MB"},
+    {kFitLeft, u"%.2f MB left", u"剩余 %.2f MB"},
     {kFitOver, u"Over by %.2f MB", u"超出 %.2f MB"},
     {kFitGamesOver, u"%d game(s) too many", u"游戏超出 %d 个"},
     {kFitUnfit, u"%d game(s) can't run on this board", u"%d 个游戏不能在此卡板上运行"},
@@ -626,7 +627,6 @@ constexpr TextRow kRows[] = {
     {kCartSectorLabel, u"&Sectors:", u"扇区(&S)："},
     {kCartFiles, u"Carts", u"合卡"},
     {kBuildShowsFit, u"&Show what to leave out", u"显示可去掉的游戏(&S)"},
-    {kFitLeft, u"%.2f MB left", u"剩余 %.2f MB"},
 };
 // clang-format on
 
