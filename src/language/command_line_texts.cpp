@@ -370,7 +370,6 @@ constexpr TextRow kRows[] = {
     {kArchiveNoImages, u"No game (.nes) in the archive", u"压缩包中没有游戏 (.nes)"},
     {kArchiveNoGame, u"Not a valid NES file", u"不是有效的 NES 文件"},
     {kArchiveMore, u" (and %zu more like this)", u"（另有 %zu 个同类项目）"},
-    {kArchives, u"NES games and archives", u"NES 游戏和压缩包"},
 };
 // clang-format on
 

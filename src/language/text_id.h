@@ -1066,7 +1066,6 @@ enum class TextId {
     kArchiveNoImages,
     kArchiveNoGame,
     kArchiveMore,
-    kArchives,
 };
 
 }  // namespace bw
