@@ -57,7 +57,7 @@ constexpr TextRow kRows[] = {
     {kChooseMenu, u"Choose a menu", u"选择菜单文件"},
     {kSaveRom, u"Save the ROM", u"保存 ROM"},
     {kChooseFolder, u"Choose a folder", u"选择文件夹"},
-    {kNesGames, u"NES games", u"NES 游戏"},
+    {kNesGames, u"NES games and archives", u"NES 游戏和压缩包"},
     {kGameLists, u"Game lists", u"游戏列表"},
     {kReplaceExisting, u"%s exists already. Replace it?", u"%s 已存在，要替换它吗？"},
     {kGamesAdded, u"%d game(s) added.", u"已添加 %d 个游戏。"},

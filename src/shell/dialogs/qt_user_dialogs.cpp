@@ -154,7 +154,7 @@ std::optional<FileChoice> QtUserDialogs::AskFileToSave(const FileQuestion& quest
 
 std::vector<std::filesystem::path> QtUserDialogs::AskImages(const std::filesystem::path& start) {
     QFileDialog dialog(&Front());
-    SetUp(dialog, Question(TextId::kAddGames, start, TextId::kArchives, kImageExtensions),
+    SetUp(dialog, Question(TextId::kAddGames, start, TextId::kNesGames, kImageExtensions),
           Use::kRead);
     dialog.setFileMode(QFileDialog::ExistingFiles);
     std::vector<std::filesystem::path> files;
