@@ -6,76 +6,16 @@
 
 #include <sys/resource.h>
 
-#include "assembler/assembler.h"
-#include "assembler/memory_source.h"
 #include "console/cart_check.h"
 #include "console/menu_cart.h"
 #include "console/menu_driver.h"
 #include "measure.h"
+#include "small_game.h"
 #include "support/text.h"
 
 namespace {
 
 using namespace bw;
-
-// The number of the game stands for its speed; 0 stands still.
-constexpr std::string_view kGame = R"asm(
- .INESPRG 1
- .INESCHR 1
- .INESMAP 0
- .INESMIR 1
- .BANK 0
- .ORG $C000
-Reset:
- SEI
- CLD
- LDX #0
- STX $2000
- STX $2001
- JSR Wait
- JSR Wait
- LDA #$3F
- STA $2006
- LDX #0
- STX $2006
-.colour
- STX $2007
- INX
- CPX #$20
- BNE .colour
- LDA #$0A
- STA $2001
-Loop:
- JSR Wait
- LDA <$10
- CLC
- ADC #SPEED
- STA <$10
- STA $2005
- STA $2005
- JMP Loop
-Wait:
- BIT $2002
-.wait
- BIT $2002
- BPL .wait
- RTS
- .BANK 1
- .ORG $FFFA
- .DW Reset, Reset, Reset
-)asm";
-
-std::string Image(uint32_t number) {
-    constexpr size_t kPrg = 0x4000, kChr = 0x2000, kHeader = 16;
-    assembler::MemorySource source;
-    source.files["game.asm"] = "SPEED = " + std::to_string(number % 8) + "\n" + std::string(kGame);
-    const auto assembled = assembler::Assemble("game.asm", source);
-    std::string rom(assembled.rom.begin(), assembled.rom.end());
-    rom.resize(kHeader + kPrg);
-    // Equal programs would share their place on the cart.
-    rom.replace(kHeader + 0x1000, 0x1000, test::Noise(0x1000, number));
-    return rom + test::Noise(kChr, number + 100000);
-}
 
 // Counts the frames that all of its consoles play.
 class CountedEmulator : public Emulator {
@@ -190,7 +130,7 @@ int main(int count, char** words) {
     CheckSubject subject{.cart = {}, .tables = {}};
     for (uint32_t i = 0; i < games; ++i) {
         const auto file = folder.Path() / (std::to_string(i) + ".nes");
-        test::WriteText(file, Image(i));
+        test::WriteText(file, bench::SmallImage({.number = i}, bench::SmallProgram(i % 8, false)));
         plan.games.emplace_back(file);
         plan.games.back().checked = true;
         subject.images.push_back(file);

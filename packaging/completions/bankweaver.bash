@@ -61,7 +61,7 @@ _bankweaver_cli() {
     local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]}
     local command=${COMP_WORDS[1]} names menu
     if [[ $COMP_CWORD == 1 ]]; then
-        _bankweaver_words "info build export list check play design help --help --version"
+        _bankweaver_words "info build export list split compare check play design help --help --version"
         return
     fi
     if [[ $command == design ]]; then
@@ -84,7 +84,7 @@ _bankweaver_cli() {
         fi
     fi
     case "$command $prev" in
-        "help "*) _bankweaver_words "info build export list check play design" ;;
+        "help "*) _bankweaver_words "info build export list split compare check play design" ;;
         *" --board") _bankweaver_words "coolboy mindkids coolgirl" ;;
         *" --leave-out") _bankweaver_words "fewest last" ;;
         *" --keep-places") _bankweaver_files '*.@(nes|unf|bin)' ;;
@@ -95,6 +95,7 @@ _bankweaver_cli() {
         *" --turning-speed") _bankweaver_words "1 2 3 4" ;;
         "check --format") _bankweaver_words "nes unf" ;;
         *" --format") _bankweaver_words "nes unf bin" ;;
+        *" --sector") _bankweaver_words "4 64 128 256" ;;
         *" --view") _bankweaver_words "screen tiles" ;;
         *" --dither") _bankweaver_words "none ordered" ;;
         *" --scale") _bankweaver_words "1 2 3 4 5 6 7 8" ;;
@@ -115,6 +116,9 @@ _bankweaver_cli() {
                     design*) _bankweaver_files '*.fcm' ;;
                     check) _bankweaver_files '*.@(nes|unf|fcl)' ;;
                     play) _bankweaver_files '*.@(nes|unf)' ;;
+                    list) _bankweaver_files '*.@(nes|fcl|unf|bin)' ;;
+                    split) _bankweaver_files '*.@(nes|unf|bin)' ;;
+                    compare) _bankweaver_files '*' ;;
                     *) _bankweaver_files '*.@(nes|fcl)' ;;
                 esac
                 return
@@ -126,6 +130,8 @@ _bankweaver_cli() {
                 info) names="--json --why --fit --board" ;;
                 "design info") names="--json" ;;
                 list) names="--json --output --board --leave-out --fill-up" ;;
+                split) names="--directory" ;;
+                compare) names="--json --sector" ;;
                 play) names="" ;;
                 build) names="$menu --leave-out --fill-up --format --keep-places --keep-work --report --dry-run --output" ;;
                 export) names="$menu --leave-out --fill-up --directory" ;;

@@ -8,6 +8,7 @@
 #include "builder/output/kept_folder.h"
 #include "builder/output/rom_writer.h"
 #include "builder/resources.h"
+#include "builder/tables/cart_manifest.h"
 #include "builder/tables/menu_tables.h"
 #include "language/problem_text.h"
 #include "settings/setting_names.h"
@@ -167,7 +168,9 @@ class RomBuild : BuildBase {
     }
 
     bool ReadMenu() {
-        if (!ExternMenu()) return Assemble(menuFolder_ / "menu.asm", menuFolder_);
+        if (!ExternMenu()) {
+            return Assemble(menuFolder_ / "menu.asm", menuFolder_) && NoteGames();
+        }
         if (ExternMenuIs("asm")) return AssembleExternMenu(menu_.prgUnits);
         // One that is read and is no menu is the menu check's to tell.
         const std::filesystem::path& path = context_.settings.ExternMenuPath;
@@ -188,6 +191,22 @@ class RomBuild : BuildBase {
         std::filesystem::path rom = source;
         menu_.Load(rom.replace_extension(".nes"));
         return true;
+    }
+
+    // Puts what the tables don't tell of the games into unused bytes of the assembled menu, where
+    // these are; a menu that doesn't check out is the menu check's to tell.
+    bool NoteGames() {
+        if (context_.menuOnly || menu_.valid == 0) return true;
+        FileResult<std::vector<uint8_t>> bytes = ReadFile(menu_.path);
+        if (!bytes || bytes->size() < kInesHeaderSize) return true;
+        const std::span program = std::span(*bytes).subspan(kInesHeaderSize);
+        if (!AddManifest(program, board_, ManifestOf(items_))) return true;
+        const FileResult<> written = WriteScratchFile(menu_.path, std::span(std::as_const(*bytes)));
+        if (!written) {
+            ShowFileProblem(written.Problem());
+            return false;
+        }
+        return menu_.Load(std::filesystem::path(menu_.path));
     }
 
     // A menu of the user's own is assembled against freshly exported tables in the folder "build"

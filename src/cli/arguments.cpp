@@ -6,6 +6,7 @@
 
 #include <fmt/printf.h>
 
+#include "cli/cart_arguments.h"
 #include "cli/check_arguments.h"
 #include "cli/command_options.h"
 #include "cli/design_arguments.h"
@@ -206,6 +207,7 @@ ParseResult ParseArguments(int count, const char* const* values) {
     Arguments arguments;
     MenuOptions menu;
     AddGameCommands({*program, language}, menu, arguments);
+    AddCartCommands({*program, language}, arguments);
     AddDesignCommands({*program, language}, arguments);
     AddPlayCommand({*program, language}, arguments);
 

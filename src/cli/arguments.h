@@ -26,7 +26,9 @@ enum class Command {
     kDesignCheck,
     kDesignConvert,
     kDesignImportPicture,
-    kPlay
+    kPlay,
+    kSplit,
+    kCompare
 };
 
 // A part of a design and the file that it comes from or goes to.
@@ -60,7 +62,7 @@ struct Arguments {
     // build: the ROM; list: the list file, or empty; design pack and import-picture:
     // the design; design render: the picture
     std::filesystem::path output;
-    std::filesystem::path folder;  // export, design: the folder
+    std::filesystem::path folder;  // export, design, split: the folder
     std::filesystem::path design;  // build, export: the menu's screen, or empty; design
     BoardType board = BoardType::kCoolboy;
     BuildSettings settings;
@@ -72,6 +74,9 @@ struct Arguments {
     std::vector<PartFile> loads;  // design convert, in this order; then the saves
     std::vector<PartFile> saves;
     CheckArguments checking;
+    std::filesystem::path cart;  // split, compare
+    std::filesystem::path dump;  // compare
+    uint32_t sectorSize = 64;    // compare: KB
     // design import-picture
     std::filesystem::path picture;
     ImportOptions importing;

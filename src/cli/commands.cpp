@@ -1,6 +1,7 @@
 #include "cli/commands.h"
 
 #include "cli/build_command.h"
+#include "cli/cart_commands.h"
 #include "cli/check_command.h"
 #include "cli/design_checking.h"
 #include "cli/design_commands.h"
@@ -40,6 +41,10 @@ int Execute(const Arguments& arguments) {
             return ImportPictureFile(arguments);
         case Command::kPlay:
             return PlayFile(arguments);
+        case Command::kSplit:
+            return SplitCartFile(arguments);
+        case Command::kCompare:
+            return CompareCartFiles(arguments);
     }
     return 1;
 }

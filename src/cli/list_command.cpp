@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cli/cart_commands.h"
 #include "cli/fitting.h"
 #include "cli/game_command.h"
 #include "cli/report.h"
@@ -85,7 +86,8 @@ int TellOfImages(const Arguments& arguments) {
 }
 
 int ListGames(const Arguments& arguments) {
-    return GameListing(arguments).Run();
+    const std::optional<int> cart = ListCart(arguments);
+    return cart ? *cart : GameListing(arguments).Run();
 }
 
 }  // namespace bw

@@ -12,16 +12,6 @@ namespace {
 
 constexpr size_t kBufferSize = 65536;  // bytes
 
-InesHeader HeaderOf(const CartGame& game) {
-    InesHeader header;
-    header.bytes[4] = static_cast<uint8_t>(game.prgBytes / kPrgUnit);
-    header.bytes[5] = static_cast<uint8_t>(game.chrBytes / kChrUnit);
-    header.bytes[6] = static_cast<uint8_t>((game.mapper & 0x0F) << 4 | (game.fourScreen ? 8 : 0) |
-                                           (game.battery ? 2 : 0) | (game.vertical ? 1 : 0));
-    header.bytes[7] = static_cast<uint8_t>(game.mapper & 0xF0);
-    return header;
-}
-
 // Copies pieces of a cart's ROM one behind the other.
 class ImageWriter {
   public:

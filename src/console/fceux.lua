@@ -169,9 +169,22 @@ local function begin()
     return ""
 end
 
+-- The emulator's window loads the ROM. Where that comes late, because the machine is busy, the former game
+-- goes on for some frames meanwhile; the count of frames begins anew with the load.
+local LOADING_SECONDS = 20
+local function await_load(former)
+    local latest = os.time() + LOADING_SECONDS
+    while emu.emulating() and emu.framecount() >= former do
+        assert(os.time() < latest, "the emulator doesn't load the ROM")
+        emu.frameadvance()
+    end
+end
+
 function Orders.load(digits)
     kept = nil
+    local former = emu.framecount()
     emu.loadrom(text_of(digits))
+    await_load(former)
     if not emu.emulating() then
         answer("!", "")
         os.exit(1)

@@ -38,13 +38,6 @@ std::u16string_view CutToCell(std::u16string_view text) {
     return text.substr(0, kCellTextLimit - (pairAtEnd ? 1 : 0));
 }
 
-// Whether `text` holds `folded`, whose letters are folded.
-bool Holds(std::u16string_view text, std::u16string_view folded) {
-    return std::search(text.begin(), text.end(), folded.begin(), folded.end(),
-                       [](char16_t unit, char16_t wanted) { return FoldCase(unit) == wanted; }) !=
-           text.end();
-}
-
 bool StartsWith(std::u16string_view text, std::u16string_view folded) {
     return text.size() >= folded.size() &&
            std::equal(folded.begin(), folded.end(), text.begin(),
@@ -126,6 +119,13 @@ void ListEditor::SetChecked(size_t row, bool checked) {
     TurnChecks(std::span(&number, 1), [&](size_t) { return games_[row].checked != checked; });
 }
 
+void ListEditor::SetChecks(std::span<const uint32_t> rows, bool checked) {
+    std::vector<uint32_t> turned(rows.begin(), rows.end());
+    std::ranges::sort(turned);
+    turned.erase(std::unique(turned.begin(), turned.end()), turned.end());
+    TurnChecks(turned, [&](size_t row) { return games_[row].checked != checked; });
+}
+
 size_t ListEditor::CheckExactly(const std::function<bool(const GameEntry&)>& wanted,
                                 ShownRows shown) {
     size_t count = 0;
@@ -188,24 +188,37 @@ void ListEditor::Rename(std::vector<RowName> names) {
     Tell(undo_->Do(SetTexts{&GameEntry::name, std::move(names)}, games_, sort_));
 }
 
+void ListEditor::ReplaceEntries(std::vector<RowEntry> entries) {
+    std::erase_if(entries, [&](const RowEntry& entry) { return entry.row >= games_.size(); });
+    if (entries.empty()) return;
+    for (RowEntry& entry : entries) {
+        const GameEntry& old = games_[entry.row];
+        entry.entry.name = old.name;
+        entry.entry.remark = old.remark;
+        entry.entry.checked = old.checked;
+    }
+    Tell(undo_->Do(SwapEntries{std::move(entries)}, games_, sort_));
+}
+
+void ListEditor::NoteSums(std::span<const uint32_t> rows,
+                          std::span<const std::optional<ImageSums>> sums) {
+    bool any = false;
+    for (size_t i = 0; i < rows.size(); ++i) {
+        if (rows[i] >= games_.size() || !sums[i]) continue;
+        GameEntry& entry = games_[rows[i]];
+        any = any || entry.size != sums[i]->size || entry.crcs != sums[i]->data;
+        entry.size = sums[i]->size;
+        entry.crcs = sums[i]->data;
+    }
+    if (any) Tell({ListChange::kTexts});
+}
+
 std::optional<size_t> ListEditor::FindPrefix(std::u16string_view prefix, size_t start) const {
     const std::u16string folded = FoldCase(prefix);
     for (size_t row = start; row < games_.size(); ++row) {
         if (StartsWith(games_[row].name, folded)) return row;
     }
     return std::nullopt;
-}
-
-std::vector<uint32_t> ListEditor::RowsWith(std::u16string_view text) const {
-    const std::u16string folded = FoldCase(text);
-    std::vector<uint32_t> rows;
-    for (size_t row = 0; row < games_.size(); ++row) {
-        const GameEntry& entry = games_[row];
-        if (Holds(entry.name, folded) || Holds(entry.remark, folded) || Holds(entry.path, folded)) {
-            rows.push_back(static_cast<uint32_t>(row));
-        }
-    }
-    return rows;
 }
 
 bool ListEditor::CanUndo() const {

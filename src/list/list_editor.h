@@ -42,6 +42,12 @@ struct RowName {
     std::u16string name;
 };
 
+// What comes into the place of a row.
+struct RowEntry {
+    uint32_t row;
+    GameEntry entry;
+};
+
 // Where rows go that are moved.
 enum class RowMove : uint8_t { kUp, kDown, kTop, kBottom };
 
@@ -117,6 +123,8 @@ class ListEditor {
     void SelectAll(ShownRows shown = {});
     void SelectInverse(ShownRows shown = {});
     void SetChecked(size_t row, bool checked);
+    // These rows, in any order; one step of the undo. Rows beyond the end are ignored.
+    void SetChecks(std::span<const uint32_t> rows, bool checked);
     // Checks the (shown) games that are wanted and no other one of them; gives how many are wanted.
     size_t CheckExactly(const std::function<bool(const GameEntry&)>& wanted, ShownRows shown = {});
     // With Shift all (shown) rows between FindRow and the clicked one get checked and FindRow
@@ -138,10 +146,15 @@ class ListEditor {
     // One step of the undo. Rows beyond the end are ignored.
     void Rename(std::vector<RowName> names);
 
+    // Other files for rows; names, remarks and checks stay those of the rows. One step of the undo.
+    // Rows beyond the end are ignored.
+    void ReplaceEntries(std::vector<RowEntry> entries);
+    // What was read of the rows' files, one for each of `rows`: notes their sizes and sums, where
+    // they are known. No step, since nothing of the user's changes; told as a change of texts.
+    void NoteSums(std::span<const uint32_t> rows, std::span<const std::optional<ImageSums>> sums);
+
     // The first row from `start` on whose name begins with `prefix`, letter case aside.
     std::optional<size_t> FindPrefix(std::u16string_view prefix, size_t start) const;
-    // The rows whose name, remark or path holds `text`, letter case aside; for a filtered view.
-    std::vector<uint32_t> RowsWith(std::u16string_view text) const;
 
     // Undoes appending, removal, clearing, moves, sorts, texts and checks, up to kUndoLimit of
     // them. Rows that come back have the checks that they had.

@@ -1,10 +1,14 @@
 #include "list/list_file.h"
 
 #include <algorithm>
+#include <charconv>
 #include <iterator>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "language/problem_text.h"
+#include "support/numbers.h"
 #include "support/parallel.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -14,6 +18,8 @@ namespace {
 
 constexpr std::u16string_view kSection = u"history";
 constexpr std::u16string_view kCount = u"count";
+
+constexpr size_t kSumDigits = 16;
 
 constexpr size_t kLoaderThreads = 8;
 constexpr size_t kPiece = 64;
@@ -27,7 +33,10 @@ std::u16string Key(size_t number, std::u16string_view field) {
     return key.append(field);
 }
 
-constexpr std::u16string_view kFields[] = {u"path", u"path_relative", u"name", u"remark", u"check"};
+// The last two are for the program alone: PRG's and CHR's sums as 16 hexadecimal digits, bytes of
+// the file. Programs that don't know them leave them out.
+constexpr std::u16string_view kFields[] = {u"path",  u"path_relative", u"name", u"remark",
+                                           u"check", u"crc",           u"size"};
 
 // Whether Key makes it for a number below kListLimit.
 bool IsEntryKey(std::u16string_view key) {
@@ -63,7 +72,26 @@ struct StoredEntry {
     std::u16string name;
     std::u16string remark;
     bool checked = false;
+    uint64_t size = 0;
+    std::optional<DataCrcs> crcs;
 };
+
+// All of a text as a number; nothing for any other text.
+std::optional<uint64_t> WholeNumber(std::u16string_view text, int base) {
+    const std::string digits = ToUtf8(text);
+    uint64_t number = 0;
+    const char* const end = digits.data() + digits.size();
+    const auto [rest, error] = std::from_chars(digits.data(), end, number, base);
+    return error == std::errc() && rest == end ? std::optional(number) : std::nullopt;
+}
+
+// What was known of the file when the list was written. The sums of a file that has another size
+// now aren't its own any more.
+void ApplyKnown(GameEntry& entry, const StoredEntry& stored) {
+    const bool sameFile = entry.size == 0 || stored.size == 0 || entry.size == stored.size;
+    if (sameFile) entry.crcs = stored.crcs;
+    if (entry.size == 0) entry.size = stored.size;
+}
 
 // The text that the list keeps of a missing file: where the path can't be made absolute here, as
 // it stands, so that saving the list again doesn't lose it.
@@ -83,6 +111,7 @@ GameEntry MakeEntry(StoredEntry stored, const std::filesystem::path& base,
         entry = GameEntry(file);
         if (!entry.headerRead) entry.path = MissingPath(stored.path, file);
     }
+    ApplyKnown(entry, stored);
     entry.checked = stored.checked;
     entry.name = std::move(stored.name);
     entry.remark = std::move(stored.remark);
@@ -96,7 +125,20 @@ StoredEntry ReadStored(const IniFile& text, size_t number) {
     stored.name = text.GetString(kSection, Key(number, u"name"));
     stored.remark = text.GetString(kSection, Key(number, u"remark"));
     stored.checked = text.GetInt(kSection, Key(number, u"check"), 0) != 0;
+    stored.size =
+        WholeNumber(text.GetString(kSection, Key(number, u"size")), 10).value_or(stored.size);
+    const std::u16string sums = text.GetString(kSection, Key(number, u"crc"));
+    if (const auto both = WholeNumber(sums, 16); both && sums.size() == kSumDigits) {
+        stored.crcs = {static_cast<uint32_t>(*both >> 32), static_cast<uint32_t>(*both)};
+    }
     return stored;
+}
+
+std::u16string SumsText(const DataCrcs& crcs) {
+    std::string digits;
+    AppendHex(digits, crcs.prg, kSumDigits / 2);
+    AppendHex(digits, crcs.chr, kSumDigits / 2);
+    return ToWide(digits);
 }
 
 // The format has no way to write a line break.
@@ -152,6 +194,10 @@ void StoreListEntries(const GameList& list, const std::filesystem::path& base, I
         text.SetString(kSection, Key(n, u"name"), OneLine(entry.name));
         text.SetInt(kSection, Key(n, u"check"), entry.checked ? 1 : 0);
         text.SetString(kSection, Key(n, u"remark"), OneLine(entry.remark));
+        if (entry.crcs) text.SetString(kSection, Key(n, u"crc"), SumsText(*entry.crcs));
+        if (entry.size != 0) {
+            text.SetString(kSection, Key(n, u"size"), ToWide(std::to_string(entry.size)));
+        }
     }
 }
 

@@ -77,6 +77,15 @@ AppliedStep ApplyTo(GameList& games, TurnedChecks step) {
     return {std::move(step), {ListChange::kChecks, reveal}};
 }
 
+AppliedStep ApplyTo(GameList& games, SwapEntries step) {
+    const std::optional<size_t> reveal =
+        step.entries.empty() ? std::nullopt : std::optional<size_t>(step.entries.front().row);
+    for (RowEntry& entry : step.entries)
+        std::swap(games[entry.row], entry.entry);
+    std::ranges::reverse(step.entries);
+    return {std::move(step), {ListChange::kTexts, reveal}};
+}
+
 }  // namespace
 
 AppliedStep Apply(ListStep step, GameList& games, SortOrder& sort) {
@@ -86,6 +95,7 @@ AppliedStep Apply(ListStep step, GameList& games, SortOrder& sort) {
         return ApplyTo(games, sort, std::move(*reorder));
     }
     if (auto* const texts = std::get_if<SetTexts>(&step)) return ApplyTo(games, std::move(*texts));
+    if (auto* const swap = std::get_if<SwapEntries>(&step)) return ApplyTo(games, std::move(*swap));
     return ApplyTo(games, std::move(std::get<TurnedChecks>(step)));
 }
 

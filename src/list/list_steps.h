@@ -41,7 +41,12 @@ struct TurnedChecks {
     std::vector<uint32_t> rows;
 };
 
-using ListStep = std::variant<TakeRows, PutRows, ReorderRows, SetTexts, TurnedChecks>;
+// One after the other, as with texts.
+struct SwapEntries {
+    std::vector<RowEntry> entries;
+};
+
+using ListStep = std::variant<TakeRows, PutRows, ReorderRows, SetTexts, TurnedChecks, SwapEntries>;
 
 struct AppliedStep {
     ListStep inverse;

@@ -38,8 +38,9 @@ uint32_t CrcOfFile(const ImageFile& file, uint64_t offset, uint32_t size, ReadBu
 bool MulticartItem::Load(const std::filesystem::path& file) {
     path = file;
     const FileResult<ImageFile> image = OpenImage(path);
-    InesHeader header;
-    if (!image || !image->ReadAt(0, header.bytes) || !header.HasMagic()) return false;
+    InesHeader read;
+    if (!image || !image->ReadAt(0, read.bytes) || !read.HasMagic()) return false;
+    header = read;
 
     name = NameWithoutExtension(PathText(path));
     fileSize = image->Size().ValueOr(0);

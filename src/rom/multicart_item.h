@@ -41,6 +41,7 @@ struct MulticartItem {
     uint8_t isMenu = 0;
     uint8_t sizeHigh = 0;        // byte 9 of a NES 2.0 header: sizes beyond the counts
     uint8_t valid = 0;           // the header was read and its magic matched
+    InesHeader header;           // as it stands in the file
     std::filesystem::path path;  // kept even when the reading fails
     std::u16string name;         // the file's name without folder and extension
     uint64_t fileSize = 0;       // bytes

@@ -26,6 +26,8 @@ TEST(Docs, PageManualAndCompletionHaveTheOptionsOfTheHelp) {
                                                          {"build"},
                                                          {"export"},
                                                          {"list"},
+                                                         {"split"},
+                                                         {"compare"},
                                                          {"play"},
                                                          {"check"},
                                                          {"design", "pack"},
@@ -83,7 +85,7 @@ TEST(Docs, TheTableOfMappersIsThatOfTheBoard) {
 
 // The examples of a page, one command each, ready for a shell in the test's folder.
 std::vector<std::string> Examples(const fs::path& page) {
-    static const std::regex synopsis(" INPUT| CART$| FILE$|FILE\\.fcm|\\./run +[^biel]");
+    static const std::regex synopsis(" INPUT| CART( DUMP)?$| FILE$|FILE\\.fcm|\\./run +[^biel]");
     static const std::regex example("^    (.*(bankweaver-cli|nesasm|\\./run) [a-z].*|sed -i .*)");
     std::vector<std::string> commands;
     std::ifstream text(page);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "builder/carts/cart_contents.h"
 #include "builder/layout/build_checks.h"
 #include "builder/output/rom_header.h"
 #include "builder/tables/cart_tables.h"
@@ -48,6 +49,17 @@ void Check(const bw::CartTables& cart, uint64_t fileSize) {
     }
 }
 
+void CheckOpened(const bw::CartContents& cart) {
+    Expect(cart.games.size() == cart.tables.games.size());
+    for (size_t i = 0; i < cart.games.size(); ++i) {
+        const bw::CartEntry& game = cart.games[i];
+        Expect(game.header.IsValid() && game.prgBytes <= cart.tables.games[i].prgBytes);
+        Expect(game.header.PrgLow() * bw::kPrgUnit == game.prgBytes);
+        Expect(game.header.ChrLow() * bw::kChrUnit == game.chrBytes);
+        bw::NotKnownText(game, bw::Language::kEnglish);
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -58,6 +70,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const bw::FileResult<bw::CartTables> cart = bw::ReadCart(file.Path());
     if (cart) {
         Check(*cart, std::filesystem::file_size(file.Path()));
+        const bw::FileResult<bw::CartContents> opened = bw::ReadCartContents(file.Path());
+        Expect(static_cast<bool>(opened));
+        CheckOpened(*opened);
     } else {
         Expect(cart.Problem().kind == bw::FileProblem::Kind::kWrongKind);
     }

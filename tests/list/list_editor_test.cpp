@@ -358,15 +358,25 @@ TEST(ListEditor, TheWayBackMeetsEveryListAgain) {
             const auto row = static_cast<uint32_t>(random() % 12);
             list.PlaceRows(std::vector{row, row + 2}, random() % 16);
         },
+        [&] {
+            const auto row = static_cast<uint32_t>(random() % 12);
+            list.SetChecks(std::vector{row + 2, row, row + 2}, random() % 2 == 0);
+        },
+        [&] {
+            const auto row = static_cast<uint32_t>(random() % 12);
+            GameEntry found;
+            found.path = ToWide(std::to_string(random()));
+            list.ReplaceEntries({{row, found}, {row + 2, found}, {row, Letters("Z")[0]}});
+        },
         [&] { list.MoveUp(); },
         [&] { list.MoveBottom(); },
         [&] { random() % 20 == 0 ? kClear(list) : list.MoveDown(); },
     };
     const auto state = [&] {
-        std::string checks;
+        std::string others;
         for (const GameEntry& entry : list.Games())
-            checks += entry.checked ? 'x' : '-';
-        return Names(list) + checks;
+            others += (entry.checked ? 'x' : '-') + ToUtf8(entry.path);
+        return Names(list) + others;
     };
     std::vector<std::string> seen{state()};
     for (int i = 0; i < 4000; ++i) {
@@ -400,9 +410,21 @@ TEST(ListEditor, FindsLettersInAnyCase) {
     EXPECT_EQ(list.FindPrefix(u"GAME", 1), 2u);
     EXPECT_EQ(list.FindPrefix(u"GAME", 3), std::nullopt);
     EXPECT_EQ(list.FindPrefix(u"ét", 0), 1u);
-    EXPECT_THAT(list.RowsWith(u"éToI"), ElementsAre(1, 2));
-    EXPECT_THAT(list.RowsWith(u"roms"), ElementsAre(0));
-    EXPECT_THAT(list.RowsWith(u""), ElementsAre(0, 1, 2, 3));
+}
+
+TEST(ListEditor, FoundFilesKeepWhatTheUserTypedAndSumsAreNoStep) {
+    Told list(Letters("aB"));
+    list.ReplaceEntries({{1, GameEntry()}, {2, GameEntry()}});
+    EXPECT_EQ(list.Take().change, ListChange::kTexts);
+    EXPECT_EQ(Shown(list), "aB");
+    const std::vector<std::optional<ImageSums>> sums{{}, ImageSums{.data = {1, 2}, .size = 3}};
+    list.NoteSums(std::vector<uint32_t>{0, 1}, sums);
+    EXPECT_EQ(list.Take().change, ListChange::kTexts) << "so that marks show";
+    EXPECT_EQ(list.Games()[1].crcs, sums[1]->data);
+    list.NoteSums(std::vector<uint32_t>{1, 2}, sums);
+    EXPECT_TRUE(list.told.empty()) << "nothing new of the second row, and no third one";
+    list.Undo();
+    EXPECT_FALSE(list.CanUndo());
 }
 
 }  // namespace

@@ -164,9 +164,13 @@ TEST(RememberedList, ComesBackAsItWas) {
     const ImageFolder folder;
     folder.Write("a=b.nes", Header({1}));
     const ColumnWidths widths{64, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 256, 9};
-    const std::string text = StoreRememberedList(
-        {Game(u"a=b.nes", u"a=b", u"", true), Game(u"/gone/游戏.nes", u"", u"游戏", false)}, widths,
-        folder.Path());
+    GameList games{Game(u"a=b.nes", u"a=b", u"", true),
+                   Game(u"/gone/游戏.nes", u"", u"游戏", false)};
+    games[0].size = kInesHeaderSize;
+    games[1].size = uint64_t{5} << 32;
+    games[1].crcs = DataCrcs{0x1234ABCD, 5};
+    const std::string text = StoreRememberedList(games, widths, folder.Path());
+    EXPECT_NE(text.find("00001_crc=1234ABCD00000005\r\n"), text.npos);
     EXPECT_TRUE(text.starts_with("[history]\r\n00000_check=1\r\n")) << text;
     EXPECT_TRUE(text.ends_with("\r\nlist_view_col_00011_width=256\r\nlist_view_col_00012_width=9"));
 
@@ -174,6 +178,29 @@ TEST(RememberedList, ComesBackAsItWas) {
     ASSERT_EQ(loaded.games.size(), 2u);
     EXPECT_TRUE(loaded.games[0].HasValidHeader());
     EXPECT_EQ(StoreRememberedList(loaded.games, loaded.widths, folder.Path()), text);
+}
+
+TEST(RememberedList, SumsThatCantBeTheFilesStayOut) {
+    const struct {
+        const char* keys;
+        bool known;
+    } cases[] = {{"00000_crc=0123456789abcdef", true},
+                 {"00000_crc=0123456789abcde", false},
+                 {"00000_crc=0x23456789abcdef", false},
+                 {"00000_crc=0123456789abcde ", false},
+                 {"00000_size=17\r\n00000_crc=0123456789abcdef", true},
+                 {"00000_size=x\r\n00000_crc=0123456789abcdef", true}};
+    for (const auto& c : cases) {
+        const std::string text = std::string("[history]\r\ncount=1\r\n") + c.keys;
+        EXPECT_EQ(LoadRememberedList(Bytes(text), "/").games[0].crcs.has_value(), c.known) << text;
+    }
+    GameList games{Game(u"a.nes", u"", u"", false)};
+    const ImageFolder folder;
+    folder.Write("a.nes", Header({1}));
+    games[0].size = 17;  // the file has 16 by now
+    games[0].crcs = DataCrcs{};
+    const std::string text = StoreRememberedList(games, {}, folder.Path());
+    EXPECT_FALSE(LoadRememberedList(Bytes(text), folder.Path()).games[0].crcs);
 }
 
 TEST(RememberedList, WidthsThatMakeNoSenseStayOut) {

@@ -24,7 +24,8 @@ struct GameDifference {
 };
 
 struct CartComparison {
-    uint64_t romBytes = 0;      // of the cart
+    // Of the cart; but filling at its end that the dump doesn't have doesn't count.
+    uint64_t romBytes = 0;
     uint64_t dumpBytes = 0;     // of the other file, behind a container's header if it has one
     uint64_t missingBytes = 0;  // of the cart's end that the dump doesn't have
     // Behind the cart's end: all 0xFF (erased flash), or something else.
@@ -43,7 +44,8 @@ struct CartComparison {
 
 inline constexpr uint32_t kSectorSizes[] = {4, 64, 128, 256};  // KB
 
-// `dump` is a cart in any container or bare bytes. Streams both. `progress`: bytes done, in all;
+// `dump` is a cart in any container or bare bytes. `sectorBytes`: one of kSectorSizes, in bytes.
+// Streams both. `progress`: bytes done, in all;
 // false stops with std::errc::operation_canceled.
 FileResult<CartComparison> CompareCart(
     const std::filesystem::path& cart, const CartContents& contents,

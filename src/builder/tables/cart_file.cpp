@@ -97,6 +97,12 @@ bool CartFile::ReadUnif() {
     return board_ && romBytes_ != 0;
 }
 
+FileResult<size_t> CartFile::ReadRom(uint64_t offset, std::span<uint8_t> bytes) const {
+    const uint64_t there = romBytes_ - std::min(offset, romBytes_);
+    return file_.ReadAt(romStart_ + offset,
+                        bytes.first(static_cast<size_t>(std::min<uint64_t>(bytes.size(), there))));
+}
+
 std::optional<CartBank> CartFile::Bank(uint64_t offset) const {
     CartBank bank;
     if (romBytes_ < kCartBankSize || offset > romBytes_ - kCartBankSize) return std::nullopt;

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <span>
 
 #include "builder/input/rom_format.h"
 #include "rom/board_tables.h"
@@ -29,6 +30,8 @@ class CartFile {
     // As long as the container says, but no longer than the file: bytes.
     uint64_t RomBytes() const { return romBytes_; }
 
+    // Bytes of the ROM from this offset on; the number that arrived, fewer where the ROM ends.
+    FileResult<size_t> ReadRom(uint64_t offset, std::span<uint8_t> bytes) const;
     // The 8 KB at this offset of the ROM; nothing if they aren't all there.
     std::optional<CartBank> Bank(uint64_t offset) const;
 

@@ -6,23 +6,18 @@
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <string>
 #include <vector>
 
+#include "rom/board_tables.h"
 #include "rom/image_crcs.h"
+#include "rom/ines_header.h"
 #include "rom/multicart_item.h"
 
 namespace bw {
 
 struct ManifestGame {
-    uint16_t mapper = 0;    // iNES number, 0 to 4095
-    uint8_t prgCount = 0;   // 16 KB units of the image
-    uint8_t chrCount = 0;   // 8 KB units of the image, 0: CHR RAM
-    bool vertical = false;  // mirroring
-    bool battery = false;
-    bool fourScreen = false;
+    InesHeader header;  // of the image
     DataCrcs crcs;
-    bool operator==(const ManifestGame&) const = default;
 };
 
 // One entry for each game, in the menu's order.
@@ -30,14 +25,24 @@ using CartManifest = std::vector<ManifestGame>;
 
 CartManifest ManifestOf(std::span<const MulticartItem> items);
 
-// As it stands in the menu. Reading survives any bytes: nothing, unless length, number of games and
-// sum are right.
+// As it stands in the menu: 12 bytes a game, 20 for one whose header has more than 8 bytes. Reading
+// survives any bytes: nothing, unless length, number of games and sum are right. More bytes may
+// follow.
 std::vector<uint8_t> PackManifest(const CartManifest& manifest);
 std::optional<CartManifest> UnpackManifest(std::span<const uint8_t> bytes);
 
-// Where in a menu's PRG (its bytes as assembled) a manifest of `size` bytes may lie: behind the
-// last used byte of a bank of which the rest is unused. Nothing if there is no room. The offset is
-// in bytes from the menu's start.
-std::optional<uint32_t> ManifestPlace(std::span<const uint8_t> menu, size_t size);
+// The bytes of the built-in menu that its records leave unused: behind the last record, up to the
+// end of the records' banks. The console reads a record by its address alone, never on. From the
+// menu's start. Nothing for a size that the built-in menu doesn't have.
+struct ManifestRoom {
+    uint32_t offset = 0;
+    uint32_t size = 0;
+};
+std::optional<ManifestRoom> ManifestRoomOf(uint32_t menuUnits, BoardType board, size_t games);
+
+// Writes it into the menu's PRG as assembled. Without the headers' last 8 bytes if it has no room
+// with them; false, and nothing is written, if it has none at all or other bytes than the
+// assembler's filling lie there.
+bool AddManifest(std::span<uint8_t> menu, BoardType board, CartManifest manifest);
 
 }  // namespace bw

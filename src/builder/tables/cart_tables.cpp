@@ -7,6 +7,7 @@
 #include "builder/layout/bank_layout.h"
 #include "builder/layout/build_checks.h"
 #include "builder/tables/cart_file.h"
+#include "builder/tables/menu_banks.h"
 #include "builder/tables/menu_program.h"
 #include "builder/tables/table_banks.h"
 #include "language/problem_text.h"
@@ -23,14 +24,6 @@ constexpr uint32_t kBanksOfTable = 16;  // at most
 constexpr std::array<uint32_t, 5> kMenuUnits{8, 16, 32, 64, 128};
 constexpr size_t kSearched = 16;  // places that may hold names; more aren't looked at
 
-// Where the built-in menu has its tables: numbers of 8 KB banks, as if it had 64 of them.
-struct MenuBanks {
-    uint32_t units;  // of the menu, 16 KB
-    uint32_t records;
-    uint32_t names;
-};
-constexpr std::array kMenuBanks{MenuBanks{8, 0x33, 0x37}, MenuBanks{16, 0x23, 0x2B},
-                                MenuBanks{32, 0x03, 0x18}};
 constexpr uint32_t kProgramBank = 0x3D;
 constexpr uint32_t kLastBank = 0xFF;     // of a menu of any size
 constexpr size_t kRecordIndex = 0x0000;  // places in the last bank
@@ -279,6 +272,16 @@ FileResult<CartTables> ReadCart(const std::filesystem::path& file) {
     std::optional<CartTables> tables = ReadMenu(*cart);
     if (!tables) return FileProblem{file, FileProblem::Kind::kWrongKind};
     return std::move(*tables);
+}
+
+InesHeader HeaderOf(const CartGame& game) {
+    InesHeader header;
+    header.bytes[4] = static_cast<uint8_t>(game.prgBytes / kPrgUnit);
+    header.bytes[5] = static_cast<uint8_t>(game.chrBytes / kChrUnit);
+    header.bytes[6] = static_cast<uint8_t>((game.mapper & 0x0F) << 4 | (game.fourScreen ? 8 : 0) |
+                                           (game.battery ? 2 : 0) | (game.vertical ? 1 : 0));
+    header.bytes[7] = static_cast<uint8_t>(game.mapper & 0xF0);
+    return header;
 }
 
 uint16_t FirstRegister(BoardType board) {

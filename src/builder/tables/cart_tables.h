@@ -13,6 +13,7 @@
 #include "builder/tables/board_registers.h"
 #include "language/language.h"
 #include "rom/board_tables.h"
+#include "rom/ines_header.h"
 #include "support/file_problem.h"
 
 namespace bw {
@@ -54,6 +55,9 @@ struct CartTables {
 // bare ROM is of the board whose registers its menu writes to; with a menu of somebody's own, which
 // doesn't tell COOLBOY from MINDKIDS, it counts as COOLBOY's.
 FileResult<CartTables> ReadCart(const std::filesystem::path& file);
+
+// The header of an image of the game, as far as the tables tell.
+InesHeader HeaderOf(const CartGame& game);
 
 // The words for a file that ReadCart doesn't take, the file's path among them.
 std::u16string NoCartText(const FileProblem& problem, Language language);

@@ -8,8 +8,6 @@
 namespace bw {
 namespace {
 
-constexpr uint32_t kCoolboyBytesPerGame = 12;  // record and pointer
-constexpr uint32_t kCoolgirlBytesPerGame = 14;
 constexpr TableNames kNames{"game_final_data", "game_final_data_begin", "game_final_data_list"};
 constexpr TableFiles kFiles{"game_final_data_", "game_final_data_bank.asm",
                             "game_final_data_bank_index", 8};
@@ -76,8 +74,7 @@ FileResult<> GenerateFinalData(std::span<const FinalDataRecord> records,
                                const std::filesystem::path& folder, BoardType board,
                                const TableWriteOptions& options, uint32_t& bankCount) {
     const bool coolgirl = board == BoardType::kCoolgirl;
-    const TableBanks banks =
-        PackEqual(records.size(), coolgirl ? kCoolgirlBytesPerGame : kCoolboyBytesPerGame);
+    const TableBanks banks = PackEqual(records.size(), FinalDataBytes(board));
     bankCount = static_cast<uint32_t>(banks.banks.size());
     const auto bankText = [&](const TableBanks::Bank& bank) {
         std::string text = coolgirl ? ";COOLGIRL\r\n" : ";COOLBOY\r\n";

@@ -24,6 +24,11 @@ struct FinalDataRecord {
     uint8_t flags = 0;       // bit 0 vertical mirroring, bit 1 battery, bit 2 four-screen
 };
 
+// What a game takes of the table: record and pointer.
+constexpr uint32_t FinalDataBytes(BoardType board) {
+    return board == BoardType::kCoolgirl ? 14 : 12;
+}
+
 // One record for each game, the menu left out, in the order of the laid items.
 std::vector<FinalDataRecord> MakeFinalData(std::span<const MulticartItem> laid, BoardType board);
 

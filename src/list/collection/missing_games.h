@@ -6,17 +6,15 @@
 #include <span>
 #include <vector>
 
-#include "list/game_list.h"
+#include "list/list_editor.h"
 #include "rom/image_crcs.h"
 
 namespace bw {
 
 std::vector<uint32_t> MissingRows(const GameList& games);
 
-struct FoundGame {
-    uint32_t row;
-    GameEntry entry;  // read anew from the found file; name, remark and check are those of the row
-};
+// Read anew from the found file; name, remark and check are those of the row.
+using FoundGame = RowEntry;
 
 // Looks in a folder, its folders and the archives among them. First by the file's name (letter case
 // aside) and its size, where the list knows that; then by the sums, where the list knows them. A

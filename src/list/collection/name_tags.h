@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,5 +33,35 @@ struct TaggedName {
 };
 
 TaggedName SplitTags(std::u16string_view name);
+
+// A stretch of a name: of its title, or a tag with its brackets.
+struct NamePiece {
+    std::u16string_view text;
+    bool isTag = false;
+};
+
+// Reads a name piece by piece. Tags may hold tags, and any bracket closes the last one; a tag that
+// nothing closes is one to the name's end, unless the name begins with it. Brackets may be those of
+// Chinese and Japanese.
+class NamePieces {
+  public:
+    explicit NamePieces(std::u16string_view name) : rest_(name) {}
+    std::optional<NamePiece> Next();
+
+  private:
+    std::u16string_view rest_;
+    bool titleBegun_ = false;
+};
+
+// Of a tag with its brackets, at least the first one.
+NameTag ReadTag(std::u16string_view written);
+
+// The regions that a tag names, by their names in English ("USA" for "U" too); none for another
+// tag.
+std::vector<std::string> RegionsOf(std::u16string_view text);
+
+// How new a tag of kRevision makes an image: 0 for the first edition, more for later ones, less for
+// what came before it.
+int RevisionOf(const NameTag& tag);
 
 }  // namespace bw

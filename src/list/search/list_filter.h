@@ -1,18 +1,17 @@
 // What the box above the list leaves: rows with a text in them, and words that ask for more.
 //   board:coolboy|mindkids|coolgirl  mapper:4  size:>256k  battery:yes|no  missing:  same: checked:
-// A size has an optional <, >, <=, >= and k or m; a word with an empty value asks for "yes", and
-// "missing:no" turns it round. What is no such word is looked for as it stands, blanks included, in
-// name, remark and path, letter case aside. A word with a value that makes no sense is such a text.
+// A size is that of PRG and CHR; it has an optional <, >, <=, >= and k or m. A word with an empty
+// value asks for "yes", and "missing:no" turns it round. "same:" is for versions of one game,
+// "same:data" for equal bytes alone. What is no such word is looked for as it stands, blanks
+// included, in name, remark and path, letter case aside; the blanks next to a word only part it
+// from that. A word with a value that makes no sense is such a text. All of it must hold.
 #pragma once
 
 #include <cstdint>
-#include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
 #include "list/game_list.h"
-#include "rom/board_tables.h"
 
 namespace bw {
 

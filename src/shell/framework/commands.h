@@ -85,6 +85,15 @@ enum Command : int {
     kCommandPlayCart = 41017,         // the built cart, from its menu on
     kCommandCheckAfterBuild = 41018,  // whether every build is checked
     kCommandShowCheck = 41019,        // the window with the pictures of the last check
+    // The collection.
+    kCommandTidyNames = 41020,
+    kCommandNamesFromDat = 41021,
+    kCommandFindSame = 41022,
+    kCommandKeepBest = 41023,
+    kCommandLookForMissing = 41024,
+    kCommandCheckShown = 41025,      // the rows that the filter leaves, and the others as they are
+    kCommandUncheckShown = 41026,    // likewise
+    kCommandCheckOnlyShown = 41027,  // those rows and no others
     kCommandAskAtClosing = 41050,
 };
 

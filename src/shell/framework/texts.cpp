@@ -30,4 +30,8 @@ QString WithoutLetter(const QString& text) {
     return letter < 0 ? text : text.left(letter);
 }
 
+QString TitleOfEntry(TextId id, Language language) {
+    return WithoutLetter(QtText(id, language)).remove(u'&').remove(QStringLiteral("..."));
+}
+
 }  // namespace bw

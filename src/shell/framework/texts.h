@@ -21,5 +21,7 @@ QString QtText(TextId id, Language language);
 
 // A menu's text without its letter, "(&B)", for places where that means nothing.
 QString WithoutLetter(const QString& text);
+// A menu entry's words as the title of what it opens: without letter and points.
+QString TitleOfEntry(TextId id, Language language);
 
 }  // namespace bw

@@ -8,6 +8,8 @@
 namespace bw {
 namespace {
 
+constexpr size_t kNamedSame = 8;  // of the games with the same data, those that a tip names
+
 QString SpanLine(const QString& boards, const GameEntry& entry, BoardType board,
                  Language language) {
     const std::optional<uint64_t> bytes = GameSpan(entry, board);
@@ -32,6 +34,7 @@ QString ConsoleTip(const GameListModel& model, int viewRow) {
 }
 
 QString FileTip(const GameEntry& entry, Language language) {
+    if (entry.missing) return QtText(TextId::kFileGone, language).arg(ToQt(entry.path));
     if (entry.headerRead) return {};
     return QtText(TextId::kFileMissing, language).arg(ToQt(entry.path));
 }
@@ -47,10 +50,28 @@ QString NameTip(const GameListModel& model, int viewRow) {
     if (const QString file = FileTip(*model.EntryAt(viewRow), language); !file.isEmpty())
         tips << file;
     if (const CheckMark* mark = model.MarkAt(viewRow)) tips << MarkTip(*mark, language);
+    if (const QString same = SameText(model, viewRow); !same.isEmpty()) tips << same;
     return tips.join(QLatin1Char('\n'));
 }
 
 }  // namespace
+
+QString SameText(const GameListModel& model, int viewRow) {
+    const std::span<const uint32_t> rows = model.SameAs(viewRow);
+    if (rows.empty()) return {};
+    const size_t own = model.ListRow(viewRow);
+    QStringList names;
+    for (const uint32_t row : rows) {
+        if (row == own) continue;
+        if (names.size() == kNamedSame) {
+            names << ToQt(FormatText(LoadText(TextId::kAndMore, model.UiLanguage()),
+                                     rows.size() - 1 - kNamedSame));
+            break;
+        }
+        names << QStringLiteral("%1: %2").arg(row + 1).arg(ToQt(model.Games()[row].name));
+    }
+    return QtText(TextId::kSameDataAs, model.UiLanguage()).arg(names.join(QLatin1Char('\n')));
+}
 
 QString CellTip(const GameListModel& model, int viewRow, ListColumn column) {
     const GameEntry& entry = *model.EntryAt(viewRow);

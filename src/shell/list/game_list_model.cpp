@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "list/search/list_filter.h"
 #include "shell/dialogs/check_report.h"
 #include "shell/framework/texts.h"
+#include "shell/list/cell_tips.h"
 
 namespace bw {
 
@@ -23,6 +25,7 @@ Qt::Alignment QtAlignment(ColumnAlignment alignment) {
 GameListModel::GameListModel(ListEditor& editor, Language language)
     : editor_(editor), language_(language), count_(static_cast<int>(editor.Games().size())) {
     CountChecks();
+    GroupSame();
 }
 
 void GameListModel::SetLanguage(Language language) {
@@ -71,12 +74,36 @@ ListEditor::ShownRows GameListModel::ShownRows() const {
     return std::span<const uint32_t>(*shown_);
 }
 
-void GameListModel::Refresh(ListChange change) {
-    if (change == ListChange::kNothing) return;
+bool GameListModel::Refresh(ListChange change) {
+    if (change == ListChange::kNothing) return false;
     if (change >= ListChange::kChecks) CountChecks();
-    if (change >= ListChange::kTexts && !filter_.empty()) shown_ = editor_.RowsWith(filter_);
+    if (change >= ListChange::kTexts) GroupSame();
+    bool others = false;
+    // The words of a filter may ask for checks.
+    if (change >= ListChange::kChecks && !filter_.empty()) {
+        std::vector<uint32_t> rows = FilteredRows(editor_.Games(), filter_);
+        others = rows != shown_;
+        shown_ = std::move(rows);
+    }
     FitCount();
     TellChanged();
+    return others;
+}
+
+void GameListModel::GroupSame() {
+    same_ = SameData(editor_.Games());
+    sameGroup_.clear();
+    for (uint32_t group = 0; group < same_.size(); ++group) {
+        for (const uint32_t row : same_[group])
+            sameGroup_.emplace(row, group);
+    }
+}
+
+std::span<const uint32_t> GameListModel::SameAs(int viewRow) const {
+    if (sameGroup_.empty()) return {};
+    const auto found = sameGroup_.find(static_cast<uint32_t>(ListRow(viewRow)));
+    if (found == sameGroup_.end()) return {};
+    return same_[found->second];
 }
 
 void GameListModel::CountChecks() {
@@ -153,10 +180,13 @@ QString GameListModel::SpokenState(int viewRow) const {
         words = QtText(TextId::kCommaChecked, language_) +
                 QtText(TextId::kCommaNumberInMenu, language_).arg(*number);
     }
-    if (!EntryAt(viewRow)->headerRead) words += QtText(TextId::kCommaFileMissing, language_);
+    if (EntryAt(viewRow)->missing || !EntryAt(viewRow)->headerRead)
+        words += QtText(TextId::kCommaFileMissing, language_);
     if (const CheckMark* mark = MarkAt(viewRow)) {
         words += QStringLiteral(", ") + FindingLines(mark->findings, language_);
     }
+    if (const QString same = SameText(*this, viewRow); !same.isEmpty())
+        words += QStringLiteral(", ") + same;
     return words;
 }
 

@@ -5,12 +5,14 @@
 #include <QAbstractTableModel>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 #include "console/findings.h"
 #include "language/language.h"
+#include "list/collection/same_games.h"
 #include "list/console_name.h"
 #include "list/list_editor.h"
 #include "rom/board_tables.h"
@@ -45,6 +47,9 @@ class GameListModel : public QAbstractTableModel {
     void ClearMarks();
     // Null for a row without one.
     const CheckMark* MarkAt(int viewRow) const;
+    // The rows of the list that have the same data as this one, and itself; empty if there are no
+    // others.
+    std::span<const uint32_t> SameAs(int viewRow) const;
 
     // An empty text shows all rows.
     void SetFilter(std::u16string text);
@@ -52,8 +57,9 @@ class GameListModel : public QAbstractTableModel {
     ListEditor::ShownRows ShownRows() const;
 
     // Brings the views up to date after a change of the list. They keep their place: rows come and
-    // go at the end alone, and the others are asked for anew as far as they are visible.
-    void Refresh(ListChange change);
+    // go at the end alone, and the others are asked for anew as far as they are visible. True if
+    // the filter leaves other rows now.
+    bool Refresh(ListChange change);
 
     size_t ListRow(int viewRow) const;
     // Nothing for a row that the filter hides, or behind the end.
@@ -70,7 +76,8 @@ class GameListModel : public QAbstractTableModel {
     // The row's number in the menu, from 1; nothing for a row that isn't checked.
     std::optional<size_t> NumberInMenu(int viewRow) const;
     size_t CheckedCount() const { return checkedCount_; }
-    // Of the whole list.
+    // The whole list.
+    const GameList& Games() const { return editor_.Games(); }
     size_t ListSize() const { return editor_.Games().size(); }
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -84,7 +91,8 @@ class GameListModel : public QAbstractTableModel {
   private:
     void FitCount();
     void CountChecks();
-    // The check, the number in the menu, the missing file and the mark, for assistive programs.
+    void GroupSame();
+    // The check, the number in the menu and the marks, for assistive programs.
     QString SpokenState(int viewRow) const;
     void TellChanged();
 
@@ -97,6 +105,8 @@ class GameListModel : public QAbstractTableModel {
     std::unordered_map<std::u16string, CheckMark> marks_;  // by path
     std::vector<uint32_t> ordinals_;  // of all rows of the list, also of the hidden ones
     size_t checkedCount_ = 0;
+    RowGroups same_;
+    std::unordered_map<uint32_t, uint32_t> sameGroup_;  // by the row of the list: index into same_
 };
 
 }  // namespace bw

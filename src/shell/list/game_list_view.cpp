@@ -50,6 +50,7 @@ class GameListView::Parts {
     void GiveViewBack();
     void FollowEdit(ListChange change);
     void Highlight(const ListResult& result);
+    void Refresh(const ListResult& result);
     void TellFolder(int viewRow, bool select);
 
     GameListView& view_;
@@ -210,6 +211,19 @@ void GameListView::Parts::Highlight(const ListResult& result) {
     }
 }
 
+// A check or a text may put a row out of the filter's reach: the highlight stays with its game, or
+// with the place if that doesn't show any more.
+void GameListView::Parts::Refresh(const ListResult& result) {
+    const std::optional<int> selected = table_.SelectedRow();
+    const size_t row = selected ? model_.ListRow(*selected) : editor_.Games().size();
+    const bool others = model_.Refresh(result.change);
+    if (others && selected && result.change < ListChange::kOrder && model_.rowCount() > 0) {
+        const int place = std::min(*selected, model_.rowCount() - 1);
+        table_.SelectRow(model_.ViewRow(row).value_or(place));
+    }
+    Highlight(result);
+}
+
 void GameListView::Parts::TellFolder(int viewRow, bool select) {
     const GameEntry* entry = model_.EntryAt(viewRow);
     if (entry != nullptr) emit view_.FolderWanted(PathToQt(base_ / TextPath(entry->path)), select);
@@ -238,8 +252,7 @@ void GameListView::SetLanguage(Language language) {
 void GameListView::Apply(const ListResult& result) {
     parts_->known_ = true;
     parts_->FollowEdit(result.change);
-    parts_->model_.Refresh(result.change);
-    parts_->Highlight(result);
+    parts_->Refresh(result);
     parts_->PlaceEditor();
     parts_->ShowState();
     if (!result.reveal) return;

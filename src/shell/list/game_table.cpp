@@ -159,6 +159,7 @@ void GameTable::Deselect() {
 }
 
 void GameTable::RevealRow(int viewRow) {
+    if (viewRow >= model_.rowCount()) return;
     updateGeometries();
     const int height = rowHeight(viewRow);
     const int top = viewRow * height;

@@ -18,6 +18,7 @@ constexpr float kFrameOpacity = 0.6F;  // of the check square's frame
 constexpr int kBarWidth = 3;           // at the left end of a checked row
 constexpr int kMarkMargin = 2;         // around a number in the menu, in its cell
 constexpr int kMarkPadding = 5;        // at both sides of its digits
+constexpr qreal kSheet = 0.65;         // of the mark of a game that is there twice
 constexpr qsizetype kMostLaidOut = 1000;
 
 // Selected, even and odd rows: light blues, and for dark themes greys with checked rows in blue.
@@ -60,7 +61,22 @@ bool HasFewTexts(ListColumn column) {
 }
 
 bool ShowsMissing(const GameEntry& entry, ListColumn column) {
-    return column == ListColumn::kName && !entry.headerRead;
+    return column == ListColumn::kName && (entry.missing || !entry.headerRead);
+}
+
+// Two sheets, one before the other.
+void PaintSame(QPainter& painter, const QRect& place, QColor ink) {
+    ink.setAlphaF(kFrameOpacity);
+    const QSize sheet = place.size() * kSheet;
+    QRect front(place.topLeft(), sheet);
+    front.moveBottomRight(place.bottomRight() - QPoint(1, 1));
+    const QRect back(place.topLeft(), sheet);
+    painter.setPen(ink);
+    painter.drawRect(front);
+    painter.drawLine(back.topLeft(), back.topRight());
+    painter.drawLine(back.topLeft(), back.bottomLeft());
+    painter.drawLine(back.topRight(), QPoint(back.right(), front.top()));
+    painter.drawLine(back.bottomLeft(), QPoint(front.left(), back.bottom()));
 }
 
 void PaintCheck(QPainter& painter, const QStyleOptionViewItem& option, bool checked,
@@ -143,10 +159,13 @@ QRect RowPainter::TextPlace(const QRect& cell, const QModelIndex& index,
         const int mark = MarkWidth(metrics);
         place.adjust(cell.height(), 0, mark > 0 ? -mark - kMarkMargin : 0, 0);
     }
+    if (column != ListColumn::kName) return place;
+    // One mark beside the other; see PaintNameMarks().
     const GameEntry* entry = model_.EntryAt(index.row());
-    if (entry != nullptr && ShowsMissing(*entry, column)) place.adjust(cell.height(), 0, 0, 0);
-    if (column == ListColumn::kName && model_.MarkAt(index.row()) != nullptr)
-        place.adjust(cell.height(), 0, 0, 0);
+    const int marks = (entry != nullptr && ShowsMissing(*entry, column) ? 1 : 0) +
+                      (model_.MarkAt(index.row()) != nullptr ? 1 : 0) +
+                      (model_.SameAs(index.row()).empty() ? 0 : 1);
+    place.adjust(marks * cell.height(), 0, 0, 0);
     return place;
 }
 
@@ -175,8 +194,8 @@ void RowPainter::PaintMarks(QPainter& painter, const QStyleOptionViewItem& optio
     painter.drawText(mark, Qt::AlignCenter | Qt::TextSingleLine, QString::number(*number));
 }
 
-void RowPainter::PaintMissing(QPainter& painter, const QRect& cell) const {
-    const int side = cell.height() - 2 * kRowMargin;
+void RowPainter::PaintMissing(QPainter& painter, const QRect& place) const {
+    const int side = place.height();
     const qreal density = painter.device()->devicePixelRatioF();
     const QSize pixels = QSize(side, side) * density;
     if (missingPicture_.size() != pixels) {
@@ -184,7 +203,22 @@ void RowPainter::PaintMissing(QPainter& painter, const QRect& cell) const {
                               .scaled(pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
         missingPicture_.setDevicePixelRatio(density);
     }
-    painter.drawPixmap(cell.left() + kRowMargin, cell.top() + kRowMargin, missingPicture_);
+    painter.drawPixmap(place.topLeft(), missingPicture_);
+}
+
+void RowPainter::PaintNameMarks(QPainter& painter, const QRect& cell, int viewRow,
+                                const QColor& ink) const {
+    QRect place = cell.adjusted(kRowMargin, kRowMargin, 0, -kRowMargin);
+    place.setWidth(place.height());
+    if (ShowsMissing(*model_.EntryAt(viewRow), ListColumn::kName)) {
+        PaintMissing(painter, place);
+        place.translate(cell.height(), 0);
+    }
+    if (const CheckMark* mark = model_.MarkAt(viewRow)) {
+        PaintFindingMark(painter, place, *WorstOf(mark->findings));
+        place.translate(cell.height(), 0);
+    }
+    if (!model_.SameAs(viewRow).empty()) PaintSame(painter, place, ink);
 }
 
 // Few texts stand in most of the columns, each of them in many rows: they are laid out once.
@@ -222,6 +256,7 @@ void RowPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->fillRect(option.rect, no ? colors_.NoGround() : colors_.Background(state));
     const QColor ink = no                               ? colors_.NoText()
                        : column == ListColumn::kConsole ? colors_.FaintText(state)
+                       : entry->missing                 ? WarningText()
                                                         : colors_.Text(state);
     painter->setFont(option.font);
     if (column == ListColumn::kNumber) {
@@ -230,16 +265,7 @@ void RowPainter::paint(QPainter* painter, const QStyleOptionViewItem& option,
         PaintCheck(*painter, option, entry->checked, frame);
         PaintMarks(*painter, option, index.row());
     }
-    if (ShowsMissing(*entry, column)) PaintMissing(*painter, option.rect);
-
-    if (const CheckMark* mark = model_.MarkAt(index.row());
-        mark != nullptr && column == ListColumn::kName) {
-        QRect place = option.rect.adjusted(kRowMargin, kRowMargin, 0, -kRowMargin);
-        if (ShowsMissing(*entry, column)) place.translate(option.rect.height(), 0);
-        place.setWidth(place.height());
-        PaintFindingMark(*painter, place, *WorstOf(mark->findings));
-    }
-
+    if (column == ListColumn::kName) PaintNameMarks(*painter, option.rect, index.row(), ink);
     painter->setPen(ink);
     PaintText(*painter, option, TextPlace(option.rect, index, option.fontMetrics), column,
               model_.Text(index.row(), column));

@@ -69,7 +69,9 @@ class RowPainter : public QAbstractItemDelegate {
     int MarkWidth(const QFontMetrics& metrics) const;
     void PaintText(QPainter& painter, const QStyleOptionViewItem& option, const QRect& place,
                    ListColumn column, const QString& text) const;
-    void PaintMissing(QPainter& painter, const QRect& cell) const;
+    // Before the name, from left to right.
+    void PaintNameMarks(QPainter& painter, const QRect& cell, int viewRow, const QColor& ink) const;
+    void PaintMissing(QPainter& painter, const QRect& place) const;
     void PaintMarks(QPainter& painter, const QStyleOptionViewItem& option, int viewRow) const;
 
     const GameListModel& model_;

@@ -157,6 +157,14 @@ struct CMainDialog::Commands {
          [](Parts& parts) {
              parts.build.CheckFitting(BoardType::kCoolgirl, parts.view.ShownRows());
          }},
+        {kCommandTidyNames, [](Parts& parts) { parts.collection.TidyNames(); }},
+        {kCommandNamesFromDat, [](Parts& parts) { parts.collection.NamesFromDatabase(); }},
+        {kCommandFindSame, [](Parts& parts) { parts.collection.FindSame(); }},
+        {kCommandKeepBest, [](Parts& parts) { parts.collection.KeepBest(); }},
+        {kCommandLookForMissing, [](Parts& parts) { parts.collection.LookForMissing(); }},
+        {kCommandCheckShown, [](Parts& parts) { parts.collection.CheckShown(); }},
+        {kCommandUncheckShown, [](Parts& parts) { parts.collection.UncheckShown(); }},
+        {kCommandCheckOnlyShown, [](Parts& parts) { parts.collection.CheckOnlyShown(); }},
         {kCommandUndo, [](Parts& parts) { parts.editor.Undo(); }},
         {kCommandRedo, [](Parts& parts) { parts.editor.Redo(); }},
     };

@@ -40,6 +40,7 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
       find(*this),
       build(*this, [this] { check.FollowBuild(ChecksBuilds()); }),
       check(*this, build, view, menu, owner, given.check),
+      collection(*this, view, owner, [this] { return MenuOnConsole(); }),
       designs(*this, design, owner),
       play(*this, owner),
       drop(owner),
@@ -147,7 +148,12 @@ void CMainDialog::Parts::ShowSpace() {
         return StatusLine::Board{board, EstimateSpace(editor.Games(), stored, board)};
     };
     status.ShowSpace({estimate(stored.CoolboyBoard()), estimate(BoardType::kCoolgirl)});
-    view.SetConsoleMenu({stored.Numbers(), NameColumn(stored, design)});
+    view.SetConsoleMenu(MenuOnConsole());
+}
+
+ConsoleMenu CMainDialog::Parts::MenuOnConsole() const {
+    const BuildSettings stored = LoadBuildSettings(services.store);
+    return {stored.Numbers(), NameColumn(stored, design)};
 }
 
 void CMainDialog::Parts::TasksChanged() {

@@ -12,6 +12,7 @@
 #include "shell/list/game_list_view.h"
 #include "shell/main/button_column.h"
 #include "shell/main/check_part.h"
+#include "shell/main/collection_part.h"
 #include "shell/main/design_commands.h"
 #include "shell/main/main_dialog.h"
 #include "shell/main/menu_settings.h"
@@ -94,6 +95,7 @@ class CMainDialog::Parts final : public ListHost {
     FindCommands find;
     BuildCommands build;
     CheckPart check;
+    CollectionPart collection;
     DesignCommands designs;
     PlayCommands play;
     FileDrop drop;
@@ -113,6 +115,7 @@ class CMainDialog::Parts final : public ListHost {
     void Follow(const ListResult& result);
     void TasksChanged();
     void ShowSpace();
+    ConsoleMenu MenuOnConsole() const;
     // What can change without anybody telling: the tray, the store.
     void Watch();
 };
