@@ -15,7 +15,9 @@
 namespace bw {
 namespace {
 
-constexpr double kMegabyte = 1048576;
+double Megabytes(uint64_t bytes) {
+    return static_cast<double>(bytes) / 1048576;
+}
 
 BoardFit Measure(const GameList& games, const Arguments& arguments) {
     return MeasureFit(games, arguments.settings, arguments.board);
@@ -70,13 +72,13 @@ std::u16string Verdict(const BoardFit& fit, Language language) {
         text.append(text.empty() ? u"" : u" ").append(words);
     };
     if (fit.OverBytes() != 0) {
-        add(FormatText(LoadText(TextId::kOverByBytes, language), fit.OverBytes() / kMegabyte));
+        add(FormatText(LoadText(TextId::kOverByBytes, language), Megabytes(fit.OverBytes())));
     }
     if (fit.OverGames() != 0) {
         add(FormatText(LoadText(TextId::kOverByGames, language), fit.OverGames()));
     }
     if (fit.Fits()) {
-        add(FormatText(LoadText(TextId::kRoomIsLeft, language), fit.LeftBytes() / kMegabyte));
+        add(FormatText(LoadText(TextId::kRoomIsLeft, language), Megabytes(fit.LeftBytes())));
     }
     return text;
 }
@@ -93,8 +95,7 @@ bool ReadSharedSums(GameList& games, const Arguments& arguments, bool all, Termi
     for (const uint32_t row : rows)
         paths.push_back(TextPath(games[row].path));
     const auto sums = ReadImageSums(paths, [&](size_t done, size_t total) {
-        user.Progress(
-            FormatText(LoadText(TextId::kLookingForEqualData, user.UiLanguage()), done, total));
+        user.Progress(FormatText(LoadText(TextId::kLookingForEqualData, user.UiLanguage()), done, total));
         return !user.Cancelled();
     });
     for (size_t i = 0; i < std::min(rows.size(), sums.size()); ++i) {
@@ -164,9 +165,9 @@ std::string FitTable(const GameList& games, const Arguments& arguments, Language
     const auto line = [](const std::u16string& words) { return ToUtf8(words) + "\n"; };
     return table.Text() +
            line(FormatText(text(TextId::kFitOfBoard), BoardName(arguments.board), fit.games,
-                           fit.gameLimit, fit.usedBytes / kMegabyte, fit.limitBytes / kMegabyte)) +
-           line(FormatText(text(TextId::kFitGaps), fit.dataBytes / kMegabyte,
-                           fit.gapBytes / kMegabyte)) +
+                           fit.gameLimit, Megabytes(fit.usedBytes), Megabytes(fit.limitBytes))) +
+           line(FormatText(text(TextId::kFitGaps), Megabytes(fit.dataBytes),
+                           Megabytes(fit.gapBytes))) +
            line(Verdict(fit, language));
 }
 

@@ -350,7 +350,7 @@ TEST_F(Commands, ListsAreMadeToFitABoard) {
     const auto fit = Json(Done("info --fit --json" + games));
     EXPECT_EQ(fit["over"].GetUint(), 4u << 20);
     EXPECT_EQ(fit["games"][0]["adds"].GetUint(), 2u << 20);
-    EXPECT_THAT(Done("info --fit --board coolgirl" + games).out, HasSubstr("91.875MB left."));
+    EXPECT_THAT(Done("info --fit --board coolgirl" + games).out, HasSubstr("92.000MB left."));
     const RunResult build = Done("build --leave-out fewest -o cut.nes" + games);
     EXPECT_THAT(build.err, AllOf(HasSubstr("17.big"), HasSubstr("2 games left out, 15 stay")));
     Done("list --leave-out last -o cut.fcl" + games);
