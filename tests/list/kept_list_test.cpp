@@ -78,7 +78,8 @@ TEST_F(Kept, DamagedFilesAreNamedAndLeftAlone) {
     KeepAndBeKilled(100'000);
     const auto file = folder_ / "list_1.kept";
     std::fstream bytes(file, std::ios::binary | std::ios::in | std::ios::out);
-    bytes.seekp(40).put('#').close();
+    bytes.seekp(40).put('#');
+    bytes.close();
     std::ofstream(folder_ / "list_7.kept").close();
     EXPECT_THAT(Find().damaged, testing::UnorderedElementsAre(file, folder_ / "list_7.kept"));
     EXPECT_THAT(Find().lists, SizeIs(0));
