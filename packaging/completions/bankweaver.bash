@@ -86,6 +86,8 @@ _bankweaver_cli() {
     case "$command $prev" in
         "help "*) _bankweaver_words "info build export list split compare check play design" ;;
         *" --board") _bankweaver_words "coolboy mindkids coolgirl" ;;
+        *" --leave-out") _bankweaver_words "fewest last" ;;
+        *" --keep-places") _bankweaver_files '*.@(nes|unf|bin)' ;;
         *" --menu-size") _bankweaver_words "128 256 512" ;;
         *" --page-size") _bankweaver_words "5 10 15 20" ;;
         *" --style") _bankweaver_words "default white" ;;
@@ -127,13 +129,14 @@ _bankweaver_cli() {
             menu="--board --menu-size --style --music --turning-speed --design --extern-menu $names
                 --strict --skip-unsupported $collection"
             case $command in
-                info | "design info") names="--json" ;;
-                list) names="--json --output $collection" ;;
+                info) names="--json --why --fit --board" ;;
+                "design info") names="--json" ;;
+                list) names="--json --output --board --leave-out --fill-up $collection" ;;
                 split) names="--directory" ;;
                 compare) names="--json --sector" ;;
                 play) names="" ;;
-                build) names="$menu --format --keep-work --report --dry-run --output" ;;
-                export) names="$menu --directory" ;;
+                build) names="$menu --leave-out --fill-up --format --keep-places --keep-work --report --dry-run --output" ;;
+                export) names="$menu --leave-out --fill-up --directory" ;;
                 check) names="$menu --format --jobs --frames --only --json --sheet" ;;
                 "design pack") names="--output" ;;
                 "design unpack") names="--directory" ;;

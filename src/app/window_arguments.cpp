@@ -40,7 +40,9 @@ WindowArguments ParseWindowArguments(int count, const char* const* values) {
     std::vector<std::filesystem::path> files;
     CLI::App app("Gathers games in a list and builds one multicart ROM from them.", "bankweaver");
     app.set_version_flag("--version", "bankweaver " + std::string(ProgramVersion()));
-    app.add_option("FILE", files, "Game images (.nes) and list files (.fcl) to add to the list");
+    app.add_option(
+        "FILE", files,
+        "Game images (.nes) and list files (.fcl) to add to the list, or one cart to open");
     std::filesystem::path played;
     app.add_option("--play", played, "Show nothing but a window that plays this game or cart")
         ->option_text("FILE");

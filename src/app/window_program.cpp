@@ -87,6 +87,7 @@ int Run(std::vector<std::filesystem::path> files, const Deployment& deployment) 
         {.store = *store,
          .base = ExecutableFolder(),
          .designHistory = DesignHistoryFile(),
+         .keptLists = UserDataFolder() / "lists",
          .takeProblem = [&](Language language) { return store->TakeProblem(language); },
          .listKept =
              [&] {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "builder/layout/image_warnings.h"
+#include "builder/layout/shared_saves.h"
 #include "builder/resources.h"
 #include "builder/tables/menu_tables.h"
 #include "language/problem_text.h"
@@ -13,7 +14,7 @@
 namespace bw {
 namespace {
 
-constexpr size_t kReadBatch = 256;  // games between two steps of the progress
+constexpr size_t kReadStep = 32;  // games between two steps of the progress
 
 }  // namespace
 
@@ -55,8 +56,8 @@ bool BuildBase::ReadGames(NameRules rules) {
         paths.push_back(TextPath(entry.path));
         rows.push_back(row + 1);
     }
-    items_.reserve(paths.size());
     if (context_.menuOnly) {
+        items_.reserve(rows.size());
         for (uint32_t index = 0; index < rows.size(); ++index) {
             MulticartItem& item = items_.emplace_back();
             item.index = index;
@@ -64,18 +65,19 @@ bool BuildBase::ReadGames(NameRules rules) {
         }
         return true;
     }
-    for (size_t done = 0; done < paths.size(); done += kReadBatch) {
-        if (user_.Cancelled()) return false;
-        user_.Progress(BuildStage::kReadGames, done, paths.size(), names_[done]);
-        const auto batch =
-            std::span(paths).subspan(done).first(std::min(kReadBatch, paths.size() - done));
-        for (MulticartItem& item : LoadMulticartItems(batch)) {
-            item.index = static_cast<uint32_t>(items_.size());
-            item.row = rows[item.index];
-            items_.push_back(std::move(item));
-        }
+    // All at once: an archive is read but once, however its games are spread over the list.
+    bool stopped = false;
+    items_ = LoadMulticartItems(paths, [&](size_t done, size_t total) {
+        if (done % kReadStep != 0) return true;
+        user_.Progress(BuildStage::kReadGames, done, total, names_[done]);
+        stopped = user_.Cancelled();
+        return !stopped;
+    });
+    for (uint32_t index = 0; index < items_.size(); ++index) {
+        items_[index].index = index;
+        items_[index].row = rows[index];
     }
-    return true;
+    return !stopped;
 }
 
 bool BuildBase::PrepareGames(BoardType board) {
@@ -92,6 +94,12 @@ bool BuildBase::AcceptsIncomplete(std::span<const MulticartItem> items) const {
     for (const Diagnostic& warning : FindIncompleteImages(items, language_))
         accepted = user_.Warn(warning.text) && accepted;
     return accepted;
+}
+
+void BuildBase::TellOfSaves(BoardType board) const {
+    if (context_.menuOnly) return;
+    const std::vector<uint32_t> rows = RowsSharingSaves(context_.games, board);
+    if (!rows.empty()) user_.Note(SharedSavesText(context_.games, rows, language_));
 }
 
 bool BuildBase::CountBanks(BoardType board, uint32_t menuPrgUnits,

@@ -36,6 +36,8 @@ class BuildBase {
     // Tells of games that a build takes in though data is missing. False if the user doesn't want
     // it.
     bool AcceptsIncomplete(std::span<const MulticartItem> items) const;
+    // Which games share their saves, if any do.
+    void TellOfSaves(BoardType board) const;
     // Counts the banks of the tables and refuses what the menu has no room for.
     bool CountBanks(BoardType board, uint32_t menuPrgUnits, const std::filesystem::path& folder);
     void LoadDesign() const;

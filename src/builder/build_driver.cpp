@@ -11,6 +11,7 @@
 #include "builder/tables/cart_manifest.h"
 #include "builder/tables/menu_tables.h"
 #include "language/problem_text.h"
+#include "rom/image_files.h"
 #include "settings/setting_names.h"
 #include "support/files.h"
 #include "support/paths.h"
@@ -68,26 +69,62 @@ class RomBuild : BuildBase {
             return false;
         }
         if (!PrepareGames(board_) || !CheckScreen() || !CheckExternMenu() ||
-            !AcceptsIncomplete(items_)) {
+            !AcceptsIncomplete(items_) || !OpenKeptCart()) {
             return false;
         }
+        TellOfSaves(board_);
         if (prepared) prepared = MakeFolders(buildFolder_);
         if (!prepared) {
             ShowFileProblem(prepared.Problem());
             return false;
         }
         if (AssemblesExternMenu() && !AssembleExternMenu(context_.settings.MenuSize)) return false;
-        outcome.layout = Allocate(menu_, items_, board_);
-        if (!Passes(CheckRomLimits(outcome.layout, board_, language_)) ||
-            !WriteGeneratedFiles(outcome) || !GetMenu()) {
+        outcome.layout = LayOut();
+        if (const auto fault = CheckRomLimits(outcome.layout, board_, language_)) {
+            outcome.overLimits = true;
+            user_.TooMuch(fault->text, Text(TextId::kErrorTitle));
             return false;
         }
+        if (!WriteGeneratedFiles(outcome) || !GetMenu()) return false;
         // The tables in the menu come from the first layout; this one has the real menu, and the
         // same places as long as the menu's size is what it was.
-        outcome.layout = Allocate(menu_, items_, board_);
+        outcome.layout = LayOut();
         if (!Passes(CheckConflicts(outcome.layout, language_))) return false;
         outcome.names = names_;
         return context_.dryRun || WriteOutput(outcome);
+    }
+
+    // True if none is to be kept.
+    bool OpenKeptCart() {
+        if (!context_.keepPlaces) return true;
+        FileResult<KeptCart> cart = KeptCart::Open(*context_.keepPlaces);
+        if (!cart) {
+            ShowError(NoCartText(cart.Problem(), language_));
+            return false;
+        }
+        if (cart->Board() != board_) {
+            ShowError(FormatText(Text(TextId::kOldCartOfOtherBoard),
+                                 VisibleText(PathText(*context_.keepPlaces)),
+                                 BoardName(cart->Board()), BoardName(board_)));
+            return false;
+        }
+        places_ = cart->PlacesFor(items_);
+        keptCart_ = std::move(*cart);
+        return true;
+    }
+
+    // With the places of the earlier cart, as long as all fits that way.
+    LayoutResult LayOut() {
+        if (places_) {
+            LayoutResult layout = AllocateKeeping(menu_, items_, board_, *places_);
+            if (!CheckRomLimits(layout, board_, language_) && !FindLayoutConflict(layout)) {
+                return layout;
+            }
+            places_.reset();
+            user_.Note(FormatText(Text(TextId::kPlacesNotKept),
+                                  VisibleText(PathText(*context_.keepPlaces))));
+        }
+        return Allocate(menu_, items_, board_);
     }
 
     bool CheckScreen() const {
@@ -209,12 +246,13 @@ class RomBuild : BuildBase {
                 FormatText(Text(TextId::kOutputIsAnInput), VisibleText(PathText(outcome.output))));
             return false;
         }
-        const FileResult<RomEnd> end =
-            WriteRom(outcome.layout, board_, outcome.format, outcome.output,
-                     [this](size_t done, size_t total, const MulticartItem& item) {
-                         user_.Progress(BuildStage::kWriteRom, done, total, item.name);
-                         return !user_.Cancelled();
-                     });
+        const FileResult<RomEnd> end = WriteRom(
+            outcome.layout, board_, outcome.format, outcome.output,
+            [this](size_t done, size_t total, const MulticartItem& item) {
+                user_.Progress(BuildStage::kWriteRom, done, total, item.name);
+                return !user_.Cancelled();
+            },
+            FinishOf(outcome));
         if (!end) {
             ShowFileProblem(end.Problem());
             return false;
@@ -223,6 +261,18 @@ class RomBuild : BuildBase {
         user_.Progress(BuildStage::kWriteRom, 1, 1, u"");
         AskToShow(outcome.output);
         return true;
+    }
+
+    RomFinish FinishOf(BuildOutcome& outcome) {
+        if (!keptCart_) return {};
+        return [this, &outcome](File& rom, uint64_t start, uint64_t bytes) -> FileResult<> {
+            FileResult<SectorChanges> changes =
+                keptCart_->FillGaps(outcome.layout, rom, start, bytes);
+            keptCart_.reset();  // the new file may be about to take its place
+            if (!changes) return changes.Problem();
+            outcome.changes = std::move(*changes);
+            return {};
+        };
     }
 
     // Writing would replace a file that is still to be read.
@@ -234,7 +284,7 @@ class RomBuild : BuildBase {
         };
         return same(menu_.path) || (ExternMenu() && same(context_.settings.ExternMenuPath)) ||
                std::any_of(items_.begin(), items_.end(),
-                           [&](const MulticartItem& item) { return same(item.path); });
+                           [&](const MulticartItem& item) { return same(ContainerOf(item.path)); });
     }
 
     // True if it is done or not wanted.
@@ -250,6 +300,8 @@ class RomBuild : BuildBase {
     std::filesystem::path menuFolder_;
     std::filesystem::path buildFolder_;
     MulticartItem menu_;
+    std::optional<KeptCart> keptCart_;
+    std::optional<std::vector<KeptPlace>> places_;  // of it; nothing once they aren't to be kept
 };
 
 // Sets the flag for as long as it lives.

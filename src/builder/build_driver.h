@@ -14,6 +14,7 @@
 #include "builder/layout/bank_layout.h"
 #include "builder/layout/build_checks.h"
 #include "builder/tables/final_data.h"
+#include "builder/tables/kept_cart.h"
 
 namespace bw {
 
@@ -21,6 +22,7 @@ namespace bw {
 struct BuildOutcome {
     bool done = false;
     std::vector<Diagnostic> unfit;  // the first games that the board can't run, which ended it
+    bool overLimits = false;        // refused: more bytes or games than the board holds
     bool workKept = true;           // false if the folder of keepWork couldn't be filled
     BoardType board = BoardType::kCoolboy;
     RomFormat format = RomFormat::kNes20;
@@ -28,6 +30,8 @@ struct BuildOutcome {
     LayoutResult layout;  // with the menu among its items
     std::vector<std::u16string> names;
     std::vector<FinalDataRecord> finalData;
+    // Of a build that keeps the places of an earlier cart: what of it has to be burned.
+    std::optional<SectorChanges> changes;
 };
 
 // What a build command tests before it starts a build: that no task runs and that not too many

@@ -29,6 +29,8 @@ struct MenuOptions {
     std::filesystem::path externMenu;
     std::string format;
     std::filesystem::path keepWork;
+    std::string leaveOut;
+    std::filesystem::path keepPlaces;
 };
 
 // The tunes by the titles that they have in the window.
@@ -51,9 +53,18 @@ void AddCollectionOptions(const CommandOptions& options, Arguments& arguments) {
     options.Flag("--shorten-names", arguments.shortenNames, TextId::kHelpShortenNames);
 }
 
+void AddBoardOption(const CommandOptions& options, MenuOptions& menu, TextId help) {
+    options.Choice("--board", menu.board, {"coolboy", "mindkids", "coolgirl"}, help);
+}
+
+void AddFitOptions(const CommandOptions& options, MenuOptions& menu, Arguments& arguments) {
+    options.Choice("--leave-out", menu.leaveOut, {"fewest", "last"}, TextId::kHelpLeaveOut);
+    options.Flag("--fill-up", arguments.fillUp, TextId::kHelpFillUp);
+}
+
 void AddMenuOptions(const CommandOptions& options, MenuOptions& menu, Arguments& arguments) {
     BuildSettings& settings = arguments.settings;
-    options.Choice("--board", menu.board, {"coolboy", "mindkids", "coolgirl"}, TextId::kHelpBoard);
+    AddBoardOption(options, menu, TextId::kHelpBoard);
     options.Choice("--menu-size", menu.menuSize, {"128", "256", "512"}, TextId::kHelpMenuSize);
     AddListOptions(options, settings);
     options.Choice("--style", menu.style, {"default", "white"}, TextId::kHelpStyle);
@@ -83,6 +94,11 @@ void ApplyMenuOptions(const MenuOptions& options, Arguments& arguments) {
     settings.ExportRomType = arguments.board == BoardType::kCoolgirl ? 1 : 0;
     settings.ExportPrgSize = settings.MenuSize == 16 ? 1 : settings.MenuSize == 32 ? 2 : 0;
     if (!options.keepWork.empty()) arguments.keepWork = FromCurrentFolder(options.keepWork);
+    if (!options.keepPlaces.empty()) arguments.keepPlaces = FromCurrentFolder(options.keepPlaces);
+    if (!options.leaveOut.empty()) {
+        arguments.leaveOut =
+            options.leaveOut == "last" ? LeavingOut::kLeastLoved : LeavingOut::kFewest;
+    }
 }
 
 RomFormat FormatOf(const std::string& name, const std::filesystem::path& output) {
@@ -112,11 +128,16 @@ void AddGameCommands(const CommandOptions& program, MenuOptions& menu, Arguments
     };
     const CommandOptions info = add("info", TextId::kHelpInfo, Command::kInfo);
     info.Flag("--json", arguments.json, TextId::kHelpJson);
+    info.Flag("--why", arguments.why, TextId::kHelpWhy);
+    info.Flag("--fit", arguments.fit, TextId::kHelpFit);
+    AddBoardOption(info, menu, TextId::kHelpFitBoard);
 
     const CommandOptions build = add("build", TextId::kHelpBuild, Command::kBuild);
     build.Output(arguments.output, TextId::kHelpOutputRom);
     build.Choice("--format", menu.format, {"nes", "unf", "bin"}, TextId::kHelpFormat);
     AddMenuOptions(build, menu, arguments);
+    AddFitOptions(build, menu, arguments);
+    build.Path("--keep-places", menu.keepPlaces, TextId::kHelpKeepPlaces, "FILE");
     build.Path("--keep-work", menu.keepWork, TextId::kHelpKeepWork, "FOLDER");
     build.Path("--report", arguments.report, TextId::kHelpReport, "FILE");
     build.Flag("--dry-run", arguments.dryRun, TextId::kHelpDryRun);
@@ -124,6 +145,7 @@ void AddGameCommands(const CommandOptions& program, MenuOptions& menu, Arguments
     const CommandOptions exporting = add("export", TextId::kHelpExport, Command::kExport);
     exporting.Path("-d,--directory", arguments.folder, TextId::kHelpFolder, "FOLDER")->required();
     AddMenuOptions(exporting, menu, arguments);
+    AddFitOptions(exporting, menu, arguments);
 
     const CommandOptions check =
         AddGameCommand(program, "check", TextId::kHelpCheckCart, TextId::kHelpCheckedInput,
@@ -138,6 +160,8 @@ void AddGameCommands(const CommandOptions& program, MenuOptions& menu, Arguments
     list.Flag("--json", arguments.json, TextId::kHelpJson);
     list.Output(arguments.output, TextId::kHelpOutputList);
     AddCollectionOptions(list, arguments);
+    AddBoardOption(list, menu, TextId::kHelpFitBoard);
+    AddFitOptions(list, menu, arguments);
 }
 
 void AddPlayCommand(const CommandOptions& program, Arguments& arguments) {

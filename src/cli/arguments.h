@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "builder/input/build_settings.h"
+#include "builder/layout/board_fit.h"
 #include "builder/output/rom_header.h"
 #include "designer/import/picture_import.h"
 
@@ -58,6 +59,10 @@ struct Arguments {
     bool keepBest = false;                      // of the versions of a game
     std::vector<std::filesystem::path> names{};  // databases of names, the first counts most
     std::filesystem::path lookIn{};              // for missing files; empty: nowhere
+    std::optional<LeavingOut> leaveOut{};        // build, export, list: if the board is too small
+    bool fillUp = false;                         // build, export, list: take what still fits
+    bool why = false;                            // info: why boards don't run games
+    bool fit = false;                            // info: what games add to a board
     bool dryRun = false;                         // build: write nothing, tell what would be made
     // build: the ROM; list: the list file, or empty; design pack and import-picture:
     // the design; design render: the picture
@@ -67,10 +72,11 @@ struct Arguments {
     BoardType board = BoardType::kCoolboy;
     BuildSettings settings;
     RomFormat format = RomFormat::kNes20;
-    std::optional<std::filesystem::path> keepWork;  // absolute
-    std::filesystem::path played;                   // play: the cart or game
-    std::filesystem::path report;                   // empty: none; "-": standard output
-    std::vector<PartFile> loads;                    // design convert, in this order; then the saves
+    std::optional<std::filesystem::path> keepWork;      // absolute
+    std::optional<std::filesystem::path> keepPlaces{};  // build: of this cart; absolute
+    std::filesystem::path played;                       // play: the cart or game
+    std::filesystem::path report;                       // empty: none; "-": standard output
+    std::vector<PartFile> loads;  // design convert, in this order; then the saves
     std::vector<PartFile> saves;
     CheckArguments checking;
     std::filesystem::path cart;  // split, compare

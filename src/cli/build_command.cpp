@@ -21,16 +21,20 @@ class RomCommand : MakingCommand {
 
     int Run() {
         std::atomic<bool> taskBusy = false;
-        if (!Gathered() || !Collected() || !LoadScreen() || !NamesGames() || !UsesAllOptions() ||
-            !MayStartBuild(Games(), taskBusy, user_)) {
+        CancelOnEndRequest();
+        if (!Gathered() || !Collected() || !FitsBoard() || !LoadScreen() || !NamesGames() ||
+            !UsesAllOptions() || !MayStartBuild(Games(), taskBusy, user_)) {
             return kFailed;
         }
         RemoveAbandonedWorkFolders();
-        CancelOnEndRequest();
         const BuildOutcome outcome = BuildRom(Context(), arguments_.board, taskBusy);
         if (!outcome.done) {
             if (user_.Cancelled()) user_.Note(BuildStoppedText(language_));
             TellWayOut();
+            if (outcome.overLimits) {
+                user_.Note(OverText(outcome.layout, arguments_.board, language_) + u"\n" +
+                           Text(TextId::kTryLeavingOut));
+            }
             return kFailed;
         }
         return Tell(outcome) && outcome.workKept ? kDone : kFailed;
@@ -41,6 +45,7 @@ class RomCommand : MakingCommand {
     bool Tell(const BuildOutcome& outcome) {
         if (!arguments_.dryRun) {
             user_.Note(BuildSummary(outcome, language_));
+            if (outcome.changes) user_.Note(ChangesText(*outcome.changes, language_));
             user_.Detail(SpaceText(outcome, language_));
             return WriteReport(outcome);
         }
@@ -63,7 +68,7 @@ class TableExport : MakingCommand {
 
     int Run() {
         std::filesystem::path folder = FromCurrentFolder(arguments_.folder);
-        if (!Gathered() || !Collected() || !LoadScreen() || !NamesGames()) {
+        if (!Gathered() || !Collected() || !FitsBoard() || !LoadScreen() || !NamesGames()) {
             return kFailed;
         }
         if (CountChecked(Games()) == 0) {

@@ -4,6 +4,7 @@
 
 #include "builder/carts/cart_compare.h"
 #include "builder/carts/cart_split.h"
+#include "builder/tables/cart_file.h"
 #include "cli/cart_report.h"
 #include "cli/inputs.h"
 #include "cli/report.h"
@@ -153,10 +154,10 @@ class CartCommand {
 
 std::optional<int> ListCart(const Arguments& arguments) {
     if (arguments.inputs.size() != 1) return std::nullopt;
-    const std::filesystem::path& file = arguments.inputs.front();
-    const FileResult<CartContents> cart = ReadCartContents(FromCurrentFolder(file));
+    const std::filesystem::path file = FromCurrentFolder(arguments.inputs.front());
+    const FileResult<CartContents> cart = ReadCartContents(file);
     if (cart) return CartCommand(arguments, file).List(*cart);
-    const bool named = HasExtension(file, "unf") || HasExtension(file, "bin");
+    const bool named = HasExtension(file, "unf") || HasExtension(file, "bin") || IsForBoard(file);
     if (!named || cart.Problem().kind != FileProblem::Kind::kWrongKind) return std::nullopt;
     const Language language = SystemLanguage();
     TerminalUser(arguments, language).Error(NoCartText(cart.Problem(), language));

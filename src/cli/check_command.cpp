@@ -248,12 +248,6 @@ int CheckFile(const Arguments& arguments, const std::filesystem::path& cart, Car
     return checking.Run({.cart = cart, .tables = std::move(tables)});
 }
 
-// Whether the file says itself that it is for one of the boards: no game then.
-bool IsForBoard(const std::filesystem::path& file) {
-    const FileResult<CartFile> cart = CartFile::Open(file);
-    return cart && cart->Board();
-}
-
 }  // namespace
 
 int Check(const Arguments& arguments) {

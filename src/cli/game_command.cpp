@@ -1,5 +1,7 @@
 #include "cli/game_command.h"
 
+#include "builder/build_words.h"
+#include "cli/fitting.h"
 #include "cli/unsupported_games.h"
 #include "cli/written_files.h"
 #include "language/problem_text.h"
@@ -36,6 +38,12 @@ bool GameCommand::Collected() {
         }
     }
     return collection_.KeepBest();
+}
+
+bool GameCommand::FitsBoard() {
+    if (FitToBoard(gathered_.games, arguments_, user_)) return true;
+    user_.Note(BuildStoppedText(language_));
+    return false;
 }
 
 bool GameCommand::Done(const FileResult<>& result) {

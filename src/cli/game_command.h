@@ -30,6 +30,8 @@ class GameCommand {
     bool Collected();
     // The names that the options ask for, as `menu` has room for them.
     bool Renamed(const ConsoleMenu& menu) { return collection_.Rename(menu); }
+    // Leaves games out and takes games in as the options have it; false if the user has stopped it.
+    bool FitsBoard();
     // True if it is done; else the user has read why not.
     bool Done(const FileResult<>& result);
 

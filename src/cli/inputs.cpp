@@ -1,11 +1,13 @@
 #include "cli/inputs.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <system_error>
 #include <utility>
 
 #include "language/problem_text.h"
+#include "list/left_out.h"
 #include "list/list_file.h"
 #include "rom/image_files.h"
 #include "support/paths.h"
@@ -25,18 +27,30 @@ class Gatherer {
         : output_(output), language_(language) {}
 
     void Add(const std::filesystem::path& input) {
-        if (std::error_code error; std::filesystem::is_directory(input, error)) {
+        std::error_code error;
+        const bool inArchive = ContainerOf(input) != input;
+        const bool image = HasExtension(input, "nes");
+        if (!(inArchive && image)) AddWaitingImages();
+        if (std::filesystem::is_directory(input, error)) {
+            AddFolder(input);
+        } else if (inArchive && image) {
+            waiting_.push_back(input);
+        } else if (inArchive) {
             AddFolder(input);
         } else if (const FileResult<> file = CheckRegularFile(input); !file) {
             Tell(FileDiagnostic(file.Problem(), language_));
         } else if (HasExtension(input, "fcl")) {
             AddList(input);
+        } else if (HasArchiveExtension(input)) {
+            AddFolder(input);
         } else {
-            AddImage(input);
+            AddImage(input, GameEntry(FromCurrentFolder(input)));
         }
     }
 
     GatheredGames Take() {
+        AddWaitingImages();
+        TellLeftOut();
         TellDoubles();
         if (overLimit_ || result_.games.size() > kListLimit) {
             result_.games.resize(std::min(result_.games.size(), kListLimit));
@@ -69,12 +83,15 @@ class Gatherer {
             if (!entry.headerRead) continue;
             std::error_code error;
             std::filesystem::path file = TextPath(entry.path);
-            if (std::filesystem::is_symlink(file, error)) {
+            const std::filesystem::path container = ContainerOf(file);
+            if (container == file && std::filesystem::is_symlink(file, error)) {
                 file = std::filesystem::canonical(file, error);
             } else {
-                const auto [folder, added] = folders.try_emplace(file.parent_path());
+                // What behind all links is asked once for a folder or an archive.
+                const auto above = container == file ? file.parent_path() : container;
+                const auto [folder, added] = folders.try_emplace(above);
                 if (added) folder->second = std::filesystem::canonical(folder->first, error);
-                file = folder->second / file.filename();
+                file = folder->second / file.lexically_relative(above);
             }
             const auto [first, isFirst] = ordinals.try_emplace(file, ordinal);
             if (!isFirst) {
@@ -93,8 +110,33 @@ class Gatherer {
                    : FileDiagnostic(image.Problem(), language_, severity));
     }
 
-    void AddImage(const std::filesystem::path& file) {
-        GameEntry entry(FromCurrentFolder(file));
+    // Images in archives that were named one behind the other, so that each archive is read once.
+    void AddWaitingImages() {
+        std::vector<std::filesystem::path> absolute;
+        for (const std::filesystem::path& file : waiting_)
+            absolute.push_back(FromCurrentFolder(file).lexically_normal());
+        std::vector<GameEntry> entries = ReadGameEntries(absolute);
+        for (size_t i = 0; i < entries.size(); ++i)
+            AddImage(waiting_[i], std::move(entries[i]));
+        waiting_.clear();
+    }
+
+    // The first few of each kind; the rest by their number.
+    void TellLeftOut() {
+        constexpr size_t kTold = 10;
+        std::map<LeftOut::Reason, size_t> told;
+        for (const LeftOut& item : leftOut_) {
+            if (++told[item.reason] <= kTold) Tell(LeftOutDiagnostic(item, language_));
+        }
+        for (const auto& [reason, count] : told) {
+            if (count <= kTold) continue;
+            Diagnostic more = LeftOutDiagnostic({{}, reason}, language_);
+            more.text += FormatText(Text(TextId::kArchiveMore), count - kTold);
+            Tell(std::move(more));
+        }
+    }
+
+    void AddImage(const std::filesystem::path& file, GameEntry entry) {
         if (!entry.HasValidHeader()) {
             TellNoImage(file, Severity::kError);
             return;
@@ -107,20 +149,27 @@ class Gatherer {
         size_t taken = 0;
         const std::filesystem::path absolute = FromCurrentFolder(folder).lexically_normal();
         std::vector<FileProblem> unread;
-        for (GameEntry& entry : ReadGameFolder(absolute, &unread)) {
+        std::vector<LeftOut> leftOut;
+        for (GameEntry& entry : ReadGameFolder(absolute, &unread, &leftOut)) {
             if (IsOldCart(entry)) {
                 Tell({Severity::kWarning,
                       FormatText(Text(TextId::kOutputIsNoGame), VisibleText(entry.path))});
                 continue;
             }
             if (!entry.HasValidHeader()) {
-                TellNoImage(TextPath(entry.path), Severity::kWarning);
+                const std::filesystem::path file = TextPath(entry.path);
+                if (ContainerOf(file) == file) {
+                    TellNoImage(file, Severity::kWarning);
+                } else {
+                    leftOut.push_back({file, LeftOut::Reason::kNoGame});
+                }
                 continue;
             }
             entry.checked = true;
             result_.games.push_back(std::move(entry));
             ++taken;
         }
+        std::ranges::move(leftOut, std::back_inserter(leftOut_));
         bool unreadItself = false;
         for (const FileProblem& problem : unread) {
             const bool itself = problem.file == absolute;
@@ -151,6 +200,8 @@ class Gatherer {
     std::filesystem::path output_;
     Language language_;
     GatheredGames result_;
+    std::vector<std::filesystem::path> waiting_;
+    std::vector<LeftOut> leftOut_;
     bool overLimit_ = false;
 };
 

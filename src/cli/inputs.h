@@ -24,8 +24,9 @@ struct GatheredGames {
 };
 
 // Images count as checked; a list file brings its own order, names, checks and remarks; a folder
-// brings its images and those of its folders in order of path, but for `output`, if that is the ROM
-// of an earlier build that this one replaces (absolute, or empty). The list is cut at its limit.
+// brings its images and those of its folders and archives in order of path, and so does an archive,
+// but for `output`, if that is the ROM of an earlier build that this one replaces (absolute, or
+// empty). The list is cut at its limit.
 GatheredGames GatherGames(std::span<const std::filesystem::path> inputs,
                           const std::filesystem::path& output, Language language);
 

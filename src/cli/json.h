@@ -55,11 +55,13 @@ class Json {
         AppendHex(text, value, 8);
         Utf8(key, text);
     }
-    void Bytes(const char* key, std::span<const uint8_t> bytes) {
+    void Bytes(const char* key, std::span<const uint8_t> bytes) { Numbers(key, bytes); }
+    template <typename Values>
+    void Numbers(const char* key, const Values& values) {
         writer_.SetFormatOptions(rapidjson::kFormatSingleLineArray);
         BeginArray(key);
-        for (const uint8_t byte : bytes)
-            writer_.Uint(byte);
+        for (const auto value : values)
+            writer_.Uint(value);
         EndArray();
         writer_.SetFormatOptions(rapidjson::kFormatDefault);
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "cli/cart_commands.h"
+#include "cli/fitting.h"
 #include "cli/game_command.h"
 #include "cli/report.h"
 #include "cli/written_files.h"
@@ -18,9 +19,21 @@ class ImageInfo : GameCommand {
     explicit ImageInfo(const Arguments& arguments) : GameCommand(arguments) {}
 
     int Run() {
-        const bool printed = Done(PrintOut(arguments_.json ? InfoJson(Games(), language_)
-                                                           : InfoTable(Games(), language_)));
-        return printed && Gathered() ? kDone : kFailed;
+        if (arguments_.fit && !ReadSharedSums(gathered_.games, arguments_, false, user_)) {
+            return kFailed;
+        }
+        return Done(PrintOut(Told())) && Gathered() ? kDone : kFailed;
+    }
+
+  private:
+    std::string Told() const {
+        const bool json = arguments_.json;
+        if (arguments_.fit) {
+            return json ? FitJson(Games(), arguments_) : FitTable(Games(), arguments_, language_);
+        }
+        if (arguments_.why)
+            return json ? WhyJson(Games(), language_) : WhyTable(Games(), language_);
+        return json ? InfoJson(Games(), language_) : InfoTable(Games(), language_);
     }
 };
 
@@ -29,7 +42,7 @@ class GameListing : GameCommand {
     explicit GameListing(const Arguments& arguments) : GameCommand(arguments) {}
 
     int Run() {
-        if (!Gathered() || !Collected() || !Renamed(ConsoleMenu())) return kFailed;
+        if (!Gathered() || !Collected() || !FitsBoard() || !Renamed(ConsoleMenu())) return kFailed;
         if (!arguments_.output.empty()) return CanBeKept() ? Save() : kFailed;
         return Print() ? kDone : kFailed;
     }

@@ -48,8 +48,15 @@ bool MakingCommand::UsesAllOptions() {
 }
 
 BuildContext MakingCommand::Context() {
-    return {Games(),      arguments_.settings, *store_,          design_, user_,
-            WorkFolder(), arguments_.keepWork, arguments_.dryRun};
+    return {.games = Games(),
+            .settings = arguments_.settings,
+            .store = *store_,
+            .design = design_,
+            .user = user_,
+            .workFolder = WorkFolder(),
+            .keepWork = arguments_.keepWork,
+            .dryRun = arguments_.dryRun,
+            .keepPlaces = arguments_.keepPlaces};
 }
 
 void MakingCommand::TellWayOut() {

@@ -11,6 +11,7 @@
 #include "console/emulator.h"
 #include "console/emulator_words.h"
 #include "language/problem_text.h"
+#include "rom/image_files.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/process.h"
@@ -43,9 +44,7 @@ std::optional<fs::path> FindWindowProgram() {
 
 // What can't be played, in words; empty if the file may be.
 std::u16string FileFault(const fs::path& file, Language language) {
-    if (const FileResult<> regular = CheckRegularFile(file); !regular)
-        return ProblemText(regular.Problem(), language);
-    const FileResult<File> opened = File::OpenForReading(file);
+    const FileResult<ImageFile> opened = OpenImage(file);
     if (!opened) return ProblemText(opened.Problem(), language);
     std::array<uint8_t, 4> magic{};
     const FileResult<size_t> read = opened->ReadAt(0, magic);

@@ -176,6 +176,11 @@ std::string BuildReportJson(const BuildOutcome& outcome) {
             json.Number("menuSize", item.prgSpan);
         }
     }
+    if (outcome.changes) {
+        json.Number("sectorSize", SectorChanges::kBytes);
+        json.Number("sectors", outcome.changes->sectors);
+        json.Numbers("changedSectors", outcome.changes->changed);
+    }
     json.BeginArray("games");
     size_t number = 0;
     for (const MulticartItem& item : outcome.layout.items) {

@@ -23,7 +23,7 @@ class TerminalUser : public BuildUser {
     // A warning; with --strict an error. False if it ends the command.
     bool Warn(std::u16string_view text) override;
     // That something is done; not if the user wants it quiet.
-    void Note(std::u16string_view text);
+    void Note(std::u16string_view text) override;
     // What is being done; only if the user wants to know it.
     void Detail(std::u16string_view text);
     // Whether a warning has ended the command.

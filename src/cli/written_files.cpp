@@ -8,6 +8,7 @@
 #include "builder/output/rom_writer.h"
 #include "language/problem_text.h"
 #include "list/list_file.h"
+#include "rom/image_files.h"
 #include "support/paths.h"
 #include "support/text.h"
 
@@ -45,6 +46,12 @@ fs::path PngFile(const fs::path& given) {
     fs::path file = FromCurrentFolder(given).lexically_normal();
     if (!HasExtension(file, "png")) file += ".png";
     return file;
+}
+
+// Behind all links, as far as there is something.
+fs::path Resolved(const fs::path& path) {
+    std::error_code error;
+    return fs::weakly_canonical(path, error);
 }
 
 class Comparison {
@@ -94,10 +101,10 @@ class Comparison {
         // A list may be saved over itself: it is read whole before.
         if (arguments_.command != Command::kList) {
             for (const fs::path& input : arguments_.inputs)
-                inputs_.push_back(FromCurrentFolder(input));
+                inputs_.push_back(ContainerOf(FromCurrentFolder(input)));
         }
         for (const GameEntry& game : gathered_.games)
-            inputs_.push_back(TextPath(game.path));
+            AddGame(ContainerOf(TextPath(game.path)));
         // A design that a picture goes into may be named as the output too: it is read whole
         // before.
         const fs::path design = FromCurrentFolder(arguments_.design).lexically_normal();
@@ -106,10 +113,18 @@ class Comparison {
         if (!design.empty() && !again) inputs_.push_back(design);
         for (const fs::path& names : arguments_.names)
             inputs_.push_back(FromCurrentFolder(names));
+        // Only the ROM itself may take the place of the cart whose places it keeps.
+        const auto& kept = arguments_.keepPlaces;
+        if (kept && Resolved(*kept) != Resolved(RomFile(arguments_))) inputs_.push_back(*kept);
         if (!arguments_.picture.empty()) inputs_.push_back(FromCurrentFolder(arguments_.picture));
         if (arguments_.settings.ExternMenuEnable) {
             inputs_.push_back(arguments_.settings.ExternMenuPath);
         }
+    }
+
+    // Of the games of an archive the archive, once for those that stand together.
+    void AddGame(fs::path file) {
+        if (inputs_.empty() || inputs_.back() != file) inputs_.push_back(std::move(file));
     }
 
     std::optional<Diagnostic> FindTwice() const {

@@ -10,6 +10,7 @@
 
 #include "console/piped_process.h"
 #include "console/scratch_folder.h"
+#include "rom/image_files.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/process.h"
@@ -35,6 +36,7 @@ constexpr milliseconds kLastWord{1500};  // for an orderly end
 constexpr size_t kDetailBytes = 600;
 constexpr std::string_view kUnknownRom = "Unknown ROM file format";  // in its log
 constexpr milliseconds kLogLook{100};
+constexpr size_t kLargestGame = size_t{7} << 20;  // bytes; none announces more
 constexpr const char* kNoImage = "the file can't be read or is no ROM";
 constexpr std::string_view kChatter = "Qt Warning";  // of its toolkit, at every start
 
@@ -45,9 +47,9 @@ std::string_view Script() {
 
 // What it makes of another file isn't always the same.
 bool IsImage(const fs::path& rom) {
-    const FileResult<File> file = File::OpenForReading(rom);
+    const FileResult<ImageFile> file = OpenImage(rom);
     std::array<uint8_t, 4> magic{};
-    if (!CheckRegularFile(rom) || !file || !file->ReadAt(0, magic)) return false;
+    if (!file || !file->ReadAt(0, magic)) return false;
     const std::string_view text(reinterpret_cast<const char*>(magic.data()), magic.size());
     return text == "NES\x1A" || text == "UNIF";
 }
@@ -72,6 +74,16 @@ class Home {
     bool Fill() const {
         return FillFceuxHome(Path(), FceuxMemory::kZeros) &&
                MakeFolders(Battery({}).parent_path()) && WriteScratchFile(Script(), bw::Script());
+    }
+
+    // The emulator opens files alone: an image in an archive gets one here for as long as it runs.
+    fs::path FileOf(const fs::path& rom) const {
+        if (ContainerOf(rom) == rom) return rom;
+        const fs::path file = Path() / "games" / rom.filename();
+        const FileResult<ImageFile> image = OpenImage(rom);
+        std::vector<uint8_t> bytes(kLargestGame);
+        bytes.resize(image ? image->ReadAt(0, bytes).ValueOr(0) : 0);
+        return MakeFolders(file.parent_path()) && WriteScratchFile(file, bytes) ? file : rom;
     }
 
     // The last of what the emulator printed.
@@ -102,6 +114,7 @@ class FceuxConsole final : public Console {
     ConsoleResult<> Start(const fs::path& program) {
         if (!IsImage(start_.rom)) return Lose(ConsoleProblem::Kind::kRefused, kNoImage);
         if (!home_.Fill()) return Lose(ConsoleProblem::Kind::kNotStarted, "no scratch folder");
+        start_.rom = home_.FileOf(start_.rom);
         if (!start_.save.empty()) {
             std::error_code none;  // yet
             fs::copy_file(start_.save, home_.Battery(start_.rom), none);
@@ -144,7 +157,7 @@ class FceuxConsole final : public Console {
     ConsoleResult<> Reset() override { return Done("reset"); }
     ConsoleResult<> Load(const fs::path& rom) override {
         if (!IsImage(rom)) return Lose(ConsoleProblem::Kind::kRefused, kNoImage);
-        ConsoleResult<> loaded = Done("load " + Digits(rom.string()));
+        ConsoleResult<> loaded = Done("load " + Digits(home_.FileOf(rom).string()));
         // It ends its script over a file that it doesn't know.
         if (!loaded && loaded.Problem().kind == ConsoleProblem::Kind::kEnded)
             return Lose(ConsoleProblem::Kind::kRefused, loaded.Problem().detail);

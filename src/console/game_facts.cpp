@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <bit>
 
+#include "rom/image_files.h"
 #include "rom/multicart_item.h"
-#include "support/files.h"
 
 namespace bw {
 namespace {
@@ -16,7 +16,7 @@ constexpr uint16_t kMmc3WithChrRam = 74;
 
 std::vector<uint8_t> BytesAt(const std::filesystem::path& path, uint64_t offset, uint32_t count) {
     std::vector<uint8_t> bytes(std::min(count, kMostChr), 0xFF);
-    if (const FileResult<File> file = File::OpenForReading(path)) file->ReadAt(offset, bytes);
+    if (const FileResult<ImageFile> file = OpenImage(path)) file->ReadAt(offset, bytes);
     return bytes;
 }
 

@@ -6,7 +6,7 @@
 
 #include "builder/tables/cart_tables.h"
 #include "rom/crc32.h"
-#include "support/files.h"
+#include "rom/image_files.h"
 #include "support/paths.h"
 #include "support/text.h"
 
@@ -14,7 +14,7 @@ namespace bw {
 namespace {
 
 uint32_t ContentsCode(const std::filesystem::path& rom) {
-    const auto file = File::OpenForReading(rom);
+    const auto file = OpenImage(rom);
     std::vector<uint8_t> part(size_t{1} << 18);
     uint32_t code = 0;
     for (uint64_t at = 0; file; at += part.size()) {

@@ -1,5 +1,6 @@
 #include "console/shared_saves.h"
 
+#include "builder/layout/shared_saves.h"
 #include "support/text.h"
 
 namespace bw {
@@ -11,8 +12,12 @@ std::u16string GameName(const CheckSubject& subject, uint32_t index) {
 std::vector<std::u16string> SharesItsSave(const CheckSubject& subject, uint32_t index) {
     std::vector<std::u16string> others;
     const std::vector<CartGame>& games = subject.tables.games;
-    for (uint32_t other = 0; games[index].battery && other < games.size(); ++other) {
-        if (other != index && games[other].battery) {
+    std::vector<bool> batteries;
+    for (const CartGame& game : games)
+        batteries.push_back(game.battery);
+    if (!batteries[index]) return others;
+    for (const uint32_t other : SharingSaves(batteries)) {
+        if (other != index) {
             others.push_back(FormatText(u"%d %s", other + 1, GameName(subject, other)));
         }
     }

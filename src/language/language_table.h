@@ -17,7 +17,7 @@ struct TextRow {
     std::array<std::u16string_view, kLanguages.size()> texts;
 };
 
-// Each in ascending order of id, and each behind the one before it.
+// Each in ascending order of id.
 std::span<const TextRow> FixedTexts();
 std::span<const TextRow> OwnTexts();
 std::span<const TextRow> DesignerTexts();

@@ -35,6 +35,10 @@ std::u16string Reason(const FileProblem& problem, Language language) {
             return LoadText(TextId::kCutShort, language);
         case kWrongKind:
             return LoadText(TextId::kWrongKindOfFile, language);
+        case kDamaged:
+            return LoadText(TextId::kArchiveDamaged, language);
+        case kEncrypted:
+            return LoadText(TextId::kArchiveEncrypted, language);
         case kOther:
             break;
     }

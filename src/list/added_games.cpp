@@ -1,26 +1,82 @@
 #include "list/added_games.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
+#include "rom/image_files.h"
+#include "support/parallel.h"
 #include "support/paths.h"
 #include "support/text.h"
 
 namespace bw {
 
+namespace {
+
+constexpr size_t kArchiveThreads = 4;
+
+// What one archive gives.
+struct ArchiveGames {
+    std::vector<GameEntry> entries;
+    std::vector<LeftOut> leftOut;
+};
+
+ArchiveGames ReadArchive(const std::filesystem::path& file) {
+    ArchiveGames games;
+    std::vector<FileProblem> unread;
+    games.entries = ReadGameFolder(file, &unread, &games.leftOut);
+    for (FileProblem& problem : unread)
+        games.leftOut.push_back({std::move(problem.file), LeftOut::Reason::kDamaged});
+    return games;
+}
+
+}  // namespace
+
 std::vector<GameEntry> ReadAddedGames(std::span<const std::filesystem::path> files,
                                       const std::filesystem::path& base,
-                                      std::vector<std::filesystem::path>* leftOut) {
-    std::vector<GameEntry> entries = ReadGameEntries(files);
+                                      std::vector<LeftOut>* leftOut) {
+    std::vector<std::filesystem::path> images;
+    std::vector<ArchiveGames> archives;
+    std::vector<size_t> archiveFiles;
+    for (size_t i = 0; i < files.size(); ++i) {
+        if (IsArchiveFile(files[i])) {
+            archiveFiles.push_back(i);
+        } else {
+            images.push_back(files[i]);
+        }
+    }
+    archives.resize(archiveFiles.size());
+    ForPieces(archives.size(), 1, kArchiveThreads,
+              [&](size_t i, size_t) { archives[i] = ReadArchive(files[archiveFiles[i]]); });
+    std::vector<GameEntry> entries = ReadGameEntries(images);
+
     std::vector<GameEntry> games;
-    for (size_t i = 0; i < entries.size(); ++i) {
-        if (!entries[i].HasValidHeader()) {
-            if (leftOut != nullptr) leftOut->push_back(files[i]);
+    const auto take = [&](GameEntry& entry) {
+        const std::filesystem::path file = TextPath(entry.path);
+        if (entry.HasValidHeader()) {
+            entry.path = PathText(RelativePath(file, base));
+            games.push_back(std::move(entry));
+        } else if (leftOut != nullptr) {
+            leftOut->push_back({file, LeftOut::Reason::kNoGame});
+        }
+    };
+    size_t image = 0;
+    size_t archive = 0;
+    for (size_t i = 0; i < files.size(); ++i) {
+        if (archive == archives.size() || archiveFiles[archive] != i) {
+            take(entries[image++]);
             continue;
         }
-        entries[i].path = PathText(RelativePath(files[i], base));
-        games.push_back(std::move(entries[i]));
+        ArchiveGames& read = archives[archive++];
+        std::ranges::for_each(read.entries, take);
+        if (leftOut != nullptr) std::ranges::move(read.leftOut, std::back_inserter(*leftOut));
     }
     return games;
+}
+
+bool IsArchiveFile(const std::filesystem::path& file) {
+    std::error_code error;
+    return HasArchiveExtension(file) && std::filesystem::is_regular_file(file, error);
 }
 
 void CheckRunnable(GameList& games) {

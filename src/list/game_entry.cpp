@@ -1,9 +1,9 @@
 #include "list/game_entry.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "rom/board_tables.h"
-#include "rom/image_files.h"
 #include "support/parallel.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -17,15 +17,19 @@ constexpr size_t kReaderThreads = 8;
 // Few enough that the last pieces end together, enough that handing them out costs nothing.
 constexpr size_t kPiece = 64;
 
-void SetHeaderState(GameEntry& entry, size_t arrived) {
-    entry.headerRead = arrived == kInesHeaderSize;
+void SetStart(GameEntry& entry, const ImageStart& start) {
+    std::copy_n(start.bytes.begin(), start.arrived, entry.header.bytes.begin());
+    entry.size = start.size;
+    entry.headerRead = start.arrived == kInesHeaderSize;
     entry.coolboySupported = CoolboySupported(entry.header);
     entry.coolgirlSupported = CoolgirlSupported(entry.header);
 }
 
-void ReadHeader(GameEntry& entry, const std::filesystem::path& file) {
-    const FileResult<ImageFile> image = OpenImage(file);
-    SetHeaderState(entry, image ? image->ReadAt(0, entry.header.bytes).ValueOr(0) : 0);
+void SetImage(GameEntry& entry, const FileResult<ImageFile>& image) {
+    using enum FileProblem::Kind;
+    SetStart(entry, image ? StartOf(*image) : ImageStart());
+    entry.missing =
+        !image && (image.Problem().kind == kNotFound || image.Problem().kind == kNotFolder);
 }
 
 std::u16string FolderPrefix(const std::filesystem::path& folder) {
@@ -36,27 +40,31 @@ std::u16string FolderPrefix(const std::filesystem::path& folder) {
 
 GameEntry::GameEntry(std::u16string path_)
     : path(std::move(path_)), name(NameWithoutExtension(path)) {
-    ReadHeader(*this, TextPath(path));
+    SetImage(*this, OpenImage(TextPath(path)));
 }
 
-GameEntry::GameEntry(const std::filesystem::path& file)
+GameEntry::GameEntry(const std::filesystem::path& file) : GameEntry(file, OpenImage(file)) {}
+
+GameEntry::GameEntry(const std::filesystem::path& file, const FileResult<ImageFile>& image)
     : path(PathText(file)), name(NameWithoutExtension(path)) {
-    ReadHeader(*this, file);
+    SetImage(*this, image);
 }
 
 std::vector<GameEntry> ReadGameEntries(std::span<const std::filesystem::path> paths) {
     std::vector<GameEntry> entries(paths.size());
-    ForPieces(paths.size(), kPiece, kReaderThreads, [&](size_t begin, size_t end) {
-        for (size_t i = begin; i < end; ++i)
-            entries[i] = GameEntry(paths[i]);
-    });
+    VisitImages(paths, ImageDepth::kHeader, kReaderThreads,
+                [&](size_t i, const FileResult<ImageFile>& image) {
+                    entries[i] = GameEntry(paths[i], image);
+                });
     return entries;
 }
 
 std::vector<GameEntry> ReadGameFolder(const std::filesystem::path& folder,
-                                      std::vector<FileProblem>* unread) {
+                                      std::vector<FileProblem>* unread,
+                                      std::vector<LeftOut>* leftOut) {
     const FolderImages found = ListImages(folder);
     if (unread != nullptr) *unread = found.unread;
+    if (leftOut != nullptr) *leftOut = found.leftOut;
     std::vector<std::u16string> prefixes;
     prefixes.reserve(found.folders.size());
     for (const std::filesystem::path& path : found.folders)
@@ -69,7 +77,7 @@ std::vector<GameEntry> ReadGameFolder(const std::filesystem::path& folder,
             const FolderImages::Image& image = found.images[i];
             entries[i].path = prefixes[image.folder] + BytesToWide(image.name);
             entries[i].name = NameWithoutExtension(entries[i].path);
-            SetHeaderState(entries[i], reader.Read(image, entries[i].header.bytes));
+            SetStart(entries[i], reader.Read(image));
         }
     });
     return entries;

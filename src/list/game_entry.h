@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "rom/image_crcs.h"
+#include "rom/image_files.h"
 #include "rom/ines_header.h"
 #include "support/file_problem.h"
 
@@ -34,20 +35,24 @@ struct GameEntry {
     // false. A relative path is taken from the current folder.
     explicit GameEntry(std::u16string path);
     explicit GameEntry(const std::filesystem::path& path);
+    GameEntry(const std::filesystem::path& path, const FileResult<ImageFile>& image);
 
     // The magic is there and the low PRG size is not 0.
     bool HasValidHeader() const { return header.IsValid(); }
 };
 
 // The shallow reading of many files at once, in the order of the paths: several threads, since a
-// cold disk answers many questions in the time of one. `paths` are taken from the current folder.
+// cold disk answers many questions in the time of one, and each archive once. `paths` are taken
+// from the current folder.
 std::vector<GameEntry> ReadGameEntries(std::span<const std::filesystem::path> paths);
 
-// The shallow reading of all .nes files (in any letter case) of a folder and its folders, in order
-// of path, component by component: the fast way to take in a collection. Links to folders are not
-// followed. Files without a valid header are among the entries. `unread`, if given, receives the
-// folders that couldn't be read.
+// The shallow reading of all .nes files (in any letter case) of a folder, its folders and the
+// archives in them, in order of path, component by component: the fast way to take in a collection.
+// Links to folders are not followed. Files without a valid header are among the entries. `folder`
+// may be an archive. `unread`, if given, receives the folders and archives that couldn't be read,
+// `leftOut` what archives hold that isn't taken in.
 std::vector<GameEntry> ReadGameFolder(const std::filesystem::path& folder,
-                                      std::vector<FileProblem>* unread = nullptr);
+                                      std::vector<FileProblem>* unread = nullptr,
+                                      std::vector<LeftOut>* leftOut = nullptr);
 
 }  // namespace bw

@@ -73,6 +73,11 @@ void ListEditor::Append(std::vector<GameEntry> entries, Appending how) {
     Tell(result);
 }
 
+void ListEditor::Replace(GameList games) {
+    if (games.size() > kListLimit) games.resize(kListLimit);
+    Tell(undo_->Do(SwapList{std::move(games)}, games_, sort_));
+}
+
 size_t ListEditor::Take(std::vector<uint32_t> rows, size_t highlight) {
     if (rows.empty()) return 0;
     const size_t count = rows.size();

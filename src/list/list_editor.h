@@ -97,6 +97,9 @@ class ListEditor {
     };
     void Append(std::vector<GameEntry> entries, Appending how);
 
+    // In place of all that is there; one step of the undo. What exceeds kListLimit is dropped.
+    void Replace(GameList games);
+
     // `shown`: the rows of a filtered view, in rising order; without it all rows.
     using ShownRows = std::optional<std::span<const uint32_t>>;
 

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "language/problem_text.h"
+#include "rom/image_files.h"
 #include "support/numbers.h"
 #include "support/parallel.h"
 #include "support/paths.h"
@@ -51,9 +52,10 @@ bool IsEntryKey(std::u16string_view key) {
            std::ranges::find(kFields, key.substr(kDigits + 1)) != std::end(kFields);
 }
 
+// Of a place in an archive the archive has to do: what it holds shows when it is read.
 bool NamesFile(const std::filesystem::path& path) {
     std::error_code error;
-    return std::filesystem::is_regular_file(path, error);
+    return std::filesystem::is_regular_file(path, error) || ContainerOf(path) != path;
 }
 
 // The path below `base` as written, or where that names no file, with the separators of a list
@@ -99,23 +101,31 @@ std::u16string MissingPath(const std::u16string& path, const std::filesystem::pa
     return IsAbsoluteElsewhere(path) ? path : PathText(located);
 }
 
-GameEntry MakeEntry(StoredEntry stored, const std::filesystem::path& base,
-                    const std::filesystem::path& otherBase) {
-    GameEntry entry;
+// Where the entry's file is to be read; empty for an entry without any path.
+struct LocatedFile {
+    std::filesystem::path file;
+    bool byRelativePath = false;
+};
+
+LocatedFile LocateEntry(const StoredEntry& stored, const std::filesystem::path& base,
+                        const std::filesystem::path& otherBase) {
     std::filesystem::path file = Locate(stored.relativePath, base);
     if (!otherBase.empty() && !NamesFile(file)) file = Locate(stored.relativePath, otherBase);
-    if (NamesFile(file)) {
-        entry = GameEntry(file);
-    } else if (!stored.path.empty()) {
-        file = Locate(stored.path, base);
-        entry = GameEntry(file);
-        if (!entry.headerRead) entry.path = MissingPath(stored.path, file);
+    if (NamesFile(file)) return {std::move(file), true};
+    return {stored.path.empty() ? std::filesystem::path() : Locate(stored.path, base)};
+}
+
+// `entry` is what was read from the file.
+void CompleteEntry(GameEntry& entry, StoredEntry stored, const LocatedFile& located) {
+    if (located.file.empty()) {
+        entry = GameEntry();
+    } else if (!located.byRelativePath && !entry.headerRead) {
+        entry.path = MissingPath(stored.path, located.file);
     }
     ApplyKnown(entry, stored);
     entry.checked = stored.checked;
     entry.name = std::move(stored.name);
     entry.remark = std::move(stored.remark);
-    return entry;
 }
 
 StoredEntry ReadStored(const IniFile& text, size_t number) {
@@ -168,12 +178,22 @@ ListLoadResult AppendListEntries(const IniFile& text, const std::filesystem::pat
     const size_t room = kListLimit - std::min(list.size(), kListLimit);
     result.added = std::min<size_t>(result.announced, room);
 
-    const size_t first = list.size();
-    list.resize(first + result.added);
+    std::vector<StoredEntry> stored(result.added);
+    std::vector<LocatedFile> located(result.added);
+    std::vector<std::filesystem::path> files(result.added);
     ForPieces(result.added, kPiece, kLoaderThreads, [&](size_t begin, size_t end) {
-        for (size_t n = begin; n < end; ++n)
-            list[first + n] = MakeEntry(ReadStored(text, n), base, otherBase);
+        for (size_t n = begin; n < end; ++n) {
+            stored[n] = ReadStored(text, n);
+            located[n] = LocateEntry(stored[n], base, otherBase);
+            files[n] = located[n].file;
+        }
     });
+    // Together, so that each archive is read but once.
+    std::vector<GameEntry> entries = ReadGameEntries(files);
+    for (size_t n = 0; n < entries.size(); ++n)
+        CompleteEntry(entries[n], std::move(stored[n]), located[n]);
+    list.insert(list.end(), std::make_move_iterator(entries.begin()),
+                std::make_move_iterator(entries.end()));
     return result;
 }
 

@@ -86,6 +86,11 @@ AppliedStep ApplyTo(GameList& games, SwapEntries step) {
     return {std::move(step), {ListChange::kTexts, reveal}};
 }
 
+AppliedStep ApplyTo(GameList& games, SwapList step) {
+    games.swap(step.games);
+    return {std::move(step), {ListChange::kSize}};
+}
+
 }  // namespace
 
 AppliedStep Apply(ListStep step, GameList& games, SortOrder& sort) {
@@ -96,6 +101,7 @@ AppliedStep Apply(ListStep step, GameList& games, SortOrder& sort) {
     }
     if (auto* const texts = std::get_if<SetTexts>(&step)) return ApplyTo(games, std::move(*texts));
     if (auto* const swap = std::get_if<SwapEntries>(&step)) return ApplyTo(games, std::move(*swap));
+    if (auto* const list = std::get_if<SwapList>(&step)) return ApplyTo(games, std::move(*list));
     return ApplyTo(games, std::move(std::get<TurnedChecks>(step)));
 }
 

@@ -46,7 +46,13 @@ struct SwapEntries {
     std::vector<RowEntry> entries;
 };
 
-using ListStep = std::variant<TakeRows, PutRows, ReorderRows, SetTexts, TurnedChecks, SwapEntries>;
+// Another list in the place of all.
+struct SwapList {
+    GameList games;
+};
+
+using ListStep = std::variant<TakeRows, PutRows, ReorderRows, SetTexts, TurnedChecks, SwapEntries,
+                              SwapList>;
 
 struct AppliedStep {
     ListStep inverse;

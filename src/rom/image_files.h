@@ -4,6 +4,7 @@
 // and nothing of them is written to disk.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -58,8 +59,9 @@ bool HasArchiveExtension(const std::filesystem::path& path);
 enum class ImageDepth : uint8_t {
     kHeader,  // 16 bytes are enough
     kWhole,   // the data too
+    kAll,     // what is behind the data too, for its sums: of at most kSummedBytes
 };
-using ImageVisit = std::function<void(size_t index, const FileResult<ImageFile>& image)>;
+using ImageVisit = std::function<void(size_t index, FileResult<ImageFile>& image)>;
 void VisitImages(std::span<const std::filesystem::path> paths, ImageDepth depth, size_t threads,
                  const ImageVisit& visit, const std::function<bool()>& goOn = {});
 
@@ -80,21 +82,36 @@ struct LeftOut {
     Reason reason = Reason::kDamaged;
 };
 
+// The first bytes of an image.
+struct ImageStart {
+    std::array<uint8_t, 16> bytes{};
+    uint8_t arrived = 0;  // 0 if the image can't be read
+    uint64_t size = 0;    // bytes of the image, as far as known
+};
+// Of one that was opened.
+ImageStart StartOf(const ImageFile& image);
+
 // The images of a folder tree, in order of path, component by component.
 struct FolderImages {
+    static constexpr uint32_t kOnDisk = UINT32_MAX;
     struct Image {
-        uint32_t folder;   // index into `folders`
-        std::string name;  // a POSIX file name, or UTF-8
+        uint32_t folder;           // index into `folders`
+        std::string name;          // a POSIX file name, or UTF-8; in an archive the place
+        uint32_t start = kOnDisk;  // in an archive: index into `starts`
     };
-    std::vector<std::filesystem::path> folders;  // each begins with the path that was searched
+    // Each begins with the path that was searched. An archive counts as a folder.
+    std::vector<std::filesystem::path> folders;
     std::vector<Image> images;
-    std::vector<FileProblem> unread;  // folders that couldn't be read
+    std::vector<ImageStart> starts;   // of the images in archives, which are read but once
+    std::vector<FileProblem> unread;  // folders and archives that couldn't be read
+    std::vector<LeftOut> leftOut;
 
     std::filesystem::path PathOf(const Image& image) const;
 };
 
-// All regular files with the extension .nes, in any letter case. Links to files count, links to
-// folders below `folder` are not followed.
+// All regular files with the extension .nes, in any letter case, and those in archives. Links to
+// files count, links to folders below `folder` are not followed. `folder` may be an archive, or a
+// folder in one. Archives are read by several threads.
 FolderImages ListImages(const std::filesystem::path& folder);
 
 // Reads the starts of images that lie together, without opening each by its whole path. One object
@@ -106,10 +123,11 @@ class HeaderReader {
     HeaderReader& operator=(const HeaderReader&) = delete;
     ~HeaderReader();
 
-    // The number of bytes that arrived; 0 if the image can't be read.
-    size_t Read(const FolderImages::Image& image, std::span<uint8_t> buffer);
+    ImageStart Read(const FolderImages::Image& image);
 
   private:
+    ImageStart ReadOnDisk(const FolderImages::Image& image);
+
     const FolderImages& images_;
     std::optional<uint32_t> openFolder_;
     int descriptor_ = -1;  // of that folder, on POSIX systems
@@ -120,9 +138,11 @@ struct FolderItem {
     std::string name;
     bool isFolder;
 };
-// The folders and the images of one folder, in any order.
+// The folders, images and archives of one folder, in any order.
 FileResult<std::vector<FolderItem>> ReadFolder(const std::filesystem::path& folder);
 std::filesystem::path NamePath(const std::string& name);
 bool HasImageExtension(std::string_view name);
+// An image's or an archive's.
+bool IsWantedName(std::string_view name);
 
 }  // namespace bw

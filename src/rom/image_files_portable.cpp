@@ -12,7 +12,7 @@ FileResult<std::vector<FolderItem>> ReadFolder(const std::filesystem::path& fold
         std::error_code ignored;
         std::string name = WideToBytes(PathText(item->path().filename()));
         const bool isFolder = item->is_directory(ignored) && !item->is_symlink(ignored);
-        if (isFolder || (HasImageExtension(name) && item->is_regular_file(ignored))) {
+        if (isFolder || (IsWantedName(name) && item->is_regular_file(ignored))) {
             items.push_back({std::move(name), isFolder});
         }
     }
@@ -25,9 +25,9 @@ std::filesystem::path NamePath(const std::string& name) {
 
 HeaderReader::~HeaderReader() = default;
 
-size_t HeaderReader::Read(const FolderImages::Image& image, std::span<uint8_t> buffer) {
+ImageStart HeaderReader::ReadOnDisk(const FolderImages::Image& image) {
     const auto file = OpenImage(images_.PathOf(image));
-    return file ? file->ReadAt(0, buffer).ValueOr(0) : 0;
+    return file ? StartOf(*file) : ImageStart();
 }
 
 }  // namespace bw

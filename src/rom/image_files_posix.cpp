@@ -11,29 +11,29 @@
 namespace bw {
 namespace {
 
-enum class ItemKind { kImage, kFolder, kOther };
+enum class ItemKind { kFile, kFolder, kOther };
 
 // Links to files are followed, links to folders aren't.
-ItemKind AskForKind(int folder, const char* name, bool image) {
+ItemKind AskForKind(int folder, const char* name, bool wanted) {
     struct stat status {};
     if (fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0) return ItemKind::kOther;
     if (S_ISDIR(status.st_mode)) return ItemKind::kFolder;
     if (S_ISLNK(status.st_mode) && fstatat(folder, name, &status, 0) != 0) return ItemKind::kOther;
-    return image && S_ISREG(status.st_mode) ? ItemKind::kImage : ItemKind::kOther;
+    return wanted && S_ISREG(status.st_mode) ? ItemKind::kFile : ItemKind::kOther;
 }
 
 // Most file systems tell the kind with the name, which spares a question about each file.
 ItemKind KindOf(int folder, const dirent& item) {
-    const bool image = HasImageExtension(item.d_name);
+    const bool wanted = IsWantedName(item.d_name);
     switch (item.d_type) {
         case DT_REG:
-            return image ? ItemKind::kImage : ItemKind::kOther;
+            return wanted ? ItemKind::kFile : ItemKind::kOther;
         case DT_DIR:
             return ItemKind::kFolder;
         case DT_LNK:
-            return image ? AskForKind(folder, item.d_name, image) : ItemKind::kOther;
+            return wanted ? AskForKind(folder, item.d_name, wanted) : ItemKind::kOther;
         case DT_UNKNOWN:
-            return AskForKind(folder, item.d_name, image);
+            return AskForKind(folder, item.d_name, wanted);
         default:
             return ItemKind::kOther;
     }
@@ -66,7 +66,7 @@ HeaderReader::~HeaderReader() {
     if (descriptor_ >= 0) close(descriptor_);
 }
 
-size_t HeaderReader::Read(const FolderImages::Image& image, std::span<uint8_t> buffer) {
+ImageStart HeaderReader::ReadOnDisk(const FolderImages::Image& image) {
     if (openFolder_ != image.folder) {
         if (descriptor_ >= 0) close(descriptor_);
         const std::filesystem::path& folder = images_.folders[image.folder];
@@ -75,12 +75,17 @@ size_t HeaderReader::Read(const FolderImages::Image& image, std::span<uint8_t> b
     }
     // The listing saw a regular file. Should a pipe or a device have taken its place since, then
     // nothing waits (O_NONBLOCK), and a pipe can't be read at an offset.
+    ImageStart start;
     const int file =
         openat(descriptor_, image.name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (file < 0) return 0;
-    const ssize_t arrived = pread(file, buffer.data(), buffer.size(), 0);
+    if (file < 0) return start;
+    const ssize_t arrived = pread(file, start.bytes.data(), start.bytes.size(), 0);
+    if (arrived > 0) start.arrived = static_cast<uint8_t>(arrived);
+    if (struct stat status{}; fstat(file, &status) == 0) {
+        start.size = static_cast<uint64_t>(status.st_size);
+    }
     close(file);
-    return arrived < 0 ? 0 : static_cast<size_t>(arrived);
+    return start;
 }
 
 }  // namespace bw

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "rom/image_crcs.h"
+#include "rom/image_files.h"
 #include "rom/ines_header.h"
 #include "support/file_problem.h"
 
@@ -53,6 +55,8 @@ struct MulticartItem {
     // data counts as 0xFF. Only regular files can be loaded. A failed load changes `path` and
     // nothing else.
     bool Load(const std::filesystem::path& file);
+    // The same of a file that is open already.
+    bool Load(const std::filesystem::path& file, const FileResult<ImageFile>& image);
 
     void SetPrgCount(uint32_t count);
     void SetChrCount(uint32_t count);
@@ -65,7 +69,9 @@ struct MulticartItem {
 std::optional<FileProblem> WhyUnread(const std::filesystem::path& file);
 
 // The deep reading of many files, one new item for each path and in the order of the paths, by a
-// few threads. Items that couldn't be loaded have `valid` 0. `index` stays 0.
-std::vector<MulticartItem> LoadMulticartItems(std::span<const std::filesystem::path> paths);
+// few threads, each archive once. Items that couldn't be loaded, or weren't reached before a stop,
+// have `valid` 0. `index` stays 0.
+std::vector<MulticartItem> LoadMulticartItems(std::span<const std::filesystem::path> paths,
+                                              const ReadingProgress& progress = {});
 
 }  // namespace bw

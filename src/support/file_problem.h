@@ -23,6 +23,8 @@ struct FileProblem {
         kNameTooLong,
         kCutShort,   // only a part could be written
         kWrongKind,  // could be read, and isn't what was looked for
+        kDamaged,    // of a file in an archive: it can't be unpacked
+        kEncrypted,  // likewise: it needs a password
         kOther,
     };
 

@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "support/files.h"
+#include "support/flush_file.h"
 
 namespace bw {
 namespace {
@@ -103,6 +104,15 @@ FileResult<> File::SetEnd(uint64_t size) {
     } while (result != 0 && errno == EINTR);
     if (result != 0) return LastProblem();
     return {};
+}
+
+FileResult<> FlushFile(const std::filesystem::path& path) {
+    const int handle = Open(path, O_RDONLY | O_NONBLOCK);
+    if (handle == -1) return ProblemOf(path, LastError());
+    FileResult<> flushed;
+    if (fsync(handle) != 0) flushed = ProblemOf(path, LastError());
+    close(handle);
+    return flushed;
 }
 
 FileResult<FileLock> FileLock::TryTake(const std::filesystem::path& path) {

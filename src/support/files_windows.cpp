@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "support/files.h"
+#include "support/flush_file.h"
 #include "support/windows_api.h"
 
 namespace bw {
@@ -121,6 +122,15 @@ FileResult<> File::SetEnd(uint64_t size) {
 }
 
 // Folders can't be claimed.
+FileResult<> FlushFile(const std::filesystem::path& path) {
+    const intptr_t handle = Open(path, GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING);
+    if (handle == -1) return OpenProblem(path);
+    FileResult<> flushed;
+    if (FlushFileBuffers(AsHandle(handle)) == 0) flushed = ProblemOf(path, LastError());
+    CloseHandle(AsHandle(handle));
+    return flushed;
+}
+
 FileResult<FileLock> FileLock::TryTake(const std::filesystem::path& path) {
     FileLock lock(Open(path, GENERIC_READ, OPEN_EXISTING));
     if (lock.handle_ == -1) return OpenProblem(path);

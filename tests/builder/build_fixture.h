@@ -46,6 +46,7 @@ class RecordingUser : public BuildUser {
         stages.insert(stage);
     }
     void Diagnostic(std::string_view) override {}
+    void Note(std::u16string_view text) override { notes.push_back(ToUtf8(text)); }
     bool Cancelled() const override { return cancelled; }
 
     Language language = Language::kEnglish;
@@ -54,6 +55,7 @@ class RecordingUser : public BuildUser {
     bool answerYes = false;
     bool cancelled = false;
     std::vector<std::string> messages;
+    std::vector<std::string> notes;
     std::vector<std::string> questions;
     std::set<BuildStage> stages;
     std::filesystem::path shown;

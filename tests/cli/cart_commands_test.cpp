@@ -8,17 +8,15 @@ TEST_F(Commands, OpenACartTakeItApartAndCompareIt) {
     Image("one.nes", {1, 1, 0, 1}, 1);
     Image("two.nes", {4, 3, 4, 2}, 2);
     Done("build -o cart.bin one.nes two.nes");
-    EXPECT_THAT(Done("list cart.bin").out, AllOf(HasSubstr("ONE"), HasSubstr(" +64KB")));
     const rapidjson::Document cart = Json(Done("list --json cart.bin"));
     EXPECT_TRUE(cart["notes"].GetBool());
     EXPECT_EQ(cart["games"][1]["prgSize"].GetUint(), 65536u);
     ExpectRefused("list -o games cart.bin", "bankweaver-cli split CART -d FOLDER");
     WriteText(folder_ / "other.bin", "foreign");
+    WriteText(folder_ / "bad.nes", ReadText(folder_ / "one.nes").replace(6, 3, "\xC1\x08\x01"));
     for (const char* command :
-         {"list other.bin", "split other.bin -d there", "compare one.nes two.nes"})
+         {"list other.bin", "list bad.nes", "split other.bin -d there", "compare one.nes two.nes"})
         ExpectRefused(command, "isn't a cart of Bankweaver");
-    ExpectRefused("split cart.bin -d one.nes", "one.nes");
-    EXPECT_THAT(Done("list one.nes").out, HasSubstr("one.nes")) << "a game is no cart";
 
     EXPECT_THAT(Done("split cart.bin -d games").err, HasSubstr("2 of 2 game(s)"));
     EXPECT_TRUE(ReadText(folder_ / "games/002 TWO.nes") == ReadText(folder_ / "two.nes"));
@@ -35,11 +33,9 @@ TEST_F(Commands, OpenACartTakeItApartAndCompareIt) {
     const rapidjson::Document json = Json(Run("compare --json cart.bin dump"));
     EXPECT_FALSE(json["same"].GetBool());
     EXPECT_EQ(json["sectors"][0]["begin"].GetUint(), at / 65536 * 65536);
-    EXPECT_EQ(json["games"][0]["number"].GetUint(), 2u);
     const RunResult wrong = Run("split dump -d wrong");
     EXPECT_EQ(wrong.exitCode, 1);
     EXPECT_THAT(wrong.err, AllOf(HasSubstr("002 TWO.nes"), HasSubstr("its sums differ")));
-    EXPECT_TRUE(ReadText(folder_ / "wrong/001 ONE.nes") == ReadText(folder_ / "one.nes"));
 }
 
 }  // namespace

@@ -343,6 +343,24 @@ TEST_F(Commands, RefusesMoreThanTheBoardOrTheDiskHolds) {
     Done(build);
 }
 
+TEST_F(Commands, ListsAreMadeToFitABoard) {
+    const std::string games = Images(17, "big", {128, 0, 4});
+    ExpectRefused("build -o old.nes" + games, "Over by 4.000MB.");
+    ExpectRefused("build -o old.nes" + games, "--leave-out fewest");
+    const auto fit = Json(Done("info --fit --json" + games));
+    EXPECT_EQ(fit["over"].GetUint(), 4u << 20);
+    EXPECT_EQ(fit["games"][0]["adds"].GetUint(), 2u << 20);
+    EXPECT_THAT(Done("info --fit --board coolgirl" + games).out, HasSubstr("92.000MB left."));
+    const RunResult build = Done("build --leave-out fewest -o cut.nes" + games);
+    EXPECT_THAT(build.err, AllOf(HasSubstr("17.big"), HasSubstr("2 games left out, 15 stay")));
+    Done("list --leave-out last -o cut.fcl" + games);
+    EXPECT_THAT(Done("list --fill-up --board coolgirl cut.fcl").err,
+                HasSubstr("2 games taken, 17 in all"));
+    EXPECT_THAT(Done("info --why big1.nes").out, HasSubstr("runs"));
+    EXPECT_THAT(Done("build --keep-places cut.nes --leave-out last -o cut.nes" + games).err,
+                HasSubstr("All 256 sectors of 128KB are as on the earlier cart"));
+}
+
 TEST_F(Commands, ACartInTheGamesFolderIsNoGame) {
     Image("games/one.nes", {1, 1, 0}, 1);
     Done("build -o games/cart.nes games");

@@ -56,7 +56,6 @@ void CheckOpened(const bw::CartContents& cart) {
         Expect(game.header.IsValid() && game.prgBytes <= cart.tables.games[i].prgBytes);
         Expect(game.header.PrgLow() * bw::kPrgUnit == game.prgBytes);
         Expect(game.header.ChrLow() * bw::kChrUnit == game.chrBytes);
-        bw::NotKnownText(game, bw::Language::kEnglish);
     }
 }
 

@@ -32,6 +32,44 @@ class Faults : public testing::Test {
 };
 std::unique_ptr<Desktop> Faults::desktop;
 
+// What stands in the status line, with the words that a mouse on it reads.
+Wanted Told(const std::string& words) {
+    return [words](const Seen& seen) {
+        return seen.id == "status_told" && seen.value.find(words) != std::string::npos;
+    };
+}
+
+TEST_F(Faults, AKilledWindowGivesItsListBackAtTheNextStart) {
+    home.RememberNames({"old"});
+    const auto kept = home / "data/lists/list_1.kept";
+    auto killed = Start({Sample("samples.fcl")});
+    killed->Await("the games", Rows(7));
+    killed->Await("a kept list", [&](const Seen&) { return std::filesystem::exists(kept); });
+    killed->Process().Signal(SIGKILL);
+    killed->AwaitEnd();
+    // The next kill comes before that start has read anything, or in the middle of it.
+    for (const auto moment : {30ms, 150ms, 400ms}) {
+        const auto program = Start();
+        std::this_thread::sleep_for(moment);
+        program->Process().Signal(SIGKILL);
+        program->AwaitEnd();
+    }
+    const auto next = Start();
+    next->Await("the list", Rows(7));
+    next->Await("what came back", Told("is back, 7 game(s)"));
+    // One that starts beside it begins with the list of the last exit.
+    const auto beside = Start();
+    beside->Await("the remembered list", Rows(1));
+    beside->Process().Signal(SIGTERM);
+    beside->AwaitEnd();
+    next->Process().Signal(SIGTERM);
+    next->AwaitEnd();
+    const auto last = Start();
+    last->Await("the list of the last exit", Rows(7));
+    for (const auto& file : std::filesystem::directory_iterator(kept.parent_path()))
+        EXPECT_EQ(file.path().extension(), ".lock") << file.path();
+}
+
 TEST_F(Faults, AKillAtTheStartLeavesTheListOfTheLastExit) {
     home.RememberNames(ManyNames(3000));
     const std::vector<uint8_t> before = home.History();
@@ -52,6 +90,7 @@ TEST_F(Faults, AKillDuringABuildOrASaveLeavesNoHalfFile) {
         for (const bool save : {true, false}) {
             const std::string file = home / (save ? "list.fcl" : "cart.nes");
             WriteText(file, "of last week");
+            std::filesystem::remove_all(home / "data");  // the list of the kill before
             const auto program = Start({Sample("samples.fcl")});
             program->Await("the games", Rows(3006));
             if (save)

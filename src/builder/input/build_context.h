@@ -32,6 +32,9 @@ struct BuildContext {
     // For a look at the menu: the games are their names alone. No image is read or judged, and the
     // ROM holds nothing but the menu, which must be the built-in one.
     bool menuOnly = false;
+    // A cart for the same board: games that are on it stay where they are, and what the new ROM
+    // leaves unused keeps its bytes. May be the output itself.
+    std::optional<std::filesystem::path> keepPlaces = {};
 };
 
 }  // namespace bw

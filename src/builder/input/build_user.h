@@ -34,6 +34,10 @@ class BuildUser {
     virtual Language UiLanguage() const = 0;
     // One message with its title; returns when the user has seen it.
     virtual void Message(std::u16string_view text, std::u16string_view title, MessageKind kind) = 0;
+    // The checked games are more than the board takes. A message, unless there is more to offer.
+    virtual void TooMuch(std::u16string_view text, std::u16string_view title) {
+        Message(text, title, MessageKind::kError);
+    }
     // A question; true for Yes.
     virtual bool AskYesNo(std::u16string_view text, std::u16string_view title) = 0;
     // Where the ROM goes; nothing to leave it.
@@ -51,6 +55,8 @@ class BuildUser {
     // Something that the user should know and that doesn't end the build by itself. False to end it
     // all the same.
     virtual bool Warn(std::u16string_view) { return true; }
+    // Something that the user should know of a build that is right as it is.
+    virtual void Note(std::u16string_view) {}
     // A line for whoever looks for the cause of a failure, such as a generated file that couldn't
     // be written.
     virtual void Diagnostic(std::string_view line) = 0;

@@ -70,6 +70,16 @@ void ApplyPrgMinimum(std::span<MulticartItem> items) {
     }
 }
 
+void FinishLayout(LayoutResult& result, uint64_t end) {
+    result.prgTotal = SumOfDistinct(result.items, &MulticartItem::prgCrc, &MulticartItem::prgSpan);
+    result.chrTotal = SumOfDistinct(result.items, &MulticartItem::chrCrc, &MulticartItem::chrSpan);
+    result.total = ClampTo32(uint64_t{result.prgTotal} + result.chrTotal);
+    result.romSize = ClampTo32((end + kPrgUnit - 1) / kPrgUnit * kPrgUnit);
+    std::stable_sort(
+        result.items.begin(), result.items.end(),
+        [](const MulticartItem& a, const MulticartItem& b) { return a.index < b.index; });
+}
+
 LayoutResult Allocate(MulticartItem menu, std::vector<MulticartItem> games, BoardType board) {
     LayoutResult result;
     if (menu.prgUnits == 0) return result;
@@ -93,13 +103,7 @@ LayoutResult Allocate(MulticartItem menu, std::vector<MulticartItem> games, Boar
         item.chrOffset = ClampTo32(layout.chrOffsets[shapes[at].chrData]);
         item.prgPlaced = item.chrPlaced = true;
     }
-    result.prgTotal = SumOfDistinct(result.items, &MulticartItem::prgCrc, &MulticartItem::prgSpan);
-    result.chrTotal = SumOfDistinct(result.items, &MulticartItem::chrCrc, &MulticartItem::chrSpan);
-    result.total = ClampTo32(uint64_t{result.prgTotal} + result.chrTotal);
-    result.romSize = ClampTo32(layout.romSize);
-    std::stable_sort(
-        result.items.begin(), result.items.end(),
-        [](const MulticartItem& a, const MulticartItem& b) { return a.index < b.index; });
+    FinishLayout(result, layout.romSize);
     return result;
 }
 

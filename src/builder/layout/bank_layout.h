@@ -44,6 +44,10 @@ uint32_t MenuOffset(uint32_t prgUnits, BoardType board);
 // gives an empty result.
 LayoutResult Allocate(MulticartItem menu, std::vector<MulticartItem> games, BoardType board);
 
+// What is left to tell of a layout whose items have their places: its sums, its size by the end of
+// the last byte in use, and the items' order.
+void FinishLayout(LayoutResult& layout, uint64_t end);
+
 // Two games can have the same data but different spans (a mapper 4 game enlarged to 128 KB beside
 // its NROM twin). Sharing then may give the larger one a place that isn't aligned to it or that
 // reaches into other data. Such a ROM must not be written.

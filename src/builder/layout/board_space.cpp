@@ -78,9 +78,16 @@ std::optional<uint64_t> GameSpan(const GameEntry& entry, BoardType board) {
     return uint64_t{item->prgSpan} + item->chrSpan;
 }
 
-std::u16string WhyUnfit(const GameEntry& entry, Language language) {
+std::u16string WhyUnfit(const GameEntry& entry, BoardType board, Language language) {
     if (!entry.headerRead || !entry.HasValidHeader()) {
         return LoadText(TextId::kFileUnreadableOrNoNes, language);
+    }
+    return FaultWords(entry.header, board, language);
+}
+
+std::u16string WhyUnfit(const GameEntry& entry, Language language) {
+    if (!entry.headerRead || !entry.HasValidHeader()) {
+        return WhyUnfit(entry, BoardType::kCoolboy, language);
     }
     std::u16string lines;
     const auto add = [&](std::u16string_view boards, BoardType board) {

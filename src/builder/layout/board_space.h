@@ -24,6 +24,8 @@ BoardSpace EstimateSpace(const GameList& games, const BuildSettings& settings, B
 // What the game takes on the board: PRG and CHR after rounding, in bytes; nothing if it can't run.
 std::optional<uint64_t> GameSpan(const GameEntry& entry, BoardType board);
 
+// Why the board doesn't run the game, in words; empty if it does.
+std::u16string WhyUnfit(const GameEntry& entry, BoardType board, Language language);
 // Why neither, or only one, of the boards runs the game: lines for a tooltip, empty if all do.
 std::u16string WhyUnfit(const GameEntry& entry, Language language);
 

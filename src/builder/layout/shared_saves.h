@@ -12,6 +12,10 @@
 
 namespace bw {
 
+// Of the games of a cart, by whether each has a battery: those that share. All of them, if they are
+// more than one; else none.
+std::vector<uint32_t> SharingSaves(const std::vector<bool>& batteries);
+
 // The checked rows with a battery that the board runs, if they are more than one: they use the same
 // work RAM, one after the other. Else empty.
 std::vector<uint32_t> RowsSharingSaves(const GameList& games, BoardType board);

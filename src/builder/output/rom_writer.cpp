@@ -1,8 +1,12 @@
 #include "builder/output/rom_writer.h"
 
 #include <algorithm>
+#include <map>
+#include <mutex>
+#include <thread>
 #include <vector>
 
+#include "rom/image_files.h"
 #include "support/files.h"
 #include "support/paths.h"
 
@@ -75,25 +79,26 @@ class RomComposer {
         return {};
     }
 
-    FileResult<> Copy(const Block& block) {
-        const FileResult<File> in = File::OpenForReading(block.item->path);
-        if (!in) return in.Problem();
+    // Counts as written; Copy writes it in its own time.
+    void Reserve(const Block& block) { written_ = std::max(written_, block.End()); }
+
+    FileResult<> Copy(const Block& block, const ImageFile& in) {
         for (uint32_t copy = 0; copy < block.copies; ++copy) {
             for (uint32_t done = 0; done < block.size;) {
                 const size_t size = std::min<size_t>(buffer_.size(), block.size - done);
-                FileResult<> passed = Read(*in, block.source + done, size);
+                FileResult<> passed = Read(in, block.source + done, size);
                 if (passed) passed = Write(block.target + uint64_t{copy} * block.size + done, size);
                 if (!passed) return passed;
                 done += static_cast<uint32_t>(size);
             }
         }
-        written_ = std::max(written_, block.End());
+        Reserve(block);
         return {};
     }
 
   private:
     // Data behind the end of the file counts as 0xFF.
-    FileResult<> Read(const File& in, uint64_t offset, size_t size) {
+    FileResult<> Read(const ImageFile& in, uint64_t offset, size_t size) {
         const FileResult<size_t> arrived = in.ReadAt(offset, std::span(buffer_).first(size));
         if (!arrived) return arrived.Problem();
         std::fill(buffer_.begin() + static_cast<std::ptrdiff_t>(*arrived),
@@ -110,10 +115,83 @@ class RomComposer {
     uint64_t written_ = 0;  // ROM bytes from the start that hold data or filling
 };
 
+// Writes the blocks: those of files in the order of their places, then those in archives in the
+// archives' own order, for which room was left.
+class RomFiller {
+  public:
+    RomFiller(RomComposer& composer, const std::vector<Block>& blocks, const RomProgress& progress)
+        : composer_(composer), blocks_(blocks), progress_(progress) {}
+
+    // Ends early without a problem if it was stopped.
+    FileResult<> Fill() {
+        FileResult<> written;
+        for (const Block& block : blocks_) {
+            written = composer_.FillTo(block.target);
+            if (!written) return written;
+            const std::filesystem::path& path = block.item->path;
+            if (ContainerOf(path) != path) {
+                composer_.Reserve(block);
+                archived_[path].push_back(&block);
+            } else {
+                if (!GoesOn(block)) return {};
+                FileResult<File> in = File::OpenForReading(path);
+                if (!in) return in.Problem();
+                written = composer_.Copy(block, ImageFile(std::move(*in)));
+                if (!written) return written;
+            }
+        }
+        return FillArchived();
+    }
+    bool Stopped() const { return stopped_; }
+
+  private:
+    // Unpacking takes the time, and several threads; writing is one's at a time.
+    FileResult<> FillArchived() {
+        std::vector<std::filesystem::path> paths;
+        std::vector<const std::vector<const Block*>*> parts;
+        for (const auto& [path, part] : archived_) {
+            paths.push_back(path);
+            parts.push_back(&part);
+        }
+        std::mutex writing;
+        FileResult<> written;
+        const size_t threads = std::clamp<size_t>(std::thread::hardware_concurrency(), 1, 4);
+        VisitImages(
+            paths, ImageDepth::kWhole, threads,
+            [&](size_t index, const FileResult<ImageFile>& image) {
+                const std::lock_guard lock(writing);
+                for (const Block* block : *parts[index]) {
+                    if (!written || stopped_ || !GoesOn(*block)) return;
+                    written =
+                        image ? composer_.Copy(*block, *image) : FileResult<>(image.Problem());
+                }
+            },
+            [&] {
+                const std::lock_guard lock(writing);
+                return written && !stopped_;
+            });
+        return written;
+    }
+
+    bool GoesOn(const Block& block) {
+        stopped_ = progress_ && !progress_(done_, blocks_.size(), *block.item);
+        ++done_;
+        return !stopped_;
+    }
+
+    RomComposer& composer_;
+    const std::vector<Block>& blocks_;
+    const RomProgress& progress_;
+    std::map<std::filesystem::path, std::vector<const Block*>> archived_;
+    size_t done_ = 0;
+    bool stopped_ = false;
+};
+
 }  // namespace
 
 FileResult<RomEnd> WriteRom(const LayoutResult& layout, BoardType board, RomFormat format,
-                            const std::filesystem::path& target, const RomProgress& progress) {
+                            const std::filesystem::path& target, const RomProgress& progress,
+                            const RomFinish& finish) {
     const Container container = MakeContainer(format, layout.romSize, board);
     RemoveAbandonedReplacements(target);
     FileResult<ReplacementFile> out = ReplacementFile::Begin(target);
@@ -121,12 +199,12 @@ FileResult<RomEnd> WriteRom(const LayoutResult& layout, BoardType board, RomForm
     FileResult<> written = out->Contents().WriteAt(0, container.head);
     RomComposer composer(out->Contents(), container.head.size());
     const std::vector<Block> blocks = InOrderOfPlace(CollectBlocks(layout));
-    for (size_t i = 0; written && i < blocks.size(); ++i) {
-        if (progress && !progress(i, blocks.size(), *blocks[i].item)) return RomEnd::kStopped;
-        written = composer.FillTo(blocks[i].target);
-        if (written) written = composer.Copy(blocks[i]);
-    }
-    if (written) written = composer.FillTo(container.fileSize - container.head.size());
+    const uint64_t romBytes = container.fileSize - container.head.size();
+    RomFiller filler(composer, blocks, progress);
+    if (written) written = filler.Fill();
+    if (written && filler.Stopped()) return RomEnd::kStopped;
+    if (written) written = composer.FillTo(romBytes);
+    if (written && finish) written = finish(out->Contents(), container.head.size(), romBytes);
     if (written) written = out->Commit();
     if (!written) return written.Problem();
     return RomEnd::kWritten;

@@ -119,4 +119,9 @@ void CartFile::SetRom(uint64_t start, uint64_t bytes) {
     romBytes_ = start < fileBytes_ ? std::min(bytes, fileBytes_ - start) : 0;
 }
 
+bool IsForBoard(const std::filesystem::path& file) {
+    const FileResult<CartFile> cart = CartFile::Open(file);
+    return cart && cart->Board();
+}
+
 }  // namespace bw

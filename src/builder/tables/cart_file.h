@@ -52,4 +52,7 @@ class CartFile {
     uint64_t romBytes_ = 0;
 };
 
+// Whether the file says itself that it is for one of the boards: no game then.
+bool IsForBoard(const std::filesystem::path& file);
+
 }  // namespace bw

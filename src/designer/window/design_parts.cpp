@@ -20,6 +20,7 @@
 #include "designer/window/last_design_file.h"
 #include "designer/window/preview_page.h"
 #include "designer/window/problems_page.h"
+#include "settings/recent_files.h"
 #include "settings/setting_names.h"
 #include "shell/framework/texts.h"
 
@@ -139,6 +140,7 @@ void CDesignDialog::Parts::Connect() {
                      });
     files.named = [this](const std::filesystem::path& file) {
         file_ = file;
+        AddRecentFile(Store(), RecentKind::kDesigns, file);
         ShowTitle();
     };
     files.importPicture = [this](const std::filesystem::path& file, std::optional<Control>) {

@@ -29,6 +29,9 @@ constexpr std::array kOutputTypes = {OutputType{RomFormat::kNes20, TextId::kRomT
                                      OutputType{RomFormat::kUnif, TextId::kRomTypeUnif},
                                      OutputType{RomFormat::kBinary, TextId::kRomTypeBinary}};
 constexpr std::string_view kDesignExtension = "fcm";
+// Games, and the archives that they come in.
+constexpr std::string_view kImageExtensions =
+    "nes zip 7z rar gz tar tgz tar.bz2 tbz2 tar.xz txz tar.zst tzst";
 
 QString Extension(const FileType& type) {
     return ToQt(ToWide(type.extension));
@@ -36,8 +39,11 @@ QString Extension(const FileType& type) {
 
 // Collections have names in capital letters too, and some desktops' dialogs tell them apart.
 QString Filter(const FileType& type) {
-    const QString extension = Extension(type);
-    return QStringLiteral("%1 (*.%2 *.%3)").arg(ToQt(type.name), extension, extension.toUpper());
+    QStringList patterns;
+    for (const QString& extension : Extension(type).split(QLatin1Char(' '))) {
+        patterns << QStringLiteral("*.") + extension << QStringLiteral("*.") + extension.toUpper();
+    }
+    return QStringLiteral("%1 (%2)").arg(ToQt(type.name), patterns.join(QLatin1Char(' ')));
 }
 
 size_t ChosenType(const QFileDialog& dialog, const FileQuestion& question) {
@@ -148,7 +154,8 @@ std::optional<FileChoice> QtUserDialogs::AskFileToSave(const FileQuestion& quest
 
 std::vector<std::filesystem::path> QtUserDialogs::AskImages(const std::filesystem::path& start) {
     QFileDialog dialog(&Front());
-    SetUp(dialog, Question(TextId::kAddGames, start, TextId::kNesGames, "nes"), Use::kRead);
+    SetUp(dialog, Question(TextId::kAddGames, start, TextId::kNesGames, kImageExtensions),
+          Use::kRead);
     dialog.setFileMode(QFileDialog::ExistingFiles);
     std::vector<std::filesystem::path> files;
     if (dialog.exec() != QDialog::Accepted) return files;

@@ -19,7 +19,7 @@ enum class MessageButtons : int { kConfirm = 0, kYesNo = 4 };
 // One entry of a file dialog's list of types.
 struct FileType {
     std::u16string name;
-    std::string extension;  // without its point
+    std::string extension;  // without its point; several, with blanks between, for reading only
 
     bool operator==(const FileType&) const = default;
 };
@@ -56,7 +56,7 @@ class UserDialogs {
     // A file to write. Its name ends in the extension of the chosen type; the user has agreed to
     // replace a file of that name.
     virtual std::optional<FileChoice> AskFileToSave(const FileQuestion& question) = 0;
-    // Any number of game images; none if the user gave up.
+    // Any number of game images and archives; none if the user gave up.
     virtual std::vector<std::filesystem::path> AskImages(const std::filesystem::path& start) = 0;
     virtual std::optional<std::filesystem::path> AskListToLoad(
         const std::filesystem::path& start) = 0;

@@ -31,15 +31,18 @@ CommandMenu::CommandMenu(QWidget& window, std::span<const MenuRow> rows,
                 open.back()->addSeparator();
                 break;
             default:
-                AddEntry(*open.back(), row);
+                for (int i = 0; i < row.count; ++i)
+                    AddEntry(*open.back(), row, row.id + i);
         }
     }
 }
 
-void CommandMenu::AddEntry(QMenu& popup, const MenuRow& row) {
-    std::unique_ptr<QAction>& entry = entries_[row.id];
-    entry = std::make_unique<QAction>(&window_);
-    entry->setObjectName(QStringLiteral("entry_%1").arg(row.id));
+void CommandMenu::AddEntry(QMenu& popup, const MenuRow& row, int id) {
+    const bool named = row.kind == MenuRowKind::kNamed;
+    entries_[id] = {std::make_unique<QAction>(&window_), &popup, named};
+    const std::unique_ptr<QAction>& entry = entries_[id].action;
+    entry->setVisible(!named);
+    entry->setObjectName(QStringLiteral("entry_%1").arg(id));
     entry->setMenuRole(QAction::NoRole);
     entry->setCheckable(row.kind == MenuRowKind::kToggle || row.kind == MenuRowKind::kRadio);
     if (row.kind == MenuRowKind::kRadio) groups_.back()->addAction(entry.get());
@@ -49,8 +52,7 @@ void CommandMenu::AddEntry(QMenu& popup, const MenuRow& row) {
         if (!key.isEmpty()) keys.append(QKeySequence(key, QKeySequence::PortableText));
     }
     entry->setShortcuts(keys);
-    QObject::connect(entry.get(), &QAction::triggered, &window_,
-                     [this, id = row.id] { Choose(id); });
+    QObject::connect(entry.get(), &QAction::triggered, &window_, [this, id] { Choose(id); });
     popup.addAction(entry.get());
     // Keys work even where the desktop shows the menu outside of the window.
     window_.addAction(entry.get());
@@ -67,7 +69,10 @@ void CommandMenu::Choose(int id) {
 void CommandMenu::SetLanguage(Language language) {
     size_t popup = 0;
     for (const MenuRow& row : rows_) {
-        if (row.kind == MenuRowKind::kEnd || row.kind == MenuRowKind::kSeparator) continue;
+        if (row.kind == MenuRowKind::kEnd || row.kind == MenuRowKind::kSeparator ||
+            row.kind == MenuRowKind::kNamed) {
+            continue;
+        }
         const QString text = QtText(row.text, language);
         if (row.kind == MenuRowKind::kPopup) {
             popups_[popup++]->setTitle(text);
@@ -75,6 +80,11 @@ void CommandMenu::SetLanguage(Language language) {
         }
         Entry(row.id).setText(text);
     }
+}
+
+void CommandMenu::SetEntryText(int id, const QString& text) {
+    Entry(id).setText(text);
+    if (entries_.at(id).named) Entry(id).setVisible(!text.isEmpty());
 }
 
 }  // namespace bw

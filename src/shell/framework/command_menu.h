@@ -21,6 +21,7 @@ enum class MenuRowKind {
     kEntry,
     kToggle,  // an entry with a mark
     kRadio,   // one of the neighbouring kRadio rows has the mark
+    kNamed,   // entries that don't show until SetEntryText has named them
 };
 
 struct MenuRow {
@@ -29,6 +30,7 @@ struct MenuRow {
     TextId text = {};       // of popups and entries
     const char* keys = "";  // as QKeySequence reads them; several are parted by "; "
     bool greyed = false;
+    int count = 1;  // kNamed: so many entries, with ids from `id` on
 };
 
 class CommandMenu {
@@ -39,7 +41,7 @@ class CommandMenu {
 
     QMenuBar& Bar() { return bar_; }
     // The entry of a command; throws std::out_of_range for a command that isn't in the menu.
-    QAction& Entry(int id) const { return *entries_.at(id); }
+    QAction& Entry(int id) const { return *entries_.at(id).action; }
 
     // The mark of an entry.
     bool GetMenuState(int id) const { return Entry(id).isChecked(); }
@@ -47,11 +49,14 @@ class CommandMenu {
     void EnableMenuItem(int id, bool enabled) { Entry(id).setEnabled(enabled); }
 
     void SetLanguage(Language language);
-    // In place of the text that its row has, until the next SetLanguage.
-    void SetEntryText(int id, const QString& text) { Entry(id).setText(text); }
+    // In place of the text that its row has, until the next SetLanguage. A named entry keeps it,
+    // and goes with an empty one.
+    void SetEntryText(int id, const QString& text);
+    // The menu that has the entry.
+    QMenu& PopupOf(int id) const { return *entries_.at(id).popup; }
 
   private:
-    void AddEntry(QMenu& popup, const MenuRow& row);
+    void AddEntry(QMenu& popup, const MenuRow& row, int id);
     void Choose(int id);
 
     QWidget& window_;
@@ -59,7 +64,12 @@ class CommandMenu {
     std::function<void(int)> chosen_;
     QMenuBar bar_;
     std::vector<std::unique_ptr<QMenu>> popups_;  // in the order of their rows
-    std::map<int, std::unique_ptr<QAction>> entries_;
+    struct Placed {
+        std::unique_ptr<QAction> action;
+        QMenu* popup = nullptr;
+        bool named = false;
+    };
+    std::map<int, Placed> entries_;
     std::vector<std::unique_ptr<QActionGroup>> groups_;
 };
 

@@ -94,7 +94,14 @@ enum Command : int {
     kCommandCheckShown = 41025,      // the rows that the filter leaves, and the others as they are
     kCommandUncheckShown = 41026,    // likewise
     kCommandCheckOnlyShown = 41027,  // those rows and no others
+    kCommandOpenCart = 41035,
+    kCommandFit = 41036,       // what the checked games take on the board of the first build button
+    kCommandFitOther = 41037,  // of the other one
     kCommandAskAtClosing = 41050,
+    // The files that the user had to do with last, one after the other, then the entry that clears.
+    kCommandRecentLists = 41100,
+    kCommandRecentDesigns = 41110,
+    kCommandRecentCarts = 41120,
 };
 
 }  // namespace bw

@@ -4,6 +4,7 @@
 #include <QProcess>
 #include <QUrl>
 
+#include "rom/image_files.h"
 #include "shell/framework/texts.h"
 
 namespace bw {
@@ -51,7 +52,8 @@ void SelectFile(const std::filesystem::path& file, QObject& owner, const Failed&
 
 }  // namespace
 
-void ShowInFileManager(const std::filesystem::path& path, QObject& owner, const Failed& failed) {
+void ShowInFileManager(const std::filesystem::path& wanted, QObject& owner, const Failed& failed) {
+    const std::filesystem::path path = ContainerOf(wanted);
     std::error_code error;
     if (std::filesystem::is_directory(path, error)) {
         OpenFolder(path, failed);

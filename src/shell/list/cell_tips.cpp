@@ -1,6 +1,7 @@
 #include "shell/list/cell_tips.h"
 
 #include "builder/layout/board_space.h"
+#include "builder/layout/shared_saves.h"
 #include "shell/dialogs/check_report.h"
 #include "shell/framework/texts.h"
 #include "support/text.h"
@@ -37,6 +38,14 @@ QString FileTip(const GameEntry& entry, Language language) {
     if (entry.missing) return QtText(TextId::kFileGone, language).arg(ToQt(entry.path));
     if (entry.headerRead) return {};
     return QtText(TextId::kFileMissing, language).arg(ToQt(entry.path));
+}
+
+// Which other checked games write to the same work RAM.
+QString SavesTip(const GameListModel& model, const GameEntry& entry, Language language) {
+    if (!entry.checked || !entry.header.Battery()) return {};
+    // COOLGIRL runs whatever the others do.
+    const GameList& games = model.Games();
+    return ToQt(SharedSavesText(games, RowsSharingSaves(games, BoardType::kCoolgirl), language));
 }
 
 QString MarkTip(const CheckMark& mark, Language language) {
@@ -87,6 +96,8 @@ QString CellTip(const GameListModel& model, int viewRow, ListColumn column) {
         case ListColumn::kPrg:
         case ListColumn::kChr:
             return SpanTip(entry, language);
+        case ListColumn::kBattery:
+            return SavesTip(model, entry, language);
         case ListColumn::kConsole:
             return ConsoleTip(model, viewRow);
         case ListColumn::kName:

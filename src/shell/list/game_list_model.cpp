@@ -66,7 +66,9 @@ const CheckMark* GameListModel::MarkAt(int viewRow) const {
 void GameListModel::SetFilter(std::u16string text) {
     filter_ = std::move(text);
     shown_.reset();
-    Refresh(ListChange::kSize);
+    ApplyFilter();
+    FitCount();
+    TellChanged();
 }
 
 ListEditor::ShownRows GameListModel::ShownRows() const {
@@ -78,15 +80,18 @@ bool GameListModel::Refresh(ListChange change) {
     if (change == ListChange::kNothing) return false;
     if (change >= ListChange::kChecks) CountChecks();
     if (change >= ListChange::kTexts) GroupSame();
-    bool others = false;
     // The words of a filter may ask for checks.
-    if (change >= ListChange::kChecks && !filter_.empty()) {
-        std::vector<uint32_t> rows = FilteredRows(editor_.Games(), filter_);
-        others = rows != shown_;
-        shown_ = std::move(rows);
-    }
+    const bool others = change >= ListChange::kChecks && ApplyFilter();
     FitCount();
     TellChanged();
+    return others;
+}
+
+bool GameListModel::ApplyFilter() {
+    if (filter_.empty()) return false;
+    std::vector<uint32_t> rows = FilteredRows(editor_.Games(), filter_);
+    const bool others = rows != shown_;
+    shown_ = std::move(rows);
     return others;
 }
 

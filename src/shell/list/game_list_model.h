@@ -78,7 +78,6 @@ class GameListModel : public QAbstractTableModel {
     size_t CheckedCount() const { return checkedCount_; }
     // The whole list.
     const GameList& Games() const { return editor_.Games(); }
-    size_t ListSize() const { return editor_.Games().size(); }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -89,6 +88,8 @@ class GameListModel : public QAbstractTableModel {
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
   private:
+    // True if other rows are left now.
+    bool ApplyFilter();
     void FitCount();
     void CountChecks();
     void GroupSame();

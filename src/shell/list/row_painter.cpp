@@ -147,7 +147,7 @@ int RowPainter::NumberWidth(const QWidget& view) const {
     const QFontMetrics metrics = view.fontMetrics();
     const int mark = MarkWidth(metrics);
     // One pixel is the grid's.
-    return RowHeight(view) + DigitsWidth(model_.ListSize(), metrics) + 2 * kTextMargin + mark +
+    return RowHeight(view) + DigitsWidth(model_.Games().size(), metrics) + 2 * kTextMargin + mark +
            (mark > 0 ? kMarkMargin : 0) + 1;
 }
 

@@ -5,6 +5,7 @@
 
 #include "console/contact_sheet.h"
 #include "language/problem_text.h"
+#include "rom/image_files.h"
 #include "settings/setting_names.h"
 #include "shell/framework/commands.h"
 #include "shell/framework/texts.h"
@@ -85,21 +86,24 @@ void CheckPart::Mark(size_t game) {
     // What couldn't be run says nothing new.
     if (!checked.notRun.empty() || !markedOn_) return;
     const std::u16string& path = commands_.PathInList(game);
-    const QString file = PathToQt(AbsolutePath(TextPath(path), host_.Base()));
+    const QString file = PathToQt(ContainerOf(AbsolutePath(TextPath(path), host_.Base())));
+    std::set<std::u16string>& marked = watched_[file];
     if (checked.findings.empty()) {
         view_.SetMark(path, std::nullopt);
-        if (watched_.erase(file) > 0) watcher_.removePath(file);
-        return;
+        marked.erase(path);
+    } else {
+        view_.SetMark(path, CheckMark{*markedOn_, checked.findings});
+        if (marked.empty()) watcher_.addPath(file);
+        marked.insert(path);
     }
-    view_.SetMark(path, CheckMark{*markedOn_, checked.findings});
-    watched_[file] = path;
-    watcher_.addPath(file);
+    if (marked.empty()) Unmark(file);
 }
 
 void CheckPart::Unmark(const QString& file) {
     const auto found = watched_.find(file);
     if (found == watched_.end()) return;
-    view_.SetMark(found->second, std::nullopt);
+    for (const std::u16string& path : found->second)
+        view_.SetMark(path, std::nullopt);
     watched_.erase(found);
     watcher_.removePath(file);
 }

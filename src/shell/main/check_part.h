@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "shell/dialogs/check_dialog.h"
@@ -48,9 +49,10 @@ class CheckPart {
     CheckCommands commands_;
     std::unique_ptr<CCheckDialog> dialog_;
     std::optional<BoardType> markedOn_;
-    // The files of the marked games, and what the list calls them.
+    // The files of the marked games, or the archives that they are in, and what the list calls
+    // them.
     QFileSystemWatcher watcher_;
-    std::map<QString, std::u16string> watched_;
+    std::map<QString, std::set<std::u16string>> watched_;
 };
 
 }  // namespace bw

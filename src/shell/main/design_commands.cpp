@@ -11,6 +11,7 @@
 #include "designer/tools/text_tools.h"
 #include "designer/window/design_dialog.h"
 #include "designer/window/last_design_file.h"
+#include "settings/recent_files.h"
 #include "settings/setting_names.h"
 #include "support/text.h"
 
@@ -74,13 +75,17 @@ bool DesignCommands::Open(bool shows) {
     // A build takes the design from the settings.
     if (RefusesWhileBusy(host_)) return false;
     const auto file = host_.Dialogs().AskDesignToOpen(LastDesignFolder(host_.Store()));
-    if (!file) return false;
-    KeepLastDesignFile(host_.Store(), *file);
+    return file && Open(*file, shows);
+}
+
+bool DesignCommands::Open(const std::filesystem::path& file, bool shows) {
+    if (RefusesWhileBusy(host_)) return false;
+    KeepLastDesignFile(host_.Store(), file);
     const Language language = host_.CurrentLanguage();
     Prepare();
     OpenDesigner(session_, host_.Store(), host_.DesignHistory());
     DesignDocument document = session_.Copy().document;
-    if (const DesignProblem problem = OpenDesign(*file, document, language)) {
+    if (const DesignProblem problem = OpenDesign(file, document, language)) {
         host_.Dialogs().Message(FullText(*problem), LoadText(TextId::kErrorTitle, language),
                                 MessageButtons::kConfirm);
         return false;
@@ -94,7 +99,8 @@ bool DesignCommands::Open(bool shows) {
     const bool kept = CloseDesigner(session_, host_.Store(), host_.DesignHistory());
     TakeOver();
     const TextId told = shows ? TextId::kDesignOpened : TextId::kDesignOpenedOff;
-    std::u16string line = FormatText(LoadText(told, language), PathText(file->filename()));
+    AddRecentFile(host_.Store(), RecentKind::kDesigns, file);
+    std::u16string line = FormatText(LoadText(told, language), PathText(file.filename()));
     if (!kept) line += u" " + LoadText(TextId::kHistoryNotStored, language);
     host_.Tell(line);
     return true;
@@ -108,6 +114,7 @@ void DesignCommands::Save() {
     Prepare();
     OpenDesigner(session_, host_.Store(), host_.DesignHistory());
     const DesignProblem problem = SaveDesign(*file, session_.Copy().document, language);
+    if (!problem) AddRecentFile(host_.Store(), RecentKind::kDesigns, *file);
     host_.Tell(problem ? FullText(*problem)
                        : FormatText(LoadText(TextId::kDesignSaved, language), PathText(*file)));
 }

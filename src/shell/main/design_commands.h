@@ -30,6 +30,7 @@ class DesignCommands {
     // Asks for a design file and brings its design in, for this window and for the settings. False
     // if the user gave up or the file can't be read, which is told.
     bool Open() { return Open(IsEnabled()); }
+    bool Open(const std::filesystem::path& file) { return Open(file, IsEnabled()); }
     void Save();
     // Whether the screen is to be switched on; asks while nothing was designed, and may bring in a
     // design.
@@ -37,6 +38,7 @@ class DesignCommands {
 
   private:
     bool Open(bool shows);
+    bool Open(const std::filesystem::path& file, bool shows);
     // The session as a designer's window for the checked games begins with it.
     void Prepare();
     // What the session has become is the process's design.

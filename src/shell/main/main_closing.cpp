@@ -59,6 +59,7 @@ MessageResult CMainDialog::OnClose(MessageParam wParam, MessageParam) {
         if (forUpdate) parts_->updates.PutOff();
         return 1;
     }
+    parts_->files.ForgetKept();
     std::error_code ignored;  // whatever stays is removed by a later start
     std::filesystem::remove_all(WorkFolder(), ignored);
     StorePlacement(store, kMainKey, *this);
@@ -130,7 +131,11 @@ void CMainDialog::StoreAll() {
     if (parts_->view.EditActive()) Send(kMessageEndEdit);
     parts_->designs.StoreAll();
     parts_->check.StoreAll();
-    parts_->files.SaveRemembered(parts_->view.Widths());
+    parts_->carts.StoreAll();
+    // Where the settings can't take the list, the kept one stays for the next start.
+    const bool stored = parts_->files.SaveRemembered(parts_->view.Widths()) &&
+                        (!parts_->services.listKept || parts_->services.listKept());
+    if (stored) parts_->files.ForgetKept();
     StorePlacement(parts_->services.store, kMainKey, *this);
     parts_->updates.ForgetReady();
 }

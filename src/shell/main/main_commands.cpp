@@ -165,6 +165,9 @@ struct CMainDialog::Commands {
         {kCommandCheckShown, [](Parts& parts) { parts.collection.CheckShown(); }},
         {kCommandUncheckShown, [](Parts& parts) { parts.collection.UncheckShown(); }},
         {kCommandCheckOnlyShown, [](Parts& parts) { parts.collection.CheckOnlyShown(); }},
+        {kCommandFit,
+         [](Parts& parts) { parts.fit.Show(LoadBuildSettings(parts.Store()).CoolboyBoard()); }},
+        {kCommandFitOther, [](Parts& parts) { parts.fit.Show(BoardType::kCoolgirl); }},
         {kCommandUndo, [](Parts& parts) { parts.editor.Undo(); }},
         {kCommandRedo, [](Parts& parts) { parts.editor.Redo(); }},
     };
@@ -172,6 +175,7 @@ struct CMainDialog::Commands {
         {kCommandClear, Clear},
         {kCommandOpen, [](Parts& parts) { parts.files.Open(); }},
         {kCommandLoad, [](Parts& parts) { parts.files.Load(); }},
+        {kCommandOpenCart, [](Parts& parts) { parts.carts.Open(); }},
         {kCommandSave, [](Parts& parts) { parts.files.Save(); }},
         {kCommandBuildCoolboy, [](Parts& parts) { parts.build.BuildCoolboy(parts.files.Name()); }},
         {kCommandBuildCoolgirl,
@@ -225,6 +229,12 @@ std::vector<MessageEntry> CMainDialog::CommandEntries() {
     }
     for (const auto& [id, run] : Commands::kOthers)
         add(id, run);
+    for (const RecentKind kind : kRecentKinds) {
+        const int first = FirstRecentCommand(kind);
+        for (int i = 0; i < kRecentFiles; ++i)
+            add(first + i, [kind, i](Parts& parts) { parts.recent.Choose(kind, i); });
+        add(first + kRecentFiles, [kind](Parts& parts) { parts.recent.Clear(kind); });
+    }
     for (const MenuToggle& toggle : MenuToggles())
         add(toggle.id,
             [&toggle](Parts& parts, bool atStart) { Commands::Toggle(parts, toggle, atStart); });

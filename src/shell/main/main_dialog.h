@@ -28,6 +28,9 @@ struct MainDialogServices {
     std::filesystem::path base;
     // Of the design's undo history; empty keeps it in the store.
     std::filesystem::path designHistory = {};
+    // Where the list lies while the program runs, so that a kill doesn't take it along; empty keeps
+    // it nowhere.
+    std::filesystem::path keptLists = {};
     // Null for dialogs on the screen.
     UserDialogs* dialogs = nullptr;
     // What is wrong with the store, in words for the user, once it is known and only once; asked

@@ -6,6 +6,7 @@
 
 #include "builder/resources.h"
 #include "builder/tables/menu_tables.h"
+#include "rom/image_files.h"
 #include "shell/framework/commands.h"
 #include "shell/framework/texts.h"
 #include "shell/main/menu_rows.h"
@@ -30,19 +31,34 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
       menu(owner, MainMenuRows(), [this](int id) { window.Send(kMessageCommand, id); }),
       settings(menu, given.store),
       view(editor, given.base, owner.UiLanguage()),
-      status([this] { window.Send(kMessageCommand, kCommandStopTask); }),
+      status({.stop = [this] { window.Send(kMessageCommand, kCommandStopTask); },
+              .space =
+                  [this](size_t board) {
+                      window.Send(kMessageCommand, board == 0 ? kCommandFit : kCommandFitOther);
+                  }}),
       tray(menu, QApplication::windowIcon(),
            [this](int event) { window.Send(kMessageTray, 0, event); }),
       tasks(
           owner.Queue(), [this] { TasksChanged(); },
           [this](std::u16string_view reason) { Tell(reason); }),
-      files(*this),
+      files(*this, given.keptLists),
       find(*this),
-      build(*this, [this] { check.FollowBuild(ChecksBuilds()); }),
+      build(*this, {.built = [this] { FollowBuild(); },
+                    .tooMuch =
+                        [this](BoardType board) {
+                            window.Post(kMessageCommand, board == BoardType::kCoolgirl
+                                                             ? kCommandFitOther
+                                                             : kCommandFit);
+                        }}),
       check(*this, build, view, menu, owner, given.check),
       collection(*this, view, owner, [this] { return MenuOnConsole(); }),
       designs(*this, design, owner),
       play(*this, owner),
+      carts(*this, play, view, owner),
+      fit(*this, view, owner),
+      recent(
+          *this, menu,
+          [this](RecentKind kind, const std::filesystem::path& file) { OpenRecent(kind, file); }),
       drop(owner),
       updates(*this, owner, menu, given,
               {.mayInterrupt = [this] { return MayInterrupt(); },
@@ -55,7 +71,7 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
     connect(&watchTimer, &QTimer::timeout, &window, [this] { Watch(); });
     connect(&view, &GameListView::EditEnded, &window, sends(kMessageEndEdit));
     connect(&view, &GameListView::FolderWanted, &window, [this](const QString& file, bool select) {
-        const std::filesystem::path path = PathFromQt(file);
+        const std::filesystem::path path = ContainerOf(PathFromQt(file));
         Dialogs().ShowInFileManager(select ? path : path.parent_path());
     });
     connect(&view, &GameListView::RemoveWanted, &window,
@@ -95,7 +111,20 @@ void CMainDialog::Parts::Follow(const ListResult& result) {
     }
     if (result.change != ListChange::kNothing) ForgetNews();
     view.Apply(result);
-    if (result.change != ListChange::kNothing) ShowList();
+    if (result.change == ListChange::kNothing) return;
+    ShowList();
+    if (result.change != ListChange::kTitles) files.ListChanged();
+}
+
+void CMainDialog::Parts::FollowBuild() {
+    AddRecentFile(services.store, RecentKind::kCarts, build.Built()->file);
+    check.FollowBuild(ChecksBuilds());
+}
+
+void CMainDialog::Parts::OpenRecent(RecentKind kind, const std::filesystem::path& file) {
+    if (kind == RecentKind::kLists) files.Load(file);
+    if (kind == RecentKind::kDesigns) designs.Open(file);
+    if (kind == RecentKind::kCarts) carts.Open(file);
 }
 
 void CMainDialog::Parts::ForgetNews() {

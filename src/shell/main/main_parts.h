@@ -11,13 +11,16 @@
 #include "shell/framework/file_drop.h"
 #include "shell/list/game_list_view.h"
 #include "shell/main/button_column.h"
+#include "shell/main/cart_part.h"
 #include "shell/main/check_part.h"
 #include "shell/main/collection_part.h"
 #include "shell/main/design_commands.h"
+#include "shell/main/fit_part.h"
 #include "shell/main/main_dialog.h"
 #include "shell/main/menu_settings.h"
 #include "shell/main/play_commands.h"
 #include "shell/main/qt_texts.h"
+#include "shell/main/recent_menu.h"
 #include "shell/main/row_menu.h"
 #include "shell/main/status_line.h"
 #include "shell/main/tray_icon.h"
@@ -44,6 +47,7 @@ class CMainDialog::Parts final : public ListHost {
     const std::filesystem::path& Base() const override { return services.base; }
     void ShowFound(bool found) override;
     void ShowSearchOutcome(std::u16string_view text) override;
+    void ShowCart(const std::filesystem::path& file) override { carts.Open(file); }
     void SetColumnWidths(const ColumnWidths& widths) override { view.SetWidths(widths); }
     void Tell(std::u16string_view line, std::u16string_view details = {}) override {
         status.Tell(line, details);
@@ -53,6 +57,7 @@ class CMainDialog::Parts final : public ListHost {
     void ForgetNews();
     // Everything that says something about the list as it is now.
     void ShowList();
+    void OpenRecent(RecentKind kind, const std::filesystem::path& file);
     // Everything that names the board of the first build button.
     void ShowBoard();
     // Whether a build's end starts a check.
@@ -98,6 +103,9 @@ class CMainDialog::Parts final : public ListHost {
     CollectionPart collection;
     DesignCommands designs;
     PlayCommands play;
+    CartPart carts;
+    FitPart fit;
+    RecentMenu recent;
     FileDrop drop;
     UpdateCommands updates;
     QTimer spaceTimer;
@@ -113,6 +121,8 @@ class CMainDialog::Parts final : public ListHost {
   private:
     // What an operation of the editor has changed.
     void Follow(const ListResult& result);
+    // After each build that has written a ROM.
+    void FollowBuild();
     void TasksChanged();
     void ShowSpace();
     ConsoleMenu MenuOnConsole() const;

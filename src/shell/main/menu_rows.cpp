@@ -1,5 +1,6 @@
 #include "shell/main/menu_rows.h"
 
+#include "settings/recent_files.h"
 #include "shell/framework/commands.h"
 
 namespace bw {
@@ -14,6 +15,9 @@ constexpr MenuRow kPopupEnd{kEnd};
 constexpr MenuRow Popup(TextId text) {
     return {kPopup, 0, text};
 }
+constexpr MenuRow Recent(int id) {
+    return {kNamed, id, {}, "", false, kRecentFiles};
+}
 
 // clang-format off
 constexpr MenuRow kRows[] = {
@@ -21,6 +25,23 @@ constexpr MenuRow kRows[] = {
         {kEntry, kCommandOpen, kOpenEntry, "Ctrl+O"},
         {kEntry, kCommandLoad, kLoadEntry, "Ctrl+L"},
         {kEntry, kCommandSave, kSaveEntry, "Ctrl+S"},
+        {kEntry, kCommandOpenCart, kOpenCartEntry, "Ctrl+Shift+O"},
+        kSpace,
+        Popup(kRecentListsEntry),
+            Recent(kCommandRecentLists),
+            kSpace,
+            {kEntry, kCommandRecentLists + kRecentFiles, kClearRecentEntry},
+        kPopupEnd,
+        Popup(kRecentDesignsEntry),
+            Recent(kCommandRecentDesigns),
+            kSpace,
+            {kEntry, kCommandRecentDesigns + kRecentFiles, kClearRecentEntry},
+        kPopupEnd,
+        Popup(kRecentCartsEntry),
+            Recent(kCommandRecentCarts),
+            kSpace,
+            {kEntry, kCommandRecentCarts + kRecentFiles, kClearRecentEntry},
+        kPopupEnd,
         kSpace,
         Popup(kExport),
             {kEntry, kCommandExportInfo, kExportInfoEntry},
@@ -54,6 +75,7 @@ constexpr MenuRow kRows[] = {
         kSpace,
         {kEntry, kCommandFitCoolboy, kFitCoolboyEntry},
         {kEntry, kCommandFitCoolgirl, kFitCoolgirlEntry},
+        {kEntry, kCommandFit, kFitDialogEntry, "Ctrl+Shift+F"},
         {kEntry, kCommandBuildCoolboy, kBuildCoolboyEntry, "Ctrl+B"},
         {kEntry, kCommandBuildCoolgirl, kBuildCoolgirlEntry, "Ctrl+G"},
         kSpace,

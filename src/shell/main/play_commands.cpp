@@ -1,5 +1,6 @@
 #include "shell/main/play_commands.h"
 
+#include "rom/image_files.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -19,7 +20,7 @@ void PlayCommands::PlayCart(const std::optional<BuiltCart>& cart) {
 }
 
 void PlayCommands::Play(const std::filesystem::path& rom, std::u16string_view name) {
-    if (!CheckRegularFile(rom)) {
+    if (!CheckRegularFile(ContainerOf(rom))) {
         return host_.Tell(
             FormatText(LoadText(TextId::kPlayNoFile, host_.CurrentLanguage()), PathText(rom)));
     }

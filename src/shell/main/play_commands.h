@@ -20,9 +20,10 @@ class PlayCommands {
     // From its menu on; a word where there is none, or not any more.
     void PlayCart(const std::optional<BuiltCart>& cart);
 
-  private:
+    // Any game or cart.
     void Play(const std::filesystem::path& rom, std::u16string_view name);
 
+  private:
     ListHost& host_;
     QWidget& window_;
     std::unique_ptr<CPlayDialog> dialog_;

@@ -18,7 +18,7 @@ constexpr int kBarWidth = 120;
 
 }  // namespace
 
-StatusLine::StatusLine(std::function<void()> stop) : rows_(QBoxLayout::LeftToRight) {
+StatusLine::StatusLine(Wishes wishes) : wishes_(std::move(wishes)), rows_(QBoxLayout::LeftToRight) {
     counts_.setObjectName(QStringLiteral("status_counts"));
     told_.setObjectName(QStringLiteral("status_told"));
     progress_.setObjectName(QStringLiteral("status_progress"));
@@ -36,6 +36,8 @@ StatusLine::StatusLine(std::function<void()> stop) : rows_(QBoxLayout::LeftToRig
     space->addStretch(1);
     for (size_t i = 0; i < boards_.size(); ++i) {
         boards_[i].setObjectName(QStringLiteral("status_space_%1").arg(i));
+        boards_[i].setCursor(Qt::PointingHandCursor);
+        boards_[i].installEventFilter(this);
         space->addWidget(&boards_[i]);
     }
     auto* whole = new QHBoxLayout(this);
@@ -49,7 +51,7 @@ StatusLine::StatusLine(std::function<void()> stop) : rows_(QBoxLayout::LeftToRig
     progress_.setTextVisible(false);
     progress_.setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
     stop_.setAutoDefault(false);
-    connect(&stop_, &QPushButton::clicked, this, std::move(stop));
+    connect(&stop_, &QPushButton::clicked, this, [this] { wishes_.stop(); });
     EndTask();
 }
 
@@ -105,6 +107,15 @@ void StatusLine::ShowSpace(const std::array<Board, 2>& boards) {
 void StatusLine::resizeEvent(QResizeEvent* event) {
     QFrame::resizeEvent(event);
     Arrange();
+}
+
+bool StatusLine::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonRelease && wishes_.space) {
+        for (size_t i = 0; i < boards_.size(); ++i) {
+            if (watched == &boards_[i]) wishes_.space(i);
+        }
+    }
+    return QFrame::eventFilter(watched, event);
 }
 
 void StatusLine::Arrange() {

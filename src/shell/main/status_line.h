@@ -19,8 +19,11 @@ namespace bw {
 
 class StatusLine : public QFrame {
   public:
-    // `stop` is called when the user wants the running task to end.
-    explicit StatusLine(std::function<void()> stop);
+    struct Wishes {
+        std::function<void()> stop;                         // the running task is to end
+        std::function<void(size_t board)> space = nullptr;  // the space on a board was clicked
+    };
+    explicit StatusLine(Wishes wishes);
 
     // Clears the last task's words, which are in the other language.
     void SetLanguage(Language language);
@@ -39,10 +42,12 @@ class StatusLine : public QFrame {
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void Arrange();
 
+    Wishes wishes_;
     Language language_ = Language::kEnglish;
     // One row, or two where the window is narrow: what happens above, the space below.
     QBoxLayout rows_;

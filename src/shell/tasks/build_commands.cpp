@@ -6,6 +6,7 @@
 #include "builder/build_driver.h"
 #include "builder/build_words.h"
 #include "builder/layout/board_space.h"
+#include "builder/layout/shared_saves.h"
 #include "shell/tasks/build_job.h"
 #include "shell/tasks/window_build_user.h"
 #include "support/paths.h"
@@ -25,6 +26,12 @@ std::u16string EndText(const BuildJob& job) {
 std::u16string ExportEndText(const BuildJob& job) {
     return LoadText(job.outcome.done ? TextId::kInfoExported : TextId::kExportIncomplete,
                     job.language);
+}
+
+// What to know of the saves of a cart that was built.
+std::u16string SharedSaves(const BuildJob& job, BoardType board) {
+    if (!job.outcome.done) return {};
+    return SharedSavesText(job.games, RowsSharingSaves(job.games, board), job.language);
 }
 
 }  // namespace
@@ -80,13 +87,15 @@ void BuildCommands::Build(BoardType board, std::u16string_view name) {
             std::atomic<bool> buildBusy = false;
             job->outcome = BuildRom(job->Context(user, WorkFolder()), board, buildBusy);
             job->stopped = user.Cancelled();
+            job->wantsFit = user.WantsFit();
         },
-        [this, job] {
-            host_.Tell(EndText(*job));
+        [this, job, board] {
+            host_.Tell(EndText(*job), SharedSaves(*job, board));
             ShowUnfit(host_, *job);
+            if (job->wantsFit && listener_.tooMuch) listener_.tooMuch(board);
             if (!job->outcome.done) return;
             built_ = CartOf(job->outcome);
-            if (told_) told_();
+            if (listener_.built) listener_.built();
         });
 }
 

@@ -14,11 +14,19 @@ namespace bw {
 // The entry of the menu that checks what this board runs.
 TextId FitEntry(BoardType board);
 
+// Told on the window's thread.
+struct BuildListener {
+    // After each build that has written a ROM.
+    std::function<void()> built = nullptr;
+    // The checked games are more than the board takes, and the user wants to see which to leave
+    // out.
+    std::function<void(BoardType)> tooMuch = nullptr;
+};
+
 class BuildCommands {
   public:
-    // `built` is called after each build that has written a ROM.
-    explicit BuildCommands(ListHost& host, std::function<void()> built = {})
-        : host_(host), told_(std::move(built)) {}
+    explicit BuildCommands(ListHost& host, BuildListener listener = {})
+        : host_(host), listener_(std::move(listener)) {}
 
     // What the last successful build of this run has written.
     const std::optional<BuiltCart>& Built() const { return built_; }
@@ -39,7 +47,7 @@ class BuildCommands {
   private:
     void Build(BoardType board, std::u16string_view name);
     ListHost& host_;
-    std::function<void()> told_;
+    BuildListener listener_;
     std::optional<BuiltCart> built_;
     bool sweptFolders_ = false;  // work folders of builds that were killed
 };

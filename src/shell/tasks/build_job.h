@@ -26,6 +26,7 @@ struct BuildJob {
     DesignStore design;
     BuildOutcome outcome;
     bool stopped = false;
+    bool wantsFit = false;  // the games are too many, and the user wants to leave some out
 };
 
 // Shows the first game that the board can't run, if that has ended the build, and what to do about

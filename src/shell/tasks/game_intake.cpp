@@ -14,6 +14,18 @@ namespace {
 
 constexpr size_t kBatch = 256;  // images between two looks at the stop flag
 
+// Archives count for more: each may hold a collection.
+size_t BatchSize(std::span<const std::filesystem::path> files) {
+    constexpr size_t kArchives = 8;
+    size_t size = 0;
+    size_t archives = 0;
+    while (size < std::min(kBatch, files.size()) && archives < kArchives) {
+        if (HasArchiveExtension(files[size])) ++archives;
+        ++size;
+    }
+    return size;
+}
+
 bool IsList(const std::filesystem::path& file) {
     return HasExtension(file, "fcl");
 }
@@ -30,14 +42,17 @@ GameIntake::GameIntake(TaskControl& control, std::filesystem::path base, size_t 
 void GameIntake::AddImages(std::span<const std::filesystem::path> files) {
     filesInAll_ = std::max(filesInAll_, files.size());
     while (!files.empty() && !control_.Stop()) {
-        const auto batch = files.first(std::min(kBatch, files.size()));
+        const auto batch = files.first(BatchSize(files));
         control_.Progress({PathText(batch.front().filename()), filesDone_, filesInAll_});
-        std::vector<std::filesystem::path> others;
+        std::vector<LeftOut> others;
         GameList read = ReadAddedGames(batch, base_, &others);
         std::error_code error;
-        for (std::filesystem::path& other : others) {
-            const bool folder = std::filesystem::is_directory(other, error);
-            (folder ? folders : leftOut).push_back(std::move(other));
+        for (LeftOut& other : others) {
+            if (std::filesystem::is_directory(other.place, error)) {
+                folders.push_back(std::move(other.place));
+            } else {
+                leftOut.push_back(std::move(other));
+            }
         }
         // With the first games a cartridge can be built at once.
         if (present_ == 0) CheckRunnable(read);
@@ -56,7 +71,7 @@ FileResult<> GameIntake::AddList(const std::filesystem::path& file) {
     GameList read;
     const auto loaded = LoadListFile(file, base_, read, file.parent_path());
     if (!loaded) {
-        leftOut.push_back(file);
+        leftOut.push_back({file, LeftOut::Reason::kNoGame});
         return loaded.Problem();
     }
     if (loaded->announced > Room()) TellOverLimit();

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "list/game_list.h"
+#include "rom/image_files.h"
 #include "shell/framework/background_tasks.h"
 #include "support/file_problem.h"
 
@@ -20,18 +21,18 @@ class GameIntake {
     GameIntake(TaskControl& control, std::filesystem::path base, size_t present,
                std::function<void()> overLimit);
 
-    // Images, however many. Files that are none are left out.
+    // Images and archives of them, however many. Files that are none are left out.
     void AddImages(std::span<const std::filesystem::path> files);
     // A list file, as far as there is room.
     FileResult<> AddList(const std::filesystem::path& file);
-    // Images and list files, told apart by the extension, as far as there is room.
+    // Images, archives and list files, told apart by the extension, as far as there is room.
     void AddFiles(std::span<const std::filesystem::path> files);
 
     // What was read, in order.
     GameList games;
-    // Files that are neither an image nor a list, or can't be read; and folders, which aren't
-    // opened.
-    std::vector<std::filesystem::path> leftOut;
+    // Files, and members of archives, that are neither an image nor a list, or can't be read; and
+    // folders, which aren't opened.
+    std::vector<LeftOut> leftOut;
     std::vector<std::filesystem::path> folders;
 
   private:

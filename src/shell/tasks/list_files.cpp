@@ -5,8 +5,11 @@
 #include <memory>
 #include <utility>
 
+#include "builder/tables/cart_tables.h"
 #include "language/problem_text.h"
+#include "list/left_out.h"
 #include "list/list_file.h"
+#include "settings/recent_files.h"
 #include "shell/tasks/game_intake.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -28,14 +31,24 @@ void WarnOfLimit(TaskControl& control, ListHost& host) {
     });
 }
 
-// The files' names, line by line.
-std::u16string NamesOf(std::span<const std::filesystem::path> files, Language language) {
+// The name of a file; of a place in an archive the archive's too.
+std::filesystem::path ShortPath(const std::filesystem::path& path) {
+    const std::filesystem::path container = ContainerOf(path);
+    return container == path ? path.filename() : path.lexically_relative(container.parent_path());
+}
+
+// What was left out, and where it isn't simply no game, why; line by line.
+std::u16string NamesOf(std::span<const LeftOut> items, Language language) {
     std::u16string names;
-    for (const auto& file : files.first(std::min(files.size(), kNamedFiles)))
-        names += (names.empty() ? u"" : u"\n") + PathText(file.filename());
-    if (files.size() > kNamedFiles) {
+    for (const LeftOut& item : items.first(std::min(items.size(), kNamedFiles))) {
+        const LeftOut named{ShortPath(item.place), item.reason};
+        const bool plain = item.reason == LeftOut::Reason::kNoGame;
+        names += (names.empty() ? u"" : u"\n") +
+                 (plain ? PathText(named.place) : LeftOutText(named, language));
+    }
+    if (items.size() > kNamedFiles) {
         names +=
-            u"\n" + FormatText(LoadText(TextId::kAndMore, language), files.size() - kNamedFiles);
+            u"\n" + FormatText(LoadText(TextId::kAndMore, language), items.size() - kNamedFiles);
     }
     return names;
 }
@@ -53,7 +66,23 @@ struct ListFiles::Reading {
                  [&control, &host] { WarnOfLimit(control, host); }) {}
 
     GameIntake intake;
+    // Images. One that is given alone and is a cart of ours is no game.
+    void AddImages(const std::vector<std::filesystem::path>& files) {
+        if (!IsCart(files)) intake.AddImages(files);
+    }
+    // Images and list files.
+    void AddFiles(const std::vector<std::filesystem::path>& files) {
+        if (!IsCart(files)) intake.AddFiles(files);
+    }
+
     FileResult<> list;  // of reading a list file
+    std::filesystem::path cart;
+
+  private:
+    bool IsCart(const std::vector<std::filesystem::path>& files) {
+        if (files.size() == 1 && ReadCart(files.front())) cart = files.front();
+        return !cart.empty();
+    }
 };
 
 void ListFiles::Read(BackgroundTasks::Turn turn, std::function<void(Reading&)> read,
@@ -76,6 +105,8 @@ void ListFiles::Read(BackgroundTasks::Turn turn, std::function<void(Reading&)> r
         [this, shared, finish = std::move(finish)] {
             if (shared->stopped) {
                 TellStopped(host_);
+            } else if (shared->reading && !shared->reading->cart.empty()) {
+                host_.ShowCart(shared->reading->cart);
             } else if (shared->reading) {
                 finish(*shared->reading);
             }
@@ -90,7 +121,7 @@ void ListFiles::Publish(Reading& reading, ListEditor::Appending how,
     const Language language = host_.CurrentLanguage();
     const size_t added = editor.Games().size() - before;
     std::u16string line = FormatText(LoadText(TextId::kGamesAdded, language), added);
-    std::vector<std::filesystem::path>& leftOut = reading.intake.leftOut;
+    std::vector<LeftOut>& leftOut = reading.intake.leftOut;
     const std::vector<std::filesystem::path>& folders = reading.intake.folders;
     if (!leftOut.empty()) {
         line += FormatText(LoadText(TextId::kFilesLeftOut, language), leftOut.size());
@@ -98,8 +129,10 @@ void ListFiles::Publish(Reading& reading, ListEditor::Appending how,
     if (!folders.empty()) {
         line += FormatText(LoadText(TextId::kFoldersLeftOut, language), folders.size());
     }
-    leftOut.insert(leftOut.end(), folders.begin(), folders.end());
+    for (const std::filesystem::path& folder : folders)
+        leftOut.push_back({folder, LeftOut::Reason::kNoGame});
     host_.Tell(line, NamesOf(leftOut, language));
+    if (added > 0 && !list.empty()) AddRecentFile(host_.Store(), RecentKind::kLists, list);
     // Games that come into a list don't change what it is.
     if (added > 0 && (before == 0 || Name().empty())) StoreName(list);
 }
@@ -118,8 +151,7 @@ void ListFiles::Open() {
     if (files.empty()) return;
     StoreFolderOf(kOpenFolder, files.front());
     Read(
-        std::move(turn),
-        [files = std::move(files)](Reading& reading) { reading.intake.AddImages(files); },
+        std::move(turn), [files = std::move(files)](Reading& reading) { reading.AddImages(files); },
         [this](Reading& reading) {
             // More than the limit may come in by one choice of files; that is meant.
             Publish(reading, {.limited = false});
@@ -132,10 +164,18 @@ void ListFiles::Load() {
     const auto file = host_.Dialogs().AskListToLoad(StoredFolder(kListFolder));
     if (!file) return;
     StoreFolderOf(kListFolder, *file);
+    Load(std::move(turn), *file);
+}
+
+void ListFiles::Load(const std::filesystem::path& file) {
+    BackgroundTasks::Turn turn = BeginListTask(host_);
+    if (turn && !RefusesFullList()) Load(std::move(turn), file);
+}
+
+void ListFiles::Load(BackgroundTasks::Turn turn, const std::filesystem::path& file) {
     Read(
-        std::move(turn),
-        [file = *file](Reading& reading) { reading.list = reading.intake.AddList(file); },
-        [this, file = *file](Reading& reading) {
+        std::move(turn), [file](Reading& reading) { reading.list = reading.intake.AddList(file); },
+        [this, file](Reading& reading) {
             if (!reading.list) {
                 host_.Tell(
                     FullText(ListDiagnostic(reading.list.Problem(), host_.CurrentLanguage())));
@@ -163,8 +203,7 @@ void ListFiles::AddWaiting() {
         std::ranges::find_if(files, [](const auto& file) { return HasExtension(file, "fcl"); });
     const std::filesystem::path list = found != files.end() ? *found : std::filesystem::path();
     Read(
-        std::move(turn),
-        [files = std::move(files)](Reading& reading) { reading.intake.AddFiles(files); },
+        std::move(turn), [files = std::move(files)](Reading& reading) { reading.AddFiles(files); },
         [this, list](Reading& reading) { Publish(reading, {}, list); });
 }
 
@@ -191,7 +230,10 @@ void ListFiles::Save() {
         },
         [this, saving] {
             const Language language = host_.CurrentLanguage();
-            if (saving->saved) StoreName(saving->file);
+            if (saving->saved) {
+                StoreName(saving->file);
+                AddRecentFile(host_.Store(), RecentKind::kLists, saving->file);
+            }
             host_.Tell(saving->saved ? FormatText(LoadText(TextId::kListSaved, language),
                                                   PathText(saving->file))
                                      : ProblemText(saving->saved.Problem(), language));
@@ -202,29 +244,37 @@ void ListFiles::LoadRemembered() {
     BackgroundTasks::Turn turn = host_.Tasks().TryBegin();
     if (!turn) return;
     rememberedMissing_ = true;
-    const auto remembered = std::make_shared<std::optional<RememberedList>>();
+    struct Start {
+        std::vector<uint8_t> stored;
+        std::optional<RememberedList> remembered;
+        ListKeeper::Found found;
+    };
+    const auto start = std::make_shared<Start>();
     host_.Tasks().StartListTask(
         std::move(turn),
-        [remembered, &host = host_, &store = host_.Store(),
-         base = host_.Base()](TaskControl& control) {
-            const auto stored = ReadWholeBinary(store, kHistoryKey, kHistoryValue);
-            RememberedList list = LoadRememberedList(stored, base);
+        [start, &host = host_, &keeper = keeper_, base = host_.Base()](TaskControl& control) {
+            start->stored = ReadWholeBinary(host.Store(), kHistoryKey, kHistoryValue);
+            RememberedList list = LoadRememberedList(start->stored, base);
             if (list.load.overLimit) WarnOfLimit(control, host);
-            *remembered = std::move(list);
+            start->found = keeper.Find(start->stored);
+            start->remembered = std::move(list);
         },
-        [this, remembered] {
-            if (!*remembered) return;
+        [this, start] {
+            if (!start->remembered) return;
             rememberedMissing_ = false;
-            host_.SetColumnWidths((*remembered)->widths);
-            host_.Editor().Restore(std::move((*remembered)->games));
+            host_.SetColumnWidths(start->remembered->widths);
+            keeper_.Begin(start->stored, std::move(start->found),
+                          std::move(start->remembered->games));
         });
 }
 
 bool ListFiles::SaveRemembered(const ColumnWidths& widths) {
     if (rememberedMissing_) return host_.Editor().Games().empty();
     const std::string text = StoreRememberedList(host_.Editor().Games(), widths, host_.Base());
-    return host_.Store().RegWriteBinary(
-        kHistoryKey, kHistoryValue, {reinterpret_cast<const uint8_t*>(text.data()), text.size()});
+    const std::span bytes(reinterpret_cast<const uint8_t*>(text.data()), text.size());
+    if (!host_.Store().RegWriteBinary(kHistoryKey, kHistoryValue, bytes)) return false;
+    keeper_.Stored(bytes);
+    return true;
 }
 
 std::u16string ListFiles::Name() const {

@@ -5,21 +5,27 @@
 #include <filesystem>
 #include <functional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "shell/tasks/list_host.h"
+#include "shell/tasks/list_keeper.h"
 
 namespace bw {
 
 class ListFiles {
   public:
-    explicit ListFiles(ListHost& host) : host_(host) {}
+    // `kept`: the folder where the list lies while the program runs; empty keeps none there.
+    explicit ListFiles(ListHost& host, std::filesystem::path kept = {})
+        : host_(host), keeper_(host, std::move(kept)) {}
 
-    // The three commands; each refuses while a task runs. How they ended is told in the status
+    // Each refuses while a task runs. How they ended is told in the status
     // bar, and so is a list that can't be written. One that is stopped leaves the list as it was.
     void Open();
     void Load();
+    void Load(const std::filesystem::path& file);
     void Save();
+    // A single file that is a cart of ours goes to the host's ShowCart, here and in Open().
     // Files dropped on the window or named at the program's start (absolute paths): images and list
     // files in any order. The flag isn't looked at; if a task is running, the files wait for its
     // end.
@@ -29,8 +35,12 @@ class ListFiles {
     // extension. Empty for games that were put together.
     std::u16string Name() const;
 
-    // At the start, on a background thread.
+    // At the start, on a background thread. A list that a killed program has kept comes first.
     void LoadRemembered();
+    // To be told of each change of the list.
+    void ListChanged() { keeper_.Changed(); }
+    // The list has gone to where it stays: nothing is to be brought back at the next start.
+    void ForgetKept() { keeper_.Forget(); }
     // At closing, on the window's thread. False if the list isn't stored. A list that
     // LoadRemembered() couldn't bring in stays stored as it is, whatever the window has.
     bool SaveRemembered(const ColumnWidths& widths);
@@ -41,6 +51,7 @@ class ListFiles {
     void Read(BackgroundTasks::Turn turn, std::function<void(Reading&)> read,
               std::function<void(Reading&)> finish);
     bool RefusesFullList();
+    void Load(BackgroundTasks::Turn turn, const std::filesystem::path& file);
     void AddWaiting();
     // Appends what was read and tells how much it was. `list`: a list file among what was read.
     void Publish(Reading& reading, ListEditor::Appending how,
@@ -50,6 +61,7 @@ class ListFiles {
     void StoreFolderOf(std::string_view name, const std::filesystem::path& file);
 
     ListHost& host_;
+    ListKeeper keeper_;
     std::vector<std::filesystem::path> waiting_;
     bool rememberedMissing_ = false;  // LoadRemembered() has begun, and hasn't brought the list
 };

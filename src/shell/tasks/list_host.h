@@ -33,6 +33,8 @@ class ListHost {
     // The row that a search has found is FindRow now; or nothing was found and FindRow loses its
     // mark. Also for a row that a message is about.
     virtual void ShowFound(bool found) = 0;
+    // A cart of ours that was given among what is for the list: it is shown instead.
+    virtual void ShowCart(const std::filesystem::path&) {}
     virtual void SetColumnWidths(const ColumnWidths& widths) = 0;
     // A line for the status bar that stays until the next one: how a task ended. `details` are for
     // the mouse that rests on it.

@@ -1,6 +1,8 @@
 #include "shell/tasks/window_build_user.h"
 
+#include <array>
 #include <cstdio>
+#include <optional>
 #include <utility>
 
 #include "builder/build_words.h"
@@ -32,6 +34,16 @@ int WindowBuildUser::Show(std::u16string_view text, std::u16string_view title,
 
 void WindowBuildUser::Message(std::u16string_view text, std::u16string_view title, MessageKind) {
     Show(text, title, MessageButtons::kConfirm);
+}
+
+void WindowBuildUser::TooMuch(std::u16string_view text, std::u16string_view title) {
+    const std::array answers{LoadText(TextId::kBuildShowsFit, language_),
+                             LoadText(TextId::kCancel, language_)};
+    const auto answer =
+        OnWindow([&dialogs = dialogs_, text = std::u16string(text), title = std::u16string(title),
+                  answers] { return dialogs.Choose(text, title, answers); },
+                 std::nullopt);
+    wantsFit_ = answer == 0;
 }
 
 bool WindowBuildUser::AskYesNo(std::u16string_view text, std::u16string_view title) {

@@ -22,9 +22,14 @@ class WindowBuildUser : public BuildUser {
 
     Language UiLanguage() const override { return language_; }
     void Message(std::u16string_view text, std::u16string_view title, MessageKind kind) override;
+    // Offers to show which games could be left out; WantsFit() tells whether that is wanted.
+    void TooMuch(std::u16string_view text, std::u16string_view title) override;
+    bool WantsFit() const { return wantsFit_; }
     // The warnings so far stand before the question.
     bool AskYesNo(std::u16string_view text, std::u16string_view title) override;
     bool Warn(std::u16string_view text) override;
+    // Stands with the warnings.
+    void Note(std::u16string_view text) override { Warn(text); }
     std::optional<OutputChoice> AskOutput(const std::filesystem::path& startFolder) override;
     std::optional<std::filesystem::path> AskFolder(
         const std::filesystem::path& startFolder) override;
@@ -44,6 +49,7 @@ class WindowBuildUser : public BuildUser {
     Language language_;
     std::u16string name_;
     bool closed_ = false;
+    bool wantsFit_ = false;
     std::u16string warnings_;  // a line each
     size_t warningCount_ = 0;
 };
