@@ -224,7 +224,7 @@ TEST(SameGames, KeepTheBest) {
         {{u"G (U) [b1]", u"G (E) [!]"}, 0, {.order = {kRegion}}},
         {{u"G (Japan, USA)", u"G (World)", u"G"}, 0},
         {{u"G (Spain)", u"G"}, 0},
-        {{u"G (E)", u"G (JU)"}, 1, {.regions = {u"j"}}},
+        {{u"G (E)", u"G (JU)"}, 1, {.regions = {u"J"}}},
         {{u"G (U)", u"G (U) (Rev 1)", u"G (U) (Rev B)", u"G (U) (Proto 9)"}, 2},
         {{u"G (V1.1)", u"G (V1.0)", u"G (PRG0)"}, 0},
         {{u"G (U) (Beta)", u"G (U) (PRG0)"}, 1},
