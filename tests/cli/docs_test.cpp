@@ -120,6 +120,9 @@ TEST_F(Commands, ExamplesOfThePagesWork) {
         Done("design render my_design.fcm --scale 1 -o "s + picture);
     Done("design unpack my_design.fcm -d my_design");
     Done("list -o games games");
+    Done("list -o collection games");
+    Done("build -o burned.bin collection.fcl");
+    WriteText(folder_ / "nes.dat", "clrmamepro ( name games )");
     for (const char* source : {"menu.asm", "tables.asm"}) {
         const fs::path file = kSource / "samples/external_menu" / source;
         fs::create_directories(folder_ / "mine");
