@@ -1,6 +1,7 @@
 #include "shell/dialogs/cart_dialog.h"
 
 #include <QHeaderView>
+#include <QScreen>
 #include <algorithm>
 #include <array>
 #include <initializer_list>

@@ -1,6 +1,7 @@
 #include "shell/dialogs/fit_dialog.h"
 
 #include <QHeaderView>
+#include <QScreen>
 #include <algorithm>
 #include <iterator>
 #include <span>
