@@ -581,8 +581,8 @@ constexpr TextRow kRows[] = {
     {kRecentCartsEntry, u"Recent c&arts", u"最近的合卡(&A)"},
     {kClearRecentEntry, u"&Clear", u"清除(&C)"},
     {kListBroughtBack,
-     u"Bankweaver hadn't ended by itself: the list of %s is back, %d game(s), %d checked.",
-     u"程序上次未正常退出：已恢复 %s 的列表，共 %d 个游戏，已勾选 %d 个。"},
+     u"The list of %s is back: %d game(s), %d checked. Bankweaver hadn't ended by itself.",
+     u"已恢复 %s 的列表：共 %d 个游戏，已勾选 %d 个。程序上次未正常退出。"},
     {kListAsFile,
      u"Another list is kept as a file, see File, \"Recent lists\": %s",
      u"另一个列表已存为文件，见“文件”菜单的“最近的列表”：%s"},
@@ -626,6 +626,7 @@ constexpr TextRow kRows[] = {
     {kCartCompare, u"&Compare with a dump...", u"与转储文件比较(&C)..."},
     {kCartSectorLabel, u"&Sectors:", u"扇区(&S)："},
     {kCartFiles, u"Carts", u"合卡"},
+    {kCartPlay, u"&Play", u"试玩(&P)"},
     {kBuildShowsFit, u"&Show what to leave out", u"显示可去掉的游戏(&S)"},
 };
 // clang-format on

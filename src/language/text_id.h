@@ -1093,6 +1093,7 @@ enum class TextId {
     kCartCompare,
     kCartSectorLabel,
     kCartFiles,
+    kCartPlay,
     kBuildShowsFit,
 
     // Carts that are opened again, by words below the command line and of its own.

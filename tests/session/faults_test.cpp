@@ -56,7 +56,7 @@ TEST_F(Faults, AKilledWindowGivesItsListBackAtTheNextStart) {
     }
     const auto next = Start();
     next->Await("the list", Rows(7));
-    next->Await("what came back", Told("is back, 7 game(s)"));
+    next->Await("what came back", Told("is back: 7 game(s)"));
     // One that starts beside it begins with the list of the last exit.
     const auto beside = Start();
     beside->Await("the remembered list", Rows(1));

@@ -55,7 +55,7 @@ TEST_F(Keeping, TheNewestListComesBackAndNothingOfTheOthersIsLost) {
     files.LoadRemembered();
     Finish();
     EXPECT_THAT(Names(), ElementsAre("newest"));
-    EXPECT_THAT(host_.told, AllOf(HasSubstr("is back, 1 game(s)"), HasSubstr("0 checked")));
+    EXPECT_THAT(host_.told, AllOf(HasSubstr("is back: 1 game(s)"), HasSubstr("0 checked")));
     EXPECT_THAT(host_.details, AllOf(HasSubstr("Recent lists"), HasSubstr("list_9.kept")));
     const auto recent = RecentFiles(*host_.store, RecentKind::kLists);
     ASSERT_THAT(recent, SizeIs(2));

@@ -41,7 +41,7 @@ QString Kilobytes(uint32_t bytes) {
 }
 
 QString Place(uint32_t offset) {
-    return QStringLiteral("0x%1").arg(offset, 7, 16, QLatin1Char('0'));
+    return QStringLiteral("%1").arg(offset, 7, 16, QLatin1Char('0')).toUpper();
 }
 
 }  // namespace
@@ -209,7 +209,7 @@ void CCartDialog::ApplyTexts() {
     SetTextId(kTakeOut, TextId::kCartTakeOut);
     SetTextId(kCompare, TextId::kCartCompare);
     SetTextId(kSectorLabel, TextId::kCartSectorLabel);
-    SetTextId(kPlayButton, TextId::kPlayGameEntry);
+    SetTextId(kPlayButton, TextId::kCartPlay);
     SetTextId(kStop, TextId::kStop);
     progress_.setAccessibleName(QtText(TextId::kTaskProgress, language));
     model_.SetLanguage(language);
@@ -244,6 +244,8 @@ void CCartDialog::ShowCart(const std::filesystem::path& file, CartContents cart)
 // Long names may not push what follows out of the window.
 void CCartDialog::FitColumns() {
     table_.resizeColumnsToContents();
+    table_.horizontalHeader()->setStretchLastSection(false);
+    table_.horizontalHeader()->setStretchLastSection(true);  // takes the rest anew
     table_.setColumnWidth(CartTable::kName,
                           std::min(table_.columnWidth(CartTable::kName), kFirstSize.width() / 3));
 }
