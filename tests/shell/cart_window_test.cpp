@@ -74,6 +74,7 @@ TEST_F(CartWindow, TellsWhatDiffersFromADumpByGameAndSector) {
     EXPECT_THAT(Result(), AllOf(HasSubstr("1 byte(s) differ, in 1 of"), HasSubstr("2 B: 1"),
                                 HasSubstr("erased flash")));
     // Neither a game nor anything else that is no cart.
+    dialogs.told.clear();
     dialogs.files = {FileChoice{folder / "A.nes", 0}};
     Send(kCommandOpenCart);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !dialogs.told.empty(); }));
