@@ -1195,6 +1195,8 @@ enum class TextId {
     kMissingFound,
     kStillMissing,
     kSumsNotRead,
+    kHelpSkipDamaged,
+    kFileIsDamaged,
     // Archives.
     kArchiveDamaged = 12600,
     kArchiveEncrypted,
