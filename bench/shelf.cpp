@@ -161,14 +161,14 @@ class Shelf {
         ++archived_;
         const std::string kind = kKinds[archived_ % kKinds.size()];
         if (kind == "gz") {
-            WriteArchive(folder_ / "shelf" / fmt::format("{:05} {}.gz", number, game.file),
-                         {{game.file, game.image}});
+            const fs::path folder = folder_ / "shelf" / "single";
+            fs::create_directories(folder);
+            WriteArchive(folder / Free(folder, game.file + ".gz"), {{game.file, game.image}});
             ++archiveCount_;
             return;
         }
         std::vector<ArchiveMember>& members = archives_[kind];
-        members.push_back(
-            {fmt::format("set {}/{:05} {}", archived_ % 4, number, game.file), game.image});
+        members.push_back({fmt::format("set {}/{}", members.size() % 4, game.file), game.image});
         if (members.size() == 100) Close(kind, members);
     }
 
@@ -183,7 +183,7 @@ class Shelf {
     static std::string Free(const fs::path& folder, const std::string& name) {
         std::string free = name;
         for (int i = 2; fs::exists(folder / free); ++i)
-            free = fmt::format("{} #{}.nes", name.substr(0, name.size() - 4), i);
+            free = fmt::format("{} {}", i, name);
         return free;
     }
 

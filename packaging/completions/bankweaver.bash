@@ -125,7 +125,7 @@ _bankweaver_cli() {
                 return
             fi
             names="--page-size --page-number --insert-row --number --dot --fill"
-            local collection="--look-in --keep-best --names --tidy-names --shorten-names"
+            local collection="--look-in --skip-damaged --keep-best --names --tidy-names --shorten-names"
             menu="--board --menu-size --style --music --turning-speed --design --extern-menu $names
                 --strict --skip-unsupported $collection"
             case $command in

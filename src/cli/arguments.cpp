@@ -43,6 +43,7 @@ std::string MusicHelp(const CommandOptions& options) {
 // What is done to the games before they are used.
 void AddCollectionOptions(const CommandOptions& options, Arguments& arguments) {
     options.Path("--look-in", arguments.lookIn, TextId::kHelpLookIn, "FOLDER");
+    options.Flag("--skip-damaged", arguments.skipDamaged, TextId::kHelpSkipDamaged);
     options.Flag("--keep-best", arguments.keepBest, TextId::kHelpKeepBest);
     options.Command()
         .add_option("--names", arguments.names, options.Words(TextId::kHelpNames))

@@ -54,9 +54,10 @@ struct Arguments {
     bool verbose = false;                       // say what is done
     bool strict = false;                        // build, export: warnings end it
     bool skipUnsupported = false;               // build, export: leave out what the board can't run
-    bool tidyNames = false;                     // build, export, list, check: also the next four
-    bool shortenNames = false;                  // by whole words, to the room on the console
-    bool keepBest = false;                      // of the versions of a game
+    bool skipDamaged = false;                   // build, export, list, check: also the next five
+    bool tidyNames = false;
+    bool shortenNames = false;                   // by whole words, to the room on the console
+    bool keepBest = false;                       // of the versions of a game
     std::vector<std::filesystem::path> names{};  // databases of names, the first counts most
     std::filesystem::path lookIn{};              // for missing files; empty: nowhere
     std::optional<LeavingOut> leaveOut{};        // build, export, list: if the board is too small

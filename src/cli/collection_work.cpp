@@ -90,6 +90,17 @@ bool CollectionWork::FindMissing() {
     return WarnOfAll(lines);
 }
 
+void CollectionWork::SkipDamaged() {
+    if (!arguments_.skipDamaged) return;
+    for (size_t row = 0; row < games_.size(); ++row) {
+        GameEntry& game = games_[row];
+        if (!game.checked || !game.IsDamaged()) continue;
+        game.checked = false;
+        user_.Note(FormatText(Text(TextId::kGameLeftOut), row + 1, VisibleText(game.name),
+                              Text(TextId::kFileIsDamaged)));
+    }
+}
+
 bool CollectionWork::KeepBest() {
     if (!arguments_.keepBest) return true;
     std::vector<uint32_t> unread;

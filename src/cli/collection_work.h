@@ -19,6 +19,7 @@ class CollectionWork {
 
     // The options that ask for it decide. False if the user has ended it, or a warning has.
     bool FindMissing();
+    void SkipDamaged();
     // Of the games that take part; the other versions leave the list.
     bool KeepBest();
     // False as well if a database is of no use.

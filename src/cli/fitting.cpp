@@ -95,7 +95,8 @@ bool ReadSharedSums(GameList& games, const Arguments& arguments, bool all, Termi
     for (const uint32_t row : rows)
         paths.push_back(TextPath(games[row].path));
     const auto sums = ReadImageSums(paths, [&](size_t done, size_t total) {
-        user.Progress(FormatText(LoadText(TextId::kLookingForEqualData, user.UiLanguage()), done, total));
+        user.Progress(
+            FormatText(LoadText(TextId::kLookingForEqualData, user.UiLanguage()), done, total));
         return !user.Cancelled();
     });
     for (size_t i = 0; i < std::min(rows.size(), sums.size()); ++i) {

@@ -31,6 +31,7 @@ bool GameCommand::SparesFiles() {
 bool GameCommand::Collected() {
     // Games that were found mustn't be written over, nor those that leave the list.
     if (!collection_.FindMissing() || !SparesFiles()) return false;
+    collection_.SkipDamaged();
     if (arguments_.skipUnsupported) {
         for (const std::u16string& line :
              UncheckUnsupported(gathered_.games, arguments_.board, language_)) {

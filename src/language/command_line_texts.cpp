@@ -410,6 +410,10 @@ constexpr TextRow kRows[] = {
      u"在 %s 中找到缺失的文件：%d / %d"},
     {kStillMissing, u"Still missing: %s", u"仍然缺失：%s"},
     {kSumsNotRead, u"%s can't be read to know it by its data", u"无法读取 %s，不能按数据识别"},
+    {kHelpSkipDamaged,
+     u"Leave out images that end before their header says",
+     u"略过不完整的镜像"},
+    {kFileIsDamaged, u"Its file is damaged or ends too early.", u"文件已损坏或不完整。"},
     // What fits a board, and carts that keep what an earlier one has.
     {kSavesInOnePlace,
      u"%d games keep their saves in one and the same memory of the board: %s. Playing one of them may spoil the saves of the others. Have one such game on a cart, or play one to its end before you start another.",

@@ -35,10 +35,10 @@ constexpr TextRow kRows[] = {
     {kFilterTip,
      u"Shows only the games whose name, remark or path holds this text. Words that ask for more:\n"
      u"board:coolboy (mindkids, coolgirl)\nmapper:4\nsize:>256k\nbattery:yes\n"
-     u"checked:   checked:no\nsame: (versions of a game)   same:data\nmissing: (the file is gone)",
+     u"checked:   checked:no\nsame: (versions of a game)   same:data\nmissing: (the file is gone)   damaged: (it ends too early)",
      u"只显示名称、备注或路径中包含这些文字的游戏。还可使用以下条件：\n"
      u"board:coolboy（mindkids、coolgirl）\nmapper:4\nsize:>256k\nbattery:yes\n"
-     u"checked:（已勾选）　checked:no\nsame:（同一游戏的各个版本）　same:data\nmissing:（文件缺失）"},
+     u"checked:（已勾选）　checked:no\nsame:（同一游戏的各个版本）　same:data\nmissing:（文件缺失）　damaged:（文件不完整）"},
     {kShownOfAll,
      u"%1 of %2 shown; a build takes hidden games too",
      u"显示 %1 项，共 %2 项；生成时也包含隐藏的游戏"},

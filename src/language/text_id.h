@@ -1196,6 +1196,8 @@ enum class TextId {
     kMissingFound,
     kStillMissing,
     kSumsNotRead,
+    kHelpSkipDamaged,
+    kFileIsDamaged,
     // Archives.
     kArchiveDamaged = 12600,
     kArchiveEncrypted,

@@ -50,6 +50,14 @@ GameEntry::GameEntry(const std::filesystem::path& file, const FileResult<ImageFi
     SetImage(*this, image);
 }
 
+bool GameEntry::IsDamaged() const {
+    if (missing || (size == 0 && !headerRead)) return false;
+    const uint64_t announced = kInesHeaderSize + (header.Trainer() ? kTrainerSize : 0) +
+                               uint64_t{header.PrgLow()} * kPrgUnit +
+                               uint64_t{header.ChrLow()} * kChrUnit;
+    return !headerRead || !HasValidHeader() || size < announced;
+}
+
 std::vector<GameEntry> ReadGameEntries(std::span<const std::filesystem::path> paths) {
     std::vector<GameEntry> entries(paths.size());
     VisitImages(paths, ImageDepth::kHeader, kReaderThreads,

@@ -37,6 +37,9 @@ struct GameEntry {
     explicit GameEntry(const std::filesystem::path& path);
     GameEntry(const std::filesystem::path& path, const FileResult<ImageFile>& image);
 
+    // No file of a game any more, or one that ends before its header says; a missing one isn't
+    // meant.
+    bool IsDamaged() const;
     // The magic is there and the low PRG size is not 0.
     bool HasValidHeader() const { return header.IsValid(); }
 };

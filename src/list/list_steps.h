@@ -51,8 +51,8 @@ struct SwapList {
     GameList games;
 };
 
-using ListStep = std::variant<TakeRows, PutRows, ReorderRows, SetTexts, TurnedChecks, SwapEntries,
-                              SwapList>;
+using ListStep =
+    std::variant<TakeRows, PutRows, ReorderRows, SetTexts, TurnedChecks, SwapEntries, SwapList>;
 
 struct AppliedStep {
     ListStep inverse;

@@ -257,6 +257,8 @@ TEST(ListFilter, WordsAskAndTextIsFound) {
     games[2].remark = u"Étoile";
     games[2].coolgirlSupported = true;
     games[2].crcs = games[3].crcs = DataCrcs{1, 2};
+    games[3].headerRead = true;
+    games[3].size = 20;
     const struct {
         const char16_t* text;
         Rows rows;
@@ -279,6 +281,7 @@ TEST(ListFilter, WordsAskAndTextIsFound) {
         {u"size:9z", {3}},
         {u"battery:", {0}},
         {u"missing:yes", {1}},
+        {u"damaged:", {3}},
         {u"missing:no checked:no game", {0, 2}},
         {u"game checked: two", {}},
         {u"étoile checked:  two", {1}},

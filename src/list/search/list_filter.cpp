@@ -133,6 +133,9 @@ std::optional<Condition> OfWord(const GameList& games, View word) {
             return games[row].HasValidHeader() && games[row].header.Battery();
         });
     }
+    if (key == u"damaged") {
+        return WithFlag(value, [&](uint32_t row) { return games[row].IsDamaged(); });
+    }
     if (key == u"missing") return WithFlag(value, [&](uint32_t row) { return games[row].missing; });
     if (key == u"checked") return WithFlag(value, [&](uint32_t row) { return games[row].checked; });
     return std::nullopt;

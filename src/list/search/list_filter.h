@@ -1,5 +1,5 @@
 // What the box above the list leaves: rows with a text in them, and words that ask for more.
-//   board:coolboy|mindkids|coolgirl  mapper:4  size:>256k  battery:yes|no  missing:  same: checked:
+//   board:coolboy|mindkids|coolgirl  mapper:4  size:>256k  battery:yes|no  missing:  damaged:  same: checked:
 // A size is that of PRG and CHR; it has an optional <, >, <=, >= and k or m. A word with an empty
 // value asks for "yes", and "missing:no" turns it round. "same:" is for versions of one game,
 // "same:data" for equal bytes alone. What is no such word is looked for as it stands, blanks
