@@ -118,8 +118,10 @@ ArchiveListing ListArchive(const fs::path& path, const std::string& below) {
     // Of members of the same name the first one counts: that one is opened.
     using Found = ArchiveListing::Found;
     std::ranges::stable_sort(listing.images, PlaceLess, &Found::place);
-    const auto doubles = std::ranges::unique(listing.images, {}, &Found::place);
-    listing.images.erase(doubles.begin(), doubles.end());
+    const auto doubles =
+        std::unique(listing.images.begin(), listing.images.end(),
+                    [](const Found& a, const Found& b) { return a.place == b.place; });
+    listing.images.erase(doubles, listing.images.end());
     listing.leftOut = archive->LeftOutSoFar();
     if (listing.images.empty() && listing.leftOut.empty() && below.empty()) {
         listing.leftOut.push_back({path, LeftOut::Reason::kNoImages});
