@@ -1,5 +1,6 @@
 // The person (or the program) that a build talks to. The window and the command line each
-// implement it. All calls come from the thread that builds.
+// implement it. All calls come from the thread that builds, but for Progress and Cancelled: where
+// games are unpacked by several threads, these may come from any of them, one at a time.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // Databases of game names: the XML form of the preservation groups ("datafile", Logiqx) and the
-// older form of clrmamepro ("game ( name "..." rom ( name "..." size N crc XXXXXXXX ) )"). The file
+// older form of clrmamepro ("game ( name "..." rom ( name "..." size N crc 89ABCDEF ) )"). The file
 // is read as a stream, so that one of 100 MB takes no more memory than the names that are wanted.
 // Entities and links of a document are never followed.
 #pragma once
