@@ -20,25 +20,26 @@ constexpr std::array<std::string_view, 5> kQtOptions{"-display", "-platform", "-
                                                      "-stylesheet"};
 
 // In the order in which CLI11 takes words from a list: backwards.
-std::vector<std::string> OwnWords(int count, const char* const* values) {
-    std::vector<std::string> words;
-    for (int i = 1; i < count; ++i) {
-        const std::string_view word = values[i];
-        if (std::ranges::find(kQtOptions, word) != kQtOptions.end()) {
+std::vector<std::string> OwnWords(const std::vector<std::string>& words) {
+    std::vector<std::string> own;
+    for (size_t i = 0; i < words.size(); ++i) {
+        if (std::ranges::find(kQtOptions, words[i]) != kQtOptions.end()) {
             ++i;
         } else {
-            words.emplace_back(word);
+            own.push_back(words[i]);
         }
     }
-    std::ranges::reverse(words);
-    return words;
+    std::ranges::reverse(own);
+    return own;
 }
 
 }  // namespace
 
-WindowArguments ParseWindowArguments(int count, const char* const* values) {
+WindowArguments ParseWindowArguments(const std::vector<std::string>& words) {
     std::vector<std::filesystem::path> files;
     CLI::App app("Gathers games in a list and builds one multicart ROM from them.", "bankweaver");
+    // On Windows the library would take a path that begins with a slash for an option.
+    app.allow_windows_style_options(false);
     app.set_version_flag("--version", "bankweaver " + std::string(ProgramVersion()));
     app.add_option(
         "FILE", files,
@@ -48,7 +49,7 @@ WindowArguments ParseWindowArguments(int count, const char* const* values) {
         ->option_text("FILE");
     WindowArguments result;
     try {
-        app.parse(OwnWords(count, values));
+        app.parse(OwnWords(words));
     } catch (const CLI::ParseError& ending) {  // --help and --version too
         std::ostringstream text;
         result.exitCode = app.exit(ending, text, text) == 0 ? 0 : kWrongUsage;

@@ -17,6 +17,7 @@ struct WindowArguments {
 };
 
 // Options of Qt's own, such as "-platform offscreen", are passed over: they are its to read.
-WindowArguments ParseWindowArguments(int count, const char* const* values);
+// `words` are those behind the program's name, in UTF-8.
+WindowArguments ParseWindowArguments(const std::vector<std::string>& words);
 
 }  // namespace bw

@@ -25,6 +25,7 @@
 #include "shell/main/settings_start.h"
 #include "support/crash_file.h"
 #include "support/paths.h"
+#include "support/program_words.h"
 #include "support/text.h"
 #include "support/version.h"
 
@@ -117,7 +118,7 @@ int Run(std::vector<std::filesystem::path> files, const Deployment& deployment) 
 
 int RunWindowProgram(int count, char** values, const Deployment& deployment) {
     InstallCrashHandler();
-    WindowArguments arguments = ParseWindowArguments(count, values);
+    WindowArguments arguments = ParseWindowArguments(ProgramWords(count, values));
     if (!arguments.files) {
         std::fputs(arguments.text.c_str(), arguments.exitCode == 0 ? stdout : stderr);
         return arguments.exitCode;

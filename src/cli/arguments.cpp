@@ -186,8 +186,7 @@ std::u16string Contradiction(const Arguments& arguments, Language language) {
 }
 
 // "help COMMAND..." is "COMMAND... --help".
-std::vector<std::string> WordsOf(int count, const char* const* values) {
-    std::vector<std::string> words(values + (count > 0 ? 1 : 0), values + count);
+std::vector<std::string> WordsOf(std::vector<std::string> words) {
     if (!words.empty() && words.front() == "help") {
         words.erase(words.begin());
         words.emplace_back("--help");
@@ -199,6 +198,8 @@ std::unique_ptr<CLI::App> MakeProgram(Language language) {
     const auto words = [language](TextId id) { return ToUtf8(LoadText(id, language)); };
     auto program = std::make_unique<CLI::App>(words(TextId::kProgramPurpose), "bankweaver-cli");
     program->option_defaults()->group(words(TextId::kOptionsLabel));
+    // On Windows the library would take a path that begins with a slash for an option.
+    program->allow_windows_style_options(false);
     program->set_help_flag("-h,--help", words(TextId::kHelpHelp))
         ->group(words(TextId::kOptionsLabel));
     program
@@ -217,7 +218,7 @@ std::unique_ptr<CLI::App> MakeProgram(Language language) {
 
 }  // namespace
 
-ParseResult ParseArguments(int count, const char* const* values) {
+ParseResult ParseArguments(const std::vector<std::string>& given) {
     const Language language = SystemLanguage();
     const auto program = MakeProgram(language);
     Arguments arguments;
@@ -231,7 +232,7 @@ ParseResult ParseArguments(int count, const char* const* values) {
         return ParseResult{.text = std::move(text), .exitCode = kWrongUsage};
     };
     try {
-        std::vector<std::string> words = WordsOf(count, values);
+        const std::vector<std::string> words = WordsOf(given);
         program->parse(std::vector<std::string>(words.rbegin(), words.rend()));
     } catch (const CLI::Success& asked) {  // --help, --version
         if (NamesUnknownCommand(*program)) return refuse(UsageProblem(*program, asked, language));

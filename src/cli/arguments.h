@@ -98,6 +98,7 @@ struct ParseResult {
     int exitCode = 0;                      // with a text: 0 help and version, 2 wrong usage
 };
 
-ParseResult ParseArguments(int count, const char* const* values);
+// `words` are those behind the program's name, in UTF-8.
+ParseResult ParseArguments(const std::vector<std::string>& words);
 
 }  // namespace bw

@@ -5,9 +5,8 @@
 namespace bw {
 namespace {
 
-WindowArguments Parse(std::vector<const char*> words) {
-    words.insert(words.begin(), "bankweaver");
-    return ParseWindowArguments(static_cast<int>(words.size()), words.data());
+WindowArguments Parse(const std::vector<std::string>& words) {
+    return ParseWindowArguments(words);
 }
 
 TEST(WindowArguments, AreFilesFromTheCurrentFolderOrWordsInsteadOfTheWindow) {

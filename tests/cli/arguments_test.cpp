@@ -16,14 +16,11 @@ using testing::Not;
 
 // Of words with blanks between them; '' is an empty one.
 ParseResult Parse(const std::string& line) {
-    std::istringstream text("bankweaver-cli " + line);
+    std::istringstream text(line);
     std::vector<std::string> words;
     for (std::string word; text >> word;)
         words.push_back(word == "''" ? "" : word);
-    std::vector<const char*> values;
-    for (const std::string& word : words)
-        values.push_back(word.c_str());
-    return ParseArguments(static_cast<int>(values.size()), values.data());
+    return ParseArguments(words);
 }
 
 // Menu, page, speed, music, style.

@@ -37,9 +37,9 @@ TEST(Docs, PageManualAndCompletionHaveTheOptionsOfTheHelp) {
                                                          {"design", "render"},
                                                          {"design", "convert"},
                                                          {"design", "import-picture"}};
-    for (std::vector<const char*> words : commands) {
-        words.insert(words.begin(), {"bankweaver-cli", "help"});
-        const std::string help = ParseArguments(static_cast<int>(words.size()), words.data()).text;
+    for (std::vector<std::string> words : commands) {
+        words.insert(words.begin(), "help");
+        const std::string help = ParseArguments(words).text;
         options.merge(Matches(help, "--([a-z][a-z-]+)"));
     }
     EXPECT_GT(options.size(), 28u);

@@ -6,6 +6,7 @@
 #include "assembler/assembler.h"
 #include "nesasm/command_line.h"
 #include "nesasm/output_file.h"
+#include "support/program_words.h"
 
 namespace bw::nesasm {
 namespace {
@@ -68,5 +69,6 @@ int Main(const std::vector<std::string_view>& words) {
 }  // namespace bw::nesasm
 
 int main(int argc, char** argv) {
-    return bw::nesasm::Main(std::vector<std::string_view>(argv + 1, argv + argc));
+    const std::vector<std::string> words = bw::ProgramWords(argc, argv);
+    return bw::nesasm::Main(std::vector<std::string_view>(words.begin(), words.end()));
 }
