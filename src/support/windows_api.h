@@ -3,5 +3,6 @@
 
 #include <windows.h>
 #undef DeleteFile
+#undef ReplaceFile
 #undef RegCreateKey
 #undef RegDeleteValue
