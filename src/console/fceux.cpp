@@ -14,6 +14,7 @@
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/process.h"
+#include "support/text.h"
 
 extern "C" const unsigned char embedded_fceux_script_begin[];
 extern "C" const unsigned char embedded_fceux_script_end[];
@@ -52,6 +53,11 @@ bool IsImage(const fs::path& rom) {
     if (!file || !file->ReadAt(0, magic)) return false;
     const std::string_view text(reinterpret_cast<const char*>(magic.data()), magic.size());
     return text == "NES\x1A" || text == "UNIF";
+}
+
+// A path as a word of a command line.
+std::string PathWord(const fs::path& path) {
+    return WideToBytes(PathText(path));
 }
 
 std::string Digits(std::string_view bytes) {
@@ -157,7 +163,7 @@ class FceuxConsole final : public Console {
     ConsoleResult<> Reset() override { return Done("reset"); }
     ConsoleResult<> Load(const fs::path& rom) override {
         if (!IsImage(rom)) return Lose(ConsoleProblem::Kind::kRefused, kNoImage);
-        ConsoleResult<> loaded = Done("load " + Digits(home_.FileOf(rom).string()));
+        ConsoleResult<> loaded = Done("load " + Digits(PathWord(home_.FileOf(rom))));
         // It ends its script over a file that it doesn't know.
         if (!loaded && loaded.Problem().kind == ConsoleProblem::Kind::kEnded)
             return Lose(ConsoleProblem::Kind::kRefused, loaded.Problem().detail);
@@ -340,10 +346,11 @@ std::vector<fs::path> Places() {
 }  // namespace
 
 PipedCommand CommandOf(const FceuxRun& run) {
-    const std::string home = run.home.string();
+    const std::string home = PathWord(run.home);
     PipedCommand command{
         .program = run.program,
-        .arguments = {"--sound", run.sound ? "1" : "0", "--loadlua", run.script, run.rom},
+        .arguments = {"--sound", run.sound ? "1" : "0", "--loadlua", PathWord(run.script),
+                      PathWord(run.rom)},
         .environment = {"HOME=" + home, "XDG_CONFIG_HOME=" + home, "XDG_DATA_HOME=" + home,
                         "XDG_CACHE_HOME=" + home, "DISPLAY", "WAYLAND_DISPLAY",
                         "QT_QPA_PLATFORM=offscreen", "SDL_VIDEODRIVER=dummy"},
