@@ -20,6 +20,8 @@ set(BANKWEAVER_PLATFORM posix)
 if(WIN32)
     set(BANKWEAVER_PLATFORM windows)
     add_compile_definitions(WIN32_LEAN_AND_MEAN NOMINMAX=1)
+    # The stack of the first thread, and of every other that asks for nothing else: 8 MB as on Linux.
+    add_link_options(-Wl,--stack,0x800000)
 endif()
 
 add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Wall> $<$<COMPILE_LANGUAGE:CXX>:-Wextra>

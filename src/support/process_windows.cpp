@@ -2,8 +2,7 @@
 #include <algorithm>
 
 #include "support/process.h"
-#include "support/text.h"
-#include "support/windows_api.h"
+#include "support/windows_words.h"
 
 namespace bw {
 namespace {
@@ -19,28 +18,6 @@ HANDLE AsHandle(intptr_t handle) {
 }
 intptr_t AsNumber(HANDLE handle) {
     return reinterpret_cast<intptr_t>(handle);
-}
-
-// One word as the C runtime of the child takes command lines apart: backslashes count only in
-// front of a quote ("Parsing C command-line arguments", Microsoft Learn).
-std::wstring Quoted(const std::wstring& word) {
-    std::wstring quoted = L"\"";
-    size_t backslashes = 0;
-    for (const wchar_t unit : word) {
-        if (unit == L'"') quoted.append(backslashes + 1, L'\\');
-        backslashes = unit == L'\\' ? backslashes + 1 : 0;
-        quoted += unit;
-    }
-    return quoted.append(backslashes, L'\\') + L'"';
-}
-
-std::wstring CommandLine(const std::filesystem::path& program,
-                         const std::vector<std::string>& arguments) {
-    std::wstring line = Quoted(program.native());
-    for (const std::string& argument : arguments) {
-        line += L" " + Quoted(TextPath(ToWide(argument)).native());
-    }
-    return line;
 }
 
 // The pipe's ends: reading for the parent, writing for the child.
@@ -78,7 +55,7 @@ bool Process::Start(const std::filesystem::path& program, const std::vector<std:
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdOutput = writing;
     startup.hStdError = writing;
-    std::wstring line = CommandLine(program, arguments);
+    std::wstring line = CommandLine(program.native(), arguments);
     const std::filesystem::path folder =
         workingFolder.empty() ? program.parent_path() : workingFolder;
     PROCESS_INFORMATION started{};
@@ -137,7 +114,7 @@ bool StartDetached(const std::filesystem::path& program,
                    const std::filesystem::path& workingFolder) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
-    std::wstring line = CommandLine(program, {});
+    std::wstring line = CommandLine(program.native(), {});
     PROCESS_INFORMATION started{};
     if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE,
                         DETACHED_PROCESS | CREATE_NEW_PROCESS_GROUP, nullptr,

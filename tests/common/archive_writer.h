@@ -81,7 +81,13 @@ inline void WriteArchive(const std::filesystem::path& file, std::span<const Arch
         check(archive_write_set_options(out.get(), options));
         check(archive_write_set_passphrase(out.get(), "secret"));
     }
-    check(archive_write_open_filename(out.get(), file.c_str()));
+    std::string bytes;
+    const auto append = [](archive*, void* to, const void* data, size_t size) {
+        static_cast<std::string*>(to)->append(static_cast<const char*>(data), size);
+        return static_cast<la_ssize_t>(size);
+    };
+    check(archive_write_set_bytes_in_last_block(out.get(), 1));
+    check(archive_write_open(out.get(), &bytes, nullptr, append, nullptr));
     const std::unique_ptr<archive_entry, void (*)(archive_entry*)> entry(archive_entry_new(),
                                                                          archive_entry_free);
     for (const ArchiveMember& member : members) {
@@ -102,6 +108,7 @@ inline void WriteArchive(const std::filesystem::path& file, std::span<const Arch
         if (written < 0) throw std::runtime_error("archive not written");
     }
     check(archive_write_close(out.get()));
+    WriteText(file, bytes);
 }
 
 }  // namespace bw::test

@@ -1,114 +1,21 @@
 #include "common/child_process.h"
 
-#include <algorithm>
-#include <csignal>
-#include <cstdlib>
-#include <sstream>
-#include <string_view>
-#include <utility>
-
-#include <fcntl.h>
-#include <poll.h>
-#include <sys/prctl.h>
-#include <sys/syscall.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#include "common/game_image.h"
+#include "common/temporary_folder.h"
 
 namespace bw::test {
-namespace {
 
-constexpr int kPassedDescriptor = 3;
-constexpr int kNoSuchProgram = 127;
-constexpr int kSignalStatus = 128;
-
-std::vector<std::string> MergedEnvironment(const std::vector<std::string>& changes) {
-    std::vector<std::string> merged = changes;
-    for (char** entry = environ; *entry != nullptr; ++entry) {
-        const std::string_view text = *entry;
-        const std::string_view name = text.substr(0, text.find('=') + 1);
-        if (std::ranges::none_of(changes, [&](const auto& it) { return it.starts_with(name); }))
-            merged.emplace_back(text);
-    }
-    return merged;
-}
-
-std::vector<char*> Pointers(std::vector<std::string>& words) {
-    std::vector<char*> pointers;
-    for (std::string& word : words)
-        pointers.push_back(word.data());
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
-// Runs between fork and exec, where a program with threads may only make system calls.
-[[noreturn]] void BecomeProgram(char* const* words, char* const* environment, const char* folder,
-                                const char* log, int passed) {
-    setpgid(0, 0);
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
-    dup2(open(log, O_WRONLY | O_CREAT | O_TRUNC, 0600), STDOUT_FILENO);
-    dup2(STDOUT_FILENO, STDERR_FILENO);
-    if (passed >= 0) dup2(passed, kPassedDescriptor);
-    syscall(SYS_close_range, kPassedDescriptor + (passed >= 0 ? 1 : 0), ~0U, 0);
-    if (*folder != '\0' && chdir(folder) != 0) _exit(kNoSuchProgram);
-    execve(words[0], words, environment);
-    _exit(kNoSuchProgram);
-}
-
-}  // namespace
-
-std::optional<ChildProcess> ChildProcess::Start(const ChildCommand& command) {
-    std::vector<std::string> words = command.words;
-    std::vector<std::string> environment = MergedEnvironment(command.environment);
-    const std::vector<char*> wordPointers = Pointers(words);
-    const std::vector<char*> environmentPointers = Pointers(environment);
-    const pid_t id = fork();
-    if (id == 0)
-        BecomeProgram(wordPointers.data(), environmentPointers.data(),
-                      command.workingFolder.c_str(), command.logFile.c_str(),
-                      command.passedDescriptor);
-    if (id < 0) return std::nullopt;
-    setpgid(id, id);  // here too, so that the group stands before the first kill
-    return ChildProcess(id);
-}
-
-ChildProcess::ChildProcess(ChildProcess&& other) noexcept
-    : id_(std::exchange(other.id_, -1)), status_(other.status_) {}
-
-ChildProcess::~ChildProcess() {
-    if (id_ < 0) return;
-    kill(-id_, SIGKILL);
-    waitpid(id_, nullptr, 0);
-}
-
-bool ChildProcess::WaitFor(std::chrono::milliseconds patience) {
-    if (id_ < 0) return true;
-    const int descriptor = static_cast<int>(syscall(SYS_pidfd_open, id_, 0));
-    if (descriptor < 0) return false;
-    pollfd ended{.fd = descriptor, .events = POLLIN, .revents = 0};
-    const bool done = poll(&ended, 1, static_cast<int>(patience.count())) == 1;
-    close(descriptor);
-    if (!done) return false;
-    int status = 0;
-    waitpid(id_, &status, 0);
-    status_ = WIFEXITED(status) ? WEXITSTATUS(status) : kSignalStatus + WTERMSIG(status);
-    id_ = -1;
-    return true;
-}
-
-bool ChildProcess::Signal(int number) const {
-    return id_ >= 0 && kill(id_, number) == 0;
-}
-
-std::optional<std::filesystem::path> FindProgram(const std::string& name) {
-    const char* path = std::getenv("PATH");
-    std::istringstream folders(std::string(path != nullptr ? path : "/usr/bin") + ":/usr/games");
-    for (std::string folder; std::getline(folders, folder, ':');) {
-        const std::filesystem::path candidate = std::filesystem::path(folder) / name;
-        if (access(candidate.c_str(), X_OK) == 0 && !std::filesystem::is_directory(candidate))
-            return candidate;
-    }
-    return std::nullopt;
+ProgramRun RunProgram(ChildCommand command) {
+    const TemporaryFolder folder;
+    command.logFile = folder / "out";
+    command.errorFile = folder / "err";
+    ProgramRun run;
+    if (auto child = ChildProcess::Start(command);
+        child && child->WaitFor(std::chrono::minutes(10)))
+        run.status = child->Status();
+    run.out = ReadText(command.logFile);
+    run.err = ReadText(command.errorFile);
+    return run;
 }
 
 }  // namespace bw::test

@@ -1,22 +1,24 @@
 // An environment variable that is set, or removed with a null value, until the end of a test.
 #pragma once
 
-#include <cstdlib>
+#include <filesystem>
 #include <optional>
 #include <string>
 
 class EnvironmentVariable {
   public:
-    EnvironmentVariable(const char* name, const char* value) : name_(name) {
-        if (const char* old = std::getenv(name)) old_ = old;
-        Set(value);
-    }
+    // Windows takes an empty value for none.
+    EnvironmentVariable(const char* name, const char* value);
+    EnvironmentVariable(const char* name, const std::filesystem::path& value);
     EnvironmentVariable(EnvironmentVariable&&) = delete;
-    ~EnvironmentVariable() { Set(old_ ? old_->c_str() : nullptr); }
+    ~EnvironmentVariable();
 
   private:
-    void Set(const char* value) { value == nullptr ? unsetenv(name_) : setenv(name_, value, 1); }
+    // The system's own form, so that any path can be a value.
+    using Value = std::filesystem::path::string_type;
+    static std::optional<Value> Get(const char* name);
+    static void Set(const char* name, const std::optional<Value>& value);
 
     const char* name_;
-    std::optional<std::string> old_;
+    std::optional<Value> old_;
 };

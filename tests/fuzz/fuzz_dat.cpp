@@ -1,5 +1,6 @@
 // Any bytes as a database of names, in both of its forms: names that are wanted and no others, of a
 // bounded length.
+#include "fuzz.h"
 #include "list/collection/dat_file.h"
 #include "list/list_columns.h"
 #include "memory_file.h"

@@ -1,38 +1,23 @@
 // A file of a fuzz target's input.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
-#include <iterator>
 #include <span>
-#include <string>
-
-#include <sys/mman.h>
-#include <unistd.h>
-
-#include "fuzz.h"
 
 // A file in memory, by a path that any reader can open.
 class MemoryFile {
   public:
-    explicit MemoryFile(std::span<const uint8_t> bytes)
-        : descriptor_(memfd_create("input", MFD_CLOEXEC)) {
-        Expect(descriptor_ >= 0);
-        Expect(bytes.empty() ||
-               write(descriptor_, bytes.data(), bytes.size()) == std::ssize(bytes));
-    }
+    explicit MemoryFile(std::span<const uint8_t> bytes);
     MemoryFile(const MemoryFile&) = delete;
     MemoryFile& operator=(const MemoryFile&) = delete;
-    ~MemoryFile() { close(descriptor_); }
+    ~MemoryFile();
     // Lengthens the file by zeros, which take no memory.
-    void Lengthen(uint64_t size) const {
-        Expect(ftruncate(descriptor_, static_cast<off_t>(size)) == 0);
-    }
-    void WriteAt(uint64_t offset, std::span<const uint8_t> bytes) const {
-        Expect(pwrite(descriptor_, bytes.data(), bytes.size(), static_cast<off_t>(offset)) ==
-               std::ssize(bytes));
-    }
-    std::filesystem::path Path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
+    void Lengthen(uint64_t size) const;
+    void WriteAt(uint64_t offset, std::span<const uint8_t> bytes) const;
+    const std::filesystem::path& Path() const { return path_; }
 
   private:
-    int descriptor_;
+    intptr_t handle_;
+    std::filesystem::path path_;
 };

@@ -1,7 +1,6 @@
 #include <thread>
 
 #include <gmock/gmock.h>
-#include <sys/stat.h>
 
 #include "common/image_folder.h"
 #include "list/added_games.h"
@@ -26,21 +25,13 @@ std::vector<std::filesystem::path> Paths(const std::vector<GameEntry>& entries) 
 TEST(ReadGameFolder, GoesThroughFoldersInOrderOfPath) {
     const ImageFolder folder;
     for (const char* name : {"b.nes", "a/z.NES", "a/deeper/1.nes", "a.nes", "c/readme.txt",
-                             "c/x.nes~", "B.Nes", ".nes", "c/no extension", "unes"}) {
+                             "c/x.nes~", "D.Nes", ".nes", "c/no extension", "unes"}) {
         folder.Write(name, Header({1}));
     }
     std::filesystem::create_directory(folder / "folder.nes");
-    ASSERT_EQ(mkfifo((folder / "pipe.nes").c_str(), 0600), 0);
-    std::filesystem::create_symlink(folder / "b.nes", folder / "link.nes");
-    std::filesystem::create_symlink(folder / "gone", folder / "broken.nes");
-    // Followed, it would never end.
-    std::filesystem::create_directory_symlink(folder.Path(), folder / "a" / "loop");
-    std::filesystem::create_directory_symlink(folder / "a", folder / "loop.nes");
-
-    EXPECT_THAT(
-        Paths(ReadGameFolder(folder.Path())),
-        ElementsAre(folder / "B.Nes", folder / "a" / "deeper" / "1.nes", folder / "a" / "z.NES",
-                    folder / "a.nes", folder / "b.nes", folder / "link.nes"));
+    EXPECT_THAT(Paths(ReadGameFolder(folder.Path())),
+                ElementsAre(folder / "D.Nes", folder / "a" / "deeper" / "1.nes",
+                            folder / "a" / "z.NES", folder / "a.nes", folder / "b.nes"));
     EXPECT_THAT(ReadGameFolder(folder / "no such folder"), IsEmpty());
     EXPECT_THAT(ReadGameFolder(folder / "b.nes"), IsEmpty());
 }
@@ -75,15 +66,14 @@ TEST(ReadGameFolder, GivesWhatReadingOneByOneGives) {
     }
 }
 
-TEST(ReadGameFolder, KeepsARelativeFolderRelativeAndNamesThatAreNoUtf8) {
+TEST(ReadGameFolder, KeepsARelativeFolderRelative) {
     const ImageFolder folder;
     folder.Write("set/游戏.nes", Header({1}));
-    folder.Write("set/Caf\xE9.nes", Header({1}));
     const auto set = std::filesystem::relative(folder.Path()) / "set";
     const auto entries = ReadGameFolder(set / "");
-    ASSERT_THAT(Paths(entries), ElementsAre(set / "Caf\xE9.nes", set / "游戏.nes"));
-    EXPECT_TRUE(GameEntry(entries[0].path).HasValidHeader() && entries[1].HasValidHeader());
-    EXPECT_EQ(entries[1].name, u"游戏");
+    ASSERT_THAT(Paths(entries), ElementsAre(set / "游戏.nes"));
+    EXPECT_TRUE(entries[0].HasValidHeader());
+    EXPECT_EQ(entries[0].name, u"游戏");
 }
 
 TEST(AddedGames, GamesOnlyWithPathsFromTheProgramsFolder) {

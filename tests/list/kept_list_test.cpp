@@ -1,13 +1,13 @@
 // The list that is kept while a program runs, when the program ends by a kill.
 #include "list/kept_list.h"
 
-#include <csignal>
 #include <fstream>
+#include <thread>
 
 #include <gmock/gmock.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
+#include "common/child_process.h"
+#include "common/game_image.h"
 #include "common/temporary_folder.h"
 
 namespace bw {
@@ -29,17 +29,14 @@ class Kept : public testing::Test {
   protected:
     KeptLists Find() const { return FindKeptLists(folder_.Path(), folder_.Path()); }
     // A program that keeps one list after the other until it is killed.
-    void KeepAndBeKilled(useconds_t after) const {
-        const pid_t child = fork();
-        if (child == 0) {
-            auto kept = KeptList::Begin(folder_.Path());
-            for (size_t count = 1; kept; count = count % 900 + 1)
-                kept->Keep(GamesNamed(u"killed", count), folder_.Path(), 77);
-            _exit(1);
-        }
-        usleep(after);
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
+    void KeepAndBeKilled(std::chrono::milliseconds after) const {
+        const TemporaryFolder log;
+        const auto child = test::ChildProcess::Start(
+            {.words = {BANKWEAVER_KEEPING_CHILD, folder_.Path().string()}, .logFile = log / "log"});
+        ASSERT_TRUE(child);
+        while (test::ReadText(log / "log").empty())
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        std::this_thread::sleep_for(after);
     }
 
     TemporaryFolder folder_;
@@ -47,7 +44,7 @@ class Kept : public testing::Test {
 
 TEST_F(Kept, AKilledProgramLeavesAWholeListWheneverItEnds) {
     for (int round = 0; round < 12; ++round)
-        KeepAndBeKilled(20'000 + static_cast<useconds_t>(round) * 7'000);
+        KeepAndBeKilled(std::chrono::milliseconds(20 + round * 7));
     const KeptLists found = Find();
     EXPECT_THAT(found.damaged, SizeIs(0));
     ASSERT_THAT(found.lists, SizeIs(testing::Gt(6U)));
@@ -75,7 +72,7 @@ TEST_F(Kept, RunningProgramsAndForgottenOnesLeaveNothingToBringBack) {
 }
 
 TEST_F(Kept, DamagedFilesAreNamedAndLeftAlone) {
-    KeepAndBeKilled(100'000);
+    KeepAndBeKilled(std::chrono::milliseconds(100));
     const auto file = folder_ / "list_1.kept";
     std::fstream bytes(file, std::ios::binary | std::ios::in | std::ios::out);
     bytes.seekp(40).put('#');

@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include "common/image_folder.h"
+#include "common/special_files.h"
 #include "list/game_entry.h"
 #include "rom/crc32.h"
 #include "rom/multicart_item.h"
@@ -138,10 +138,10 @@ TEST(MulticartItem, AFailedLoadChangesThePathOnly) {
     menu.name = u"menu";
     menu.SetPrgCount(8);
     menu.SetPrgUnits(16);
-    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
-    for (const auto& path : {folder / "missing", folder.Write("unif", "UNIF" + Data(100, 1)),
-                             folder.Write("short", "NEX"), folder.Path(), folder / "pipe",
-                             std::filesystem::path("/dev/zero")}) {
+    std::vector<std::filesystem::path> paths = test::SpecialFiles(folder.Path());
+    paths.insert(paths.end(), {folder / "missing", folder.Write("unif", "UNIF" + Data(100, 1)),
+                               folder.Write("short", "NEX"), folder.Path()});
+    for (const auto& path : paths) {
         SCOPED_TRACE(path);
         EXPECT_FALSE(menu.Load(path));
         EXPECT_EQ(menu.path, path);

@@ -55,7 +55,7 @@ std::optional<size_t> SizeOf(const SettingsStore& store, std::string_view name) 
 class SqliteStranger {
   public:
     explicit SqliteStranger(const std::filesystem::path& file) {
-        EXPECT_EQ(sqlite3_open(file.c_str(), &database_), SQLITE_OK);
+        EXPECT_EQ(sqlite3_open(file.string().c_str(), &database_), SQLITE_OK);
     }
     SqliteStranger(SqliteStranger&&) = delete;
     ~SqliteStranger() { sqlite3_close(database_); }
@@ -346,7 +346,7 @@ TEST_F(Guarded, PlaceThatHoldsNoStoreIsToldAndLeftAlone) {
         GuardedStore store(MakeSqliteStore(place), PathText(place));
         EXPECT_TRUE(store.RegWriteDword(kMainKey, "v", 5));
         EXPECT_EQ(Number(store, "v"), 5u);
-        EXPECT_THAT(Problem(store), testing::AllOf(HasSubstr(place), HasSubstr(words)));
+        EXPECT_THAT(Problem(store), testing::AllOf(HasSubstr(place.string()), HasSubstr(words)));
     }
     EXPECT_EQ(ReadFile(file_).ValueOr({}), text);
 }

@@ -2,12 +2,10 @@
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
-#include <functional>
-#include <map>
 #include <stdexcept>
-#include <string>
 #include <thread>
 
+#include "crash_ways.h"
 #include "support/crash_file.h"
 
 namespace {
@@ -29,19 +27,18 @@ void WriteWhereNothingIs() {
 
 int main(int, char** values) {
     bw::InstallCrashHandler();
-    const std::map<std::string, std::function<void()>> ways{
-        {"access", WriteWhereNothingIs},
-        {"stack", [] { Deeper(1); }},
-        {"exception", [] { throw std::runtime_error("words of the exception"); }},
-        {"abort", [] { std::abort(); }},
-        {"bus", [] { std::raise(SIGBUS); }},
-        {"number", [] { std::raise(SIGFPE); }},
-        {"instruction", [] { std::raise(SIGILL); }},
-        {"thread-stack", [] {
-             std::jthread thread([] {
-                 const bw::CrashStack stack;
-                 Deeper(1);
-             });
-         }}};
+    CrashWays ways{{"access", WriteWhereNothingIs},
+                   {"stack", [] { Deeper(1); }},
+                   {"exception", [] { throw std::runtime_error("words of the exception"); }},
+                   {"abort", [] { std::abort(); }},
+                   {"number", [] { std::raise(SIGFPE); }},
+                   {"instruction", [] { std::raise(SIGILL); }},
+                   {"thread-stack", [] {
+                        std::jthread thread([] {
+                            const bw::CrashStack stack;
+                            Deeper(1);
+                        });
+                    }}};
+    ways.merge(SystemCrashWays());
     ways.at(values[1])();
 }

@@ -1,15 +1,12 @@
 #include "support/files.h"
 
-#include <functional>
 #include <string>
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include "common/file_size_limit.h"
 #include "common/game_image.h"
+#include "common/special_files.h"
 #include "common/temporary_folder.h"
 
 namespace bw {
@@ -22,39 +19,6 @@ using test::ReadText;
 struct Files : testing::Test {
     TemporaryFolder folder_;
 };
-
-fs::perms Mode(const fs::path& path) {
-    return fs::status(path).permissions();
-}
-
-TEST_F(Files, NewFileHasTheUsersUsualPermissionsAndTheOldOnesStay) {
-    // The longest name leaves no room for a longer one beside it.
-    const fs::path file = folder_ / std::string(255, 'n');
-    const mode_t old = umask(027);
-    EXPECT_TRUE(WriteFile(file, "old, and longer"sv));
-    umask(old);
-    EXPECT_EQ(ReadText(file), "old, and longer");
-    EXPECT_EQ(Mode(file), fs::perms{0640});
-    fs::permissions(file, fs::perms{0604});
-    EXPECT_TRUE(WriteFile(file, "new"sv));
-    EXPECT_EQ(ReadText(file), "new");
-    EXPECT_EQ(Mode(file), fs::perms{0604});
-    EXPECT_EQ(folder_.CountFiles(), 1u);
-}
-
-TEST_F(Files, LinkStaysAndItsFileIsReplaced) {
-    fs::create_directory(folder_ / "real");
-    fs::create_symlink("real/file", folder_ / "relative");
-    fs::create_symlink(folder_ / "relative", folder_ / "chain");
-    EXPECT_TRUE(WriteFile(folder_ / "chain", "made"sv)) << "leads nowhere yet";
-    EXPECT_TRUE(WriteFile(folder_ / "chain", "replaced"sv));
-    EXPECT_EQ(ReadText(folder_ / "real/file"), "replaced");
-    EXPECT_TRUE(fs::is_symlink(folder_ / "relative") && fs::is_symlink(folder_ / "chain"));
-
-    fs::create_symlink("b", folder_ / "a");
-    fs::create_symlink("a", folder_ / "b");
-    EXPECT_FALSE(WriteFile(folder_ / "a", "round and round"sv));
-}
 
 TEST_F(Files, FullDiskLeavesTheOldFileAndNothingElse) {
     WriteFile(folder_ / "cart.nes", "old"sv);
@@ -80,37 +44,6 @@ TEST_F(Files, WithoutCommitNothingHappened) {
     EXPECT_FALSE(file->Commit());
 }
 
-// Protection against writing doesn't bind root, so the question is asked by somebody else.
-bool AsOrdinaryUser(const std::function<bool()>& question) {
-    constexpr uid_t kNobody = 65534;
-    const pid_t child = fork();
-    if (child == 0) {
-        if (getuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) _exit(2);
-        _exit(question() ? 1 : 0);
-    }
-    int status = 0;
-    EXPECT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) < 2) << status;
-    return WEXITSTATUS(status) == 1;
-}
-
-TEST_F(Files, ProtectedFileOrFolderIsRefused) {
-    const fs::path file = folder_ / "file";
-    WriteFile(file, "old"sv);
-    const auto write = [&] { return bool(WriteFile(file, "new"sv)); };
-    fs::permissions(folder_.Path(), fs::perms{0777});
-    fs::permissions(file, fs::perms{0444});
-    EXPECT_FALSE(AsOrdinaryUser(write)) << "a file that may not be written";
-    fs::permissions(file, fs::perms{0666});
-    fs::permissions(folder_.Path(), fs::perms{0555});
-    EXPECT_FALSE(AsOrdinaryUser(write)) << "a folder that may not be written";
-    EXPECT_EQ(ReadText(file), "old");
-    fs::permissions(folder_.Path(), fs::perms{0777});
-    EXPECT_TRUE(AsOrdinaryUser(write));
-    EXPECT_EQ(ReadText(file), "new");
-    EXPECT_EQ(folder_.CountFiles(), 1u);
-}
-
 TEST_F(Files, ReadsAndWritesAtOffsets) {
     auto file = File::Create(folder_ / "file");
     EXPECT_TRUE(file->WriteAt(4, std::vector<uint8_t>{4, 5, 6}));
@@ -129,7 +62,7 @@ TEST_F(Files, ReadsAndWritesAtOffsets) {
 TEST_F(Files, NamesTheFileAndTheKind) {
     using enum FileProblem::Kind;
     WriteFile(folder_ / "file", "12345"sv);
-    mkfifo((folder_ / "pipe").c_str(), 0600);
+    const std::vector<fs::path> special = test::SpecialFiles(folder_.Path());
     const auto read = [&](const fs::path& name) { return ReadFile(folder_ / name, 4).Problem(); };
     const auto write = [&](const fs::path& name) {
         return WriteFile(folder_ / name, "x"sv).Problem();
@@ -145,7 +78,6 @@ TEST_F(Files, NamesTheFileAndTheKind) {
                  {write("file/x/y"), kNotFolder, "file"},
                  {read(""), kIsFolder, ""},
                  {write(""), kIsFolder, ""},
-                 {write("pipe"), kNotRegular, "pipe"},
                  {read("file"), kTooLarge, "file"},
                  {write(longName), kNameTooLong, longName},
                  {MakeFolders(folder_ / "file/a/b").Problem(), kNotFolder, "file"},
@@ -155,15 +87,15 @@ TEST_F(Files, NamesTheFileAndTheKind) {
         EXPECT_EQ(test.problem.file, folder_ / test.file);
     }
     EXPECT_TRUE(ReadFile(folder_ / "file", 5));
-    // A named pipe in a folder of games would stop the program for good.
-    const auto pipe = File::OpenForReading(folder_ / "pipe");
-    std::vector<uint8_t> bytes(16);
-    EXPECT_FALSE(pipe && pipe->ReadAt(0, bytes).ValueOr(0) > 0);
+    for (const fs::path& path : special) {
+        EXPECT_EQ(ReadFile(path).Problem().kind, kNotRegular) << path;
+        // Run by root, a fault would replace one of the system's.
+        if (path.is_absolute() && !path.native().starts_with(folder_.Path().native())) continue;
+        EXPECT_EQ(WriteFile(path, "x"sv).Problem().kind, kNotRegular) << path;
+    }
     EXPECT_EQ(read("file").size, 5u);
     EXPECT_EQ(read("file").limit, 4u);
     EXPECT_FALSE(WriteFile("", "x"sv));
-    // It stands for devices too: run by root, a fault would replace one of the system's.
-    EXPECT_TRUE(fs::is_fifo(folder_ / "pipe"));
 }
 
 TEST_F(Files, ScratchFileReplacesALongerOneAndLeavesNoHalves) {
@@ -172,8 +104,7 @@ TEST_F(Files, ScratchFileReplacesALongerOneAndLeavesNoHalves) {
     EXPECT_EQ(ReadText(folder_ / "file"), "short");
     EXPECT_FALSE(WriteScratchFile(folder_ / "missing/file", "x"sv));
     const FileSizeLimit fullDisk(4);
-    EXPECT_EQ(WriteScratchFile(folder_ / "file", "too long"sv).Problem().kind,
-              FileProblem::Kind::kTooLarge);
+    EXPECT_FALSE(WriteScratchFile(folder_ / "file", "too long"sv));
     EXPECT_FALSE(fs::exists(folder_ / "file"));
 }
 
@@ -183,19 +114,8 @@ TEST_F(Files, FoldersAreMadeLevelByLevel) {
     EXPECT_TRUE(fs::is_directory(folder_ / "a/b/c"));
     WriteFile(folder_ / "file", "x"sv);
     EXPECT_FALSE(MakeFolders(folder_ / "file"));
-}
-
-TEST_F(Files, FoldersRemovalStopsAtLinks) {
-    MakeFolders(folder_ / "work/menu/build");
-    MakeFolders(folder_ / "games");
-    WriteFile(folder_ / "games/game.nes", "x"sv);
-    WriteFile(folder_ / "work/menu/build/file", "x"sv);
-    fs::create_directory_symlink(folder_ / "games", folder_ / "work/menu/games");
-    EXPECT_TRUE(RemoveFolder(folder_ / "work"));
-    EXPECT_FALSE(fs::exists(folder_ / "work"));
-    EXPECT_TRUE(fs::exists(folder_ / "games/game.nes"));
-    EXPECT_TRUE(RemoveFolder(folder_ / "work")) << "gone already";
-    EXPECT_FALSE(RemoveFolder(""));
+    EXPECT_TRUE(RemoveFolder(folder_ / "a"));
+    EXPECT_EQ(folder_.CountFiles(), 1u);
 }
 
 TEST_F(Files, DeletingAMissingFileIsASuccess) {
@@ -204,8 +124,6 @@ TEST_F(Files, DeletingAMissingFileIsASuccess) {
     EXPECT_TRUE(DeleteFile(folder_ / "file"));
     EXPECT_FALSE(DeleteFile(""));
     EXPECT_FALSE(DeleteFile(folder_.Path())) << "an empty folder is no file";
-    fs::create_symlink("nowhere", folder_ / "link");
-    EXPECT_TRUE(DeleteFile(folder_ / "link"));
     EXPECT_EQ(folder_.CountFiles(), 0u);
 }
 

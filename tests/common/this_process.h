@@ -1,0 +1,16 @@
+// What a test, or a program that a test starts, is to the system.
+#pragma once
+
+#include <cstdint>
+
+namespace bw::test {
+
+// A line that is written ends in a line feed alone, on every system.
+void KeepLineEnds();
+// Standard output and standard error.
+void CloseOutputs();
+uint32_t OwnProcessId();
+// Of this program: files, pipes, processes.
+uint32_t CountOpenHandles();
+
+}  // namespace bw::test

@@ -1,0 +1,26 @@
+#include <filesystem>
+#include <iterator>
+
+#include <unistd.h>
+
+#include "common/this_process.h"
+
+namespace bw::test {
+
+void KeepLineEnds() {}
+
+void CloseOutputs() {
+    close(STDOUT_FILENO);
+    close(STDERR_FILENO);
+}
+
+uint32_t OwnProcessId() {
+    return static_cast<uint32_t>(getpid());
+}
+
+uint32_t CountOpenHandles() {
+    return static_cast<uint32_t>(
+        std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}));
+}
+
+}  // namespace bw::test
