@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cli/wildcards.h"
 #include "rom/image_files.h"
 #include "support/text.h"
 
@@ -45,8 +46,10 @@ CLI::Option* CommandOptions::Paths(const std::string& names,
         .add_option_function<std::vector<std::string>>(
             names,
             [&values](const std::vector<std::string>& given) {
-                for (const std::string& name : given)
-                    values.push_back(NamePath(name));
+                for (const std::string& name : given) {
+                    const std::vector<std::filesystem::path> meant = NamedPaths(name);
+                    values.insert(values.end(), meant.begin(), meant.end());
+                }
             },
             Words(help))
         ->type_name(type)
