@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -135,6 +136,33 @@ class Commands : public testing::Test {
         return std::count_if(Walk(folder_.Path()), Walk(),
                              [](const auto& item) { return item.path().extension() == ".tmp"; }) +
                (std::filesystem::exists(work) ? std::distance(Walk(work), Walk()) : 0);
+    }
+
+    // The status of a build of 60 games of 2 MB that `end` ends while it writes. One that was
+    // quicker tries again.
+    template <typename End>
+    int EndedBuild(const End& end) const {
+        std::filesystem::create_directory(folder_ / "games");
+        for (int i = 0; i < 60; ++i) {
+            const auto game = folder_ / "games" / (std::to_string(i) + ".nes");
+            WriteText(game, test::Header({128, 0, 0x40}) + std::to_string(i));
+            std::filesystem::resize_file(game, 16 + (2 << 20));
+        }
+        const test::ChildCommand command{
+            .words = {BANKWEAVER_CLI, "build", "--board", "coolgirl", "-o", "x.nes", "games"},
+            .environment = {"BANKWEAVER_HOME=" + ToUtf8(PathText(folder_ / "home"))},
+            .workingFolder = folder_.Path(),
+            .logFile = folder_ / "stdout.txt"};
+        int status = 0;
+        for (int i = 0; i < 5 && status == 0; ++i) {
+            auto child = test::ChildProcess::Start(command);
+            while (Leftovers() < 2 && !child->WaitFor(std::chrono::milliseconds(0))) {
+            }
+            end(*child);
+            EXPECT_TRUE(child->WaitFor(std::chrono::seconds(10)));
+            status = child->Status();
+        }
+        return status;
     }
 
     TemporaryFolder folder_;

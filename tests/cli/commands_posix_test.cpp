@@ -1,4 +1,6 @@
 // Limits, permissions, languages, links and names that only POSIX systems have.
+#include <csignal>
+
 #include <unistd.h>
 
 #include "cli/shell_fixture.h"
@@ -7,6 +9,14 @@ namespace bw {
 namespace {
 
 namespace fs = std::filesystem;
+
+// A console's Ctrl+C reaches no program under Wine that has no console.
+TEST_F(ShellCommands, AnInterruptedBuildLeavesNothing) {
+    for (const int number : {SIGINT, SIGHUP}) {
+        EXPECT_EQ(EndedBuild([&](const auto& child) { child.Signal(number); }), 1);
+        EXPECT_EQ(Leftovers(), 0);
+    }
+}
 
 TEST_F(ShellCommands, AFullDiskLeavesNothing) {
     // One block of the limit is 512 bytes. The larger one stops the ROM, the smaller one the work

@@ -1,16 +1,10 @@
 // The user's files: what no command may write over, lose or leave lying about.
-#include <chrono>
-#include <csignal>
-#include <thread>
-
 #include "cli/command_fixture.h"
-#include "common/child_process.h"
 
 namespace bw {
 namespace {
 
 namespace fs = std::filesystem;
-using namespace std::chrono_literals;
 
 TEST_F(Commands, AKeptFolderBelongsToTheBuild) {
     Image("good.nes", {1, 1, 0}, 1);
@@ -58,37 +52,9 @@ TEST_F(Commands, GamesAreNeverWrittenOver) {
     EXPECT_TRUE(fs::is_empty(folder_ / "nodir"));
 }
 
-// Killed at once and stopped in time, while 60 games of 2 MB are written.
 TEST_F(Commands, WhatAKilledBuildLeavesIsRemoved) {
-    fs::create_directory(folder_ / "games");
-    for (int i = 0; i < 60; ++i) {
-        const fs::path game = folder_ / "games" / (std::to_string(i) + ".nes");
-        WriteText(game, test::Header({128, 0, 0x40}) + std::to_string(i));
-        fs::resize_file(game, 16 + (2 << 20));
-    }
-    // The status of a build that is ended while it writes. One that was quicker tries again.
-    const auto build = [&](auto&& end) {
-        const test::ChildCommand command{
-            .words = {BANKWEAVER_CLI, "build", "--board", "coolgirl", "-o", "x.nes", "games"},
-            .environment = {"BANKWEAVER_HOME=" + ToUtf8(PathText(folder_ / "home"))},
-            .workingFolder = folder_.Path(),
-            .logFile = folder_ / "stdout.txt"};
-        int status = 0;
-        for (int i = 0; i < 5 && status == 0; ++i) {
-            auto child = test::ChildProcess::Start(command);
-            while (Leftovers() < 2 && !child->WaitFor(0ms)) {
-            }
-            end(*child);
-            EXPECT_TRUE(child->WaitFor(10s));
-            status = child->Status();
-        }
-        return status;
-    };
-    const auto interrupt = [](const test::ChildProcess& child) { child.Signal(SIGINT); };
     const auto kill = [](const test::ChildProcess& child) { child.Kill(); };
-    EXPECT_EQ(build(interrupt), 1);
-    EXPECT_EQ(Leftovers(), 0);
-    EXPECT_EQ(build(kill), test::ChildProcess::kKilled);
+    EXPECT_EQ(EndedBuild(kill), test::ChildProcess::kKilled);
     EXPECT_EQ(Leftovers(), 2);
     Done("build -o x.nes games/0.nes");
     EXPECT_EQ(Leftovers(), 0);
