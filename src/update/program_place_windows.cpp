@@ -19,7 +19,7 @@ bool IsHeld(DWORD error) {
 }
 
 FileProblem ProblemOf(const fs::path& file, DWORD error) {
-    return ProblemOf(file, std::error_code(static_cast<int>(error), std::system_category()));
+    return bw::ProblemOf(file, std::error_code(static_cast<int>(error), std::system_category()));
 }
 
 // Calls until it succeeds, or fails for another reason than that somebody holds the file.
