@@ -12,6 +12,7 @@
 #include "console/emulator_words.h"
 #include "language/problem_text.h"
 #include "rom/image_files.h"
+#include "support/file_queries.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/process.h"
@@ -30,14 +31,13 @@ constexpr milliseconds kLook{200};
 
 // Beside this program, else from PATH.
 std::optional<fs::path> FindWindowProgram() {
-    std::error_code error;
     const fs::path beside = ExecutableFolder() / kWindowProgram;
-    if (fs::is_regular_file(beside, error)) return beside;
+    if (IsFile(beside)) return beside;
     const char* path = std::getenv("PATH");
     std::istringstream folders(path != nullptr ? path : "");
     for (std::string folder; std::getline(folders, folder, ':');) {
         const fs::path there = fs::path(folder) / kWindowProgram;
-        if (!folder.empty() && fs::is_regular_file(there, error)) return there;
+        if (!folder.empty() && IsFile(there)) return there;
     }
     return std::nullopt;
 }
@@ -57,7 +57,7 @@ std::u16string FileFault(const fs::path& file, Language language) {
 // Its words come while it runs.
 int RunWindow(const fs::path& program, const fs::path& file) {
     Process window;
-    if (!window.Start(program, {"--play", file.string()}, {})) return kMissing;
+    if (!window.Start(program, {"--play", WideToBytes(PathText(file))}, {})) return kMissing;
     int status = Process::kStillRunning;
     while (status == Process::kStillRunning) {
         std::fputs(window.ReadOutput(kLook).c_str(), stderr);
