@@ -18,3 +18,12 @@ set_property(TARGET LibArchive::LibArchive APPEND PROPERTY
     INTERFACE_LINK_LIBRARIES ${LZMA_LIBRARY} ${ZSTD_LIBRARY} BZip2::BZip2 ZLIB::ZLIB)
 
 add_compile_definitions(UTF8PROC_STATIC SODIUM_STATIC)
+
+# Qt's own libraries and plugins are named by whichever folder looks for Qt first: all others see them
+# too. What runs while it builds (moc) is the machine's own.
+if(BANKWEAVER_WINDOW)
+    set(CMAKE_FIND_PACKAGE_TARGETS_GLOBAL ON)
+    set(QT_HOST_PATH /usr)
+    set(QT_HOST_PATH_CMAKE_DIR ${QT_HOST_PATH}/lib/${CMAKE_HOST_SYSTEM_PROCESSOR}-linux-gnu/cmake)
+    find_package(Qt6 REQUIRED COMPONENTS Widgets)
+endif()

@@ -34,10 +34,11 @@ _bankweaver() {
 _nesasm() {
     case ${COMP_WORDS[COMP_CWORD - 1]} in
         -o | --output) _bankweaver_files '*.nes' ;;
+        -C | --folder) COMPREPLY=($(compgen -d -- "${COMP_WORDS[COMP_CWORD]}")) ;;
         -l | --listing | -s | --symbols) _bankweaver_files '*' ;;
         *)
             case ${COMP_WORDS[COMP_CWORD]} in
-                -*) _bankweaver_words "--output --listing --symbols --help --version" ;;
+                -*) _bankweaver_words "--output --listing --symbols --folder --help --version" ;;
                 *) _bankweaver_files '*.asm' ;;
             esac
             ;;

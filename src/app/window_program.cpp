@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <clocale>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
@@ -10,10 +9,12 @@
 #include <utility>
 #include <vector>
 
+#include "app/appearance.h"
 #include "app/end_signals.h"
 #include "app/list_rescue.h"
 #include "app/lost_display.h"
 #include "app/program_icon.h"
+#include "app/program_output.h"
 #include "app/window_arguments.h"
 #include "designer/history/history_file.h"
 #include "settings/guarded_store.h"
@@ -46,21 +47,14 @@ void SetUpApplication() {
 }
 
 void TellOfRescuedList(const std::filesystem::path& file) {
-    const std::string text = "The settings could not take the list; it was saved as ";
-    std::fputs((text + file.string() + "\n").c_str(), stderr);
+    NoteProblem("The settings could not take the list; it was saved as " +
+                WideToBytes(PathText(file)));
 }
 
-// A display that can't be reached is no crash. Qt's own last words tell to install it again.
+// A display that can't be reached is no crash.
 void EndIfFatal(QtMsgType type, const QMessageLogContext&, const QString& text) {
-    if (type != QtFatalMsg) {
-        std::fputs((text.toStdString() + "\n").c_str(), stderr);
-        return;
-    }
-    std::fputs(
-        "Bankweaver found no display that it can open. Start it inside a desktop session (the\n"
-        "variable DISPLAY or WAYLAND_DISPLAY names its display; Wayland needs the package\n"
-        "qt6-wayland), or use bankweaver-cli, which needs none.\n",
-        stderr);
+    if (type != QtFatalMsg) return NoteProblem(text.toStdString());
+    Answer(NoWindowText(text.toStdString()), true);
     std::_Exit(kNoDisplay);
 }
 
@@ -120,9 +114,10 @@ int RunWindowProgram(int count, char** values, const Deployment& deployment) {
     InstallCrashHandler();
     WindowArguments arguments = ParseWindowArguments(ProgramWords(count, values));
     if (!arguments.files) {
-        std::fputs(arguments.text.c_str(), arguments.exitCode == 0 ? stdout : stderr);
+        Answer(arguments.text, arguments.exitCode != 0);
         return arguments.exitCode;
     }
+    ChooseAppearance();
     qInstallMessageHandler(&EndIfFatal);
     const QApplication application(count, values);
     qInstallMessageHandler(nullptr);

@@ -2,6 +2,7 @@
 
 #include <chrono>
 
+#include "builder/assembler_call.h"
 #include "support/process.h"
 #include "support/text.h"
 
@@ -25,7 +26,8 @@ AssemblyOutcome RunAssembler(const std::filesystem::path& assembler,
                              const std::filesystem::path& source,
                              const std::filesystem::path& folder, Language language) {
     Process process;
-    if (!process.Start(assembler, {source.string()}, folder)) {
+    const AssemblerCall call = CallOf(source, folder);
+    if (!process.Start(assembler, call.words, call.folder)) {
         return {false,
                 FormatText(LoadText(TextId::kAssemblerNotStarted, language), PathText(assembler))};
     }

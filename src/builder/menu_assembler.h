@@ -13,8 +13,8 @@ struct AssemblyOutcome {
     std::u16string output;  // what the assembler said; on a failure never empty
 };
 
-// Runs `assembler` with `source` as its one argument in `folder`, and waits for its end. An
-// assembler that says nothing for three seconds is stopped and counts as failed.
+// Runs `assembler` over `source` in `folder` (see CallOf), and waits for its end. An assembler that
+// says nothing for three seconds is stopped and counts as failed.
 AssemblyOutcome RunAssembler(const std::filesystem::path& assembler,
                              const std::filesystem::path& source,
                              const std::filesystem::path& folder, Language language);

@@ -3,8 +3,7 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
-#include <sstream>
+#include <vector>
 
 #include "cli/inputs.h"
 #include "cli/terminal_user.h"
@@ -12,7 +11,7 @@
 #include "console/emulator_words.h"
 #include "language/problem_text.h"
 #include "rom/image_files.h"
-#include "support/file_queries.h"
+#include "support/environment.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/process.h"
@@ -31,15 +30,9 @@ constexpr milliseconds kLook{200};
 
 // Beside this program, else from PATH.
 std::optional<fs::path> FindWindowProgram() {
-    const fs::path beside = ExecutableFolder() / kWindowProgram;
-    if (IsFile(beside)) return beside;
-    const char* path = std::getenv("PATH");
-    std::istringstream folders(path != nullptr ? path : "");
-    for (std::string folder; std::getline(folders, folder, ':');) {
-        const fs::path there = fs::path(folder) / kWindowProgram;
-        if (!folder.empty() && IsFile(there)) return there;
-    }
-    return std::nullopt;
+    std::vector<fs::path> folders = ProgramFolders();
+    folders.insert(folders.begin(), ExecutableFolder());
+    return FindProgram(kWindowProgram, folders);
 }
 
 // What can't be played, in words; empty if the file may be.

@@ -160,8 +160,9 @@ class Emulator {
     virtual ConsoleResult<std::unique_ptr<Console>> Start(const ConsoleStart& start) const = 0;
 };
 
-// The emulator of this machine: what BANKWEAVER_FCEUX names, else fceux from PATH or /usr/games.
-// Null if there is none; kEmulatorPackage is what to install. Looks at files, runs nothing.
+// The emulator of this machine: what BANKWEAVER_FCEUX names, else fceux from PATH or where this
+// system keeps such programs. Null if there is none; kEmulatorPackage is what to install. Looks at
+// files, runs nothing.
 std::unique_ptr<Emulator> FindEmulator();
 inline constexpr std::string_view kEmulatorPackage = "fceux";
 

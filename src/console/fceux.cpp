@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdlib>
 #include <sstream>
 #include <utility>
 
@@ -12,8 +11,8 @@
 #include "console/scratch_folder.h"
 #include "rom/image_files.h"
 #include "support/files.h"
-#include "support/paths.h"
 #include "support/process.h"
+#include "support/text.h"
 
 extern "C" const unsigned char embedded_fceux_script_begin[];
 extern "C" const unsigned char embedded_fceux_script_end[];
@@ -24,7 +23,6 @@ namespace {
 namespace fs = std::filesystem;
 using std::chrono::milliseconds;
 
-constexpr std::string_view kProgramName = "fceux";
 constexpr std::string_view kAnswerMark = "BWC1";
 constexpr std::string_view kSigns = "+-!";  // done, failed, the ROM isn't taken
 constexpr size_t kAnswerHead = 13;          // mark, sign, size
@@ -114,12 +112,13 @@ class FceuxConsole final : public Console {
     ConsoleResult<> Start(const fs::path& program) {
         if (!IsImage(start_.rom)) return Lose(ConsoleProblem::Kind::kRefused, kNoImage);
         if (!home_.Fill()) return Lose(ConsoleProblem::Kind::kNotStarted, "no scratch folder");
-        start_.rom = home_.FileOf(start_.rom);
+        start_.rom = FceuxPath(home_.FileOf(start_.rom));
         if (!start_.save.empty()) {
             std::error_code none;  // yet
             fs::copy_file(start_.save, home_.Battery(start_.rom), none);
         }
-        const FceuxRun run{program, home_.Path(), home_.Script(), start_.rom, start_.sound};
+        const fs::path folder = FceuxPath(home_.Path());
+        const FceuxRun run{program, folder, FceuxPath(home_.Script()), start_.rom, start_.sound};
         if (!process_.Start(CommandOf(run))) {
             return Lose(ConsoleProblem::Kind::kNotStarted, "the program can't be run");
         }
@@ -157,7 +156,7 @@ class FceuxConsole final : public Console {
     ConsoleResult<> Reset() override { return Done("reset"); }
     ConsoleResult<> Load(const fs::path& rom) override {
         if (!IsImage(rom)) return Lose(ConsoleProblem::Kind::kRefused, kNoImage);
-        ConsoleResult<> loaded = Done("load " + Digits(home_.FileOf(rom).string()));
+        ConsoleResult<> loaded = Done("load " + Digits(PathWord(FceuxPath(home_.FileOf(rom)))));
         // It ends its script over a file that it doesn't know.
         if (!loaded && loaded.Problem().kind == ConsoleProblem::Kind::kEnded)
             return Lose(ConsoleProblem::Kind::kRefused, loaded.Problem().detail);
@@ -318,43 +317,7 @@ class FceuxConsole final : public Console {
     std::optional<ConsoleProblem> lost_;
 };
 
-bool IsProgram(const fs::path& file) {
-    constexpr fs::perms kAnyExecution =
-        fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
-    std::error_code error;
-    return fs::is_regular_file(file, error) &&
-           (fs::status(file, error).permissions() & kAnyExecution) != fs::perms::none;
-}
-
-std::vector<fs::path> Places() {
-    std::vector<fs::path> folders;
-    const char* path = std::getenv("PATH");
-    std::istringstream list(path != nullptr ? path : "");
-    for (std::string folder; std::getline(list, folder, ':');) {
-        if (!folder.empty()) folders.emplace_back(folder);
-    }
-    folders.emplace_back("/usr/games");  // where Debian keeps it, not in every user's PATH
-    return folders;
-}
-
 }  // namespace
-
-PipedCommand CommandOf(const FceuxRun& run) {
-    const std::string home = run.home.string();
-    PipedCommand command{
-        .program = run.program,
-        .arguments = {"--sound", run.sound ? "1" : "0", "--loadlua", run.script, run.rom},
-        .environment = {"HOME=" + home, "XDG_CONFIG_HOME=" + home, "XDG_DATA_HOME=" + home,
-                        "XDG_CACHE_HOME=" + home, "DISPLAY", "WAYLAND_DISPLAY",
-                        "QT_QPA_PLATFORM=offscreen", "SDL_VIDEODRIVER=dummy"},
-        .folder = run.home,
-        .log = FceuxLog(run.home)};
-    if (!run.sound) {
-        command.environment.insert(command.environment.end(),
-                                   {"SDL_AUDIODRIVER=dummy", "XDG_RUNTIME_DIR=" + home});
-    }
-    return command;
-}
 
 fs::path FceuxLog(const fs::path& home) {
     return home / "emulator.log";
@@ -376,7 +339,7 @@ Fceux::Fceux(fs::path program) : program_(std::move(program)) {}
 std::string Fceux::Name() const {
     Process process;
     std::string version;
-    if (process.Start(program_, {"--version"}, {}))
+    if (TellsVersion(program_) && process.Start(program_, {"--version"}, {}))
         version = process.ReadOutput(milliseconds{2000}, 64);
     const size_t end = version.find_first_not_of("0123456789.");
     version.resize(std::min(end, version.size()));
@@ -388,16 +351,6 @@ ConsoleResult<std::unique_ptr<Console>> Fceux::Start(const ConsoleStart& start) 
     if (const ConsoleResult<> started = console->Start(program_); !started)
         return started.Problem();
     return std::unique_ptr<Console>(std::move(console));
-}
-
-std::optional<fs::path> FindFceux() {
-    if (const char* given = std::getenv("BANKWEAVER_FCEUX")) {
-        return IsProgram(given) ? std::optional<fs::path>(given) : std::nullopt;
-    }
-    for (const fs::path& folder : Places()) {
-        if (IsProgram(folder / kProgramName)) return folder / kProgramName;
-    }
-    return std::nullopt;
 }
 
 std::unique_ptr<Emulator> FindEmulator() {

@@ -3,28 +3,13 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
 
 #include "console/emulator.h"
-#include "console/piped_process.h"
+#include "console/fceux_program.h"
 #include "support/file_problem.h"
 
 namespace bw {
 
-// The program's file; see FindEmulator.
-std::optional<std::filesystem::path> FindFceux();
-
-// How the emulator runs without a screen, under a script.
-struct FceuxRun {
-    std::filesystem::path program;
-    std::filesystem::path home;    // a folder of its own, which holds all that it reads and writes
-    std::filesystem::path script;  // in Lua, below `home`
-    std::filesystem::path rom;     // absolute
-    bool sound = false;            // on the user's loudspeakers
-};
-PipedCommand CommandOf(const FceuxRun& run);
-// Where it puts what it prints.
-std::filesystem::path FceuxLog(const std::filesystem::path& home);
 // What memory holds at power-on: zeros, so that runs repeat each other, or a pattern.
 enum class FceuxMemory : uint8_t { kPattern = 0, kZeros = 2 };
 // Makes an existing empty folder a home.

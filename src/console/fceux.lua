@@ -9,8 +9,8 @@ local ANSWER_MARK = "BWC1"
 local STARTING_FRAMES = 2 -- the emulator takes no other ROM before its first frame is done
 local PICTURE_HEAD = 11 -- bytes of a GD picture before its pixels
 
-local orders = assert(io.open("/dev/fd/3", "rb"))
-local answers = assert(io.open("/dev/fd/4", "wb"))
+local orders = assert(io.open(os.getenv("BANKWEAVER_ORDERS"), "rb"))
+local answers = assert(io.open(os.getenv("BANKWEAVER_ANSWERS"), "wb"))
 
 local function answer(sign, bytes)
     answers:write(ANSWER_MARK, sign, string.format("%08X", #bytes), bytes)

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <span>
 #include <stop_token>
 #include <string>
@@ -12,6 +13,7 @@
 
 namespace bw {
 
+// Words and variables are the system's own bytes, on Windows UTF-8.
 struct PipedCommand {
     std::filesystem::path program;
     std::vector<std::string> arguments{};
@@ -23,20 +25,22 @@ struct PipedCommand {
 
 enum class PipeEnd : uint8_t { kDone, kClosed, kSilent, kStopped };
 
-// For the one thread that started it: the program is killed when that thread ends.
+// For the one thread that started it: where the system knows how, the program is killed when that
+// thread ends, and elsewhere with this process.
 class PipedProcess {
   public:
-    // The paths by which the program opens its ends of the pipes.
-    static constexpr std::string_view kOrders = "/dev/fd/3";   // it reads
-    static constexpr std::string_view kAnswers = "/dev/fd/4";  // it writes
+    // The variables that tell the program the paths by which it opens its ends of the pipes, like
+    // files, each of them once.
+    static constexpr std::string_view kOrders = "BANKWEAVER_ORDERS";    // it reads
+    static constexpr std::string_view kAnswers = "BANKWEAVER_ANSWERS";  // it writes
 
-    PipedProcess() = default;
+    PipedProcess();
     PipedProcess(const PipedProcess&) = delete;
     PipedProcess& operator=(const PipedProcess&) = delete;
     // Kills a program that still runs.
     ~PipedProcess();
 
-    // False if it can't be started.
+    // False if it can't be started. Ends one that was started before.
     bool Start(const PipedCommand& command);
     int64_t Id() const { return id_; }
 
@@ -56,11 +60,11 @@ class PipedProcess {
     void End(std::chrono::milliseconds patience);
 
   private:
+    class State;
     void Wake();
 
+    std::unique_ptr<State> state_;  // the system's side; null when nothing runs
     int64_t id_ = -1;
-    int orders_ = -1;
-    int answers_ = -1;
     bool resting_ = false;
 };
 

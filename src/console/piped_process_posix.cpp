@@ -28,6 +28,8 @@ using std::chrono::milliseconds;
 constexpr milliseconds kStopLook{50};
 constexpr int kOrdersNumber = 3;
 constexpr int kAnswersNumber = 4;
+constexpr std::string_view kOrdersPath = "/dev/fd/3";
+constexpr std::string_view kAnswersPath = "/dev/fd/4";
 
 struct Pipe {
     int ends[2] = {-1, -1};  // reading, writing
@@ -51,9 +53,13 @@ std::string_view NameOf(std::string_view variable) {
     return variable.substr(0, variable.find('='));
 }
 
-// This process's environment with the command's changes.
+// This process's environment with the command's changes and the paths of the pipes.
 std::vector<std::string> Environment(const PipedCommand& command) {
     std::vector<std::string> all;
+    for (const auto& [name, path] : {std::pair(PipedProcess::kOrders, kOrdersPath),
+                                     std::pair(PipedProcess::kAnswers, kAnswersPath)}) {
+        all.emplace_back(name).append("=").append(path);
+    }
     for (char** variable = environ; *variable != nullptr; ++variable) {
         const std::string_view name = NameOf(*variable);
         if (std::none_of(command.environment.begin(), command.environment.end(),
@@ -161,11 +167,27 @@ class NoPipeSignal {
 
 }  // namespace
 
+class PipedProcess::State {
+  public:
+    State(int writing, int reading) : orders(writing), answers(reading) {}
+    State(const State&) = delete;
+    State& operator=(const State&) = delete;
+    ~State() {
+        Pipe::Drop(orders);
+        Pipe::Drop(answers);
+    }
+    int orders;
+    int answers;
+};
+
+PipedProcess::PipedProcess() = default;
+
 PipedProcess::~PipedProcess() {
     End(milliseconds{0});
 }
 
 bool PipedProcess::Start(const PipedCommand& command) {
+    End(milliseconds{0});
     Pipe orders, answers;
     Preparation child;
     child.words = {command.program.string()};
@@ -184,25 +206,25 @@ bool PipedProcess::Start(const PipedCommand& command) {
     close(child.log);
     if (id < 0) return false;
     id_ = id;
-    orders_ = orders.Take(1);
-    answers_ = answers.Take(0);
+    state_ = std::make_unique<State>(orders.Take(1), answers.Take(0));
     // Whole orders are short; a full pipe must not hold this side.
-    fcntl(orders_, F_SETFL, O_NONBLOCK);
+    fcntl(state_->orders, F_SETFL, O_NONBLOCK);
     // A picture in one go.
-    fcntl(answers_, F_SETPIPE_SZ, 1 << 19);
+    fcntl(state_->answers, F_SETPIPE_SZ, 1 << 19);
     return true;
 }
 
 PipeEnd PipedProcess::Write(std::string_view bytes, milliseconds patience,
                             const std::stop_token& stop) {
+    if (!state_) return PipeEnd::kClosed;
     Wake();
     const NoPipeSignal quiet;
     const auto deadline = Clock::now() + patience;
     while (!bytes.empty()) {
-        const int state = Poll(orders_, POLLOUT, deadline, stop);
+        const int state = Poll(state_->orders, POLLOUT, deadline, stop);
         if (state < 0) return PipeEnd::kStopped;
         if (state == 0) return PipeEnd::kSilent;
-        const ssize_t written = write(orders_, bytes.data(), bytes.size());
+        const ssize_t written = write(state_->orders, bytes.data(), bytes.size());
         if (written >= 0) {
             bytes.remove_prefix(static_cast<size_t>(written));
         } else if (errno != EINTR && errno != EAGAIN) {
@@ -214,13 +236,14 @@ PipeEnd PipedProcess::Write(std::string_view bytes, milliseconds patience,
 
 PipeEnd PipedProcess::Read(std::span<char> bytes, milliseconds patience,
                            const std::stop_token& stop) {
+    if (!state_) return PipeEnd::kClosed;
     Wake();
     const auto deadline = Clock::now() + patience;
     while (!bytes.empty()) {
-        const int state = Poll(answers_, POLLIN, deadline, stop);
+        const int state = Poll(state_->answers, POLLIN, deadline, stop);
         if (state < 0) return PipeEnd::kStopped;
         if (state == 0) return PipeEnd::kSilent;
-        const ssize_t count = read(answers_, bytes.data(), bytes.size());
+        const ssize_t count = read(state_->answers, bytes.data(), bytes.size());
         if (count > 0) {
             bytes = bytes.subspan(static_cast<size_t>(count));
         } else if (count == 0 || errno != EINTR) {
@@ -231,8 +254,9 @@ PipeEnd PipedProcess::Read(std::span<char> bytes, milliseconds patience,
 }
 
 PipeEnd PipedProcess::AwaitBytes(milliseconds patience, const std::stop_token& stop) {
+    if (!state_) return PipeEnd::kClosed;
     Wake();
-    const int state = Poll(answers_, POLLIN, Clock::now() + patience, stop);
+    const int state = Poll(state_->answers, POLLIN, Clock::now() + patience, stop);
     if (state < 0) return PipeEnd::kStopped;
     if (state == 0) return PipeEnd::kSilent;
     return (state & POLLIN) != 0 ? PipeEnd::kDone : PipeEnd::kClosed;
@@ -248,15 +272,15 @@ void PipedProcess::Wake() {
 }
 
 void PipedProcess::End(milliseconds patience) {
-    if (id_ < 0) return;
+    if (!state_) return;
     Wake();
     const auto id = static_cast<pid_t>(id_);
-    Pipe::Drop(orders_);
+    Pipe::Drop(state_->orders);
     const auto deadline = Clock::now() + patience;
     // What it still writes must not hold it.
-    while (patience > milliseconds{0} && Poll(answers_, POLLIN, deadline, {}) > 0) {
+    while (patience > milliseconds{0} && Poll(state_->answers, POLLIN, deadline, {}) > 0) {
         char rest[4096];
-        if (read(answers_, rest, sizeof rest) <= 0) break;
+        if (read(state_->answers, rest, sizeof rest) <= 0) break;
     }
     bool gone = false;
     while (!(gone = waitpid(id, nullptr, WNOHANG) != 0) && Clock::now() < deadline)
@@ -266,7 +290,7 @@ void PipedProcess::End(milliseconds patience) {
         while (waitpid(id, nullptr, 0) < 0 && errno == EINTR) {
         }
     }
-    Pipe::Drop(answers_);
+    state_.reset();
     id_ = -1;
 }
 

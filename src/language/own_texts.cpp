@@ -628,6 +628,18 @@ constexpr TextRow kRows[] = {
     {kCartFiles, u"Carts", u"合卡"},
     {kCartPlay, u"&Play", u"试玩(&P)"},
     {kBuildShowsFit, u"&Show what to leave out", u"显示可去掉的游戏(&S)"},
+    // Which program opens lists, where the window has to say it.
+    {kListsOpenHereEntry, u"Open lists by &double click", u"双击列表文件时用本程序打开(&D)"},
+    {kListFileType, u"Bankweaver game list", u"Bankweaver 游戏列表"},
+    {kListsOpenHere,
+     u"A double click on a list (.fcl) opens it with %s now.",
+     u"双击列表文件 (.fcl) 现在会用 %s 打开。"},
+    {kListsOpenNoMore,
+     u"A double click on a list no longer opens it with Bankweaver.",
+     u"双击列表文件不再用 Bankweaver 打开。"},
+    {kListsNotRegistered,
+     u"Windows didn't take that. It keeps file types below HKEY_CURRENT_USER\\Software\\Classes.",
+     u"Windows 未接受此设置。文件类型保存在 HKEY_CURRENT_USER\\Software\\Classes 下。"},
 };
 // clang-format on
 

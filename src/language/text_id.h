@@ -1239,6 +1239,12 @@ enum class TextId {
     kPlacesNotKept,
     kSectorsChanged,
     kNoSectorChanged,
+    // Which program opens lists, where the window has to say it.
+    kListsOpenHereEntry = 12780,
+    kListFileType,
+    kListsOpenHere,
+    kListsOpenNoMore,
+    kListsNotRegistered,
 };
 
 }  // namespace bw

@@ -24,6 +24,8 @@ constexpr Option kOptions[] = {
     {"-l", "--listing", "FILE", "write a listing to FILE", &CommandLine::listing, Action::Assemble},
     {"-s", "--symbols", "FILE", "write the global names and their values to FILE",
      &CommandLine::symbols, Action::Assemble},
+    {"-C", "--folder", "FOLDER", "take all names from FOLDER, not from the current one",
+     &CommandLine::folder, Action::Assemble},
     {"-h", "--help", "", "print this text", nullptr, Action::Help},
     {"", "--version", "", "print the version", nullptr, Action::Version},
 };
@@ -43,6 +45,13 @@ CommandLine UsageError(std::string text) {
 }
 
 }  // namespace
+
+std::string FromFolder(std::string_view folder, std::string_view name) {
+    const bool whole =
+        name.starts_with('/') || name.starts_with('\\') || (name.size() > 1 && name[1] == ':');
+    if (folder.empty() || whole) return std::string(name);
+    return std::string(folder).append("/").append(name);
+}
 
 std::string DefaultOutput(std::string_view source) {
     const size_t name = source.find_last_of("/\\") + 1;  // 0 if there is none

@@ -27,22 +27,33 @@ bool WriteOutput(const std::string& path, const void* bytes, size_t size, std::s
     return false;
 }
 
+// Files below the folder that the command line names.
+class FolderSource : public assembler::SourceProvider {
+  public:
+    explicit FolderSource(const std::string& folder) : folder_(folder) {}
+    assembler::SourceBytes Read(std::string_view path, size_t limit) override {
+        return disk_.Read(FromFolder(folder_, path), limit);
+    }
+
+  private:
+    const std::string& folder_;
+    assembler::DiskSourceProvider disk_;
+};
+
 // All messages leave in one write at the end: a reader that takes what the first read gives must
 // get the whole.
 int Run(const CommandLine& line) {
-    assembler::DiskSourceProvider disk;
+    FolderSource disk(line.folder);
     const assembler::AssemblyOptions options{!line.listing.empty(), !line.symbols.empty()};
     const assembler::AssemblyResult result = assembler::Assemble(line.source, disk, options);
     std::string messages = assembler::FormatDiagnostics(result);
     bool done = result.Ok();
-    if (done) done = WriteOutput(line.output, result.rom.data(), result.rom.size(), messages);
-    if (done && options.symbols) {
-        done = WriteOutput(line.symbols, result.symbols.data(), result.symbols.size(), messages);
-    }
-    if (options.listing) {
-        const std::string& text = result.listing;
-        done = WriteOutput(line.listing, text.data(), text.size(), messages) && done;
-    }
+    const auto write = [&](const std::string& name, const auto& bytes) {
+        return WriteOutput(FromFolder(line.folder, name), bytes.data(), bytes.size(), messages);
+    };
+    if (done) done = write(line.output, result.rom);
+    if (done && options.symbols) done = write(line.symbols, result.symbols);
+    if (options.listing) done = write(line.listing, result.listing) && done;
     if (!messages.empty()) Print(stdout, messages);
     return done ? kDone : kFailed;
 }

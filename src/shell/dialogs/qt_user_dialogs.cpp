@@ -12,6 +12,7 @@
 #include "designer/files/design_parts.h"
 #include "shell/dialogs/choice_dialog.h"
 #include "shell/dialogs/message_dialog.h"
+#include "shell/framework/desktop_ways.h"
 #include "shell/framework/file_manager.h"
 #include "shell/framework/messages.h"
 #include "shell/framework/texts.h"
@@ -37,11 +38,12 @@ QString Extension(const FileType& type) {
     return ToQt(ToWide(type.extension));
 }
 
-// Collections have names in capital letters too, and some desktops' dialogs tell them apart.
+// Collections have names in capital letters too.
 QString Filter(const FileType& type) {
     QStringList patterns;
     for (const QString& extension : Extension(type).split(QLatin1Char(' '))) {
-        patterns << QStringLiteral("*.") + extension << QStringLiteral("*.") + extension.toUpper();
+        patterns << QStringLiteral("*.") + extension;
+        if (FileDialogsTellCase()) patterns << QStringLiteral("*.") + extension.toUpper();
     }
     return QStringLiteral("%1 (%2)").arg(ToQt(type.name), patterns.join(QLatin1Char(' ')));
 }

@@ -98,6 +98,7 @@ enum Command : int {
     kCommandFit = 41036,       // what the checked games take on the board of the first build button
     kCommandFitOther = 41037,  // of the other one
     kCommandAskAtClosing = 41050,
+    kCommandListsOpenHere = 41051,  // not in every system's menu
     // The files that the user had to do with last, one after the other, then the entry that clears.
     kCommandRecentLists = 41100,
     kCommandRecentDesigns = 41110,

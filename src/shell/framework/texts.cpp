@@ -18,7 +18,8 @@ QString PathToQt(const std::filesystem::path& path) {
 }
 
 std::filesystem::path PathFromQt(const QString& text) {
-    return TextPath(FromQt(text));
+    // Qt parts folders with / on every system.
+    return TextPath(FromQt(text)).make_preferred();
 }
 
 QString QtText(TextId id, Language language) {

@@ -6,9 +6,11 @@
 #include "shell/dialogs/export_settings_dialog.h"
 #include "shell/dialogs/extern_menu_dialog.h"
 #include "shell/framework/commands.h"
+#include "shell/main/file_types.h"
 #include "shell/main/main_parts.h"
 #include "shell/main/settings_start.h"
 #include "shell/main/topmost.h"
+#include "support/paths.h"
 #include "support/text.h"
 
 namespace bw {
@@ -109,6 +111,18 @@ struct CMainDialog::Commands {
         parts.Tell(LoadText(TextId::kClosingAsksAgain, parts.CurrentLanguage()));
     }
 
+    static void ListsOpenHere(Parts& parts) {
+        const std::optional<bool> before = bw::ListsOpenHere();
+        if (!before) return;
+        const Language language = parts.CurrentLanguage();
+        const bool done = SetListsOpenHere(!*before, language);
+        parts.ShowFileTypes();
+        if (!done) return Warn(parts, LoadText(TextId::kListsNotRegistered, language));
+        parts.Tell(*before ? LoadText(TextId::kListsOpenNoMore, language)
+                           : FormatText(LoadText(TextId::kListsOpenHere, language),
+                                        PathText(ExecutablePath())));
+    }
+
     static void Speak(Parts& parts, Language language) {
         const bool chinese = language == Language::kChinese;
         parts.menu.CheckMenuItem(kCommandChinese, chinese);
@@ -196,6 +210,7 @@ struct CMainDialog::Commands {
         {kCommandChinese, [](Parts& parts) { Speak(parts, Language::kChinese); }},
         {kCommandEnglish, [](Parts& parts) { Speak(parts, Language::kEnglish); }},
         {kCommandAskAtClosing, AskAtClosing},
+        {kCommandListsOpenHere, ListsOpenHere},
         {kCommandRomInfo, RomInfo},
         {kCommandCheckUpdate, [](Parts& parts) { parts.updates.Check(); }},
         {kCommandAbout, About},

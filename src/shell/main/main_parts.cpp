@@ -9,6 +9,7 @@
 #include "rom/image_files.h"
 #include "shell/framework/commands.h"
 #include "shell/framework/texts.h"
+#include "shell/main/file_types.h"
 #include "shell/main/menu_rows.h"
 #include "support/text.h"
 
@@ -92,6 +93,7 @@ CMainDialog::Parts::Parts(CMainDialog& owner, const MainDialogServices& given)
     });
     connect(&view, &GameListView::ContextMenuWanted, &window,
             [this](const QPoint& place) { ShowRowMenu(place); });
+    ShowFileTypes();
 }
 
 UserDialogs& CMainDialog::Parts::Dialogs() {
@@ -165,6 +167,12 @@ void CMainDialog::Parts::ShowBoard() {
         QtText(mindkids ? TextId::kBuildMindkidsEntry : TextId::kBuildCoolboyEntry, language));
     buttons.SetLanguage(language, menu, board);
     check.FollowBoard();
+}
+
+void CMainDialog::Parts::ShowFileTypes() {
+    const std::optional<bool> here = ListsOpenHere();
+    menu.Entry(kCommandListsOpenHere).setVisible(here.has_value());
+    menu.CheckMenuItem(kCommandListsOpenHere, here.value_or(false));
 }
 
 bool CMainDialog::Parts::ChecksBuilds() const {

@@ -62,6 +62,8 @@ class CMainDialog::Parts final : public ListHost {
     void ShowBoard();
     // Whether a build's end starts a check.
     bool ChecksBuilds() const;
+    // The menu's mark for the program that lists open with; without one where that isn't ours.
+    void ShowFileTypes();
     // The boards' space, a moment after the last call.
     void SpaceChanged() { spaceTimer.start(); }
 

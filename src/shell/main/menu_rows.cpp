@@ -159,6 +159,7 @@ constexpr MenuRow kRows[] = {
         {kToggle, kCommandCheckAfterBuild, kCheckAfterBuildEntry},
         {kEntry, kCommandAskAtClosing, kAskAtClosingEntry},
         {kToggle, kCommandUpdateChecks, kCheckForUpdatesEntry},
+        {kToggle, kCommandListsOpenHere, kListsOpenHereEntry},
         Popup(kLanguageEntry),
             {kRadio, kCommandChinese, kChinese},
             {kRadio, kCommandEnglish, kEnglish},

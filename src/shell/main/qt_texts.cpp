@@ -1,7 +1,6 @@
 #include "shell/main/qt_texts.h"
 
 #include <QCoreApplication>
-#include <QLibraryInfo>
 
 namespace bw {
 
@@ -12,8 +11,7 @@ QtTexts::~QtTexts() {
 void QtTexts::SetLanguage(Language language) {
     QCoreApplication::removeTranslator(&chinese_);
     if (language != Language::kChinese) return;
-    const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
-    if (chinese_.isEmpty() && !chinese_.load(QStringLiteral("qtbase_zh_CN"), folder)) return;
+    if (chinese_.isEmpty() && !LoadChinese()) return;
     QCoreApplication::installTranslator(&chinese_);
 }
 

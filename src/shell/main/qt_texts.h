@@ -19,6 +19,9 @@ class QtTexts {
     void SetLanguage(Language language);
 
   private:
+    // False where there are none.
+    bool LoadChinese();
+
     QTranslator chinese_;
 };
 
