@@ -13,6 +13,7 @@
 #include "language/problem_text.h"
 #include "rom/image_files.h"
 #include "settings/setting_names.h"
+#include "support/file_queries.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -219,9 +220,7 @@ class RomBuild : BuildBase {
     // finds.
     bool AssembleExternMenu(uint32_t menuPrgUnits) {
         // Absolute, because the assembler runs in that folder.
-        std::error_code error;
-        const std::filesystem::path source =
-            std::filesystem::absolute(context_.settings.ExternMenuPath, error);
+        const std::filesystem::path source = FromCurrentFolder(context_.settings.ExternMenuPath);
         const std::filesystem::path folder = source.parent_path();
         std::filesystem::path build = folder / "build";
         if (const FileResult<> made = MakeFolders(build); !made) {
@@ -277,10 +276,9 @@ class RomBuild : BuildBase {
 
     // Writing would replace a file that is still to be read.
     bool IsInput(const std::filesystem::path& output) const {
-        std::error_code error;
-        if (!std::filesystem::exists(output, error)) return false;
+        if (!Exists(output)) return false;
         const auto same = [&](const std::filesystem::path& path) {
-            return std::filesystem::equivalent(output, path, error) && !error;
+            return IsSameFile(output, path);
         };
         return same(menu_.path) || (ExternMenu() && same(context_.settings.ExternMenuPath)) ||
                std::any_of(items_.begin(), items_.end(),

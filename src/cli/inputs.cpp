@@ -10,6 +10,7 @@
 #include "list/left_out.h"
 #include "list/list_file.h"
 #include "rom/image_files.h"
+#include "support/file_queries.h"
 #include "support/paths.h"
 #include "support/text.h"
 
@@ -27,11 +28,10 @@ class Gatherer {
         : output_(output), language_(language) {}
 
     void Add(const std::filesystem::path& input) {
-        std::error_code error;
         const bool inArchive = ContainerOf(input) != input;
         const bool image = HasExtension(input, "nes");
         if (!(inArchive && image)) AddWaitingImages();
-        if (std::filesystem::is_directory(input, error)) {
+        if (IsFolder(input)) {
             AddFolder(input);
         } else if (inArchive && image) {
             waiting_.push_back(input);
@@ -68,8 +68,7 @@ class Gatherer {
     bool IsOldCart(const GameEntry& entry) const {
         const std::filesystem::path file = TextPath(entry.path);
         if (output_.empty() || file.filename() != output_.filename()) return false;
-        std::error_code error;
-        return std::filesystem::equivalent(file, output_, error) && IsCart(entry.header);
+        return IsSameFile(file, output_) && IsCart(entry.header);
     }
 
     // Warns of files that take part more than once, by whatever links they came.
@@ -81,16 +80,15 @@ class Gatherer {
             if (!entry.checked) continue;
             ++ordinal;
             if (!entry.headerRead) continue;
-            std::error_code error;
             std::filesystem::path file = TextPath(entry.path);
             const std::filesystem::path container = ContainerOf(file);
-            if (container == file && std::filesystem::is_symlink(file, error)) {
-                file = std::filesystem::canonical(file, error);
+            if (container == file && EntryKind(file) == FileKind::kLink) {
+                file = RealPath(file);
             } else {
                 // What behind all links is asked once for a folder or an archive.
                 const auto above = container == file ? file.parent_path() : container;
                 const auto [folder, added] = folders.try_emplace(above);
-                if (added) folder->second = std::filesystem::canonical(folder->first, error);
+                if (added) folder->second = RealPath(folder->first);
                 file = folder->second / file.lexically_relative(above);
             }
             const auto [first, isFirst] = ordinals.try_emplace(file, ordinal);
@@ -114,7 +112,7 @@ class Gatherer {
     void AddWaitingImages() {
         std::vector<std::filesystem::path> absolute;
         for (const std::filesystem::path& file : waiting_)
-            absolute.push_back(FromCurrentFolder(file).lexically_normal());
+            absolute.push_back(NormalPath(FromCurrentFolder(file)));
         std::vector<GameEntry> entries = ReadGameEntries(absolute);
         for (size_t i = 0; i < entries.size(); ++i)
             AddImage(waiting_[i], std::move(entries[i]));
@@ -147,7 +145,7 @@ class Gatherer {
 
     void AddFolder(const std::filesystem::path& folder) {
         size_t taken = 0;
-        const std::filesystem::path absolute = FromCurrentFolder(folder).lexically_normal();
+        const std::filesystem::path absolute = NormalPath(FromCurrentFolder(folder));
         std::vector<FileProblem> unread;
         std::vector<LeftOut> leftOut;
         for (GameEntry& entry : ReadGameFolder(absolute, &unread, &leftOut)) {
@@ -206,12 +204,6 @@ class Gatherer {
 };
 
 }  // namespace
-
-std::filesystem::path FromCurrentFolder(const std::filesystem::path& path) {
-    std::error_code error;
-    std::filesystem::path absolute = path.empty() ? path : std::filesystem::absolute(path, error);
-    return error ? path : absolute;
-}
 
 GatheredGames GatherGames(std::span<const std::filesystem::path> inputs,
                           const std::filesystem::path& output, Language language) {

@@ -8,11 +8,9 @@
 #include "language/language.h"
 #include "list/game_list.h"
 #include "support/diagnostic.h"
+#include "support/paths.h"
 
 namespace bw {
-
-// The absolute form of a path as the user typed it. Empty stays empty.
-std::filesystem::path FromCurrentFolder(const std::filesystem::path& path);
 
 struct GatheredGames {
     GameList games;

@@ -9,6 +9,7 @@
 #include "language/problem_text.h"
 #include "list/list_file.h"
 #include "rom/image_files.h"
+#include "support/file_queries.h"
 #include "support/paths.h"
 #include "support/text.h"
 
@@ -20,38 +21,30 @@ namespace fs = std::filesystem;
 // A file that is there, behind all links. The size tells most files apart at half the cost.
 struct Existing {
     fs::path path;
-    uintmax_t size;
+    uint64_t size;
 
     bool SameAs(const Existing& other) const {
-        std::error_code error;
-        return size == other.size && fs::equivalent(path, other.path, error) && !error;
+        return size == other.size && IsSameFile(path, other.path);
     }
 };
 
 std::optional<Existing> Look(const fs::path& path) {
-    std::error_code error;
-    const uintmax_t size = fs::file_size(path, error);
-    return error ? std::nullopt : std::optional(Existing{path, size});
+    const FileResult<uint64_t> size = FileSize(path);
+    return size ? std::optional(Existing{path, *size}) : std::nullopt;
 }
 
 // The files of an export that are in the folder already.
 void AddExported(const fs::path& folder, std::vector<fs::path>& files) {
-    std::error_code error;
-    for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
-        if (IsExportedName(PathText(at->path().filename()))) files.push_back(at->path());
+    const auto entries = ListFolder(folder).ValueOr({});
+    for (const FolderEntry& entry : entries) {
+        if (IsExportedName(PathText(entry.path.filename()))) files.push_back(entry.path);
     }
 }
 
 fs::path PngFile(const fs::path& given) {
-    fs::path file = FromCurrentFolder(given).lexically_normal();
+    fs::path file = NormalPath(FromCurrentFolder(given));
     if (!HasExtension(file, "png")) file += ".png";
     return file;
-}
-
-// Behind all links, as far as there is something.
-fs::path Resolved(const fs::path& path) {
-    std::error_code error;
-    return fs::weakly_canonical(path, error);
 }
 
 class Comparison {
@@ -73,7 +66,7 @@ class Comparison {
         const bool builds = arguments_.command == Command::kBuild;
         if (builds && !arguments_.output.empty()) outputs_.push_back(RomFile(arguments_));
         if (!arguments_.report.empty() && arguments_.report != "-") {
-            outputs_.push_back(FromCurrentFolder(arguments_.report).lexically_normal());
+            outputs_.push_back(NormalPath(FromCurrentFolder(arguments_.report)));
         }
         if (arguments_.command == Command::kList && !arguments_.output.empty()) {
             outputs_.push_back(ListFile(arguments_));
@@ -92,7 +85,7 @@ class Comparison {
         const bool assembles = builds || arguments_.command == Command::kCheck;
         if (assembles &&
             HasExtension(menu, "asm")) {  // leaves its ROM and its tables beside itself
-            outputs_.push_back(fs::path(menu).replace_extension(".nes").lexically_normal());
+            outputs_.push_back(NormalPath(fs::path(menu).replace_extension(".nes")));
             AddExported(menu.parent_path() / "build", outputs_);
         }
     }
@@ -107,7 +100,7 @@ class Comparison {
             AddGame(ContainerOf(TextPath(game.path)));
         // A design that a picture goes into may be named as the output too: it is read whole
         // before.
-        const fs::path design = FromCurrentFolder(arguments_.design).lexically_normal();
+        const fs::path design = NormalPath(FromCurrentFolder(arguments_.design));
         const bool again = arguments_.command == Command::kDesignImportPicture &&
                            design == DesignFileOf(arguments_);
         if (!design.empty() && !again) inputs_.push_back(design);
@@ -115,7 +108,7 @@ class Comparison {
             inputs_.push_back(FromCurrentFolder(names));
         // Only the ROM itself may take the place of the cart whose places it keeps.
         const auto& kept = arguments_.keepPlaces;
-        if (kept && Resolved(*kept) != Resolved(RomFile(arguments_))) inputs_.push_back(*kept);
+        if (kept && RealPath(*kept) != RealPath(RomFile(arguments_))) inputs_.push_back(*kept);
         if (!arguments_.picture.empty()) inputs_.push_back(FromCurrentFolder(arguments_.picture));
         if (arguments_.settings.ExternMenuEnable) {
             inputs_.push_back(arguments_.settings.ExternMenuPath);
@@ -130,8 +123,7 @@ class Comparison {
     std::optional<Diagnostic> FindTwice() const {
         for (size_t i = 0; i < outputs_.size(); ++i) {
             for (size_t j = 0; j < i; ++j) {
-                std::error_code error;
-                if (outputs_[i] == outputs_[j] || fs::equivalent(outputs_[i], outputs_[j], error)) {
+                if (outputs_[i] == outputs_[j] || IsSameFile(outputs_[i], outputs_[j])) {
                     return Replaces(outputs_[i], outputs_[j]);
                 }
             }
@@ -158,11 +150,10 @@ class Comparison {
     std::optional<Diagnostic> FindInKeptFolder(const fs::path& folder) const {
         const auto foreign = FindForeignFile(folder);
         if (!foreign) return FileDiagnostic(foreign.Problem(), language_);
-        std::error_code error;
-        const fs::path whole = fs::weakly_canonical(folder, error);
+        const fs::path whole = RealPath(folder);
         for (const std::vector<fs::path>* files : {&inputs_, &outputs_}) {
             for (const fs::path& file : *files) {
-                const fs::path below = fs::weakly_canonical(file, error).lexically_relative(whole);
+                const fs::path below = RealPath(file).lexically_relative(whole);
                 if (!below.empty() && *below.begin() != ".." && below != ".") {
                     return Refusal(TextId::kKeptFolderHolds, file);
                 }
@@ -196,16 +187,15 @@ std::optional<Diagnostic> FindOverwritten(const Arguments& arguments, const Gath
 }
 
 fs::path RomFile(const Arguments& arguments) {
-    return WithFormatExtension(FromCurrentFolder(arguments.output).lexically_normal(),
-                               arguments.format);
+    return WithFormatExtension(NormalPath(FromCurrentFolder(arguments.output)), arguments.format);
 }
 
 fs::path ListFile(const Arguments& arguments) {
-    return WithListExtension(FromCurrentFolder(arguments.output).lexically_normal());
+    return WithListExtension(NormalPath(FromCurrentFolder(arguments.output)));
 }
 
 fs::path DesignFileOf(const Arguments& arguments) {
-    fs::path file = FromCurrentFolder(arguments.output).lexically_normal();
+    fs::path file = NormalPath(FromCurrentFolder(arguments.output));
     if (!HasExtension(file, "fcm")) file += ".fcm";
     return file;
 }

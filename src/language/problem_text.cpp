@@ -42,7 +42,7 @@ std::u16string Reason(const FileProblem& problem, Language language) {
         case kOther:
             break;
     }
-    if (problem.system) return ToWide(problem.system.message());
+    if (problem.system) return SystemMessage(problem.system);
     return LoadText(TextId::kCantBeReadOrWritten, language);
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "rom/image_files.h"
+#include "support/file_queries.h"
 #include "support/parallel.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -75,8 +76,7 @@ std::vector<GameEntry> ReadAddedGames(std::span<const std::filesystem::path> fil
 }
 
 bool IsArchiveFile(const std::filesystem::path& file) {
-    std::error_code error;
-    return HasArchiveExtension(file) && std::filesystem::is_regular_file(file, error);
+    return HasArchiveExtension(file) && IsFile(file);
 }
 
 void CheckRunnable(GameList& games) {
@@ -91,7 +91,7 @@ GameList WithAbsolutePaths(const GameList& games, const std::filesystem::path& b
         // name.
         if (entry.path.empty() || IsAbsoluteElsewhere(entry.path)) continue;
         const std::filesystem::path path = TextPath(entry.path);
-        if (path.is_relative()) entry.path = PathText(AbsolutePath(path, base));
+        if (!IsAbsolutePath(path)) entry.path = PathText(AbsolutePath(path, base));
     }
     return absolute;
 }

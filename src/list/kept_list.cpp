@@ -9,6 +9,7 @@
 
 #include "list/list_file.h"
 #include "rom/crc32.h"
+#include "support/file_queries.h"
 #include "support/flush_file.h"
 #include "support/ini_file.h"
 #include "support/numbers.h"
@@ -40,8 +41,7 @@ fs::path LockOf(fs::path file) {
 
 FileResult<FileLock> TakeLock(const fs::path& file) {
     const fs::path lock = LockOf(file);
-    std::error_code error;
-    if (!fs::exists(lock, error)) {
+    if (!Exists(lock)) {
         if (const FileResult<File> made = File::Create(lock); !made) return made.Problem();
     }
     return FileLock::TryTake(lock);
@@ -67,8 +67,7 @@ std::optional<BroughtBack> ReadKept(const fs::path& file, const fs::path& base) 
                      .file = file,
                      .time = {},
                      .lock = {}};
-    std::error_code error;
-    list.time = fs::last_write_time(file, error);
+    list.time = FileTime(file).ValueOr({});
     AppendListEntries(kept, base, list.games);
     return list;
 }
@@ -83,8 +82,7 @@ FileResult<KeptList> KeptList::Begin(const fs::path& folder) {
         FileResult<FileLock> lock = TakeLock(kept.file_);
         if (!lock && IsHeld(lock.Problem())) continue;
         if (!lock) return lock.Problem();
-        std::error_code error;
-        if (fs::exists(kept.file_, error)) continue;  // of a program that was killed
+        if (Exists(kept.file_)) continue;  // of a program that was killed
         kept.lock_ = std::move(*lock);
         RemoveAbandonedReplacements(kept.file_);
         return kept;
@@ -108,15 +106,13 @@ FileResult<> KeptList::Keep(const GameList& games, const fs::path& base, uint32_
 
 KeptLists FindKeptLists(const fs::path& folder, const fs::path& base) {
     KeptLists found;
-    std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
-         entry.increment(error)) {
-        const fs::path& file = entry->path();
+    const auto entries = ListFolder(folder).ValueOr({});
+    for (const FolderEntry& entry : entries) {
+        const fs::path& file = entry.path;
         if (file.extension() != ".kept") continue;
         FileResult<FileLock> lock = TakeLock(file);
         if (!lock) continue;  // its program runs, or nobody can tell
-        std::error_code gone;
-        if (!fs::exists(file, gone)) continue;
+        if (!Exists(file)) continue;
         if (std::optional<BroughtBack> list = ReadKept(file, base)) {
             list->lock = std::move(*lock);
             found.lists.push_back(std::move(*list));

@@ -9,6 +9,7 @@
 
 #include "language/problem_text.h"
 #include "rom/image_files.h"
+#include "support/file_queries.h"
 #include "support/numbers.h"
 #include "support/parallel.h"
 #include "support/paths.h"
@@ -54,8 +55,7 @@ bool IsEntryKey(std::u16string_view key) {
 
 // Of a place in an archive the archive has to do: what it holds shows when it is read.
 bool NamesFile(const std::filesystem::path& path) {
-    std::error_code error;
-    return std::filesystem::is_regular_file(path, error) || ContainerOf(path) != path;
+    return IsFile(path) || ContainerOf(path) != path;
 }
 
 // The path below `base` as written, or where that names no file, with the separators of a list

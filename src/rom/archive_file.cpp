@@ -157,6 +157,7 @@ void ArchiveFile::OpenFormats() {
             }
             break;
     }
+    Utf8Names::PrepareReader(reader);
     archive_read_set_read_callback(reader, &Source::Read);
     archive_read_set_skip_callback(reader, &Source::Skip);
     archive_read_set_seek_callback(reader, &Source::Seek);
@@ -227,9 +228,7 @@ bool ArchiveFile::PassRest() {
 
 std::string ArchiveFile::NameOf(archive_entry* entry) const {
     if (single_) return WideToBytes(PathText(path_.stem()));
-    const char* name = archive_entry_pathname_utf8(entry);
-    if (name == nullptr) name = archive_entry_pathname(entry);
-    return name == nullptr ? std::string() : PlaceText(name);
+    return PlaceText(Utf8Names::NameOf(entry));
 }
 
 std::optional<uint64_t> ArchiveFile::SizeOf(archive_entry* entry) const {
@@ -250,7 +249,8 @@ std::optional<ArchiveImage> ArchiveFile::Look(archive_entry* entry) {
     if (type == AE_IFDIR) return std::nullopt;
     if (ArchiveKindOf(name) != ArchiveKind::kNone) LeaveOut(place_, kNested);
     if (!HasImageExtension(std::string_view(name).substr(name.rfind('/') + 1))) return std::nullopt;
-    const bool link = type == AE_IFLNK || archive_entry_hardlink(entry) != nullptr;
+    const bool link = type == AE_IFLNK || archive_entry_hardlink_w(entry) != nullptr ||
+                      archive_entry_hardlink(entry) != nullptr;
     if (!place) {
         LeaveOut(name, kUnsafePath);
     } else if (link) {

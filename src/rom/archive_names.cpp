@@ -4,6 +4,7 @@
 #include <array>
 #include <vector>
 
+#include "support/file_queries.h"
 #include "support/text.h"
 
 namespace bw {
@@ -127,9 +128,8 @@ std::string ArchiveSplits::Place() const {
 
 std::optional<ArchivePlace> FindInArchive(const fs::path& path, bool whole) {
     for (ArchiveSplits split(path, whole); split.Next();) {
-        std::error_code error;
         fs::path archive = split.Archive();
-        if (fs::is_regular_file(archive, error)) return {{std::move(archive), split.Place()}};
+        if (IsFile(archive)) return {{std::move(archive), split.Place()}};
     }
     return std::nullopt;
 }

@@ -7,6 +7,7 @@
 
 #include "rom/archive_file.h"
 #include "rom/archive_names.h"
+#include "support/file_queries.h"
 #include "support/parallel.h"
 #include "support/text.h"
 
@@ -47,8 +48,7 @@ class VisitPlan {
     bool AddToArchive(const fs::path& path, size_t index) {
         for (ArchiveSplits split(path); split.Next();) {
             const auto [known, isNew] = known_.try_emplace(split.Prefix(), kNoArchive);
-            std::error_code error;
-            if (isNew && fs::is_regular_file(split.Archive(), error)) {
+            if (isNew && IsFile(split.Archive())) {
                 known->second = archives.size();
                 archives.push_back({split.Archive(), {}});
             }

@@ -1,3 +1,4 @@
+#include <archive_entry.h>
 #include <locale.h>
 
 #include "rom/utf8_names.h"
@@ -12,6 +13,14 @@ Utf8Names::Utf8Names() {
 
 Utf8Names::~Utf8Names() {
     if (before_ != nullptr) uselocale(static_cast<locale_t>(before_));
+}
+
+void Utf8Names::PrepareReader(archive*) {}
+
+std::string Utf8Names::NameOf(archive_entry* entry) {
+    const char* name = archive_entry_pathname_utf8(entry);
+    if (name == nullptr) name = archive_entry_pathname(entry);
+    return name == nullptr ? std::string() : std::string(name);
 }
 
 }  // namespace bw

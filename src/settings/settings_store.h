@@ -72,7 +72,7 @@ std::unique_ptr<SettingsStore> MakeMemoryStore();
 std::unique_ptr<SettingsStore> MakeSqliteStore(const std::filesystem::path& file);
 
 // The store of this platform for the current user: SQLite below UserConfigFolder(), or the
-// registry on Windows. The place is what to call it before the user.
+// registry on Windows unless BANKWEAVER_HOME is set. The place is what to call it before the user.
 std::unique_ptr<SettingsStore> MakeUserStore();
 std::u16string UserStorePlace();
 

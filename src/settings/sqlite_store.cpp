@@ -11,6 +11,7 @@
 #include <sqlite3.h>
 
 #include "settings/settings_store.h"
+#include "support/file_queries.h"
 #include "support/files.h"
 #include "support/text.h"
 
@@ -130,10 +131,8 @@ class Database {
         deadline_ = Clock::now() + kPatience;
         problem_ = StoreProblem::kNone;
         if (handle_ != nullptr || Open(SQLITE_OPEN_READWRITE)) return handle_;
-        std::error_code error;
-        if (std::filesystem::status(file_, error).type() == std::filesystem::file_type::not_found) {
+        if (!Exists(file_) && WhyNotThere(file_).kind != FileProblem::Kind::kNoPermission)
             problem_ = StoreProblem::kNone;
-        }
         return nullptr;
     }
     // Makes file, folder and table as needed.
@@ -166,9 +165,9 @@ class Database {
 
   private:
     bool Open(int flags) {
-        const std::u8string name = file_.u8string();
-        const int result = sqlite3_open_v2(reinterpret_cast<const char*>(name.c_str()), &handle_,
-                                           flags | SQLITE_OPEN_NOMUTEX, nullptr);
+        const std::string name = WideToBytes(PathText(file_));
+        const int result =
+            sqlite3_open_v2(name.c_str(), &handle_, flags | SQLITE_OPEN_NOMUTEX, nullptr);
         if (Note(result) != SQLITE_OK) {
             sqlite3_close(handle_);
             handle_ = nullptr;

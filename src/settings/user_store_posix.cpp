@@ -1,15 +1,8 @@
+#include "settings/settings_file.h"
 #include "settings/settings_store.h"
-#include "support/paths.h"
 #include "support/text.h"
 
 namespace bw {
-namespace {
-
-std::filesystem::path SettingsFile() {
-    return UserConfigFolder() / "settings.sqlite3";
-}
-
-}  // namespace
 
 std::unique_ptr<SettingsStore> MakeUserStore() {
     return MakeSqliteStore(SettingsFile());

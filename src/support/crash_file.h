@@ -9,8 +9,9 @@ namespace bw {
 // that nobody catches) writes the file
 //     Dump/<program>_<year>-<month>-<day> <hour>_<minute>_<second>.<millisecond>.dmp
 // (UTC) below the program's folder, or below UserConfigFolder() where that can't be written, and
-// ends the process without the system's own crash dialog; on POSIX with the status 128 + signal.
-// The file is text on POSIX (version, signal, registers, calls, memory map), a minidump on Windows.
+// ends the process without the system's own crash dialog; on POSIX with the status 128 + signal, on
+// Windows with the exception's code. The file is text on POSIX (version, signal, registers, calls,
+// memory map), a minidump on Windows, with the words of an exception that nobody caught as comment.
 // To be called once, by main, on the first thread.
 void InstallCrashHandler();
 

@@ -1,12 +1,14 @@
 #include "support/file_problem.h"
 
+#include "support/file_queries.h"
+
 namespace bw {
 namespace {
 
 namespace fs = std::filesystem;
 using Kind = FileProblem::Kind;
 
-Kind KindOf(const std::error_code& answer) {
+Kind KindOfAnswer(const std::error_code& answer) {
     if (answer == std::errc::no_such_file_or_directory) return Kind::kNotFound;
     if (answer == std::errc::permission_denied) return Kind::kNoPermission;
     if (answer == std::errc::operation_not_permitted) return Kind::kNoPermission;
@@ -22,9 +24,8 @@ Kind KindOf(const std::error_code& answer) {
 // The file that stands in the way of `path`, or `path` itself.
 fs::path InTheWay(const fs::path& path) {
     for (fs::path upper = path; upper.has_relative_path(); upper = upper.parent_path()) {
-        std::error_code error;
-        const fs::file_status status = fs::status(upper, error);
-        if (fs::exists(status) && !fs::is_directory(status)) return upper;
+        const FileKind kind = KindOf(upper);
+        if (kind != FileKind::kNone && kind != FileKind::kFolder) return upper;
     }
     return path;
 }
@@ -32,7 +33,7 @@ fs::path InTheWay(const fs::path& path) {
 }  // namespace
 
 FileProblem ProblemOf(const fs::path& file, std::error_code answer) {
-    const Kind kind = KindOf(answer);
+    const Kind kind = KindOfAnswer(answer);
     return {
         .file = kind == Kind::kNotFolder ? InTheWay(file) : file, .kind = kind, .system = answer};
 }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <string>
 #include <system_error>
 
 #include "support/result.h"
@@ -42,6 +43,9 @@ FileProblem ProblemOf(const std::filesystem::path& file, std::error_code answer)
 inline FileProblem ProblemOf(const std::filesystem::path& file, std::errc answer) {
     return ProblemOf(file, std::make_error_code(answer));
 }
+
+// What the system says of its own answer, in the user's language where the system speaks it.
+std::u16string SystemMessage(std::error_code answer);
 
 // The form of every operation on files.
 template <typename Value = void>

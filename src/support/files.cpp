@@ -7,12 +7,13 @@
 #include <system_error>
 #include <utility>
 
+#include "support/file_queries.h"
+
 namespace bw {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kMostLinks = 40;        // as the Linux kernel follows at most
 constexpr int kMostTemporaries = 64;  // names tried before giving up
 constexpr size_t kNameRoom = 200;     // bytes of the target's name in the temporary one; 255 in all
 constexpr size_t kUniqueLength = 6;   // letters and digits between the target's name and ".tmp"
@@ -20,19 +21,6 @@ constexpr std::string_view kUniqueUnits = "abcdefghijklmnopqrstuvwxyz234567";
 
 std::span<const uint8_t> BytesOf(std::string_view text) {
     return {reinterpret_cast<const uint8_t*>(text.data()), text.size()};
-}
-
-// The file that is meant, behind links that may lead nowhere yet.
-FileResult<fs::path> FollowLinks(const fs::path& link) {
-    fs::path path = link;
-    std::error_code error;
-    for (int i = 0; i < kMostLinks; ++i) {
-        if (!fs::is_symlink(path, error)) return path;
-        const fs::path destination = fs::read_symlink(path, error);
-        if (error) return ProblemOf(path, error);
-        path = path.parent_path() / destination;
-    }
-    return ProblemOf(link, std::errc::too_many_symbolic_link_levels);
 }
 
 FileProblem Renamed(FileProblem problem, const fs::path& file) {
@@ -70,8 +58,7 @@ bool IsTemporaryName(const fs::path& name, const fs::path& stem) {
 // A claim on the file just made; nothing if whoever clears up behind killed processes was quicker.
 std::optional<FileLock> Claim(const fs::path& temporary) {
     FileResult<FileLock> lock = FileLock::TryTake(temporary);
-    std::error_code error;
-    if (!fs::exists(temporary, error)) return std::nullopt;
+    if (!Exists(temporary)) return std::nullopt;
     if (lock) return std::move(*lock);
     if (lock.Problem().system == std::errc::operation_would_block) return std::nullopt;
     return FileLock();  // of no use here, and then to nobody
@@ -108,24 +95,20 @@ FileLock::~FileLock() {
 }
 
 FileResult<> CheckRegularFile(const fs::path& path) {
-    std::error_code error;
-    const fs::file_status status = fs::status(path, error);
-    switch (status.type()) {
-        case fs::file_type::regular:
+    switch (KindOf(path)) {
+        case FileKind::kFile:
             return {};
-        case fs::file_type::directory:
+        case FileKind::kFolder:
             return ProblemOf(path, std::errc::is_a_directory);
-        case fs::file_type::not_found:
-        case fs::file_type::none:
-            return error ? ProblemOf(path, error)
-                         : ProblemOf(path, std::errc::no_such_file_or_directory);
+        case FileKind::kNone:
+            return WhyNotThere(path);
         default:
             return FileProblem{.file = path, .kind = FileProblem::Kind::kNotRegular};
     }
 }
 
 FileResult<ReplacementFile> ReplacementFile::Begin(const fs::path& target) {
-    const FileResult<fs::path> file = FollowLinks(target);
+    const FileResult<fs::path> file = LinkedFile(target);
     if (!file) return file.Problem();
     if (!file->has_filename()) {
         return ProblemOf(*file, file->empty() ? std::errc::no_such_file_or_directory
@@ -140,12 +123,11 @@ FileResult<ReplacementFile> ReplacementFile::Begin(const fs::path& target) {
     } else if (isThere.Problem().kind != FileProblem::Kind::kNotFound) {
         return isThere.Problem();
     }
-    std::error_code error;
     std::random_device random;
     for (int i = 0; i < kMostTemporaries; ++i) {
         const fs::path temporary = TemporaryName(*file, random);
         FileResult<File> contents = File::CreateNew(temporary);
-        if (!contents && fs::exists(fs::symlink_status(temporary, error))) continue;
+        if (!contents && EntryKind(temporary) != FileKind::kNone) continue;
         if (!contents) return Renamed(contents.Problem(), *file);
         std::optional<FileLock> lock = Claim(temporary);
         if (!lock) continue;
@@ -155,7 +137,7 @@ FileResult<ReplacementFile> ReplacementFile::Begin(const fs::path& target) {
         replacement.file_.name_ = file->native();
         replacement.temporary_ = temporary;
         replacement.target_ = *file;
-        if (isThere) fs::permissions(temporary, fs::status(*file, error).permissions(), error);
+        if (isThere) replacement.file_.TakePermissions(*file);
         return replacement;
     }
     return ProblemOf(*file, std::errc::file_exists);
@@ -170,8 +152,7 @@ ReplacementFile::ReplacementFile(ReplacementFile&& other) noexcept
 ReplacementFile::~ReplacementFile() {
     if (temporary_.empty()) return;
     file_.Close();
-    std::error_code error;
-    fs::remove(temporary_, error);
+    DeleteFile(temporary_);
 }
 
 // Against a crash or a kill of the program and a full disk, the rename is enough. What a power
@@ -180,27 +161,23 @@ ReplacementFile::~ReplacementFile() {
 FileResult<> ReplacementFile::Commit() {
     if (temporary_.empty()) return ProblemOf(target_, std::errc::bad_file_descriptor);
     if (FileResult<> closed = file_.Close(); !closed) return closed;
-    std::error_code error;
-    fs::rename(temporary_, target_, error);
-    if (error) return ProblemOf(target_, error);
+    if (const FileResult<> renamed = RenameFile(temporary_, target_); !renamed)
+        return Renamed(renamed.Problem(), target_);
     temporary_.clear();
     return {};
 }
 
 void RemoveAbandonedReplacements(const fs::path& target) {
-    const FileResult<fs::path> file = FollowLinks(target);
+    const FileResult<fs::path> file = LinkedFile(target);
     if (!file) return;
     const fs::path stem = TemporaryStem(*file);
-    std::vector<fs::path> found;
-    std::error_code error;
     const fs::path folder = file->parent_path();
-    for (fs::directory_iterator at(folder.empty() ? "." : folder, error), end; !error && at != end;
-         at.increment(error)) {
-        if (IsTemporaryName(at->path().filename(), stem)) found.push_back(at->path());
-    }
-    for (const fs::path& temporary : found) {
-        const FileResult<FileLock> lock = FileLock::TryTake(temporary);
-        if (lock) fs::remove(temporary, error);
+    const auto entries = ListFolder(folder.empty() ? "." : folder);
+    if (!entries) return;
+    for (const FolderEntry& entry : *entries) {
+        if (!IsTemporaryName(entry.path.filename(), stem)) continue;
+        const FileResult<FileLock> lock = FileLock::TryTake(entry.path);
+        if (lock) DeleteFile(entry.path);
     }
 }
 
@@ -237,39 +214,12 @@ FileResult<> WriteScratchFile(const fs::path& path, std::span<const uint8_t> byt
     if (!file) return file.Problem();
     FileResult<> written = file->WriteAt(0, bytes);
     written.Join(file->Close());
-    std::error_code error;
-    if (!written && fs::is_regular_file(path, error)) fs::remove(path, error);
+    if (!written && IsFile(path)) DeleteFile(path);
     return written;
 }
 
 FileResult<> WriteScratchFile(const fs::path& path, std::string_view text) {
     return WriteScratchFile(path, BytesOf(text));
-}
-
-FileResult<> MakeFolders(const fs::path& folder) {
-    std::error_code error;
-    fs::create_directories(folder, error);
-    std::error_code ignored;
-    if (fs::is_directory(folder, ignored)) return {};
-    return error ? ProblemOf(folder, error) : ProblemOf(folder, std::errc::not_a_directory);
-}
-
-FileResult<> RemoveFolder(const fs::path& folder) {
-    if (folder.empty()) return ProblemOf(folder, std::errc::no_such_file_or_directory);
-    std::error_code error;
-    fs::remove_all(folder, error);
-    return error ? FileResult<>(ProblemOf(folder, error)) : FileResult<>();
-}
-
-FileResult<> DeleteFile(const fs::path& path) {
-    if (path.empty()) return ProblemOf(path, std::errc::no_such_file_or_directory);
-    std::error_code error;
-    // remove() would take an empty folder as well.
-    if (fs::is_directory(fs::symlink_status(path, error))) {
-        return ProblemOf(path, std::errc::is_a_directory);
-    }
-    fs::remove(path, error);
-    return error ? FileResult<>(ProblemOf(path, error)) : FileResult<>();
 }
 
 }  // namespace bw

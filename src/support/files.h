@@ -49,6 +49,8 @@ class File {
     File(intptr_t handle, Name name) : handle_(handle), name_(std::move(name)) {}
     // Of the system's call that has just failed.
     FileProblem LastProblem() const;
+    // A new file gets the permission bits of the one that it replaces.
+    void TakePermissions(const std::filesystem::path& from);
 
     intptr_t handle_ = -1;
     Name name_;  // the file that problems name
@@ -121,6 +123,12 @@ FileResult<> WriteFile(const std::filesystem::path& path, std::string_view text)
 FileResult<> WriteScratchFile(const std::filesystem::path& path, std::string_view text);
 FileResult<> WriteScratchFile(const std::filesystem::path& path, std::span<const uint8_t> bytes);
 
+// The file takes the other's name, and its place if there is one.
+FileResult<> RenameFile(const std::filesystem::path& from, const std::filesystem::path& to);
+// A copy that wasn't there before.
+FileResult<> CopyFile(const std::filesystem::path& from, const std::filesystem::path& to);
+// A folder that wasn't there before, in one that is, for this user alone where the system has such.
+FileResult<> MakeOwnFolder(const std::filesystem::path& folder);
 // Each missing level in turn. True if the folder exists afterwards.
 FileResult<> MakeFolders(const std::filesystem::path& folder);
 // The folder with all it holds; links inside are removed, not followed. True if it is gone.

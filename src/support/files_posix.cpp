@@ -134,4 +134,9 @@ FileResult<> File::Close() {
     return {};
 }
 
+void File::TakePermissions(const std::filesystem::path& from) {
+    struct stat status {};
+    if (stat(from.c_str(), &status) == 0) fchmod(static_cast<int>(handle_), status.st_mode & 07777);
+}
+
 }  // namespace bw

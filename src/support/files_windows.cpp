@@ -2,9 +2,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "support/file_queries.h"
 #include "support/files.h"
 #include "support/flush_file.h"
-#include "support/windows_api.h"
+#include "support/windows_error.h"
+#include "support/windows_path.h"
+#include "support/windows_patience.h"
 
 namespace bw {
 namespace {
@@ -15,10 +18,20 @@ HANDLE AsHandle(intptr_t handle) {
     return reinterpret_cast<HANDLE>(handle);
 }
 
-intptr_t Open(const std::filesystem::path& path, DWORD access, DWORD disposition) {
+// A file that is to be written may be open for a moment in what looks into every new file.
+FileResult<intptr_t> Open(const std::filesystem::path& path, DWORD access, DWORD disposition) {
     const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    return reinterpret_cast<intptr_t>(CreateFileW(path.c_str(), access, share, nullptr, disposition,
-                                                  FILE_ATTRIBUTE_NORMAL, nullptr));
+    const std::wstring name = CallPath(path.native());
+    HANDLE handle = INVALID_HANDLE_VALUE;
+    const bool opened = WithPatience(
+        [&] {
+            handle = CreateFileW(name.c_str(), access, share, nullptr, disposition,
+                                 FILE_ATTRIBUTE_NORMAL, nullptr);
+            return handle != INVALID_HANDLE_VALUE;
+        },
+        [&](DWORD error) { return error == ERROR_SHARING_VIOLATION && access != GENERIC_READ; });
+    if (!opened) return LastFileProblem(path);
+    return reinterpret_cast<intptr_t>(handle);
 }
 
 OVERLAPPED At(uint64_t offset) {
@@ -32,47 +45,34 @@ DWORD Step(size_t size) {
     return static_cast<DWORD>(std::min<size_t>(size, kLargestStep));
 }
 
-// The word for the call that has just failed.
-std::error_code LastError() {
-    return {static_cast<int>(GetLastError()), std::system_category()};
-}
-
-// Opening a folder is refused as if it were a matter of permission.
-FileProblem OpenProblem(const std::filesystem::path& path) {
-    const std::error_code answer = LastError();
-    std::error_code error;
-    return std::filesystem::is_directory(path, error) ? ProblemOf(path, std::errc::is_a_directory)
-                                                      : ProblemOf(path, answer);
-}
-
 }  // namespace
 
 FileProblem File::LastProblem() const {
-    return ProblemOf(name_, LastError());
+    return LastFileProblem(name_);
 }
 
 FileResult<File> File::OpenForReading(const std::filesystem::path& path) {
-    const intptr_t handle = Open(path, GENERIC_READ, OPEN_EXISTING);
-    if (handle == -1) return OpenProblem(path);
-    return File(handle, path.native());
+    const FileResult<intptr_t> handle = Open(path, GENERIC_READ, OPEN_EXISTING);
+    if (!handle) return handle.Problem();
+    return File(*handle, path.native());
 }
 
 FileResult<File> File::Create(const std::filesystem::path& path) {
-    const intptr_t handle = Open(path, GENERIC_READ | GENERIC_WRITE, CREATE_ALWAYS);
-    if (handle == -1) return OpenProblem(path);
-    return File(handle, path.native());
+    const FileResult<intptr_t> handle = Open(path, GENERIC_READ | GENERIC_WRITE, CREATE_ALWAYS);
+    if (!handle) return handle.Problem();
+    return File(*handle, path.native());
 }
 
 FileResult<File> File::CreateNew(const std::filesystem::path& path) {
-    const intptr_t handle = Open(path, GENERIC_READ | GENERIC_WRITE, CREATE_NEW);
-    if (handle == -1) return OpenProblem(path);
-    return File(handle, path.native());
+    const FileResult<intptr_t> handle = Open(path, GENERIC_READ | GENERIC_WRITE, CREATE_NEW);
+    if (!handle) return handle.Problem();
+    return File(*handle, path.native());
 }
 
 FileResult<File> File::OpenForWriting(const std::filesystem::path& path) {
-    const intptr_t handle = Open(path, GENERIC_WRITE, OPEN_EXISTING);
-    if (handle == -1) return OpenProblem(path);
-    return File(handle, path.native());
+    const FileResult<intptr_t> handle = Open(path, GENERIC_WRITE, OPEN_EXISTING);
+    if (!handle) return handle.Problem();
+    return File(*handle, path.native());
 }
 
 FileResult<uint64_t> File::Size() const {
@@ -121,26 +121,43 @@ FileResult<> File::SetEnd(uint64_t size) {
     return {};
 }
 
-// Folders can't be claimed.
 FileResult<> FlushFile(const std::filesystem::path& path) {
-    const intptr_t handle = Open(path, GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING);
-    if (handle == -1) return OpenProblem(path);
+    const FileResult<intptr_t> handle = Open(path, GENERIC_WRITE, OPEN_EXISTING);
+    if (!handle) return handle.Problem();
     FileResult<> flushed;
-    if (FlushFileBuffers(AsHandle(handle)) == 0) flushed = ProblemOf(path, LastError());
-    CloseHandle(AsHandle(handle));
+    if (FlushFileBuffers(AsHandle(*handle)) == 0) flushed = LastFileProblem(path);
+    CloseHandle(AsHandle(*handle));
     return flushed;
 }
 
+namespace {
+
+// Folders have no locks. A file beside one stands for it, which the system removes with its handle.
+FileResult<intptr_t> ClaimFolder(const std::filesystem::path& folder) {
+    const HANDLE beside = CreateFileW(
+        CallPath(folder.native() + L".lock").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+        FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    if (beside != INVALID_HANDLE_VALUE) return reinterpret_cast<intptr_t>(beside);
+    const DWORD error = GetLastError();
+    return error == ERROR_SHARING_VIOLATION ? ProblemOf(folder, std::errc::operation_would_block)
+                                            : FileProblemOf(folder, error);
+}
+
+}  // namespace
+
 FileResult<FileLock> FileLock::TryTake(const std::filesystem::path& path) {
-    FileLock lock(Open(path, GENERIC_READ, OPEN_EXISTING));
-    if (lock.handle_ == -1) return OpenProblem(path);
+    if (IsFolder(path)) {
+        const FileResult<intptr_t> claim = ClaimFolder(path);
+        if (!claim) return claim.Problem();
+        return FileLock(*claim);
+    }
+    const FileResult<intptr_t> handle = Open(path, GENERIC_READ, OPEN_EXISTING);
+    if (!handle) return handle.Problem();
+    FileLock lock(*handle);
     OVERLAPPED place = At(uint64_t{1} << 62);  // behind all data, which stays free to be written
     const DWORD flags = LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY;
     if (LockFileEx(AsHandle(lock.handle_), flags, 0, 1, 0, &place) != 0) return lock;
-    if (GetLastError() == ERROR_LOCK_VIOLATION) {
-        return ProblemOf(path, std::errc::operation_would_block);
-    }
-    return ProblemOf(path, LastError());
+    return LastFileProblem(path);
 }
 
 void FileLock::Release() {
@@ -152,5 +169,8 @@ FileResult<> File::Close() {
     if (!CloseHandle(AsHandle(std::exchange(handle_, -1)))) return LastProblem();
     return {};
 }
+
+// What may be replaced may be written, and that is all that the attributes say.
+void File::TakePermissions(const std::filesystem::path&) {}
 
 }  // namespace bw

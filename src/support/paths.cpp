@@ -2,8 +2,8 @@
 
 #include <charconv>
 #include <chrono>
-#include <vector>
 
+#include "support/file_queries.h"
 #include "support/files.h"
 #include "support/process.h"
 #include "support/text.h"
@@ -22,7 +22,7 @@ std::u16string_view FileName(std::u16string_view path) {
 
 // The process number that the name of a work folder begins with; 0 for another name.
 uint32_t OwnerOf(const fs::path& workFolder) {
-    const std::string name = workFolder.filename().string();
+    const std::string name = ToUtf8(PathText(workFolder.filename()));
     uint32_t id = 0;
     const auto end = std::from_chars(name.data(), name.data() + name.size(), id);
     return end.ec == std::errc() ? id : 0;
@@ -31,9 +31,9 @@ uint32_t OwnerOf(const fs::path& workFolder) {
 bool IsAbandoned(const fs::path& workFolder) {
     const FileResult<FileLock> lock = FileLock::TryTake(workFolder);
     if (!lock && lock.Problem().system == std::errc::operation_would_block) return false;
-    std::error_code error;
-    const fs::file_time_type touched = fs::last_write_time(workFolder, error);
-    if (!error && touched < fs::file_time_type::clock::now() - std::chrono::hours(24)) return true;
+    const FileResult<fs::file_time_type> touched = FileTime(workFolder);
+    if (touched && *touched < fs::file_time_type::clock::now() - std::chrono::hours(24))
+        return true;
     const uint32_t owner = OwnerOf(workFolder);
     return owner != 0 && !ProcessRuns(owner) && lock;
 }
@@ -53,10 +53,6 @@ std::u16string NameWithoutExtension(std::u16string_view path) {
     return std::u16string(name.substr(0, name.rfind(u'.')));
 }
 
-fs::path AbsolutePath(const fs::path& path, const fs::path& base) {
-    return (base / path).lexically_normal();
-}
-
 bool IsAbsoluteElsewhere(std::u16string_view path) {
     if constexpr (fs::path::preferred_separator == '/') {
         return path.starts_with(u"\\\\") ||
@@ -64,11 +60,6 @@ bool IsAbsoluteElsewhere(std::u16string_view path) {
     } else {
         return path.starts_with(u"/") && !path.starts_with(u"//");
     }
-}
-
-fs::path RelativePath(const fs::path& path, const fs::path& base) {
-    fs::path relative = path.lexically_normal().lexically_relative(base.lexically_normal());
-    return relative.empty() ? path : relative;
 }
 
 bool HasExtension(const fs::path& path, std::string_view extension) {
@@ -79,14 +70,11 @@ bool HasExtension(const fs::path& path, std::string_view extension) {
 }
 
 void RemoveAbandonedWorkFolders() {
-    std::error_code error;
-    std::vector<fs::path> abandoned;
-    for (fs::directory_iterator at(WorkFolder().parent_path(), error), end; !error && at != end;
-         at.increment(error)) {
-        if (IsAbandoned(at->path())) abandoned.push_back(at->path());
+    const auto entries = ListFolder(WorkFolder().parent_path());
+    if (!entries) return;
+    for (const FolderEntry& entry : *entries) {
+        if (IsAbandoned(entry.path)) RemoveFolder(entry.path);
     }
-    for (const fs::path& folder : abandoned)
-        fs::remove_all(folder, error);
 }
 
 }  // namespace bw

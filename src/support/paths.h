@@ -16,6 +16,14 @@ std::filesystem::path ExecutableFolder();
 // of another platform: both / and \ separate on Windows, / alone elsewhere.
 std::u16string NameWithoutExtension(std::u16string_view path);
 
+// What std::filesystem tells of paths as text, with the shares of Windows ("\\\\server\\share"),
+// which it takes for folders of a drive.
+bool IsAbsolutePath(const std::filesystem::path& path);
+// Without "." and ".." and doubled separators.
+std::filesystem::path NormalPath(const std::filesystem::path& path);
+// From the current folder; not normalised. Empty stays empty.
+std::filesystem::path FromCurrentFolder(const std::filesystem::path& path);
+
 // Joins a relative path to `base`; an absolute one comes back normalised only.
 std::filesystem::path AbsolutePath(const std::filesystem::path& path,
                                    const std::filesystem::path& base);

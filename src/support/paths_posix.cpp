@@ -26,11 +26,8 @@ fs::path HomeFolder() {
 
 // XDG base directories: a relative path in one of their variables is to be ignored.
 fs::path UserFolder(const char* own, const char* xdgVariable, const char* xdgDefault) {
-    if (const fs::path moved = EnvironmentPath("BANKWEAVER_HOME"); !moved.empty()) {
-        std::error_code error;
-        const fs::path absolute = fs::absolute(moved, error);
-        return (error ? moved : absolute) / own;
-    }
+    if (const fs::path moved = EnvironmentPath("BANKWEAVER_HOME"); !moved.empty())
+        return FromCurrentFolder(moved) / own;
     fs::path base = EnvironmentPath(xdgVariable);
     if (!base.is_absolute()) base = HomeFolder() / xdgDefault;
     return base / "bankweaver";
@@ -57,6 +54,29 @@ fs::path UserScratchFolder() {
 
 fs::path WorkFolder() {
     return UserScratchFolder() / "Temp" / "Bankweaver" / std::to_string(getpid());
+}
+
+bool IsAbsolutePath(const fs::path& path) {
+    return path.is_absolute();
+}
+
+fs::path NormalPath(const fs::path& path) {
+    return path.lexically_normal();
+}
+
+fs::path FromCurrentFolder(const fs::path& path) {
+    std::error_code error;
+    fs::path absolute = fs::absolute(path, error);
+    return error ? path : absolute;
+}
+
+fs::path AbsolutePath(const fs::path& path, const fs::path& base) {
+    return (base / path).lexically_normal();
+}
+
+fs::path RelativePath(const fs::path& path, const fs::path& base) {
+    fs::path relative = path.lexically_normal().lexically_relative(base.lexically_normal());
+    return relative.empty() ? path : relative;
 }
 
 std::u16string PathText(const fs::path& path) {

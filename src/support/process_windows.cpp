@@ -1,6 +1,7 @@
 // Process by Windows calls.
 #include <algorithm>
 
+#include "support/paths.h"
 #include "support/process.h"
 #include "support/windows_words.h"
 
@@ -27,6 +28,44 @@ bool MakePipe(HANDLE& reading, HANDLE& writing) {
            SetHandleInformation(reading, HANDLE_FLAG_INHERIT, 0);
 }
 
+HANDLE OpenEmptyInput() {
+    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+    return CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
+                       OPEN_EXISTING, 0, nullptr);
+}
+
+// What a child inherits: these alone. A pipe of another child that starts at the same time would
+// otherwise stay open in both, and never end.
+class Inheritance {
+  public:
+    explicit Inheritance(STARTUPINFOEXW& startup, std::vector<HANDLE>& handles) {
+        SIZE_T size = 0;
+        InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+        room_.resize(size);
+        list_ = reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(room_.data());
+        InitializeProcThreadAttributeList(list_, 1, 0, &size);
+        UpdateProcThreadAttribute(list_, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles.data(),
+                                  handles.size() * sizeof(HANDLE), nullptr, nullptr);
+        startup.lpAttributeList = list_;
+    }
+    Inheritance(const Inheritance&) = delete;
+    Inheritance& operator=(const Inheritance&) = delete;
+    ~Inheritance() { DeleteProcThreadAttributeList(list_); }
+
+  private:
+    std::vector<char> room_;
+    LPPROC_THREAD_ATTRIBUTE_LIST list_ = nullptr;
+};
+
+// A process can't stand in a folder with a long path, but often by the short names of its parts.
+std::wstring StartFolder(const std::filesystem::path& folder) {
+    const std::wstring name = CallPath(folder.native());
+    if (!name.starts_with(LR"(\\?\)")) return name;
+    std::wstring brief(name.size(), L'\0');
+    brief.resize(GetShortPathNameW(name.c_str(), brief.data(), static_cast<DWORD>(brief.size())));
+    return brief.starts_with(LR"(\\?\)") && brief[5] == L':' ? brief.substr(4) : folder.native();
+}
+
 // The number of bytes that wait in the pipe; 0 when the time is over or the pipe has ended.
 DWORD WaitForBytes(HANDLE pipe, std::chrono::milliseconds patience) {
     const auto deadline = Clock::now() + patience;
@@ -47,21 +86,31 @@ Process::~Process() {
 bool Process::Start(const std::filesystem::path& program, const std::vector<std::string>& arguments,
                     const std::filesystem::path& workingFolder) {
     Close();
+    // The current folder is this program's, not the child's; a bare name is looked for.
+    const std::filesystem::path file =
+        program.has_parent_path() ? FromCurrentFolder(program) : program;
+    const std::filesystem::path folder = workingFolder.empty() ? file.parent_path() : workingFolder;
+    const std::wstring application = CallPath(file.native());
+    const std::wstring startFolder = StartFolder(folder);
     HANDLE reading = nullptr;
     HANDLE writing = nullptr;
     if (!MakePipe(reading, writing)) return false;
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdOutput = writing;
-    startup.hStdError = writing;
-    std::wstring line = CommandLine(program.native(), arguments);
-    const std::filesystem::path folder =
-        workingFolder.empty() ? program.parent_path() : workingFolder;
+    const HANDLE input = OpenEmptyInput();
+    std::vector<HANDLE> handles{input, writing};
+    STARTUPINFOEXW startup{};
+    startup.StartupInfo.cb = sizeof startup;
+    startup.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
+    startup.StartupInfo.hStdInput = input;
+    startup.StartupInfo.hStdOutput = writing;
+    startup.StartupInfo.hStdError = writing;
+    const Inheritance inheritance(startup, handles);
+    std::wstring line = CommandLine(file.native(), arguments);
     PROCESS_INFORMATION started{};
     const BOOL success = CreateProcessW(
-        nullptr, line.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW | NORMAL_PRIORITY_CLASS,
-        nullptr, folder.empty() ? nullptr : folder.c_str(), &startup, &started);
+        program.has_parent_path() ? application.c_str() : nullptr, line.data(), nullptr, nullptr,
+        TRUE, CREATE_NO_WINDOW | EXTENDED_STARTUPINFO_PRESENT, nullptr,
+        startFolder.empty() ? nullptr : startFolder.c_str(), &startup.StartupInfo, &started);
+    CloseHandle(input);
     CloseHandle(writing);
     if (!success) {
         CloseHandle(reading);
@@ -104,6 +153,7 @@ void Process::Close() {
     output_ = -1;
     if (ExitStatus() == kStillRunning && process_ != -1) {
         TerminateProcess(AsHandle(process_), static_cast<UINT>(-1));
+        WaitForSingleObject(AsHandle(process_), INFINITE);  // until its files are closed
         CloseHandle(AsHandle(process_));
     }
     process_ = -1;
@@ -116,10 +166,10 @@ bool StartDetached(const std::filesystem::path& program,
     startup.cb = sizeof startup;
     std::wstring line = CommandLine(program.native(), {});
     PROCESS_INFORMATION started{};
-    if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE,
+    const std::wstring folder = StartFolder(workingFolder);
+    if (!CreateProcessW(CallPath(program.native()).c_str(), line.data(), nullptr, nullptr, FALSE,
                         DETACHED_PROCESS | CREATE_NEW_PROCESS_GROUP, nullptr,
-                        workingFolder.empty() ? nullptr : workingFolder.c_str(), &startup,
-                        &started)) {
+                        folder.empty() ? nullptr : folder.c_str(), &startup, &started)) {
         return false;
     }
     CloseHandle(started.hThread);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <windows.h>
+#undef CopyFile
 #undef DeleteFile
 #undef ReplaceFile
 #undef RegCreateKey

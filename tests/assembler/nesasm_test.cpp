@@ -41,7 +41,9 @@ class Nesasm : public testing::Test {
             words.push_back(word == "''" ? "" : word);
         const bw::test::ProgramRun run =
             bw::test::RunProgram({.words = words, .workingFolder = folder_.Path(), .logFile = {}});
-        return {run.status, run.out + run.err};
+        std::string output = run.out + run.err;
+        std::erase(output, '\r');  // lines are for people, and end as the system has it
+        return {run.status, output};
     }
 
     TemporaryFolder folder_;

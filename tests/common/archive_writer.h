@@ -71,6 +71,7 @@ inline void WriteArchive(const std::filesystem::path& file, std::span<const Arch
     const auto has = [&](std::string_view part) { return name.find(part) != name.npos; };
     check(has(".zip")              ? archive_write_set_format_zip(out.get())
           : has(".7z")             ? archive_write_set_format_7zip(out.get())
+          : has(".gnu")            ? archive_write_set_format_gnutar(out.get())
           : has(".t") || has(".T") ? archive_write_set_format_pax_restricted(out.get())
                                    : archive_write_set_format_raw(out.get()));
     if (has("gz")) check(archive_write_add_filter_gzip(out.get()));

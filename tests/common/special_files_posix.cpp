@@ -11,4 +11,8 @@ std::vector<std::filesystem::path> SpecialFiles(const std::filesystem::path& fol
     return {folder / "pipe", "/dev/zero"};
 }
 
+void MakeOlder(const std::filesystem::path& path, std::chrono::hours age) {
+    last_write_time(path, std::filesystem::file_time_type::clock::now() - age);
+}
+
 }  // namespace bw::test

@@ -21,7 +21,8 @@ const std::string kBelowConsole = kBelowBuilder + "src/designer src/builder ";
 const std::string kBelowPrograms = kBelowConsole + "src/console ";
 const std::map<std::string, std::string> kAllowed{
     {"src/support", ""},
-    {"src/assembler", "src/support/diagnostic.h src/support/windows_api.h src/support/windows_path.h"},
+    {"src/assembler",
+     "src/support/diagnostic.h src/support/windows_api.h src/support/windows_path.h"},
     {"src/rom", "src/support"},
     {"src/language", "src/support"},
     {"src/settings", "src/support src/language"},
@@ -137,6 +138,26 @@ TEST(Layers, TheCoreKnowsNoToolkitAndNoPlatformSwitches) {
         std::ifstream stream(entry.path());
         for (std::string line; std::getline(stream, line);) {
             EXPECT_FALSE(std::regex_search(line, forbidden)) << entry.path() << ": " << line;
+        }
+    }
+}
+
+// Its functions know no long paths, no links and no devices on Windows.
+TEST(Layers, TheCoreAsksTheDiskThroughSupport) {
+    const std::filesystem::path tree = BANKWEAVER_SOURCE;
+    const std::regex forbidden(
+        "(fs|filesystem)::(absolute|canonical|weakly_canonical|copy|copy_file|create_director\\w+|"
+        "directory_iterator|equivalent|exists|file_size|is_\\w+|last_write_time|read_symlink|"
+        "recursive_directory_iterator|remove|remove_all|rename|status|symlink_status)\\b");
+    for (const char* layer :
+         {"rom", "language", "settings", "list", "designer", "builder", "cli"}) {
+        for (const auto& entry :
+             std::filesystem::recursive_directory_iterator(tree / "src" / layer)) {
+            const bool ours = entry.path().stem().string().ends_with("_posix");
+            if (!IsSource(entry.path()) || ours) continue;
+            std::ifstream stream(entry.path());
+            for (std::string line; std::getline(stream, line);)
+                EXPECT_FALSE(std::regex_search(line, forbidden)) << entry.path() << ": " << line;
         }
     }
 }

@@ -29,13 +29,20 @@ std::vector<std::string> Paths(const ImageFolder& folder, std::span<const GameEn
     return paths;
 }
 
+// What stands behind a folder's path, with the separators of archives.
+std::string Below(const std::filesystem::path& path, const std::filesystem::path& folder) {
+    std::string below = path.string().substr(folder.string().size());
+    std::ranges::replace(below, '\\', '/');
+    return below;
+}
+
 struct Listed {
     explicit Listed(const ImageFolder& folder, const std::filesystem::path& path) {
         std::vector<LeftOut> left;
         entries = ReadGameFolder(path, nullptr, &left);
         paths = Paths(folder, entries);
         for (const LeftOut& item : left)
-            leftOut.emplace_back(item.place.string().substr(path.string().size()), item.reason);
+            leftOut.emplace_back(Below(item.place, path), item.reason);
     }
     std::vector<GameEntry> entries;
     std::vector<std::string> paths;
@@ -105,7 +112,7 @@ TEST(Archives, StandAmongFoldersAndGiveWayToThem) {
     std::filesystem::rename(folder / "b.zip", folder / "new/b.zip");
     GameList loaded;
     ASSERT_TRUE(LoadListFile(folder / "list.fcl", folder / "new", loaded, folder.Path()));
-    EXPECT_EQ(loaded[2].path, PathText(folder / "new/b.zip/x.nes"));
+    EXPECT_EQ(loaded[2].path, PathText(folder / "new" / "b.zip" / "x.nes"));
     EXPECT_TRUE(loaded[2].headerRead && loaded[3].headerRead);
 }
 
@@ -182,7 +189,9 @@ TEST(Archives, FindNamesOfOtherCodePagesAgain) {
                                      {"\xD3\xCE\xCF\xB7.nes", image},  // GBK
                                      {"\xE6\xB8\xB8.nes", image},      // UTF-8
                                      {"a\nb.nes", image}};
-    for (const char* kind : {"a.zip", "a.tar", "a.rar"}) {
+    for (const std::string kind : {"a.zip", "a.tar", "a.gnu.tar", "a.rar"}) {
+        // There its writer, not the reader, takes the bytes for letters.
+        if (kind == "a.tar" && std::filesystem::path::preferred_separator == '\\') continue;
         test::WriteArchive(folder / kind, members);
         std::vector<GameEntry> entries = ReadGameFolder(folder / kind);
         ASSERT_EQ(entries.size(), 4u) << kind;

@@ -3,5 +3,7 @@
 #include "crash_ways.h"
 
 CrashWays SystemCrashWays() {
-    return {{"bus", [] { std::raise(SIGBUS); }}};
+    return {{"bus", [] { std::raise(SIGBUS); }},
+            {"number", [] { std::raise(SIGFPE); }},
+            {"instruction", [] { std::raise(SIGILL); }}};
 }

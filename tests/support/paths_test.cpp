@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "common/environment_variable.h"
+#include "common/special_files.h"
 #include "common/temporary_folder.h"
 #include "support/files.h"
 #include "support/text.h"
@@ -38,13 +39,13 @@ TEST(Paths, OnlyAbandonedWorkFoldersAreRemoved) {
     for (const char* name : {"old", "recent", "999999997", "999999998-export", "999999999"})
         std::filesystem::create_directories(parent / name / "menu");
     std::filesystem::create_directories(WorkFolder());
-    std::filesystem::last_write_time(
-        parent / "old", std::filesystem::file_time_type::clock::now() - std::chrono::hours(25));
+    test::MakeOlder(parent / "old", std::chrono::hours(25));
     const auto held = FileLock::TryTake(parent / "999999999");
     RemoveAbandonedWorkFolders();
     std::set<std::filesystem::path> left;
-    for (const auto& folder : std::filesystem::directory_iterator(parent))
-        left.insert(folder.path());
+    for (const auto& folder : std::filesystem::directory_iterator(parent)) {
+        if (folder.is_directory()) left.insert(folder.path());
+    }
     EXPECT_EQ(left, (std::set{WorkFolder(), parent / "recent", parent / "999999999"}));
 }
 

@@ -7,6 +7,7 @@
 #include "builder/tables/cart_file.h"
 #include "language/problem_text.h"
 #include "rom/crc32.h"
+#include "support/file_queries.h"
 #include "support/files.h"
 #include "support/numbers.h"
 #include "support/paths.h"
@@ -69,9 +70,7 @@ SplitGame Split(const CartFile& cart, const CartEntry& game, std::filesystem::pa
     const FileResult<std::vector<uint8_t>> image = ImageOf(cart, game);
     if (!image) return fail(SplitEnd::kNotWritten, image.Problem());
     if (image->size() != kInesHeaderSize + game.Bytes()) return fail(SplitEnd::kCutShort);
-    std::error_code error;
-    if (std::filesystem::symlink_status(split.file, error).type() !=
-        std::filesystem::file_type::not_found) {
+    if (EntryKind(split.file) != FileKind::kNone) {
         const auto there = ReadFile(split.file, kLongestFile);
         if (!there || *there != *image) return fail(SplitEnd::kExists);
     } else if (const FileResult<> written = WriteFile(split.file, std::span(*image)); !written) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "rom/crc32.h"
+#include "support/file_queries.h"
 #include "support/files.h"
 #include "support/numbers.h"
 #include "support/text.h"
@@ -55,22 +56,22 @@ CrcByPath ReadList(const fs::path& folder) {
 
 // Calls visit(item) for all but folders in the tree until it gives a problem back. Links are items.
 template <typename Visit>
-FileResult<> ForFiles(const fs::path& folder, Visit visit) {
-    std::error_code error;
-    fs::recursive_directory_iterator at(folder, error);
-    for (const fs::recursive_directory_iterator end; !error && at != end; at.increment(error)) {
-        std::error_code ignored;
-        if (fs::is_directory(at->symlink_status(ignored))) continue;
-        if (FileResult<> visited = visit(*at); !visited) return visited;
+FileResult<> ForFiles(const fs::path& folder, const Visit& visit) {
+    const auto items = ListFolder(folder);
+    if (!items) return items.Problem();
+    for (const FolderEntry& item : *items) {
+        FileResult<> visited =
+            item.kind == FileKind::kFolder ? ForFiles(item.path, visit) : visit(item);
+        if (!visited) return visited;
     }
-    return error ? FileResult<>(ProblemOf(folder, error)) : FileResult<>();
+    return {};
 }
 
 FileResult<CrcByPath> CrcsOf(const fs::path& folder) {
     CrcByPath files;
-    const FileResult<> read = ForFiles(folder, [&](const fs::directory_entry& item) {
-        const FileResult<std::string> crc = CrcOf(item.path());
-        if (crc) files.emplace(PathBelow(item.path(), folder), *crc);
+    const FileResult<> read = ForFiles(folder, [&](const FolderEntry& item) {
+        const FileResult<std::string> crc = CrcOf(item.path);
+        if (crc) files.emplace(PathBelow(item.path, folder), *crc);
         return crc ? FileResult<>() : FileResult<>(crc.Problem());
     });
     if (!read) return read.Problem();
@@ -79,8 +80,8 @@ FileResult<CrcByPath> CrcsOf(const fs::path& folder) {
 
 FileResult<> RemoveFiles(const fs::path& folder) {
     std::vector<fs::path> files;
-    FileResult<> done = ForFiles(folder, [&](const fs::directory_entry& item) {
-        files.push_back(item.path());
+    FileResult<> done = ForFiles(folder, [&](const FolderEntry& item) {
+        files.push_back(item.path);
         return FileResult<>();
     });
     for (const fs::path& file : files) {
@@ -89,7 +90,7 @@ FileResult<> RemoveFiles(const fs::path& folder) {
     return done;
 }
 
-FileResult<> CopyFile(const fs::path& from, const fs::path& to) {
+FileResult<> CopyInto(const fs::path& from, const fs::path& to) {
     const auto bytes = ReadFile(from);
     if (!bytes) return bytes.Problem();
     const FileResult<> made = MakeFolders(to.parent_path());
@@ -97,13 +98,12 @@ FileResult<> CopyFile(const fs::path& from, const fs::path& to) {
 }
 
 // An item that the list doesn't have, or has otherwise.
-bool IsForeign(const fs::directory_entry& item, const fs::path& folder, const CrcByPath& list) {
-    std::error_code error;
-    if (!fs::is_regular_file(item.symlink_status(error))) return true;
-    if (item.path() == folder / kKeptListName) return list.empty();
-    const auto row = list.find(PathBelow(item.path(), folder));
+bool IsForeign(const FolderEntry& item, const fs::path& folder, const CrcByPath& list) {
+    if (item.kind != FileKind::kFile) return true;
+    if (item.path == folder / kKeptListName) return list.empty();
+    const auto row = list.find(PathBelow(item.path, folder));
     if (row == list.end()) return true;
-    const FileResult<std::string> crc = CrcOf(item.path());
+    const FileResult<std::string> crc = CrcOf(item.path);
     return !crc || *crc != row->second;
 }
 
@@ -111,14 +111,12 @@ bool IsForeign(const fs::directory_entry& item, const fs::path& folder, const Cr
 
 FileResult<std::optional<fs::path>> FindForeignFile(const fs::path& folder) {
     std::optional<fs::path> foreign;
-    std::error_code error;
-    const fs::file_status status = fs::symlink_status(folder, error);
-    if (!fs::exists(status)) return foreign;
+    if (EntryKind(folder) == FileKind::kNone) return foreign;
     const CrcByPath list = ReadList(folder);
-    const FileResult<> visited = ForFiles(folder, [&](const fs::directory_entry& item) {
+    const FileResult<> visited = ForFiles(folder, [&](const FolderEntry& item) {
         if (!IsForeign(item, folder, list)) return FileResult<>();
-        foreign = item.path();
-        return FileResult<>(ProblemOf(item.path(), std::errc::file_exists));
+        foreign = item.path;
+        return FileResult<>(ProblemOf(item.path, std::errc::file_exists));
     });
     if (!visited && !foreign) return visited.Problem();
     return foreign;
@@ -138,7 +136,7 @@ FileResult<> KeepFiles(const fs::path& from, const fs::path& folder) {
         list += crc + " " + path + "\n";
     if (done) done = WriteFile(folder / kKeptListName, list);
     for (const auto& [path, crc] : *files) {
-        if (done) done = CopyFile(from / PathOf(path), folder / PathOf(path));
+        if (done) done = CopyInto(from / PathOf(path), folder / PathOf(path));
     }
     return done;
 }

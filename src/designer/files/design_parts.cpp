@@ -10,6 +10,7 @@
 #include "designer/model/stored_numbers.h"
 #include "designer/model/tiles.h"
 #include "language/problem_text.h"
+#include "support/file_queries.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -221,8 +222,7 @@ DesignProblem SavePart(const std::filesystem::path& file, DesignPart part, Shift
         return std::move(*problem);
     }
     Bytes& bytes = std::get<Bytes>(stored);
-    std::error_code error;
-    if (KeepsTail(part) && std::filesystem::file_size(file, error) > bytes.size() && !error) {
+    if (KeepsTail(part) && FileSize(file).ValueOr(0) > bytes.size()) {
         const auto old = ReadFile(file);
         if (!old) return FileDiagnostic(old.Problem(), language);
         const std::span<const uint8_t> tail =

@@ -99,9 +99,7 @@ FileResult<> KeepForeignFile(const std::filesystem::path& file) {
     }
     std::filesystem::path kept = file;
     kept += ".kept";
-    std::error_code error;
-    std::filesystem::rename(file, kept, error);
-    return error ? FileResult<>(ProblemOf(file, error)) : FileResult<>();
+    return RenameFile(file, kept);
 }
 
 void Write(const UndoHistory& history, size_t limit, RecordWriter::Sink sink) {

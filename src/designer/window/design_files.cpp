@@ -10,6 +10,7 @@
 #include "designer/window/last_design_file.h"
 #include "designer/window/sample_dialog.h"
 #include "language/problem_text.h"
+#include "support/file_queries.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -32,9 +33,7 @@ std::vector<FileType> FileTypes(std::span<const PartType> types) {
 }
 
 uint64_t SizeOf(const std::filesystem::path& file) {
-    std::error_code error;
-    const uint64_t size = std::filesystem::file_size(file, error);
-    return error ? 0 : size;
+    return FileSize(file).ValueOr(0);
 }
 
 }  // namespace
