@@ -18,7 +18,7 @@ bool IsHeld(DWORD error) {
            error == ERROR_ACCESS_DENIED;
 }
 
-FileProblem ProblemOf(const fs::path& file, DWORD error) {
+FileProblem SystemProblem(const fs::path& file, DWORD error) {
     return ProblemOf(file, std::error_code(static_cast<int>(error), std::system_category()));
 }
 
@@ -40,7 +40,7 @@ FileResult<> Rename(const fs::path& from, const fs::path& to) {
     const DWORD error = WhenFree(
         [&] { return MoveFileExW(old.c_str(), fresh.c_str(), MOVEFILE_WRITE_THROUGH) != 0; });
     if (error == ERROR_SUCCESS) return {};
-    return ProblemOf(to, error);
+    return SystemProblem(to, error);
 }
 
 }  // namespace
@@ -54,12 +54,12 @@ FileResult<> MakeRunnable(const fs::path& fetched, const fs::path&) {
                            OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
         return file != INVALID_HANDLE_VALUE;
     });
-    if (error != ERROR_SUCCESS) return ProblemOf(fetched, error);
+    if (error != ERROR_SUCCESS) return SystemProblem(fetched, error);
     BY_HANDLE_FILE_INFORMATION found{};
     const bool known = GetFileInformationByHandle(file, &found) && FlushFileBuffers(file);
     const DWORD unknown = GetLastError();
     CloseHandle(file);
-    if (!known) return ProblemOf(fetched, unknown);
+    if (!known) return SystemProblem(fetched, unknown);
     const DWORD notPlain = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
     if ((found.dwFileAttributes & notPlain) != 0 || found.nNumberOfLinks != 1)
         return FileProblem{.file = fetched, .kind = FileProblem::Kind::kNotRegular};
