@@ -82,10 +82,11 @@ TEST_F(ShellCommands, ProblemsAreWordedInBothLanguages) {
         ExpectRefusedAfter("LC_ALL=zh_CN.UTF-8" + user, arguments, file + ": " + reason.chinese);
     }
     permit("folder/locked", 0755);
+    Pack("items-position 4 20\ncursor 22 160 1F\n", "good.fcm");
     EXPECT_THAT(RunAfter("LC_ALL=zh_CN.UTF-8", "bild").err,
                 AllOf(HasSubstr("未知命令“bild”"), Not(HasSubstr("help tells"))));
     EXPECT_THAT(RunAfter("LC_ALL=zh_CN.UTF-8", "info good.nes").out, Not(HasSubstr("Mirroring")));
-    EXPECT_THAT(RunAfter("LC_ALL=zh_CN.UTF-8", "design check one.fcm good.nes").err, "没有问题\n");
+    EXPECT_THAT(RunAfter("LC_ALL=zh_CN.UTF-8", "design check good.fcm good.nes").err, "没有问题\n");
 }
 
 TEST_F(ShellCommands, GamesBehindLinksAreNeverWrittenOver) {
