@@ -14,6 +14,9 @@ console_packages="fceux"
 test_packages="libgtest-dev libgmock-dev $console_packages $window_packages $window_test_packages $update_test_packages"
 # The compilers for Windows, what runs its programs here, and what makes the libraries for it.
 windows_packages="g++-mingw-w64-x86-64-posix wine64 g++ cmake ninja-build make dpkg-dev tcl"
+# What the session with the window for Windows needs: a display with fonts and hands, and xxd, which
+# reads what the registry holds.
+windows_session_packages="$window_test_packages fonts-wqy-microhei xxd"
 # Qt's programs that run while a Qt or a program with it is built, of the same version; Qt's own texts.
 windows_window_packages="qt6-base-dev qt6-base-dev-tools qt6-translations-l10n librsvg2-bin"
 # What finds out a Debian package's dependencies.

@@ -89,13 +89,13 @@ std::span<const uint8_t> DefaultTileSet() {
 }
 
 std::filesystem::path AssemblerPath(const std::filesystem::path& workFolder) {
-    return workFolder / kAssembler;
+    return (workFolder / kAssembler).make_preferred();
 }
 
 FileResult<> WriteResources(const std::filesystem::path& workFolder) {
     for (const Resource& row : ResourceTable()) {
         if (row.data.empty()) continue;
-        const std::filesystem::path file = workFolder / row.path;
+        const std::filesystem::path file = (workFolder / row.path).make_preferred();
         FileResult<> written = MakeFolders(file.parent_path());
         if (written) written = WriteScratchFile(file, row.data);
         if (!written) {

@@ -45,11 +45,7 @@ void AddCollectionOptions(const CommandOptions& options, Arguments& arguments) {
     options.Path("--look-in", arguments.lookIn, TextId::kHelpLookIn, "FOLDER");
     options.Flag("--skip-damaged", arguments.skipDamaged, TextId::kHelpSkipDamaged);
     options.Flag("--keep-best", arguments.keepBest, TextId::kHelpKeepBest);
-    options.Command()
-        .add_option("--names", arguments.names, options.Words(TextId::kHelpNames))
-        ->type_name("FILE")
-        ->check(options.NotEmpty())
-        ->allow_extra_args(false);
+    options.Paths("--names", arguments.names, TextId::kHelpNames, "FILE")->allow_extra_args(false);
     options.Flag("--tidy-names", arguments.tidyNames, TextId::kHelpTidyNames);
     options.Flag("--shorten-names", arguments.shortenNames, TextId::kHelpShortenNames);
 }

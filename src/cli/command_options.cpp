@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "cli/wildcards.h"
+#include "rom/image_files.h"
 #include "support/text.h"
 
 namespace bw {
@@ -23,7 +25,11 @@ void CommandOptions::Flag(const std::string& names, bool& value, TextId help) co
 
 CLI::Option* CommandOptions::Path(const std::string& names, std::filesystem::path& value,
                                   TextId help, const char* type) const {
-    return command_.add_option(names, value, Words(help))->type_name(type)->check(NotEmpty());
+    return command_
+        .add_option_function<std::string>(
+            names, [&value](const std::string& name) { value = NamePath(name); }, Words(help))
+        ->type_name(type)
+        ->check(NotEmpty());
 }
 
 CLI::Option* CommandOptions::Output(std::filesystem::path& value, TextId help) const {
@@ -33,8 +39,25 @@ CLI::Option* CommandOptions::Output(std::filesystem::path& value, TextId help) c
         });
 }
 
+CLI::Option* CommandOptions::Paths(const std::string& names,
+                                   std::vector<std::filesystem::path>& values, TextId help,
+                                   const char* type) const {
+    return command_
+        .add_option_function<std::vector<std::string>>(
+            names,
+            [&values](const std::vector<std::string>& given) {
+                for (const std::string& name : given) {
+                    const std::vector<std::filesystem::path> meant = NamedPaths(name);
+                    values.insert(values.end(), meant.begin(), meant.end());
+                }
+            },
+            Words(help))
+        ->type_name(type)
+        ->check(NotEmpty());
+}
+
 CLI::Option* CommandOptions::Inputs(std::vector<std::filesystem::path>& values, TextId help) const {
-    return command_.add_option("INPUT", values, Words(help))->type_name("")->check(NotEmpty());
+    return Paths("INPUT", values, help, "");
 }
 
 ValueCheck CommandOptions::NotEmpty() const {

@@ -31,6 +31,9 @@ class CommandOptions {
     // The name of a file or a folder, which is never empty.
     CLI::Option* Path(const std::string& names, std::filesystem::path& value, TextId help,
                       const char* type) const;
+    // Several of them. Not by the library's own conversion: it doesn't know that words are UTF-8.
+    CLI::Option* Paths(const std::string& names, std::vector<std::filesystem::path>& values,
+                       TextId help, const char* type) const;
     // The same for a file that is written, which can't be standard output.
     CLI::Option* Output(std::filesystem::path& value, TextId help) const;
     CLI::Option* Inputs(std::vector<std::filesystem::path>& values, TextId help) const;

@@ -7,6 +7,7 @@
 
 #include "cli/design_convert.h"
 #include "cli/design_render.h"
+#include "rom/image_files.h"
 #include "support/text.h"
 
 namespace bw {
@@ -39,7 +40,7 @@ CLI::Option* AddPartOption(const CommandOptions& options, const std::string& opt
             [&parts](const std::vector<std::string>& values) {
                 for (const std::string& value : values) {
                     const size_t sign = value.find('=');
-                    parts.push_back({value.substr(0, sign), value.substr(sign + 1)});
+                    parts.push_back({value.substr(0, sign), NamePath(value.substr(sign + 1))});
                 }
             },
             options.Words(help) + ": " + known)

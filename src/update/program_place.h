@@ -18,7 +18,11 @@ FileResult<> KeepAs(const std::filesystem::path& old, const std::filesystem::pat
 // Takes that back.
 void DropKept(const std::filesystem::path& old, const std::filesystem::path& program);
 
-// One rename.
+// Gives the program its name back that was killed between KeepAs and PutInPlace. True if that was so.
+bool PutBack(const std::filesystem::path& old);
+
+// One rename. On Windows the program has no name between KeepAs and this: a kill in that moment leaves
+// the old program under `old` and the new one under the name that it was fetched by, both whole.
 FileResult<> PutInPlace(const std::filesystem::path& fetched, const std::filesystem::path& program);
 
 }  // namespace bw

@@ -75,6 +75,11 @@ void DropKept(const fs::path& old, const fs::path&) {
     if (fs::is_regular_file(fs::symlink_status(old, error))) fs::remove(old, error);
 }
 
+// A program keeps its name here: where it has none the user has taken it away.
+bool PutBack(const fs::path&) {
+    return false;
+}
+
 FileResult<> PutInPlace(const fs::path& fetched, const fs::path& program) {
     std::error_code error;
     fs::rename(fetched, program, error);

@@ -104,7 +104,7 @@ void RemoveOrdered(SettingsStore& store, std::string_view name, const std::atomi
     if (!path.is_absolute()) return;
     for (int i = 0; i < kTries && !stop; ++i) {
         if (i > 0 && !Wait(kBetweenTries, stop)) return;
-        if (RemovePlainFile(path)) {
+        if ((name == kDelete && PutBack(path)) || RemovePlainFile(path)) {
             store.RegWriteString(kMainKey, name, u"");
             return;
         }

@@ -12,8 +12,10 @@ using BuildDriver = BuildFixture;
 TEST_F(BuildDriver, BuildsTheSameRomTwice) {
     Add("one", {2, 1, 0}, 1);
     Add("two", {8, 16, 4}, 2);
-    Add("quote \"x\"", {1, 1, 0}, 1);  // names that could end a string or a line
-    Add("line\nbreak .FAIL", {1, 1, 0}, 2);
+    Add("three", {1, 1, 0}, 1);
+    Add("four", {1, 1, 0}, 2);
+    games_[2].name = u"quote \"x\"";  // names that could end a string or a line
+    games_[3].name = u"line\nbreak .FAIL";
     user_.answerYes = true;
     const BuildOutcome outcome = Build();
     ASSERT_TRUE(outcome.done) << testing::PrintToString(user_.messages);

@@ -152,7 +152,9 @@ TEST_F(OwnMenus, ASourceIsAssembledAgainstTablesOfItsOwn) {
     for (const char* name : {"game_data_8.asm", "game_final_data_B.asm", "mine.inc"})
         WriteText(Own("build") / name, "kept");
     WriteText(Own("mine.nes"), "old");
-    UseExternMenu(std::filesystem::relative(Own("mine.ASM")), OwnSource(16));
+    const std::filesystem::path start = std::filesystem::current_path();
+    std::filesystem::current_path(folder_.Path());
+    UseExternMenu("own/mine.ASM", OwnSource(16));
 
     // The first assembly tells the menu's size, the second has it in its tables.
     for (const BoardType board :
@@ -168,6 +170,7 @@ TEST_F(OwnMenus, ASourceIsAssembledAgainstTablesOfItsOwn) {
         EXPECT_EQ(menu.size(), size_t{256} * 1024);
         EXPECT_EQ(menuOffset_, coolgirl ? 0u : 0x40000u);
     }
+    std::filesystem::current_path(start);
     FolderContent content = ContentOf(folder_ / "own");
     for (const std::string& name : stale)
         EXPECT_FALSE(content.contains("build/" + name)) << name;
@@ -207,16 +210,20 @@ TEST_F(OwnMenus, ARomIsTakenAsItIs) {
     EXPECT_THAT(ContentOf(folder_ / "own"), ElementsAre(testing::Key("menu.NES")));
 }
 
+std::string Text(const std::filesystem::path& path) {
+    return ToUtf8(PathText(path));
+}
+
 TEST_F(OwnMenus, AreRefusedWithTheirReason) {
     Add("game", {1, 1, 0});
     const auto menuError = [this](const char* file, int mapper, int prg, int chr) {
         return fmt::format(
             "Error: Menu ROM error! \r\nPath = {} \r\nMapper = {} \r\nPRG = {}KB \r\nCHR = "
             "{}KB\r\n",
-            Own(file).string(), mapper, prg, chr);
+            Text(Own(file)), mapper, prg, chr);
     };
     const auto notOne = [this](const char* file) {
-        return "Error: Invalid external menu file: " + Own(file).string();
+        return "Error: Invalid external menu file: " + Text(Own(file));
     };
     const std::tuple<const char*, std::string, std::string> rows[] = {
         {"a.asm", OwnSource(8, 2), menuError("a.nes", 4, 128, 16)},
@@ -269,9 +276,10 @@ std::string Failure(const std::filesystem::path& assembler, const std::filesyste
 TEST(MenuAssembler, IsNamedIfItCantDoItsWorkAndStoppedIfItHangs) {
     EXPECT_THAT(Failure("/no/such/assembler", "menu.asm"),
                 HasSubstr("/no/such/assembler can't be started"));
-    EXPECT_THAT(Failure("/bin/false", "menu.asm"), HasSubstr("without a word (exit code 1)"));
+    const char* const child = BANKWEAVER_PROCESS_CHILD;
+    EXPECT_THAT(Failure(child, "exit:1"), HasSubstr("without a word (exit code 1)"));
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_THAT(Failure("/bin/sleep", "1000"), HasSubstr("no answer for 3 seconds"));
+    EXPECT_THAT(Failure(child, "wait:1000000"), HasSubstr("no answer for 3 seconds"));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
 }
 

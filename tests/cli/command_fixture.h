@@ -2,16 +2,19 @@
 #pragma once
 
 #include <algorithm>
-#include <cstdlib>
+#include <chrono>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <rapidjson/document.h>
-#include <sys/wait.h>
 
+#include "common/child_process.h"
 #include "common/game_image.h"
 #include "common/temporary_folder.h"
+#include "support/paths.h"
+#include "support/text.h"
 
 namespace bw {
 
@@ -34,19 +37,40 @@ struct RunResult {
 
 class Commands : public testing::Test {
   protected:
-    Commands() {
-        std::filesystem::create_directory(folder_ / "home");
-        Run("--version");  // so that the files of its streams are there
+    Commands() { std::filesystem::create_directory(folder_ / "home"); }
+    // The words of a line: blanks part them, but for those between single quotes.
+    static std::vector<std::string> Words(const std::string& line) {
+        std::vector<std::string> words(1);
+        bool quoted = false;
+        for (const char c : line) {
+            if (c == '\'') {
+                quoted = !quoted;
+            } else if (c == ' ' && !quoted) {
+                words.emplace_back();
+            } else {
+                words.back() += c;
+            }
+        }
+        std::erase(words, "");
+        return words;
     }
-    // Runs the program in the test's folder. `before` is shell text in front of it.
-    RunResult Run(const std::string& arguments, const std::string& before = "") {
-        const std::string command =
-            "cd '" + folder_.Path().string() + "' && export LC_ALL=C BANKWEAVER_HOME='" +
-            (folder_ / "home").string() + "' && " + before + " '" + BANKWEAVER_CLI + "' " +
-            arguments + " > stdout.txt 2> stderr.txt < /dev/null";
-        const int status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadText(folder_ / "stdout.txt"),
-                ReadText(folder_ / "stderr.txt")};
+    // As the program prints for people on a POSIX system: lines end in LF, folders in a slash.
+    static std::string AsPosix(std::string text) {
+        std::erase(text, '\r');
+        if (std::filesystem::path::preferred_separator == '\\' && !text.starts_with('{'))
+            std::ranges::replace(text, '\\', '/');
+        return text;
+    }
+    // Runs the program in the test's folder.
+    RunResult Run(const std::string& arguments) const {
+        std::vector<std::string> words = Words(arguments);
+        words.insert(words.begin(), BANKWEAVER_CLI);
+        const test::ProgramRun run = test::RunProgram(
+            {.words = words,
+             .environment = {"LC_ALL=C", "BANKWEAVER_HOME=" + ToUtf8(PathText(folder_ / "home"))},
+             .workingFolder = folder_.Path(),
+             .logFile = {}});
+        return {run.status, AsPosix(run.out), AsPosix(run.err)};
     }
     // A run that ends well.
     RunResult Done(const std::string& arguments) {
@@ -55,17 +79,22 @@ class Commands : public testing::Test {
         return run;
     }
     void Image(const std::string& name, ImageShape shape, uint32_t seed = 1) {
-        std::filesystem::create_directories((folder_ / name).parent_path());
-        WriteText(folder_ / name, ImageBytes(shape, seed));
+        const std::filesystem::path file = folder_ / TextPath(BytesToWide(name));
+        std::filesystem::create_directories(file.parent_path());
+        WriteText(file, ImageBytes(shape, seed));
     }
     // Refused: exit 1, `words` on standard error, nothing on standard output, no file written and
     // none changed, no work folder left.
-    void ExpectRefused(const std::string& arguments, const std::string& words,
-                       const std::string& before = "") {
+    void ExpectRefused(const std::string& arguments, const std::string& words) {
+        ExpectRefusal(arguments, words, [&] { return Run(arguments); });
+    }
+    template <typename Running>
+    void ExpectRefusal(const std::string& arguments, const std::string& words,
+                       const Running& running) {
         SCOPED_TRACE(arguments);
         WriteText(folder_ / "old.nes", "precious");
         const auto files = CountAll();
-        const RunResult run = Run(arguments, before);
+        const RunResult run = running();
         EXPECT_EQ(run.exitCode, 1);
         EXPECT_THAT(run.err, HasSubstr(words));
         EXPECT_THAT(run.out, IsEmpty());
@@ -107,6 +136,33 @@ class Commands : public testing::Test {
         return std::count_if(Walk(folder_.Path()), Walk(),
                              [](const auto& item) { return item.path().extension() == ".tmp"; }) +
                (std::filesystem::exists(work) ? std::distance(Walk(work), Walk()) : 0);
+    }
+
+    // The status of a build of 60 games of 2 MB that `end` ends while it writes. One that was
+    // quicker tries again.
+    template <typename End>
+    int EndedBuild(const End& end) const {
+        std::filesystem::create_directory(folder_ / "games");
+        for (int i = 0; i < 60; ++i) {
+            const auto game = folder_ / "games" / (std::to_string(i) + ".nes");
+            WriteText(game, test::Header({128, 0, 0x40}) + std::to_string(i));
+            std::filesystem::resize_file(game, 16 + (2 << 20));
+        }
+        const test::ChildCommand command{
+            .words = {BANKWEAVER_CLI, "build", "--board", "coolgirl", "-o", "x.nes", "games"},
+            .environment = {"BANKWEAVER_HOME=" + ToUtf8(PathText(folder_ / "home"))},
+            .workingFolder = folder_.Path(),
+            .logFile = folder_ / "stdout.txt"};
+        int status = 0;
+        for (int i = 0; i < 5 && status == 0; ++i) {
+            auto child = test::ChildProcess::Start(command);
+            while (Leftovers() < 2 && !child->WaitFor(std::chrono::milliseconds(0))) {
+            }
+            end(*child);
+            EXPECT_TRUE(child->WaitFor(std::chrono::seconds(10)));
+            status = child->Status();
+        }
+        return status;
     }
 
     TemporaryFolder folder_;

@@ -1,6 +1,7 @@
 // What a test, or a program that a test starts, is to the system.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace bw::test {
@@ -12,5 +13,7 @@ void CloseOutputs();
 uint32_t OwnProcessId();
 // Of this program: files, pipes, processes.
 uint32_t CountOpenHandles();
+// What malloc has given and not got back; may be 0 where another one takes its place.
+size_t HeldBytes();
 
 }  // namespace bw::test

@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <iterator>
 
+#include <malloc.h>
 #include <unistd.h>
 
 #include "common/this_process.h"
@@ -21,6 +22,10 @@ uint32_t OwnProcessId() {
 uint32_t CountOpenHandles() {
     return static_cast<uint32_t>(
         std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}));
+}
+
+size_t HeldBytes() {
+    return mallinfo2().uordblks;
 }
 
 }  // namespace bw::test

@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <io.h>
+#include <malloc.h>
 
 #include "common/this_process.h"
 #include "support/windows_api.h"
@@ -24,6 +25,14 @@ uint32_t CountOpenHandles() {
     DWORD count = 0;
     GetProcessHandleCount(GetCurrentProcess(), &count);
     return count;
+}
+
+size_t HeldBytes() {
+    size_t bytes = 0;
+    _HEAPINFO entry{};
+    while (_heapwalk(&entry) == _HEAPOK)
+        bytes += entry._useflag == _USEDENTRY ? entry._size : 0;
+    return bytes;
 }
 
 }  // namespace bw::test

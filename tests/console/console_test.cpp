@@ -1,4 +1,4 @@
-// The emulator as a part: what it keeps, what it leaves behind, and what becomes of a bad one.
+// The emulator as a part: what it keeps, and what it leaves behind.
 #include <chrono>
 #include <csignal>
 #include <cstring>
@@ -61,47 +61,6 @@ TEST_F(ConsoleTest, KeepsTheBatteryAndLeavesNothing) {
         ASSERT_TRUE(emulator->Start({.rom = rom}));
     EXPECT_EQ(Left(), 0u);
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a process is left";
-}
-
-TEST_F(ConsoleTest, OutlivesABadEmulator) {
-    using enum ConsoleProblem::Kind;
-    const std::filesystem::path bad = folder / "emulator";
-    const EnvironmentVariable chosen("BANKWEAVER_FCEUX", bad.c_str());
-    EXPECT_FALSE(FindEmulator());
-    // What it does, and what is told of it. "BWC1+00000000" says that it is ready.
-    const std::tuple<std::string, ConsoleProblem::Kind, std::string> kinds[] = {
-        {"echo no library >&2; exit 1", kNotStarted, "no library"},
-        {"sleep 100", kSilent, ""},
-        {"echo rubbish without an end >&4", kGarbled, ""},
-        {"printf BWC1+00000000 >&4; read x <&3; echo went wrong; kill -9 $$", kEnded, "went wrong"},
-        {"printf BWC1+00000000BWC1+00FF0000half >&4; sleep 100", kSilent, ""},
-        {"printf 'BWC1+00000000BWC1+00000008one two\n' >&4; sleep 100", kGarbled, ""},
-        {"printf BWC1+00000000BWC1+FFFFFFFF >&4; sleep 100", kGarbled, ""}};
-    for (const auto& [does, kind, words] : kinds) {
-        SCOPED_TRACE(does);
-        WriteText(bad, "#!/bin/sh\n" + does + "\n");
-        permissions(bad, std::filesystem::perms::owner_all);
-        auto console = FindEmulator()->Start({.rom = rom, .patience = milliseconds{300}});
-        ConsoleProblem problem;
-        if (!console) {
-            problem = console.Problem();
-        } else {
-            const auto run = (*console)->Run({.picture = true});
-            ASSERT_FALSE(run);
-            problem = run.Problem();
-            EXPECT_EQ((*console)->Reset().Problem().kind, problem.kind);
-        }
-        EXPECT_EQ(problem.kind, kind);
-        EXPECT_NE(problem.detail.find(words), std::string::npos) << problem.detail;
-    }
-    std::stop_source stop;
-    std::jthread stopper([&] {
-        std::this_thread::sleep_for(milliseconds{100});
-        stop.request_stop();
-    });
-    WriteText(bad, "#!/bin/sh\nsleep 100\n");
-    const auto stopped = FindEmulator()->Start({.rom = rom, .stop = stop.get_token()});
-    EXPECT_EQ(stopped.Problem().kind, kStopped);
 }
 
 TEST_F(ConsoleTest, DiesWithItsHost) {

@@ -4,13 +4,8 @@
 #include <functional>
 
 #include <gmock/gmock.h>
-#include <sys/wait.h>
 
-#include "common/environment_variable.h"
 #include "common/fake_emulator.h"
-#include "common/game_image.h"
-#include "common/temporary_folder.h"
-#include "support/paths.h"
 
 namespace bw {
 namespace {
@@ -148,23 +143,6 @@ TEST(LiveSession, TwentyStartsAndStopsLeaveNothingAndNoHangKeepsThem) {
         EXPECT_EQ(watcher.problems, 0);
         EXPECT_EQ(emulator.living, 0);
     }
-}
-
-TEST(LiveSession, TheRealEmulatorLeavesNothingEither) {
-    const std::unique_ptr<Emulator> emulator = FindEmulator();
-    ASSERT_TRUE(emulator) << "the tests need the package " << kEmulatorPackage;
-    const TemporaryFolder folder;
-    const EnvironmentVariable home("BANKWEAVER_HOME", folder.Path().c_str());
-    test::WriteText(folder / "game.nes", test::ImageBytes({}, 1));
-    for (int i = 0; i < 20; ++i) {
-        Watcher watcher;
-        LiveSession session(*emulator, watcher, {.rom = folder / "game.nes"});
-        if (i % 2 == 0) {
-            ASSERT_TRUE(Wait([&] { return watcher.pictures > i; })) << i;
-        }
-    }
-    EXPECT_TRUE(std::filesystem::is_empty(WorkFolder().parent_path()));
-    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "no child is left";
 }
 
 }  // namespace

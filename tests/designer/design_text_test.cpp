@@ -258,7 +258,7 @@ TEST_F(DesignFolder, ProblemsNameTheFile) {
     WriteText(unpacked_ / "sprites.png", "no picture");
     EXPECT_THAT(Pack(packed), HasSubstr("sprites.png: no PNG picture"));
     WriteText(unpacked_ / "design.txt", "tall-sprites 1\nscreem\n");
-    EXPECT_THAT(Pack(packed), HasSubstr("unpacked/design.txt:2: \"screem\" was found"));
+    EXPECT_THAT(Pack(packed), HasSubstr("design.txt:2: \"screem\" was found"));
     EXPECT_EQ(packed, (Bytes{1, 2}));
 }
 
@@ -276,7 +276,8 @@ TEST_F(DesignFolder, RefusedFilesWriteNothing) {
     WriteText(unpacked_ / "design.txt", "old");
     {
         const FileSizeLimit limit(8192);
-        EXPECT_THAT(Unpack(), HasSubstr("design.txt: File too large"));
+        EXPECT_THAT(Unpack(), testing::AnyOf(HasSubstr("design.txt: File too large"),
+                                             HasSubstr("design.txt: The disk is full")));
     }
     EXPECT_EQ(ReadText(unpacked_ / "design.txt"), "old");
     EXPECT_EQ(ReadText(unpacked_ / "sprites.png"), "old");

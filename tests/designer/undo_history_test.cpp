@@ -3,8 +3,8 @@
 #include <string_view>
 
 #include <gtest/gtest.h>
-#include <malloc.h>
 
+#include "common/this_process.h"
 #include "designer/history/work_state.h"
 
 namespace bw {
@@ -80,7 +80,7 @@ TEST(UndoHistory, CostsWhatChanged) {
     WorkingCopy copy;
     copy.Store().BkgTileList.resize(100);
     constexpr size_t kSteps = 200;
-    const size_t held = mallinfo2().uordblks;  // 0 under a sanitizer, and afterwards as well
+    const size_t held = test::HeldBytes();  // 0 under a sanitizer, and afterwards as well
     for (size_t i = 0; i < kSteps; ++i) {
         history.BeginEditStep(BuildWorkState(copy));
         copy.Store().ChrData[i * 16] = 1;
@@ -88,7 +88,7 @@ TEST(UndoHistory, CostsWhatChanged) {
         history.CommitEditStep(BuildWorkState(copy));
     }
     EXPECT_EQ(history.Count(), kSteps + 1);
-    EXPECT_LE(mallinfo2().uordblks - held, kSteps * 500) << "states are 10 KB and more each";
+    EXPECT_LE(test::HeldBytes() - held, kSteps * 500) << "states are 10 KB and more each";
 }
 
 }  // namespace
