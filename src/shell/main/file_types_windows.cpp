@@ -7,6 +7,7 @@
 #include "support/windows_api.h"
 // It needs what windows.h declares.
 #include <shlobj.h>
+#include <shlwapi.h>
 
 namespace bw {
 namespace {
@@ -55,6 +56,9 @@ bool Forget() {
     RegDeleteKeyValueW(HKEY_CURRENT_USER, kChoices.c_str(), kTypeName.c_str());
     if (OwnValue(kExtension) == kTypeName)
         RegDeleteKeyValueW(HKEY_CURRENT_USER, kExtension.c_str(), L"");
+    // Whatever another program has there stays.
+    SHDeleteEmptyKeyW(HKEY_CURRENT_USER, kChoices.c_str());
+    SHDeleteEmptyKeyW(HKEY_CURRENT_USER, kExtension.c_str());
     return RegDeleteTreeW(HKEY_CURRENT_USER, kType.c_str()) == ERROR_SUCCESS;
 }
 
