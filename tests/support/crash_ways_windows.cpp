@@ -4,15 +4,15 @@
 
 namespace {
 
-void DivideBy(volatile int number) {
-    volatile int quotient = 1;
-    quotient = quotient / number;
+void DivideByZero() {
+    volatile int number = 0;
+    number = 1 / number;
 }
 
 }  // namespace
 
 CrashWays SystemCrashWays() {
-    return {{"number", [] { DivideBy(0); }},
+    return {{"number", DivideByZero},
             {"instruction", [] { __builtin_trap(); }},
             {"terminate", [] { std::terminate(); }}};
 }
