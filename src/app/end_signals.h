@@ -9,7 +9,9 @@ namespace bw {
 // While it lives, the first of SIGTERM, SIGINT and SIGHUP calls `end` with its number, on the
 // thread that made this object, from its event loop. A second signal of the same number ends the
 // program at once. A signal that was ignored before (as nohup has it) stays ignored.
-// On Windows there are no such signals; a session's end comes by way of the window there.
+// On Windows, where a program with windows hears of no console's Ctrl+C and taskkill closes the
+// window as the user does, the one such wish is the end of the session: it comes as SIGTERM, once,
+// and the system may end the process as soon as `end` has returned.
 class EndSignals {
   public:
     explicit EndSignals(std::function<void(int signal)> end);
