@@ -1,4 +1,8 @@
+#include <cstdio>
 #include <cstdlib>
+
+#include <fcntl.h>
+#include <io.h>
 
 #include "support/program_words.h"
 #include "support/windows_api.h"
@@ -17,6 +21,12 @@ std::string Utf8Of(const wchar_t* wide) {
     return utf8;
 }
 
+// What a program prints is the same bytes on every system, line ends too.
+void PrintAsItIs() {
+    for (std::FILE* stream : {stdout, stderr})
+        _setmode(_fileno(stream), _O_BINARY);
+}
+
 // The console belongs to whoever uses it after this program, too.
 void PrintUtf8() {
     static const UINT before = GetConsoleOutputCP();
@@ -28,6 +38,7 @@ void PrintUtf8() {
 }  // namespace
 
 std::vector<std::string> ProgramWords(int, char**) {
+    PrintAsItIs();
     PrintUtf8();
     int count = 0;
     wchar_t** values = CommandLineToArgvW(GetCommandLineW(), &count);

@@ -41,9 +41,7 @@ class Nesasm : public testing::Test {
             words.push_back(word == "''" ? "" : word);
         const bw::test::ProgramRun run =
             bw::test::RunProgram({.words = words, .workingFolder = folder_.Path(), .logFile = {}});
-        std::string output = run.out + run.err;
-        std::erase(output, '\r');  // lines are for people, and end as the system has it
-        return {run.status, output};
+        return {run.status, run.out + run.err};
     }
 
     TemporaryFolder folder_;

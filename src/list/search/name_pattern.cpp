@@ -4,6 +4,7 @@
 #include <regex>
 #include <utility>
 
+#include "list/search/name_characters.h"
 #include "list/search/name_search.h"
 #include "list/search/regex_words.h"
 #include "support/stack.h"
@@ -110,25 +111,6 @@ struct NameTraits : std::regex_traits<wchar_t> {
 };
 using NameRegex = std::basic_regex<wchar_t, NameTraits>;
 
-// Searches go by whole characters where wchar_t holds one, so that "." never takes half of a pair
-// of surrogates. Halves without a partner stay as they are.
-std::wstring Characters(std::u16string_view text) {
-    std::wstring result;
-    result.reserve(text.size());
-    for (size_t i = 0; i < text.size(); ++i) {
-        const bool pair = sizeof(wchar_t) > 2 && (text[i] & 0xFC00) == 0xD800 &&
-                          i + 1 < text.size() && (text[i + 1] & 0xFC00) == 0xDC00;
-        if (pair) {
-            const auto high = static_cast<char32_t>(text[i] & 0x3FF);
-            ++i;
-            result += static_cast<wchar_t>(0x10000 + (high << 10) + (text[i] & 0x3FF));
-        } else {
-            result += static_cast<wchar_t>(text[i]);
-        }
-    }
-    return result;
-}
-
 // Takes the new name, as an output iterator of the library.
 class NewName {
   public:
@@ -138,8 +120,9 @@ class NewName {
     using pointer = void;
     using reference = void;
 
-    NewName(std::u16string& name, size_t limit, const RunGuard& guard)
-        : name_(&name), limit_(limit), guard_(&guard) {}
+    NewName(std::u16string& name, size_t limit, const NameCharacters& characters,
+            const RunGuard& guard)
+        : name_(&name), limit_(limit), characters_(&characters), guard_(&guard) {}
 
     NewName& operator*() { return *this; }
     NewName& operator++() { return *this; }
@@ -147,19 +130,14 @@ class NewName {
     NewName& operator=(wchar_t character) {
         guard_->Look();
         if (name_->size() >= limit_) throw Refusal::kTooLong;
-        const auto point = static_cast<char32_t>(character);
-        if (point < 0x10000) {
-            *name_ += static_cast<char16_t>(point);
-        } else {
-            *name_ += static_cast<char16_t>(0xD7C0 + (point >> 10));
-            *name_ += static_cast<char16_t>(0xDC00 | (point & 0x3FF));
-        }
+        characters_->Append(character, *name_);
         return *this;
     }
 
   private:
     std::u16string* name_;
     size_t limit_;
+    const NameCharacters* characters_;
     const RunGuard* guard_;
 };
 
@@ -179,9 +157,11 @@ class RegexPattern final : public NamePattern {
     template <typename Work>
     auto Guarded(std::u16string_view name, const StopFlag& stop, const Work& work) const {
         try {
-            const std::wstring text = Characters(name);
+            NameCharacters characters = characters_;
+            const std::wstring text = characters.From(name);
             const RunGuard guard(stop);
-            return work(Place(text.data(), guard), Place(text.data() + text.size(), guard), guard);
+            return work(Place(text.data(), guard), Place(text.data() + text.size(), guard),
+                        characters, guard);
         } catch (const Refusal refusal) {
             throw SearchStopped{RefusalWords(refusal, name, language_)};
         } catch (const std::regex_error&) {
@@ -191,9 +171,12 @@ class RegexPattern final : public NamePattern {
     }
 
   public:
-    RegexPattern(const std::wstring& find, std::u16string_view replace, Language language)
-        : regex_(WithWatchedReferences(find), std::regex_constants::ECMAScript),
-          replace_(Characters(replace)),
+    // `characters` are those that `find` came from.
+    RegexPattern(const std::wstring& find, std::u16string_view replace, NameCharacters characters,
+                 Language language)
+        : characters_(std::move(characters)),
+          regex_(WithWatchedReferences(find), std::regex_constants::ECMAScript),
+          replace_(characters_.From(replace)),
           language_(language) {
         // Such an expression can match at the start alone; the library would try every place.
         if (find.starts_with(L'^') && find.find(L'|') == std::wstring::npos) {
@@ -202,20 +185,22 @@ class RegexPattern final : public NamePattern {
     }
 
     bool Matches(std::u16string_view name, const StopFlag& stop) const override {
-        return Guarded(name, stop, [&](Place begin, Place end, const RunGuard&) {
-            return std::regex_search(begin, end, regex_, flags_);
-        });
+        return Guarded(name, stop,
+                       [&](Place begin, Place end, const NameCharacters&, const RunGuard&) {
+                           return std::regex_search(begin, end, regex_, flags_);
+                       });
     }
 
     std::optional<std::u16string> Replaced(std::u16string_view name,
                                            const StopFlag& stop) const override {
         using Result = std::optional<std::u16string>;
-        return Guarded(name, stop, [&](Place begin, Place end, const RunGuard& guard) -> Result {
+        const auto work = [&](Place begin, Place end, const NameCharacters& characters,
+                              const RunGuard& guard) -> Result {
             std::regex_iterator<Place, wchar_t, NameTraits> match(begin, end, regex_, flags_);
             const decltype(match) none;
             if (match == none) return std::nullopt;
             std::u16string text;
-            NewName out(text, ReplacedLimit(name.size()), guard);
+            NewName out(text, ReplacedLimit(name.size()), characters, guard);
             Place rest = begin;
             for (; match != none; ++match) {
                 out = std::copy(match->prefix().first, match->prefix().second, out);
@@ -224,10 +209,12 @@ class RegexPattern final : public NamePattern {
             }
             std::copy(rest, end, out);
             return text;
-        });
+        };
+        return Guarded(name, stop, work);
     }
 
   private:
+    NameCharacters characters_;
     NameRegex regex_;
     std::wstring replace_;
     Language language_;
@@ -300,12 +287,13 @@ std::optional<NamePattern::Problem> NamePattern::Compile(const FindRecord& recor
         out = std::make_unique<LiteralPattern>(record.find, record.replace, language);
         return std::nullopt;
     }
-    const std::wstring find = Characters(record.find);
+    NameCharacters characters(record.find);
+    const std::wstring find = characters.From(record.find);
     if (std::optional<std::u16string> tooBig = PatternTooBig(find, language)) {
         return Problem{*std::move(tooBig)};
     }
     try {
-        out = std::make_unique<RegexPattern>(find, record.replace, language);
+        out = std::make_unique<RegexPattern>(find, record.replace, std::move(characters), language);
     } catch (const std::regex_error& error) {
         return Problem{PatternProblem(find, error.code(), language)};
     }
