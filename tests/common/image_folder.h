@@ -13,7 +13,7 @@ class ImageFolder : public TemporaryFolder {
   public:
     // Makes missing folders too. Gives the whole path.
     std::filesystem::path Write(std::string_view name, std::string_view bytes) const {
-        std::filesystem::path file = Path() / name;
+        std::filesystem::path file = (Path() / name).make_preferred();
         std::filesystem::create_directories(file.parent_path());
         WriteText(file, bytes);
         return file;

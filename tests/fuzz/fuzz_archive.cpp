@@ -9,6 +9,7 @@
 #include "fuzz.h"
 #include "rom/image_crcs.h"
 #include "rom/image_files.h"
+#include "support/text.h"
 
 namespace {
 
@@ -28,7 +29,7 @@ void CheckPlaces(std::span<const fs::path> paths, const fs::path& file) {
     for (const fs::path& path : paths) {
         Expect(bw::ContainerOf(path) == file);
         Expect(path.lexically_normal() == path);
-        const std::string& text = path.native();
+        const std::string text = bw::WideToBytes(bw::PathText(path));
         Expect(bw::HasImageExtension(text));
         Expect(std::ranges::none_of(text, [](char c) { return c >= 0 && c < ' '; }));
     }

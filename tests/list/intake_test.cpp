@@ -69,9 +69,11 @@ TEST(ReadGameFolder, GivesWhatReadingOneByOneGives) {
 TEST(ReadGameFolder, KeepsARelativeFolderRelative) {
     const ImageFolder folder;
     folder.Write("set/游戏.nes", Header({1}));
-    const auto set = std::filesystem::relative(folder.Path()) / "set";
-    const auto entries = ReadGameFolder(set / "");
-    ASSERT_THAT(Paths(entries), ElementsAre(set / "游戏.nes"));
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    const auto entries = ReadGameFolder("set/");
+    std::filesystem::current_path(before);
+    ASSERT_THAT(Paths(entries), ElementsAre(std::filesystem::path("set") / "游戏.nes"));
     EXPECT_TRUE(entries[0].HasValidHeader());
     EXPECT_EQ(entries[0].name, u"游戏");
 }

@@ -42,14 +42,22 @@ TEST_F(ListFile, SavingMakesPathsAbsoluteAndRelative) {
     IniFile text;
     text.SetString(u"history", u"00007_name", u"of an older list");
     text.SetInt(u"list_view", u"list_view_col_00000_width", 80);
+    const auto other = std::filesystem::absolute("/else/b.nes");
     StoreListEntries(
-        {Game(u"own/a.nes", u"A", u"", true), Game(u"/else/b.nes", u"", u"best", false)}, "/base",
-        text);
+        {Game(u"own/a.nes", u"A", u"", true), Game(PathText(other), u"", u"best", false)},
+        std::filesystem::absolute("/base"), text);
+    // In the system's own form.
+    const auto own = [](std::filesystem::path path) {
+        return ToUtf8(PathText(path.make_preferred()));
+    };
     EXPECT_EQ(text.ToText(),
-              "[history]\r\n00000_check=1\r\n00000_name=A\r\n00000_path=/base/own/a.nes\r\n"
-              "00000_path_relative=own/a.nes\r\n00000_remark=\r\n00001_check=0\r\n"
-              "00001_name=\r\n00001_path=/else/b.nes\r\n00001_path_relative=../else/b.nes\r\n"
-              "00001_remark=best\r\ncount=2\r\n[list_view]\r\nlist_view_col_00000_width=80");
+              "[history]\r\n00000_check=1\r\n00000_name=A\r\n00000_path=" +
+                  own(std::filesystem::absolute("/base/own/a.nes")) +
+                  "\r\n00000_path_relative=" + own("own/a.nes") +
+                  "\r\n00000_remark=\r\n00001_check=0\r\n00001_name=\r\n00001_path=" + own(other) +
+                  "\r\n00001_path_relative=" + own("../else/b.nes") +
+                  "\r\n00001_remark=best\r\ncount=2\r\n"
+                  "[list_view]\r\nlist_view_col_00000_width=80");
 }
 
 TEST_F(ListFile, ValuesComeBackAsTheyWere) {
@@ -113,7 +121,8 @@ TEST_F(ListFile, MissingImagesStayInTheList) {
          {u"D:\\roms\\Game.nes", u"D:/roms/Game.nes", u"\\\\server\\roms\\Game.nes"}) {
         IniFile text;
         StoreListEntries({LoadOne(ToUtf8(path), "roms\\Game.nes")}, folder_.Path(), text);
-        EXPECT_EQ(text.GetString(u"history", u"00000_path"), path);
+        EXPECT_EQ(text.GetString(u"history", u"00000_path"),
+                  PathText(TextPath(path).make_preferred()));
     }
 }
 
