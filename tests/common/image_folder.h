@@ -6,14 +6,15 @@
 
 #include "common/game_image.h"
 #include "common/temporary_folder.h"
+#include "support/text.h"
 
 namespace bw::test {
 
 class ImageFolder : public TemporaryFolder {
   public:
-    // Makes missing folders too. Gives the whole path.
+    // `name` is UTF-8. Makes missing folders too. Gives the whole path.
     std::filesystem::path Write(std::string_view name, std::string_view bytes) const {
-        std::filesystem::path file = (Path() / name).make_preferred();
+        std::filesystem::path file = (Path() / TextPath(ToWide(name))).make_preferred();
         std::filesystem::create_directories(file.parent_path());
         WriteText(file, bytes);
         return file;

@@ -73,7 +73,7 @@ TEST(ReadGameFolder, KeepsARelativeFolderRelative) {
     std::filesystem::current_path(folder.Path());
     const auto entries = ReadGameFolder("set/");
     std::filesystem::current_path(before);
-    ASSERT_THAT(Paths(entries), ElementsAre(std::filesystem::path("set") / "游戏.nes"));
+    ASSERT_THAT(Paths(entries), ElementsAre(std::filesystem::path("set") / u8"游戏.nes"));
     EXPECT_TRUE(entries[0].HasValidHeader());
     EXPECT_EQ(entries[0].name, u"游戏");
 }
