@@ -23,8 +23,10 @@ class Program : public testing::Test {
     Program() { test::WriteText(folder_ / "two.fcl", "[history]\r\ncount=2"); }
     std::optional<ChildProcess> Start(std::vector<std::string> environment) {
         environment.push_back("BANKWEAVER_HOME=" + home_.string());
-        return ChildProcess::Start(
-            {{BANKWEAVER_PROGRAM, "two.fcl"}, std::move(environment), folder_.Path(), log_});
+        return ChildProcess::Start({.words = {BANKWEAVER_PROGRAM, "two.fcl"},
+                                    .environment = std::move(environment),
+                                    .workingFolder = folder_.Path(),
+                                    .logFile = log_});
     }
     // Of the list that the settings remember.
     size_t RememberedGames() const {

@@ -12,9 +12,9 @@ namespace bw::test {
 
 class ImageFolder : public TemporaryFolder {
   public:
-    // `name` is UTF-8. Makes missing folders too. Gives the whole path.
+    // `name` is in bytes, on Windows UTF-8. Makes missing folders too. Gives the whole path.
     std::filesystem::path Write(std::string_view name, std::string_view bytes) const {
-        std::filesystem::path file = (Path() / TextPath(ToWide(name))).make_preferred();
+        std::filesystem::path file = (Path() / TextPath(BytesToWide(name))).make_preferred();
         std::filesystem::create_directories(file.parent_path());
         WriteText(file, bytes);
         return file;
