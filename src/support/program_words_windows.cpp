@@ -23,8 +23,10 @@ std::string Utf8Of(const wchar_t* wide) {
 
 // What a program prints is the same bytes on every system, line ends too.
 void PrintAsItIs() {
-    for (std::FILE* stream : {stdout, stderr})
-        _setmode(_fileno(stream), _O_BINARY);
+    for (std::FILE* stream : {stdout, stderr}) {
+        // A program with windows has none unless they were sent somewhere.
+        if (const int number = _fileno(stream); number >= 0) _setmode(number, _O_BINARY);
+    }
 }
 
 // The console belongs to whoever uses it after this program, too.
